@@ -1,0 +1,56 @@
+# The front door. Everything a fresh machine needs is installed by scripts/install-deps.
+.DEFAULT_GOAL := help
+.PHONY: help deps build demo test asan format format-check tidy bench fuzz docs install clean
+
+BUILD := build/dev
+JOBS ?= $(shell nproc)
+PREFIX ?= /usr/local
+FUZZ_SECONDS ?= 60
+
+help: ## Show what can be made
+	@awk -F ':.*## ' '/^[a-z-]+:.*## /{printf "  make %-14s %s\n", $$1, $$2}' $(MAKEFILE_LIST)
+
+deps:
+	@scripts/install-deps
+
+build: deps ## Build the libraries, the tool and the tests
+	@cmake --preset dev >/dev/null
+	@cmake --build --preset dev -j $(JOBS)
+
+demo: build ## Convert the example screenplay and show what comes out
+	@scripts/demo $(BUILD)
+
+test: build ## Run the whole test suite
+	@ctest --preset dev -j $(JOBS)
+
+asan: deps ## Run the test suite under AddressSanitizer and UndefinedBehaviorSanitizer
+	@cmake --preset asan >/dev/null
+	@cmake --build --preset asan -j $(JOBS)
+	@ctest --preset asan -j $(JOBS)
+
+format: ## Format all sources in place
+	@git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+format-check: deps
+	@git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
+
+tidy: build ## Static checks
+	@scripts/tidy $(BUILD)
+
+bench: deps ## Measure against the floors (minutes)
+	@cmake --preset release >/dev/null
+	@cmake --build --preset release -j $(JOBS)
+	@scripts/bench build/release
+
+fuzz: deps ## Fuzz the readers, FUZZ_SECONDS each
+	@cmake --preset fuzz >/dev/null
+	@cmake --build --preset fuzz -j $(JOBS)
+	@scripts/fuzz build/fuzz $(FUZZ_SECONDS)
+
+install: deps ## Install below PREFIX
+	@cmake --preset release -DCMAKE_INSTALL_PREFIX=$(PREFIX) -DMVR_BUILD_BENCH=OFF >/dev/null
+	@cmake --build --preset release -j $(JOBS)
+	@cmake --install build/release
+
+clean: ## Remove everything that was built
+	@rm -rf build dist

@@ -1,0 +1,28 @@
+# Installation: libraries, public headers, and the package that find_package(MvrText) reads.
+include(CMakePackageConfigHelpers)
+
+set(mvr_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/MvrText)
+
+if(MVR_BUNDLED_CORE)
+    install(TARGETS MvrCore EXPORT MvrCoreTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+    install(EXPORT MvrCoreTargets NAMESPACE MvrCore:: DESTINATION ${mvr_package_dir})
+endif()
+install(TARGETS MvrText EXPORT MvrTextTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT MvrTextTargets NAMESPACE MvrText:: DESTINATION ${mvr_package_dir})
+
+foreach(folder core text finaldraft bbcode)
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/mvrtext
+        FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE PATTERN "rtf" EXCLUDE)
+endforeach()
+
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/MvrTextConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/MvrTextConfig.cmake INSTALL_DESTINATION ${mvr_package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/MvrTextConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/MvrTextConfig.cmake
+    ${PROJECT_BINARY_DIR}/MvrTextConfigVersion.cmake DESTINATION ${mvr_package_dir})
+
+if(MVR_BUILD_TOOL)
+    install(TARGETS mvrtext RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()

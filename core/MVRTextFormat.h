@@ -1,0 +1,65 @@
+#pragma once
+
+#include <core/MvrCoreExport.h>
+
+#include <QTextFormat>
+
+class QTextDocument;
+
+/*! Property ids of text formats, the default character format and tests on formats. */
+class MVRCORE_EXPORT MVRTextFormat
+{
+public:
+    /*!
+        Ids of QTextFormat properties, used bare.
+
+        Lengths are points. The block properties up to 0x1071 belong to paragraph formats, the
+        others to character formats (ImageLink… to image formats).
+    */
+    enum Property : int {
+        BlockLeftIndentProperty = 0x1036, /*!< double: left indent from the left text margin */
+        BlockRightIndentProperty = 0x1037, /*!< double: right edge of the text, from the left text
+                                                margin */
+        /*! double: multiple of single spacing. Qt >= 5.14 gave this number to
+            QTextFormat::HeadingLevel, an int: tell the two apart by type, see spacingType(). */
+        LineSpacingProperty = 0x1070,
+        LineSpacingBaseProperty = 0x1071, /*!< double, written together with LineSpacingProperty */
+        PreserveFormattingProperty = 0x100003, /*!< bool: keep the run's formatting on export */
+        CommentLinkProperty = 0x100007, /*!< bool: the run carries an inspector note */
+        CommentCDataProperty = 0x100008, /*!< byte array: the note's content as RTF */
+        CommentColorProperty = 0x100009, /*!< QColor: colour of an inspector comment */
+        ImageLinkProperty = 0x10000b, /*!< string: path of the file an image came from */
+        ImageLinkBaseNameProperty = 0x10000e, /*!< string: that file's name without suffixes */
+        InlineAnnotationProperty = 0x100064, /*!< bool: the run is an inline annotation */
+        InlineFootnoteProperty = 0x100065, /*!< bool: the run is an inline footnote */
+        InspectorCommentProperty = 0x100066, /*!< bool: the inspector note is a comment */
+        InspectorFootnoteProperty = 0x100067 /*!< bool: the inspector note is a footnote */
+    };
+
+    /*!
+        The format that text of the document starts from.
+
+        \return the format set by setDefaultCharFormat(); as long as none was set, a format that
+                holds the document's default font
+    */
+    static QTextCharFormat defaultCharFormat(const QTextDocument &document);
+
+    /*! Stores \a format with the document as the one that its text starts from. */
+    static void setDefaultCharFormat(QTextDocument &document, const QTextCharFormat &format);
+
+    /*!
+        Tells whether \a format links to another item of the application: an anchor whose target
+        is a decimal integer ("42"). Web addresses and note anchors are no such links.
+    */
+    static bool isMovarinLink(const QTextCharFormat &format);
+
+    /*!
+        Reads a paragraph's line spacing.
+
+        \param format  the paragraph's format
+        \param value   receives the spacing as a multiple of single spacing, 1.0 when the format
+                       sets none; may be null
+        \return QTextBlockFormat::SingleHeight or QTextBlockFormat::ProportionalHeight
+    */
+    static int spacingType(const QTextBlockFormat &format, double *value);
+};
