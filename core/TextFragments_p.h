@@ -183,3 +183,23 @@ std::optional<MVRTextRange> nextRun(FragmentWalker &walker, const Matches &match
     }
     return run;
 }
+
+/*! The runs of the document that end behind \a position, each whole, in document order. */
+template <typename Matches>
+QVector<MVRTextRange> runsBehind(const QTextDocument *document, int position,
+                                 const Matches &matches)
+{
+    QVector<MVRTextRange> runs;
+    FragmentWalker walker(document, position);
+    while (walker.isValid()) {
+        if (!matches(walker.format())) {
+            walker.next();
+            continue;
+        }
+        // Only the first run can have begun before the position.
+        const int start = runs.isEmpty() ? runStart(walker, matches) : walker.start();
+        if (const auto run = nextRun(walker, matches))
+            runs.append(MVRTextRange(start, run->end));
+    }
+    return runs;
+}

@@ -147,6 +147,134 @@ public:
                                    int count, int limit);
 
     //@}
+    /*! \name Inline notes
+
+        Where an operation takes a document and a cursor, it works on the cursor's selection; a null
+        cursor stands for the whole document. A cursor without a selection, or of another document,
+        does nothing. */
+    //@{
+
+    /*!
+        Marks the selection as an inline note, which is then no inline note of the other kind, or
+        takes the mark of one kind away.
+
+        \param footnote  true: inline footnote; false: inline annotation
+        \return the format that was merged into the selection, for text that is to be typed
+    */
+    static QTextCharFormat setInlineFootnoteAnnotation(QTextCursor cursor, bool footnote, bool on);
+
+    /*! Marks the selection's formatting as to be kept on export, or not; returns the format that
+        was merged. */
+    static QTextCharFormat setPreserveFormatting(QTextCursor cursor, bool on);
+
+    /*!
+        Exchanges one boolean character property for another: what has \a fromProperty true inside
+        the selection loses it and gets \a toProperty true.
+    */
+    static void swapBoolProperties(QTextDocument *document, int fromProperty, int toProperty,
+                                   QTextCursor cursor);
+
+    /*! Exchange the kind of the notes, by swapBoolProperties(). Of an inspector note content,
+        colour and anchor stay as they are; only a part that is selected changes. */
+    static void convertInlineAnnotationsToInlineFootnotes(QTextDocument *document,
+                                                          QTextCursor cursor);
+    static void convertInlineFootnotesToInlineAnnotations(QTextDocument *document,
+                                                          QTextCursor cursor);
+    static void convertInspectorCommentsToInspectorFootnotes(QTextDocument *document,
+                                                             QTextCursor cursor);
+    static void convertInspectorFootnotesToInspectorComments(QTextDocument *document,
+                                                             QTextCursor cursor);
+
+    /*!
+        Trims the text of the inline notes in the selection, up to the first that goes on beyond its
+        end.
+
+        \param propertyId  MVRTextFormat::InlineAnnotationProperty or InlineFootnoteProperty
+        \param trimFlag    as for MVRTextUtil::trim(), like the next two
+    */
+    static void trimInlineNotes(QTextDocument *document, int propertyId, bool trimFlag, int count,
+                                int limit, QTextCursor cursor);
+
+    /*!
+        Puts strings around every inline annotation of the document, in the format of its first and
+        last character. Every insertion is an undo step of its own.
+
+        \param opening  goes in front; may be empty
+        \param closing  goes behind; may be empty
+        \param unmark   true: annotations and strings become ordinary text; false: the strings
+                        become part of the annotation
+    */
+    static void encloseAnnotations(QTextDocument *document, const QString &opening,
+                                   const QString &closing, bool unmark);
+
+    //@}
+    /*! \name Notes between inspector and text
+
+        Selection and cursor as for inline notes. The moves are one undo step; taking leftovers of
+        the old kind from the whole document, where there are any, is another. */
+    //@{
+
+    /*!
+        Puts the content of inspector notes into the text, behind the text that carried them, as
+        inline notes: a blank and the trimmed content.
+
+        Notes whose content cannot be read are left out, but \a propertyId is then taken from the
+        whole document, so that such a footnote becomes a comment.
+        \param propertyId  MVRTextFormat::InspectorCommentProperty or InspectorFootnoteProperty
+        \param toFootnote  true: inline footnotes; false: inline annotations
+    */
+    static void swapInspectorToInline(QTextDocument *document, int propertyId, bool toFootnote,
+                                      QTextCursor cursor);
+
+    /*!
+        Takes inline notes out of the text and attaches them as inspector notes to the closest word
+        before, or else to a label, "(Linked Comment)" or "(Linked Footnote)", where they stood.
+
+        The first note that goes on beyond the selection's end and all behind it stay inline.
+        Setting 6 lets the search for a word leave the paragraph.
+        \param propertyId     MVRTextFormat::InlineAnnotationProperty or InlineFootnoteProperty
+        \param toFootnote     true: inspector footnotes; false: comments in the default colour
+        \param skipNoteWords  true: words of inline notes are passed over; false: when the closest
+                              word is one, the closest behind it is asked for instead
+    */
+    static void swapInlineToInspector(QTextDocument *document, int propertyId, bool toFootnote,
+                                      bool skipNoteWords, QTextCursor cursor);
+
+    /*! The moves by name; see swapInspectorToInline() and swapInlineToInspector(). */
+    static void convertInspectorFootnotesToInlineFootnotes(QTextDocument *document,
+                                                           QTextCursor cursor);
+    static void convertInspectorCommentsToInlineAnnotations(QTextDocument *document,
+                                                            QTextCursor cursor);
+    static void convertInlineFootnotesToInspectorComments(QTextDocument *document,
+                                                          bool skipNoteWords, QTextCursor cursor);
+    static void convertInlineFootnotesToInspectorFootnotes(QTextDocument *document,
+                                                           bool skipNoteWords, QTextCursor cursor);
+    static void convertInlineAnnotationsToInspectorComments(QTextDocument *document,
+                                                            bool skipNoteWords, QTextCursor cursor);
+
+    //@}
+    /*! \name Links to other items of the application
+
+        Such a link is an anchor whose target is the item's id in decimal. */
+    //@{
+
+    /*! Reads the document's title and its links: one entry for text that touches and leads to the
+        same item, at most one paragraph long. */
+    static MVRTextInternalLinkMap internalLinks(const QTextDocument &document);
+
+    /*! Turns the ranges of \a map into links; links that the document has stay, and its title is
+        not changed. */
+    static void setInternalLinks(QTextDocument *document, const MVRTextInternalLinkMap &map);
+
+    /*! Turns the links into plain text, each in the format of its last character; other anchors
+        stay. */
+    static void convertMovarinLinksToText(QTextDocument *document);
+
+    /*! Removes every anchor of the document, web links included; the text keeps its other
+        formatting. */
+    static void clearInternalLinks(QTextDocument *document);
+
+    //@}
     /*! \name Document settings */
     //@{
 
