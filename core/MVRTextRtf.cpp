@@ -1,5 +1,6 @@
 #include <core/MVRTextRtf.h>
 
+#include <core/UndoRecordingOff_p.h>
 #include <core/rtf/RtfReader.h>
 #include <core/rtf/RtfWriter.h>
 
@@ -8,24 +9,6 @@
 #include <QTextFrame>
 
 namespace {
-
-// Nothing is worth an undo step while a document is filled.
-class UndoPause
-{
-public:
-    explicit UndoPause(QTextDocument *document)
-        : m_document(document)
-        , m_enabled(document->isUndoRedoEnabled())
-    {
-        m_document->setUndoRedoEnabled(false);
-    }
-    ~UndoPause() { m_document->setUndoRedoEnabled(m_enabled); }
-    Q_DISABLE_COPY_MOVE(UndoPause)
-
-private:
-    QTextDocument *m_document;
-    bool m_enabled;
-};
 
 // A document that was just made needs no clearing, which for a note costs more than reading it.
 bool isPristine(const QTextDocument &document)
@@ -75,7 +58,7 @@ bool MVRTextRtf::fromRtfCData(const QByteArray &rtf, QTextDocument *document)
 {
     if (!document || !RtfReader::isRtf(rtf))
         return false;
-    const UndoPause pause(document);
+    const UndoRecordingOff pause(document);
     if (!isPristine(*document))
         document->clear();
     readInto(rtf, document);
