@@ -1,0 +1,116 @@
+#pragma once
+
+#include <core/MVRScriptElement.h>
+#include <finaldraft/MVRFinalDraft.h>
+#include <text/MvrTextExport.h>
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QTextFrame>
+
+#include <memory>
+
+class MVRDomDoc;
+class QIODevice;
+class QTextBlock;
+class QTextDocument;
+class QTextFragment;
+class QTextTable;
+
+/*!
+    Writes a screenplay document as Final Draft XML (FDX).
+
+    One Paragraph per text block, typed by the element that its format belongs to, one Text per
+    run; inline annotations and footnotes become script notes, and each named element's settings
+    are appended. Inspector notes are not written. A writer belongs to one thread.
+*/
+class MVRTEXT_EXPORT MVRFinalDraftWriter
+{
+public:
+    /*! The note that a run of text belongs to. */
+    struct FragmentState
+    {
+        enum Kind {
+            PlainText = 0,
+            InlineAnnotation = 1,
+            InlineFootnote = 2,
+            InspectorComment = 3,
+            InspectorFootnote = 4
+        };
+
+        Kind kind = PlainText;
+        QByteArray noteData; /*!< RTF content of an inspector note, else empty */
+
+        bool operator==(const FragmentState &other) const
+        {
+            return kind == other.kind && noteData == other.noteData;
+        }
+        bool operator!=(const FragmentState &other) const { return !(*this == other); }
+    };
+
+    MVRFinalDraftWriter();
+    ~MVRFinalDraftWriter();
+    Q_DISABLE_COPY(MVRFinalDraftWriter)
+
+    /*! Drops the XML tree, if there is one. */
+    void clear();
+
+    /*!
+        Writes a document to a file.
+
+        \param fileName  overwritten in place; to replace a file in one step, write to a
+                         QSaveFile with the other form
+        \param document  the screenplay
+        \param elements  the application's elements; their order decides where formats are equal
+        \return false when the file cannot be opened, the document is null or not all was written
+    */
+    bool write(const QString &fileName, const QTextDocument *document,
+               const QList<MVRScriptElement> &elements);
+    /*! The same for a device that is open for writing; false when it is null. */
+    bool write(QIODevice *device, const QTextDocument *document,
+               const QList<MVRScriptElement> &elements);
+
+    // The steps of write(); outside it there is no tree and they do nothing.
+    bool processFrame(const QTextFrame &frame);
+    bool processFrameIterator(QTextFrame::iterator it);
+    bool processTable(const QTextTable &table);
+    bool processBlock(const QTextBlock &block);
+
+    /*! The first element whose shape the format has, or a nameless one (see MVRScriptElement). */
+    MVRScriptElement findScriptElement(const QTextBlockFormat &format) const;
+    /*! That element's name, "Action" when there is none. */
+    QString findScriptElementName(const QTextBlockFormat &format) const;
+
+    FragmentState toFragmentState(const QTextCharFormat &format);
+    void startFragmentState(FragmentState state, const QTextBlockFormat &blockFormat);
+    void finalizeFragmentState(FragmentState previous, FragmentState next);
+
+    /*! Appends the settings of every named element; false when there is no tree. */
+    bool writeElementSettings();
+    /*!
+        Appends the page layout; write() does not. Margins in points come from the document's
+        dynamic properties "topMargin" and "bottomMargin", else they are 72.
+    */
+    void writePageLayout();
+    /*! Writes nothing: the format's header and footer are left to Final Draft. */
+    void writeHeaderFooter();
+
+    QColor docDefaultBackground() const;
+    QColor docDefaultForeground() const;
+
+private:
+    void enterState(const FragmentState &state, const QTextBlockFormat &blockFormat);
+    MVRFinalDraft::TextAttr run(const QTextFragment &fragment);
+    QString typeName(const QTextBlock &block);
+
+    std::unique_ptr<MVRDomDoc> m_dom;
+    const QTextDocument *m_textDocument = nullptr;
+    QString m_name;
+    QHash<QString, MVRFinalDraft::ElementSettings> m_elementSettings;
+    QList<MVRScriptElement> m_elements;
+    FragmentState m_state; // of the run written last, also of the write before
+    QHash<int, MVRFinalDraft::TextAttr> m_runs; // by index of their character format
+    QHash<int, QString> m_typeNames; // by index of their block format
+};
