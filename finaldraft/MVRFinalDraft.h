@@ -65,7 +65,10 @@ MVRTEXT_EXPORT QString toString(LeadingParStyle leading);
 MVRTEXT_EXPORT QFlags<FontStyleFlag> toFontFlags(const QString &keywords);
 /*! The keywords of the set bits, lowest bit first, joined by "+". */
 MVRTEXT_EXPORT QString toString(QFlags<FontStyleFlag> style);
-inline QString toString(FontStyleFlag style) { return toString(QFlags<FontStyleFlag>(style)); }
+inline QString toString(FontStyleFlag style)
+{
+    return toString(QFlags<FontStyleFlag>(style));
+}
 
 /*! "Left", "Right", "Center" or "Full" as alignment; \a fallback for anything else. */
 MVRTEXT_EXPORT QFlags<Qt::AlignmentFlag> toAlignment(const QString &keyword,

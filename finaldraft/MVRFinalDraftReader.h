@@ -14,7 +14,6 @@
 class MVRDomDoc;
 class QDomElement;
 class QIODevice;
-class QTextCursor;
 class QTextDocument;
 
 /*!
@@ -74,16 +73,25 @@ public:
     int titlePageBlockCount() const { return m_titlePageBlockCount; }
 
 private:
+    struct Walk;
     struct Paragraph;
 
     bool parseFile();
     void parsePageLayout();
     bool parseElementSettings();
-    bool parseParagraphTags(const QString &parentTag);
+    void parseParagraphTags(const QString &parentTag);
+    void parseParagraph(const QDomElement &element, const QString &parentTag);
+    void parseNoteParagraph(const QDomElement &element);
+    bool findSettings(Paragraph *paragraph);
+    MVRScriptElement findScriptElement(const QString &name) const;
+    void parseRuns(const QDomElement &element, const Paragraph &paragraph,
+                   const QString &parentTag);
+    void insertRun(const QDomElement &run, const Paragraph &paragraph);
+    MVRTextRange anchorScriptNote();
+    void addScriptNote(const QTextDocument &note, const MVRTextRange &range);
 
     std::unique_ptr<MVRDomDoc> m_domDoc;
-    QTextDocument *m_document = nullptr;
-    QTextCursor *m_cursor = nullptr;
+    Walk *m_walk = nullptr; // what read() works on; null outside it
     QString m_errorString;
     QHash<QString, MVRFinalDraft::ElementSettings> m_elementSettings;
     QList<MVRScriptElement> m_scriptElements;

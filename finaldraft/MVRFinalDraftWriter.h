@@ -16,6 +16,7 @@ class MVRDomDoc;
 class QIODevice;
 class QTextBlock;
 class QTextDocument;
+class QTextFragment;
 class QTextTable;
 
 /*!
@@ -100,10 +101,16 @@ public:
     QColor docDefaultForeground() const;
 
 private:
+    void enterState(const FragmentState &state, const QTextBlockFormat &blockFormat);
+    MVRFinalDraft::TextAttr run(const QTextFragment &fragment);
+    QString typeName(const QTextBlock &block);
+
     std::unique_ptr<MVRDomDoc> m_dom;
     const QTextDocument *m_textDocument = nullptr;
     QString m_name;
     QHash<QString, MVRFinalDraft::ElementSettings> m_elementSettings;
     QList<MVRScriptElement> m_elements;
-    FragmentState m_state;
+    FragmentState m_state; // of the run written last, also of the write before
+    QHash<int, MVRFinalDraft::TextAttr> m_runs; // by index of their character format
+    QHash<int, QString> m_typeNames; // by index of their block format
 };

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QDomDocument>
+#include <QString>
+
+class QByteArray;
+
+/*! What became of reading XML: a tree, or the reason why there is none. */
+struct XmlTree
+{
+    QDomDocument document;
+    QString errorString; /*!< null when the text was read whole */
+};
+
+/*!
+    Reads XML of any origin into a tree.
+
+    White-space-only text is kept, characters beyond U+FFFF are read whole, comments and
+    processing instructions are kept, the document type is not. Elements nested deeper than
+    \a maxDepth, entities that grow the text and elements with thousands of attributes are
+    refused; external entities are never opened. White space before the XML declaration and
+    bytes that are no characters are forgiven.
+*/
+XmlTree readXmlTree(const QByteArray &bytes, int maxDepth);
+XmlTree readXmlTree(const QString &text, int maxDepth);
