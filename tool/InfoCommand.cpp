@@ -90,7 +90,7 @@ QJsonObject toJson(const Figures &figures, const Document &document)
 
 void printTable(const Figures &figures, const Document &document)
 {
-    Table table({"TITLE", document.title});
+    Table table({QStringLiteral("TITLE"), document.title});
     const auto add = [&table](const QString &name, int number) {
         table.addRow({name, QString::number(number)});
     };

@@ -13,6 +13,7 @@
 #include <QJsonObject>
 #include <QTextBlock>
 #include <QTextCursor>
+#include <QTextDocumentFragment>
 
 namespace {
 
@@ -74,7 +75,7 @@ QJsonObject toJson(const Note &note, QTextDocument &document)
 
 void printTable(const QVector<Note> &notes, QTextDocument &document)
 {
-    Table table({"KIND", "PLACE", "TEXT", "COLOUR", "CONTENT"});
+    Table table(QStringLiteral("KIND PLACE TEXT COLOUR CONTENT").split(QLatin1Char(' ')));
     for (const Note &note : notes)
         table.addRow({kindName(note.kind), placeInWords(placeOf(note, document)),
                       anchoredText(note, document), colorName(note), note.content});

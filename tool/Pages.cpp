@@ -1,5 +1,6 @@
 #include "Pages.h"
 
+#include "CourierPrime.h"
 #include "Document.h"
 #include "Lengths.h"
 
@@ -11,33 +12,57 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QVector>
 
 namespace {
 
-constexpr double metersPerInch = 0.0254;
-constexpr double linePitch = 12.0 * pixelsPerPoint; // a typewriter's six lines to the inch
+constexpr double dotsPerPoint = Pages::resolution / 72.0;
+constexpr double linePitch = 12.0 * dotsPerPoint; // a typewriter's six lines to the inch
 constexpr double largestLineFont = 12.0; // points; larger letters would overlap at that pitch
 
 // Where pages have their number: half an inch from the top, ending at the right margin.
 constexpr double numberTop = 0.5; // inches
 constexpr double numberRight = 1.0; // inches
 
-QString screenplayFace()
-{
-    return QStringLiteral("Courier Prime");
-}
+constexpr double tabDistance = 0.5; // inches
+
+const char *const courierFaces[]
+    = {"Courier Final Draft", "Courier",          "Courier New",
+       "Courier Std",         "Courier 10 Pitch", "Courier Screenplay"};
 
 // Screenplays name faces that few systems have; all are typewriter faces of the same width.
 void substituteCourier()
 {
     static const bool done = [] {
-        for (const char *face :
-             {"Courier Final Draft", "Courier", "Courier New", "Courier Std", "Courier 10 Pitch",
-              "Courier Screenplay", "Courier Prime Final Draft"})
+        for (const char *face : courierFaces)
             QFont::insertSubstitution(QString::fromLatin1(face), screenplayFace());
         return true;
     }();
     Q_UNUSED(done)
+}
+
+// A document that names the family itself would get the files that do not know what they are.
+void nameOwnFace(QTextDocument &text)
+{
+    const QString family = QStringLiteral("Courier Prime");
+    if (screenplayFace() == family)
+        return;
+    QVector<QTextCursor> places;
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            if (fragment.charFormat().fontFamily() != family)
+                continue;
+            QTextCursor place(&text);
+            place.setPosition(fragment.position());
+            place.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
+            places.append(place);
+        }
+    }
+    QTextCharFormat ownFace;
+    ownFace.setFontFamily(screenplayFace());
+    for (QTextCursor &place : places)
+        place.mergeCharFormat(ownFace);
 }
 
 QTextBlock firstBodyBlock(const Document &document)
@@ -83,34 +108,32 @@ void setLinePitch(QTextDocument &text)
 
 }
 
-void prepareForQt(Document &document, const QPageSize &paper)
+void prepareForQt(Document &document, const QPageSize &paper, double unitsPerPoint)
 {
     const double margin = document.text.documentMargin();
     breakBehindTitlePage(document);
     MVRToolkit::toStockParagraphs(&document.text,
                                   paper.size(QPageSize::Point).width() - 2 * margin);
-    scaleLengths(document.text, pixelsPerPoint);
-    document.text.setDocumentMargin(margin * pixelsPerPoint);
+    scaleLengths(document.text, unitsPerPoint);
+    document.text.setDocumentMargin(margin * unitsPerPoint);
 }
 
 Pages::Pages(Document &document, const QPageSize &paper)
     : m_text(document.text)
-    , m_device(1, 1, QImage::Format_RGB32)
     , m_size(paper.sizePixels(resolution))
 {
     substituteCourier();
-    prepareForQt(document, paper);
+    nameOwnFace(m_text);
+    prepareForQt(document, paper, dotsPerPoint);
     if (document.isScreenplay)
         setLinePitch(m_text);
     else
         m_text.setDefaultFont(QFont(screenplayFace(), 12));
 
-    m_device.setDotsPerMeterX(qRound(resolution / metersPerInch));
-    m_device.setDotsPerMeterY(m_device.dotsPerMeterX());
     QTextOption option = m_text.defaultTextOption();
     option.setUseDesignMetrics(true);
+    option.setTabStopDistance(tabDistance * resolution);
     m_text.setDefaultTextOption(option);
-    m_text.documentLayout()->setPaintDevice(&m_device);
     m_text.setPageSize(m_size);
 
     const QTextBlock body = firstBodyBlock(document);

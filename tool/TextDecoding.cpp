@@ -35,7 +35,8 @@ bool decodeText(const QByteArray &bytes, QString *text)
     if (controls > 1 && controls > result.size() / 100)
         return false;
     if (controls > 0)
-        result.erase(std::remove_if(result.begin(), result.end(), isStrayControl), result.end());
+        result.truncate(
+            int(std::remove_if(result.begin(), result.end(), isStrayControl) - result.begin()));
     result.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     result.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     *text = result;

@@ -1,6 +1,7 @@
 #include "Writers.h"
 
 #include "Document.h"
+#include "Lengths.h"
 #include "Messages.h"
 #include "Pages.h"
 
@@ -76,7 +77,7 @@ bool writeHtml(Document &document, const WriteOptions &options, QByteArray *byte
 {
     Q_UNUSED(error)
     const double margin = document.text.documentMargin();
-    prepareForQt(document, options.paper);
+    prepareForQt(document, options.paper, pixelsPerPoint);
     document.text.setMetaInformation(QTextDocument::DocumentTitle, document.title);
     QString html = document.text.toHtml("utf-8");
     nameSimilarFaces(html);
@@ -114,7 +115,7 @@ bool writeMarkdown(Document &document, const WriteOptions &options, QByteArray *
 
 bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
 {
-    prepareForQt(document, options.paper);
+    prepareForQt(document, options.paper, pixelsPerPoint);
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
     QTextDocumentWriter writer(&buffer, "odf");

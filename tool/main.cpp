@@ -1,5 +1,6 @@
 #include "Commands.h"
 #include "Messages.h"
+#include "Pages.h"
 
 #include <QGuiApplication>
 #include <QLoggingCategory>
@@ -64,18 +65,18 @@ int run(const QStringList &arguments)
     return UsageError;
 }
 
-// The program shows nothing on a screen: it needs none, and no page may depend on one.
+// The program shows nothing on a screen: it needs none, and pages have a resolution of their own.
 void detachFromScreen()
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_FONT_DPI", "96");
+    qputenv("QT_FONT_DPI", QByteArray::number(Pages::resolution));
 }
 
 // Messages of the libraries are for developers; QT_LOGGING_RULES brings them back.
 void quietLibraries()
 {
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false\nmvrtext.*.debug=false\n"
+    QLoggingCategory::setFilterRules(QStringLiteral("default.*=false\nmvrtext.*.debug=false\n"
                                                     "qt.*.warning=false"));
 }
 
