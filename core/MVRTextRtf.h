@@ -8,11 +8,53 @@
 class QFont;
 class QTextDocument;
 
-/*! Rich text as RTF and back. */
+/*!
+    Rich text as RTF and back.
+
+    What is written here is read back with the same text, paragraphs and formats, property by
+    property; what RTF cannot say exactly (fractions of its units, this system's paragraph
+    properties) stands in destinations that other programs skip. Notes are not part of it: their
+    properties are neither written nor made.
+*/
 class MVRCORE_EXPORT MVRTextRtf
 {
 public:
+    /*!
+        Replaces a document's content by an RTF file (RTF 1.9.1).
+
+        Words that are not known are passed over by RTF's own rules, and a file that is damaged
+        or cut off gives what stands before the damage. The \c \\par at the end of a file ends
+        the last paragraph, it does not begin another one; programs that end a file without it
+        mean the same. Undo recording pauses meanwhile, so the document's undo history is empty
+        afterwards, and its setting is as it was.
+
+        \param rtf       the file
+        \param document  receives the text; null reads nothing
+        \return false, the document being as it was, when \a rtf does not begin (after white
+                space) with <tt>{\\rtf</tt> or the document is null; true otherwise, also for a
+                file without text
+    */
     static bool fromRtfCData(const QByteArray &rtf, QTextDocument *document);
+
+    /*!
+        Writes a document as RTF.
+
+        \param document      the document
+        \param withDefaults  true for a file of its own: the document's default font goes out
+                             too, other programs show it and fromRtfCData() sets it again. False
+                             for text that will take its looks from where it is shown, as notes
+                             do: only formatting that is set goes out.
+        \return the file, plain ASCII; empty for a null document
+    */
     static QByteArray toRtfCData(const QTextDocument *document, bool withDefaults);
+
+    /*!
+        Writes plain text as RTF.
+
+        \param text  the text; each line is a paragraph
+        \param font  of the whole text: family, size and what differs from the normal style;
+                     null writes text without formatting
+        \return the file, plain ASCII
+    */
     static QByteArray textToRtf(const QString &text, const QFont *font);
 };

@@ -1,0 +1,76 @@
+#include <core/MVRTextRtf.h>
+
+#include <core/UndoRecordingOff_p.h>
+#include <core/rtf/RtfReader.h>
+#include <core/rtf/RtfWriter.h>
+
+#include <QFont>
+#include <QTextDocument>
+#include <QTextFrame>
+
+namespace {
+
+// A document that was just made needs no clearing, which for a note costs more than reading it.
+bool isPristine(const QTextDocument &document)
+{
+    return document.isEmpty() && document.rootFrame()->childFrames().isEmpty()
+        && document.begin().blockFormat().isEmpty() && document.begin().charFormat().isEmpty();
+}
+
+void readInto(const QByteArray &rtf, QTextDocument *document)
+{
+    RtfReader reader(rtf, document);
+    {
+        QTextCursor cursor(document);
+        cursor.beginEditBlock();
+        reader.read();
+        cursor.endEditBlock();
+    }
+    if (!reader.defaultFormat().isEmpty())
+        document->setDefaultFont(reader.defaultFormat().font());
+}
+
+// Only what the font says: a default value that is spelled out would override its surroundings.
+QTextCharFormat formatOf(const QFont &font)
+{
+    QTextCharFormat format;
+    format.setFontFamily(font.family());
+    if (font.pointSizeF() > 0)
+        format.setFontPointSize(font.pointSizeF());
+    else
+        format.setProperty(QTextFormat::FontPixelSize, font.pixelSize());
+    if (font.weight() != QFont::Normal)
+        format.setFontWeight(font.weight());
+    if (font.italic())
+        format.setFontItalic(true);
+    if (font.underline())
+        format.setFontUnderline(true);
+    if (font.strikeOut())
+        format.setFontStrikeOut(true);
+    if (font.capitalization() != QFont::MixedCase)
+        format.setFontCapitalization(font.capitalization());
+    return format;
+}
+
+} // namespace
+
+bool MVRTextRtf::fromRtfCData(const QByteArray &rtf, QTextDocument *document)
+{
+    if (!document || !RtfReader::isRtf(rtf))
+        return false;
+    const UndoRecordingOff pause(document);
+    if (!isPristine(*document))
+        document->clear();
+    readInto(rtf, document);
+    return true;
+}
+
+QByteArray MVRTextRtf::toRtfCData(const QTextDocument *document, bool withDefaults)
+{
+    return document ? RtfWriter().write(*document, withDefaults) : QByteArray();
+}
+
+QByteArray MVRTextRtf::textToRtf(const QString &text, const QFont *font)
+{
+    return RtfWriter().write(text, font ? formatOf(*font) : QTextCharFormat());
+}

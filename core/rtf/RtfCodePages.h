@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <array>
+#include <memory>
+#include <vector>
+
+class QTextCodec;
+
+/*!
+    Turns the bytes of Windows, DOS and Macintosh code pages into Unicode.
+
+    Codecs are looked up when a byte first needs one and kept for the object's lifetime. Bytes
+    that a code page does not define become U+FFFD, never an error.
+*/
+class RtfCodePages
+{
+public:
+    enum : int {
+        Western = 1252,
+        MacRoman = 10000,
+        Symbol = 42 /*!< fonts with their own glyph numbers: U+F000 and up, as Windows does */
+    };
+
+    /*! The code page of a font's \fcharset (RTF 1.9.1, "Font Table"); 0 when it names none. */
+    static int fromCharset(int charset);
+
+    /*! Tells whether \a codePage counts as one of the Macintosh's. */
+    static bool isMac(int codePage) { return codePage >= MacRoman && codePage < MacRoman + 100; }
+
+    /*! Appends \a bytes, read in \a codePage (an unknown one is read as 1252), to \a text. */
+    void decode(int codePage, const QByteArray &bytes, QString *text);
+
+    /*! Tells whether \a byte begins a two-byte character. */
+    static bool isLeadByte(int codePage, unsigned char byte);
+
+private:
+    struct Page
+    {
+        int codePage = 0;
+        QTextCodec *codec = nullptr; // set for code pages of more than one byte
+        std::array<QChar, 128> upper {}; // what 0x80-0xff stand for, in the others
+    };
+
+    const Page &page(int codePage);
+
+    std::vector<std::unique_ptr<Page>> m_pages;
+};

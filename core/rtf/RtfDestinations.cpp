@@ -1,0 +1,26 @@
+#include <core/rtf/RtfDestinations.h>
+
+#include <core/rtf/RtfReader.h>
+
+namespace RtfDestinations {
+
+const RtfDestination body {};
+
+const RtfDestination ignored {};
+
+const RtfDestination fontTable {
+    [](RtfReader &reader, const QString &text) { reader.fontTable().addText(text); },
+    [](RtfReader &reader) { reader.fontTable().finish(); }};
+
+const RtfDestination colorTable {
+    [](RtfReader &reader, const QString &text) { reader.colorTable().addText(text); }, nullptr};
+
+const RtfDestination fieldInstruction {
+    [](RtfReader &reader, const QString &text) { reader.addFieldInstruction(text); },
+    [](RtfReader &reader) { reader.finishFieldInstruction(); }};
+
+const RtfDestination exactProperties {
+    [](RtfReader &reader, const QString &text) { reader.addExactProperties(text); },
+    [](RtfReader &reader) { reader.finishExactProperties(); }};
+
+} // namespace RtfDestinations

@@ -1,0 +1,27 @@
+#pragma once
+
+class QString;
+class RtfReader;
+
+/*!
+    Where the text of a group goes (RTF 1.9.1, "Destinations").
+
+    \c text receives decoded text, null drops it; \c close runs at the end of the group that
+    opened the destination. Body text has neither: the reader takes its short way.
+*/
+struct RtfDestination
+{
+    void (*text)(RtfReader &reader, const QString &text) = nullptr;
+    void (*close)(RtfReader &reader) = nullptr;
+};
+
+namespace RtfDestinations {
+
+extern const RtfDestination body;
+extern const RtfDestination ignored; /*!< dropped, but looked through: the old half of \upr */
+extern const RtfDestination fontTable;
+extern const RtfDestination colorTable;
+extern const RtfDestination fieldInstruction;
+extern const RtfDestination exactProperties; /*!< \mvrprops */
+
+}

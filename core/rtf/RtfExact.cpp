@@ -1,0 +1,315 @@
+#include <core/rtf/RtfExact.h>
+
+#include <core/MVRTextFormat.h>
+
+#include <QBrush>
+
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+// What a property's value may be; the letters stand in the file.
+enum Type : char {
+    Boolean = 'b',
+    Integer = 'i',
+    Real = 'd',
+    Text = 's',
+    TextList = 'l',
+    Color = 'c'
+};
+
+struct PropertyRow
+{
+    int id;
+    Type type;
+    double minimum;
+    double maximum;
+};
+
+constexpr double farthest = 1e6; // points; no page is larger
+
+constexpr PropertyRow propertyRows[] = {
+    {QTextFormat::LayoutDirection, Integer, 0, 2},
+    {QTextFormat::BackgroundBrush, Color, 0, 0},
+    {QTextFormat::ForegroundBrush, Color, 0, 0},
+    {QTextFormat::BlockAlignment, Integer, 0, 0x1ff},
+    {QTextFormat::BlockTopMargin, Real, -farthest, farthest},
+    {QTextFormat::BlockBottomMargin, Real, -farthest, farthest},
+    {QTextFormat::BlockLeftMargin, Real, -farthest, farthest},
+    {QTextFormat::BlockRightMargin, Real, -farthest, farthest},
+    {QTextFormat::TextIndent, Real, -farthest, farthest},
+    {MVRTextFormat::BlockLeftIndentProperty, Real, -farthest, farthest},
+    {MVRTextFormat::BlockRightIndentProperty, Real, -farthest, farthest},
+    {QTextFormat::BlockIndent, Integer, -1000, 1000},
+    {QTextFormat::LineHeight, Real, 0, farthest},
+    {QTextFormat::LineHeightType, Integer, 0, 4},
+    {QTextFormat::BlockNonBreakableLines, Boolean, 0, 1},
+    // One number, told apart by type: a spacing is a real, a heading's level an integer.
+    {MVRTextFormat::LineSpacingProperty, Real, 0, farthest},
+    {QTextFormat::HeadingLevel, Integer, 0, 6},
+    {MVRTextFormat::LineSpacingBaseProperty, Real, -farthest, farthest},
+    {MVRTextFormat::LineSpacingBaseProperty, Integer, -farthest, farthest},
+    {QTextFormat::BlockMarker, Integer, 0, 2},
+    {QTextFormat::PageBreakPolicy, Integer, 0, 0x11},
+    {QTextFormat::FontCapitalization, Integer, 0, 4},
+    {QTextFormat::FontLetterSpacing, Real, -farthest, farthest},
+    {QTextFormat::FontLetterSpacingType, Integer, 0, 1},
+    {QTextFormat::FontWordSpacing, Real, -farthest, farthest},
+    {QTextFormat::FontStretch, Integer, 0, 4000},
+    {QTextFormat::FontStyleHint, Integer, 0, 8},
+    {QTextFormat::FontStyleStrategy, Integer, 0, 0xffff},
+    {QTextFormat::FontKerning, Boolean, 0, 1},
+    {QTextFormat::FontHintingPreference, Integer, 0, 3},
+    {QTextFormat::FontFamilies, TextList, 0, 0},
+    {QTextFormat::FontStyleName, Text, 0, 0},
+    {QTextFormat::FontFamily, Text, 0, 0},
+    {QTextFormat::FontPointSize, Real, 0.01, 10000},
+    {QTextFormat::FontPixelSize, Integer, 1, 10000},
+    {QTextFormat::FontWeight, Integer, 0, 99},
+    {QTextFormat::FontItalic, Boolean, 0, 1},
+    {QTextFormat::FontUnderline, Boolean, 0, 1},
+    {QTextFormat::FontOverline, Boolean, 0, 1},
+    {QTextFormat::FontStrikeOut, Boolean, 0, 1},
+    {QTextFormat::FontFixedPitch, Boolean, 0, 1},
+    {QTextFormat::TextUnderlineColor, Color, 0, 0},
+    {QTextFormat::TextVerticalAlignment, Integer, 0, 6},
+    {QTextFormat::TextUnderlineStyle, Integer, 0, 7},
+    {QTextFormat::TextToolTip, Text, 0, 0},
+    {QTextFormat::IsAnchor, Boolean, 0, 1},
+    {QTextFormat::AnchorHref, Text, 0, 0},
+    {QTextFormat::AnchorName, TextList, 0, 0},
+};
+
+Type typeOf(const QVariant &value)
+{
+    switch (value.userType()) {
+    case QMetaType::Bool:
+        return Boolean;
+    case QMetaType::Int:
+    case QMetaType::UInt:
+        return Integer;
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return Real;
+    case QMetaType::QString:
+        return Text;
+    case QMetaType::QStringList:
+        return TextList;
+    case QMetaType::QColor:
+    case QMetaType::QBrush:
+        return Color;
+    default:
+        return Type();
+    }
+}
+
+const PropertyRow *rowFor(int id, Type type)
+{
+    for (const PropertyRow &row : propertyRows) {
+        if (row.id == id && row.type == type)
+            return &row;
+    }
+    return nullptr;
+}
+
+bool isWritable(int id)
+{
+    for (const PropertyRow &row : propertyRows) {
+        if (row.id == id)
+            return true;
+    }
+    return false;
+}
+
+// Gradients and textures have no text form; their colour has gone out in RTF's own words.
+bool canBeWritten(int id, const QVariant &value)
+{
+    const Type type = typeOf(value);
+    const PropertyRow *row = rowFor(id, type);
+    if (!row)
+        return false;
+    if (value.userType() == QMetaType::QBrush) {
+        const Qt::BrushStyle style = value.value<QBrush>().style();
+        return style == Qt::SolidPattern || style == Qt::NoBrush;
+    }
+    if (type == Real || type == Integer) {
+        const double number = value.toDouble();
+        return number >= row->minimum && number <= row->maximum;
+    }
+    return true;
+}
+
+QByteArray colorText(const QVariant &value)
+{
+    if (value.userType() == QMetaType::QBrush && value.value<QBrush>().style() == Qt::NoBrush)
+        return QByteArrayLiteral("-");
+    const QColor color = value.userType() == QMetaType::QBrush ? value.value<QBrush>().color()
+                                                               : value.value<QColor>();
+    return color.isValid() ? QByteArray::number(quint64(color.rgba64()), 16) : QByteArray();
+}
+
+QByteArray valueText(const QVariant &value)
+{
+    switch (typeOf(value)) {
+    case Boolean:
+        return value.toBool() ? QByteArrayLiteral("1") : QByteArrayLiteral("0");
+    case Integer:
+        return QByteArray::number(value.toInt());
+    case Real: {
+        char digits[32];
+        const auto end = std::to_chars(digits, digits + sizeof digits, value.toDouble());
+        return QByteArray(digits, static_cast<int>(end.ptr - digits));
+    }
+    case Text:
+        return value.toString().toUtf8().toHex();
+    case TextList: {
+        QByteArray text;
+        const QStringList strings = value.toStringList();
+        for (const QString &string : strings)
+            text += string.toUtf8().toHex() + ',';
+        return text;
+    }
+    case Color:
+        return colorText(value);
+    }
+    return {};
+}
+
+QVariant colorFromText(const PropertyRow &row, const QByteArray &text)
+{
+    // Underlines keep a colour, the other properties a brush.
+    if (row.id == QTextFormat::TextUnderlineColor && text.isEmpty())
+        return QColor();
+    if (text == "-")
+        return QBrush(Qt::NoBrush);
+    bool ok = false;
+    const QColor color = QColor::fromRgba64(QRgba64::fromRgba64(text.toULongLong(&ok, 16)));
+    if (!ok)
+        return {};
+    return row.id == QTextFormat::TextUnderlineColor ? QVariant(color) : QVariant(QBrush(color));
+}
+
+QVariant realFromText(const PropertyRow &row, const QByteArray &text)
+{
+    double number = 0;
+    const auto end = std::from_chars(text.constBegin(), text.constEnd(), number);
+    if (end.ec != std::errc() || !(number >= row.minimum && number <= row.maximum))
+        return {};
+    return number;
+}
+
+QVariant valueFromText(const PropertyRow &row, const QByteArray &text)
+{
+    switch (row.type) {
+    case Boolean:
+        return text == "1";
+    case Integer: {
+        bool ok = false;
+        const int number = text.toInt(&ok);
+        return ok && number >= row.minimum && number <= row.maximum ? QVariant(number) : QVariant();
+    }
+    case Real:
+        return realFromText(row, text);
+    case Text:
+        return QString::fromUtf8(QByteArray::fromHex(text));
+    case TextList: {
+        QStringList strings;
+        QList<QByteArray> parts = text.split(',');
+        parts.removeLast(); // every string is followed by its comma
+        for (const QByteArray &part : qAsConst(parts))
+            strings.append(QString::fromUtf8(QByteArray::fromHex(part)));
+        return strings;
+    }
+    case Color:
+        return colorFromText(row, text);
+    }
+    return {};
+}
+
+RtfExactProperty propertyFromText(const QByteArray &text)
+{
+    bool ok = false;
+    if (text.startsWith('-')) {
+        const int id = text.mid(1).toInt(&ok, 16);
+        return ok && isWritable(id) ? RtfExactProperty {id, QVariant()} : RtfExactProperty();
+    }
+    const int typeAt = text.indexOf(':') - 1;
+    if (typeAt < 1)
+        return {};
+    const int id = text.left(typeAt).toInt(&ok, 16);
+    const PropertyRow *row = ok ? rowFor(id, Type(text.at(typeAt))) : nullptr;
+    if (!row)
+        return {};
+    const QVariant value = valueFromText(*row, text.mid(typeAt + 2));
+    return value.isValid() ? RtfExactProperty {id, value} : RtfExactProperty();
+}
+
+} // namespace
+
+namespace RtfExact {
+
+RtfExactProperties difference(const QTextFormat &wanted, const QTextFormat &got)
+{
+    RtfExactProperties properties;
+    const QMap<int, QVariant> wantedProperties = wanted.properties();
+    const QMap<int, QVariant> gotProperties = got.properties();
+    for (auto it = wantedProperties.cbegin(); it != wantedProperties.cend(); ++it) {
+        const QVariant value = gotProperties.value(it.key());
+        const bool same = value.userType() == it.value().userType() && value == it.value();
+        if (!same && canBeWritten(it.key(), it.value()))
+            properties.append({it.key(), it.value()});
+    }
+    for (auto it = gotProperties.cbegin(); it != gotProperties.cend(); ++it) {
+        if (!wantedProperties.contains(it.key()))
+            properties.append({it.key(), QVariant()});
+    }
+    return properties;
+}
+
+void apply(const RtfExactProperties &properties, QTextFormat *format)
+{
+    for (const RtfExactProperty &property : properties) {
+        if (property.value.isValid())
+            format->setProperty(property.id, property.value);
+        else
+            format->clearProperty(property.id);
+    }
+}
+
+QByteArray toText(const RtfExactProperties &properties)
+{
+    QByteArray text;
+    for (const RtfExactProperty &property : properties) {
+        if (!text.isEmpty())
+            text += ' ';
+        if (!property.value.isValid()) {
+            text += '-' + QByteArray::number(property.id, 16);
+            continue;
+        }
+        text += QByteArray::number(property.id, 16) + char(typeOf(property.value)) + ':'
+            + valueText(property.value);
+    }
+    return text;
+}
+
+QVector<RtfExactProperties> fromText(const QByteArray &text)
+{
+    QVector<RtfExactProperties> sets;
+    QList<QByteArray> parts = text.split(';');
+    parts.removeLast(); // every set is followed by its semicolon
+    sets.reserve(parts.size());
+    for (const QByteArray &part : qAsConst(parts)) {
+        RtfExactProperties properties;
+        const QList<QByteArray> entries = part.split(' ');
+        for (const QByteArray &entry : entries) {
+            const RtfExactProperty property = propertyFromText(entry);
+            if (property.id != 0)
+                properties.append(property);
+        }
+        sets.append(properties);
+    }
+    return sets;
+}
+
+} // namespace RtfExact

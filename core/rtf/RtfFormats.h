@@ -1,0 +1,82 @@
+#pragma once
+
+#include <core/rtf/RtfProps.h>
+#include <core/rtf/RtfTables.h>
+
+#include <QTextFormat>
+
+#include <cstring>
+#include <unordered_map>
+#include <vector>
+
+/*!
+    Conversions between RTF's properties and Qt's formats, in both directions.
+
+    The writer relies on the pair: what to…Format() does not give back of a format after
+    from…Format() goes into the exact properties, so reading restores every format as it was.
+*/
+namespace RtfFormats {
+
+QTextCharFormat toCharFormat(const RtfCharProps &props, const RtfTables &tables);
+QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfTables &tables);
+
+/*!
+    Exact properties included; \a tables receives fonts, colours and links that are new.
+    \param linked  the link may be said by a field around the text; false for the end of a
+                   paragraph, which stands in no field and keeps it among the exact properties
+*/
+RtfCharProps fromCharFormat(const QTextCharFormat &format, bool linked, RtfTables *tables);
+
+/*!
+    \param breakBefore  the paragraph before asks for a page break behind itself, which RTF can
+                        say only here
+*/
+RtfParaProps fromBlockFormat(const QTextBlockFormat &format, bool breakBefore, RtfTables *tables);
+
+}
+
+/*! Compares properties as bytes; see the assertion beside them. */
+struct RtfPropsHash
+{
+    template <typename Props> std::size_t operator()(const Props &props) const
+    {
+        const int *value = reinterpret_cast<const int *>(&props);
+        std::size_t hash = 0;
+        for (std::size_t i = 0; i < sizeof(Props) / sizeof(int); ++i)
+            hash = (hash ^ static_cast<unsigned>(value[i])) * 0x9e3779b97f4a7c15ULL >> 1;
+        return hash;
+    }
+};
+
+struct RtfPropsEqual
+{
+    template <typename Props> bool operator()(const Props &a, const Props &b) const
+    {
+        return std::memcmp(&a, &b, sizeof(Props)) == 0;
+    }
+};
+
+/*! Formats by property set, each built once: text changes between few sets very often. */
+class RtfFormatCache
+{
+public:
+    explicit RtfFormatCache(const RtfTables &tables)
+        : m_tables(tables)
+    {
+    }
+
+    int charFormatNumber(const RtfCharProps &props);
+    int blockFormatNumber(const RtfParaProps &props);
+    const QTextCharFormat &charFormat(int number) const { return m_charFormats[number]; }
+    const QTextBlockFormat &blockFormat(int number) const { return m_blockFormats[number]; }
+
+    /*! Forgets the numbers, after the tables that the properties refer to have changed. */
+    void tablesChanged();
+
+private:
+    const RtfTables &m_tables;
+    std::vector<QTextCharFormat> m_charFormats;
+    std::vector<QTextBlockFormat> m_blockFormats;
+    std::unordered_map<RtfCharProps, int, RtfPropsHash, RtfPropsEqual> m_charNumbers;
+    std::unordered_map<RtfParaProps, int, RtfPropsHash, RtfPropsEqual> m_blockNumbers;
+};

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <core/rtf/RtfTables.h>
+
+/*! Collects the entries of \fonttbl (RTF 1.9.1, "Font Table") into the tables. */
+class RtfFontTable
+{
+public:
+    explicit RtfFontTable(RtfTables *tables)
+        : m_tables(tables)
+    {
+    }
+
+    void begin(int number);
+    void setCodePage(int codePage) { m_font.codePage = codePage; }
+    /*! The code page that the name of the current entry is written in; 0: the document's. */
+    int codePage() const { return m_font.codePage; }
+    void addText(const QString &text);
+    /*! Stores the current entry, also one that lacks its semicolon. */
+    void finish();
+
+private:
+    RtfTables *m_tables;
+    RtfFont m_font;
+    int m_number = -1;
+};
+
+/*! Collects the entries of \colortbl (RTF 1.9.1, "Color Table") into the tables. */
+class RtfColorTable
+{
+public:
+    explicit RtfColorTable(RtfTables *tables)
+        : m_tables(tables)
+    {
+    }
+
+    void begin();
+    /*! \param component  0: red, 1: green, 2: blue */
+    void setComponent(int component, int value);
+    void addText(const QString &text);
+
+private:
+    RtfTables *m_tables;
+    int m_components[3] = {};
+    bool m_automatic = true;
+};

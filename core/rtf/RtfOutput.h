@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/*!
+    RTF under construction: words, groups and escaped text.
+
+    Puts a blank behind a control word only where the text that follows would run into it.
+*/
+class RtfOutput
+{
+public:
+    /*! Appends finished control words ("\\b\\fs24"); nothing for an empty array. */
+    void words(const QByteArray &words)
+    {
+        m_rtf += words;
+        m_afterWord = m_afterWord || !words.isEmpty();
+    }
+    void beginGroup() { mark('{'); }
+    void endGroup() { mark('}'); }
+    /*! A line end in the file, which means nothing but reads better. */
+    void lineEnd() { mark('\n'); }
+
+    /*! Appends \a text: code page 1252 where it reaches, \u with a fallback beyond. */
+    void text(QStringView text);
+
+    const QByteArray &rtf() const { return m_rtf; }
+
+private:
+    void mark(char character)
+    {
+        m_rtf += character;
+        m_afterWord = false;
+    }
+    void ascii(const QChar *text, int length);
+    void character(char16_t unit);
+    void unicode(char16_t unit);
+
+    QByteArray m_rtf;
+    bool m_afterWord = false;
+};

@@ -1,0 +1,146 @@
+#pragma once
+
+#include <core/rtf/RtfBuilder.h>
+#include <core/rtf/RtfCodePages.h>
+#include <core/rtf/RtfDestinations.h>
+#include <core/rtf/RtfFormats.h>
+#include <core/rtf/RtfHeader.h>
+#include <core/rtf/RtfProps.h>
+#include <core/rtf/RtfTokenizer.h>
+
+#include <vector>
+
+struct RtfWord;
+
+/*! What a `{` saves and a `}` brings back (RTF 1.9.1, "Groups"). */
+struct RtfGroup
+{
+    RtfCharProps chars;
+    RtfParaProps para;
+    const RtfDestination *destination = &RtfDestinations::body;
+    const RtfDestination *uprOuter = nullptr; /*!< destination around an \upr */
+    bool opensDestination = false;
+    int unicodeSkip = 1; /*!< \uc: characters of fallback behind each \u */
+    int field = -1; /*!< number of the field that the group is part of */
+    int charFormat = -1; /*!< number of the format for chars, -1: to be looked up */
+};
+
+/*!
+    Reads an RTF file into an empty document.
+
+    One pass over the tokens with an explicit stack of groups. The control words stand in a table
+    (RtfWords) whose functions call back into the public part of this class; the document itself
+    is the builder's. Nothing in a file makes it fail: unknown words and destinations are passed
+    over by RTF's own rules, and input that ends early ends the document.
+*/
+class RtfReader
+{
+public:
+    /*! \param rtf  the file, from its first `{` on; must outlive the reader */
+    RtfReader(const QByteArray &rtf, QTextDocument *document);
+
+    /*! Tells whether \a rtf begins, after white space, with `{\rtf`. */
+    static bool isRtf(const QByteArray &rtf);
+
+    void read();
+
+    /*! The default character format that the file carries, see \mvrdefaults; may be empty. */
+    const QTextCharFormat &defaultFormat() const { return m_defaultFormat; }
+
+    // For the functions of the control words.
+    RtfGroup &group() { return m_group; }
+    RtfTables &tables() { return m_tables; }
+    RtfFontTable &fontTable() { return m_fontTable; }
+    RtfColorTable &colorTable() { return m_colorTable; }
+
+    bool inBody() const { return m_group.destination == &RtfDestinations::body; }
+    /*! Body text that a reader of the file would see: neither hidden nor a deleted revision. */
+    bool isVisible() const { return inBody() && !m_group.chars.hidden && !m_group.chars.deleted; }
+
+    void charsChanged() { m_group.charFormat = -1; }
+    void resetChars();
+    void resetPara();
+    void appendCharacter(char16_t character);
+    void appendUnicode(int value);
+    void endParagraph();
+    void breakPage();
+    void endSection();
+    void setSectionContinuous(bool continuous) { m_continuousSection = continuous; }
+
+    void openDestination(const RtfDestination *destination);
+    void skipDestination();
+    void openUnicodeAlternative();
+
+    void setCodePage(int codePage);
+    void setCharset(int charset);
+    void setDefaultFont(int number);
+    void setFromMac() { m_fromMac = true; }
+    void takeDefaults();
+
+    void beginField();
+    void beginFieldResult();
+    void addFieldInstruction(const QString &text);
+    void finishFieldInstruction();
+    void addExactProperties(const QString &text) { m_exactText += text; }
+    void finishExactProperties();
+
+private:
+    struct Field
+    {
+        QString instruction;
+        int parent = -1;
+        int link = 0;
+    };
+
+    bool handle(const RtfToken &token);
+    void handleWord(const RtfToken &token);
+    void handleSymbol(char symbol);
+    void pushGroup();
+    bool popGroup();
+    void finish();
+
+    void addText(const RtfToken &token);
+    void addByte(unsigned char byte);
+    void flushBytes();
+    void put(std::string_view ascii);
+    void put(QStringView text);
+    void putUnit(char16_t unit);
+    void putLoneSurrogate();
+    bool skipFallback();
+    int codePage() const;
+    int charFormat();
+    void insertParagraph();
+
+    RtfTokenizer m_tokens;
+    QTextDocument *m_document;
+    RtfTables m_tables;
+    RtfFormatCache m_formats;
+    RtfBuilder m_builder;
+    RtfFontTable m_fontTable;
+    RtfColorTable m_colorTable;
+    RtfCodePages m_codePages;
+
+    std::vector<RtfGroup> m_outer; // the groups around m_group
+    RtfGroup m_group;
+    qint64 m_uncounted = 0; // groups nested deeper than the stack goes
+
+    QByteArray m_bytes; // of characters beyond ASCII, until the run of them ends
+    int m_bytesCodePage = 0;
+    bool m_leadByte = false; // m_bytes ends within a character
+    char16_t m_highSurrogate = 0; // waits for its second half
+    qint64 m_fallback = 0; // characters still to be skipped behind a \u
+
+    RtfCharProps m_plain; // what \plain goes back to
+    int m_codePage = RtfCodePages::Western;
+    bool m_fromMac = false;
+    bool m_inHeader = true;
+    bool m_ignorable = false; // the last token was \*
+    bool m_paragraphs = false; // a paragraph has been inserted
+    bool m_pageBreak = false; // the next paragraph starts a page
+    bool m_sectionBreak = false;
+    bool m_continuousSection = false;
+
+    std::vector<Field> m_fields;
+    QString m_exactText;
+    QTextCharFormat m_defaultFormat;
+};

@@ -1,0 +1,185 @@
+// The part of the reader that turns bytes and \u words into text.
+#include <core/rtf/RtfReader.h>
+
+#include <algorithm>
+
+namespace {
+
+bool isBlank(std::string_view ascii)
+{
+    return std::all_of(ascii.begin(), ascii.end(), [](char byte) { return byte == ' '; });
+}
+
+// What a document may hold in place of \a unit: the model keeps some characters for itself (two
+// mark frames, line ends would cut the block), and other controls stand for nothing (0).
+char16_t documentCharacter(char16_t unit)
+{
+    switch (unit) {
+    case '\n':
+    case '\v':
+    case '\r':
+    case QChar::ParagraphSeparator:
+        return QChar::LineSeparator;
+    case '\t':
+        return unit;
+    case 0xfdd0:
+    case 0xfdd1:
+    case 0xfffe:
+    case 0xffff:
+        return QChar::ReplacementCharacter;
+    default:
+        return unit < 0x20 ? 0 : unit;
+    }
+}
+
+} // namespace
+
+bool RtfReader::skipFallback()
+{
+    if (m_fallback == 0)
+        return false;
+    --m_fallback;
+    return true;
+}
+
+void RtfReader::addText(const RtfToken &token)
+{
+    std::string_view bytes = token.text;
+    const auto skipped = std::min<std::size_t>(bytes.size(), m_fallback);
+    bytes.remove_prefix(skipped);
+    m_fallback -= static_cast<qint64>(skipped);
+
+    if (m_leadByte && !bytes.empty()) {
+        addByte(static_cast<unsigned char>(bytes.front()));
+        bytes.remove_prefix(1);
+    }
+    if (bytes.empty())
+        return;
+    if (token.ascii) {
+        flushBytes();
+        put(bytes);
+        return;
+    }
+    for (const char byte : bytes)
+        addByte(static_cast<unsigned char>(byte));
+}
+
+void RtfReader::addByte(unsigned char byte)
+{
+    if (byte < 0x20) { // a raw tab is one; no other control character stands for text
+        flushBytes();
+        if (byte == '\t')
+            appendCharacter('\t');
+        return;
+    }
+    if (m_bytes.isEmpty())
+        m_bytesCodePage = codePage();
+    m_bytes.append(static_cast<char>(byte));
+    m_leadByte = !m_leadByte && RtfCodePages::isLeadByte(m_bytesCodePage, byte);
+}
+
+void RtfReader::flushBytes()
+{
+    if (m_bytes.isEmpty())
+        return;
+    QString text;
+    m_codePages.decode(m_bytesCodePage, m_bytes, &text);
+    m_bytes.resize(0);
+    m_leadByte = false;
+    put(QStringView(text));
+}
+
+int RtfReader::codePage() const
+{
+    const int page = m_group.destination == &RtfDestinations::fontTable
+        ? m_fontTable.codePage()
+        : m_tables.fonts.value(m_group.chars.font).codePage;
+    return page > 0 ? page : m_codePage;
+}
+
+void RtfReader::put(std::string_view ascii)
+{
+    if (m_highSurrogate != 0)
+        putLoneSurrogate();
+    if (!inBody()) {
+        if (m_group.destination->text)
+            m_group.destination->text(
+                *this, QString::fromLatin1(ascii.data(), static_cast<int>(ascii.size())));
+        return;
+    }
+    if (!isVisible())
+        return;
+    if (m_inHeader && isBlank(ascii)) // a header holds no text: someone indented the file
+        return;
+    m_inHeader = false;
+    m_builder.append(ascii, charFormat());
+}
+
+void RtfReader::put(QStringView text)
+{
+    for (const QChar unit : text)
+        putUnit(unit.unicode());
+}
+
+void RtfReader::putUnit(char16_t unit)
+{
+    if (QChar::isHighSurrogate(unit)) {
+        putLoneSurrogate();
+        m_highSurrogate = unit;
+        return;
+    }
+    QChar units[2];
+    int count = 0;
+    if (QChar::isLowSurrogate(unit) && m_highSurrogate != 0) {
+        units[count++] = QChar(m_highSurrogate);
+        m_highSurrogate = 0;
+    } else {
+        putLoneSurrogate();
+        unit = QChar::isLowSurrogate(unit) ? char16_t(QChar::ReplacementCharacter)
+                                           : documentCharacter(unit);
+        if (unit == 0)
+            return;
+    }
+    units[count++] = QChar(unit);
+
+    if (!inBody()) {
+        if (m_group.destination->text)
+            m_group.destination->text(*this, QString(units, count));
+        return;
+    }
+    if (!isVisible())
+        return;
+    m_inHeader = false;
+    m_builder.append(QStringView(units, count), charFormat());
+}
+
+void RtfReader::putLoneSurrogate()
+{
+    if (m_highSurrogate == 0)
+        return;
+    m_highSurrogate = 0;
+    putUnit(QChar::ReplacementCharacter);
+}
+
+void RtfReader::appendCharacter(char16_t character)
+{
+    flushBytes();
+    putUnit(character);
+}
+
+void RtfReader::appendUnicode(int value)
+{
+    flushBytes();
+    if (value < 0)
+        value += 0x10000; // \u takes a signed number of 16 bits
+    if (value == QChar::ParagraphSeparator) {
+        endParagraph();
+    } else if (value >= 0x10000 && value <= 0x10ffff) { // not RTF, but some programs write it
+        putUnit(QChar::highSurrogate(value));
+        putUnit(QChar::lowSurrogate(value));
+    } else {
+        putUnit(value >= 0 && value < 0x10000 ? static_cast<char16_t>(value)
+                                              : char16_t(QChar::ReplacementCharacter));
+    }
+    m_fallback = m_group.unicodeSkip;
+}

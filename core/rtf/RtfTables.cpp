@@ -1,0 +1,61 @@
+#include <core/rtf/RtfTables.h>
+
+#include <core/rtf/RtfExact.h>
+
+int RtfTables::fontNumber(const QString &family)
+{
+    const auto known = m_fontNumbers.constFind(family);
+    if (known != m_fontNumbers.constEnd())
+        return known.value();
+    const int number = fonts.size();
+    fonts.insert(number, {family, 0});
+    m_fontNumbers.insert(family, number);
+    return number;
+}
+
+int RtfTables::colorNumber(const QColor &color)
+{
+    const auto known = m_colorNumbers.constFind(color.rgb());
+    if (known != m_colorNumbers.constEnd())
+        return known.value();
+    const int number = colors.size();
+    colors.append(QColor(color.rgb())); // RTF knows no transparency
+    m_colorNumbers.insert(color.rgb(), number);
+    return number;
+}
+
+int RtfTables::linkNumber(const QString &target)
+{
+    const auto known = m_linkNumbers.constFind(target);
+    if (known != m_linkNumbers.constEnd())
+        return known.value();
+    const int number = links.size();
+    links.append(target);
+    m_linkNumbers.insert(target, number);
+    return number;
+}
+
+int RtfTables::tabsNumber(const QList<QTextOption::Tab> &stops)
+{
+    if (stops.isEmpty())
+        return 0;
+    if (tabs.constLast() == stops)
+        return tabs.size() - 1;
+    tabs.append(stops);
+    return tabs.size() - 1;
+}
+
+int RtfTables::exactNumber(const RtfExactProperties &properties)
+{
+    if (properties.isEmpty())
+        return 0;
+    const QByteArray text = RtfExact::toText(properties);
+    const auto known = m_exactNumbers.constFind(text);
+    if (known != m_exactNumbers.constEnd())
+        return known.value();
+    const int number = exact.size();
+    exact.append(properties);
+    m_exactNumbers.insert(text, number);
+    m_exactText += text + ';';
+    return number;
+}

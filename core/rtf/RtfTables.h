@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QByteArray>
+#include <QColor>
+#include <QHash>
+#include <QStringList>
+#include <QTextOption>
+#include <QVariant>
+#include <QVector>
+
+/*! One exact property of a format; an invalid value says that the format does not have it. */
+struct RtfExactProperty
+{
+    int id = 0;
+    QVariant value;
+};
+using RtfExactProperties = QVector<RtfExactProperty>;
+
+struct RtfFont
+{
+    QString family;
+    int codePage = 0; /*!< of its text; 0: the document's */
+};
+
+/*!
+    What formats refer to by number: fonts, colours, link targets, tab stops, exact properties.
+
+    The reader fills it from the file and the writer while it goes through the document, so that
+    the same conversions between RTF's properties and Qt's formats serve both.
+*/
+class RtfTables
+{
+public:
+    QHash<int, RtfFont> fonts; /*!< by the number behind \f */
+    QVector<QColor> colors {QColor()}; /*!< by the number behind \cf; invalid: automatic */
+    QStringList links {QString()};
+    QVector<QList<QTextOption::Tab>> tabs {{}};
+    QVector<RtfExactProperties> exact {{}}; /*!< by the number behind \mvrx and \mvrp */
+
+    QColor color(int index) const { return colors.value(index); }
+
+    /*! The number of a font, colour, link target …, added when it is new. */
+    int fontNumber(const QString &family);
+    int colorNumber(const QColor &color);
+    int linkNumber(const QString &target);
+    int tabsNumber(const QList<QTextOption::Tab> &stops);
+    int exactNumber(const RtfExactProperties &properties);
+
+    /*! The exact properties as the content of their destination, in the order of numbers. */
+    QByteArray exactText() const { return m_exactText; }
+
+private:
+    QHash<QString, int> m_fontNumbers;
+    QHash<QRgb, int> m_colorNumbers;
+    QHash<QString, int> m_linkNumbers;
+    QHash<QByteArray, int> m_exactNumbers;
+    QByteArray m_exactText;
+};

@@ -1,0 +1,156 @@
+#include <core/rtf/RtfTokenizer.h>
+
+#include <array>
+#include <limits>
+
+namespace {
+
+enum ByteClass : unsigned char {
+    Ascii, // printable, needs no decoding
+    Coded, // control characters and everything above 0x7e
+    LineEnd, // carries no meaning in RTF
+    Special // backslash and braces
+};
+
+constexpr std::array<ByteClass, 256> classifyBytes()
+{
+    std::array<ByteClass, 256> classes {};
+    for (int byte = 0; byte < 256; ++byte)
+        classes[byte] = byte >= 0x20 && byte < 0x7f ? Ascii : Coded;
+    classes['\n'] = classes['\r'] = LineEnd;
+    classes['\\'] = classes['{'] = classes['}'] = Special;
+    return classes;
+}
+
+constexpr std::array<ByteClass, 256> byteClasses = classifyBytes();
+
+ByteClass classOf(char byte)
+{
+    return byteClasses[static_cast<unsigned char>(byte)];
+}
+
+bool isLetter(char byte)
+{
+    const char lower = static_cast<char>(byte | 0x20);
+    return lower >= 'a' && lower <= 'z';
+}
+
+bool isDigit(char byte)
+{
+    return byte >= '0' && byte <= '9';
+}
+
+int hexValue(char byte)
+{
+    if (isDigit(byte))
+        return byte - '0';
+    const char lower = static_cast<char>(byte | 0x20);
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+} // namespace
+
+RtfToken RtfTokenizer::next()
+{
+    while (m_at != m_end && classOf(*m_at) == LineEnd)
+        ++m_at;
+    if (m_at == m_end)
+        return {};
+
+    switch (*m_at) {
+    case '{':
+        ++m_at;
+        return {RtfToken::GroupStart, false, false, 0, {}};
+    case '}':
+        ++m_at;
+        return {RtfToken::GroupEnd, false, false, 0, {}};
+    case '\\':
+        ++m_at;
+        return readEscape();
+    default:
+        return readText();
+    }
+}
+
+RtfToken RtfTokenizer::readEscape()
+{
+    if (m_at == m_end)
+        return {};
+    if (isLetter(*m_at))
+        return readWord();
+
+    const char *symbol = m_at++;
+    if (*symbol == '\'')
+        return readHex();
+    // An escaped line end is one paragraph end, also when it is the pair CR LF.
+    if (*symbol == '\r' && m_at != m_end && *m_at == '\n')
+        ++m_at;
+    return {RtfToken::Symbol, false, false, 0, std::string_view(symbol, 1)};
+}
+
+RtfToken RtfTokenizer::readHex()
+{
+    const int high = m_end - m_at >= 2 ? hexValue(m_at[0]) : -1;
+    const int low = high >= 0 ? hexValue(m_at[1]) : -1;
+    if (low < 0)
+        return {RtfToken::Symbol, false, false, 0, std::string_view("'", 1)};
+    m_at += 2;
+    return {RtfToken::Hex, false, true, high * 16 + low, {}};
+}
+
+RtfToken RtfTokenizer::readWord()
+{
+    const char *name = m_at;
+    while (m_at != m_end && isLetter(*m_at))
+        ++m_at;
+    RtfToken token {RtfToken::Word, false, false, 0, std::string_view(name, m_at - name)};
+
+    const bool negative = m_at != m_end && *m_at == '-';
+    const char *digits = m_at + (negative ? 1 : 0);
+    if (digits != m_end && isDigit(*digits)) {
+        constexpr qint64 limit = std::numeric_limits<int>::max();
+        qint64 number = 0;
+        for (m_at = digits; m_at != m_end && isDigit(*m_at); ++m_at)
+            number = qMin(number * 10 + (*m_at - '0'), limit);
+        token.hasParameter = true;
+        token.parameter = static_cast<int>(negative ? -number : number);
+    }
+    if (m_at != m_end && *m_at == ' ')
+        ++m_at;
+    if (token.text == "bin")
+        return readBinary(token.parameter);
+    return token;
+}
+
+RtfToken RtfTokenizer::readBinary(int length)
+{
+    const char *data = m_at;
+    m_at += qBound<qint64>(0, length, m_end - m_at);
+    return {RtfToken::Binary, false, true, length, std::string_view(data, m_at - data)};
+}
+
+RtfToken RtfTokenizer::readText()
+{
+    const char *text = m_at;
+    while (m_at != m_end && classOf(*m_at) == Ascii)
+        ++m_at;
+    if (m_at != text)
+        return {RtfToken::Text, true, false, 0, std::string_view(text, m_at - text)};
+    while (m_at != m_end && classOf(*m_at) == Coded)
+        ++m_at;
+    return {RtfToken::Text, false, false, 0, std::string_view(text, m_at - text)};
+}
+
+void RtfTokenizer::skipGroup()
+{
+    qint64 depth = 1;
+    while (depth > 0 && m_at != m_end) {
+        const char byte = *m_at++;
+        if (byte == '{')
+            ++depth;
+        else if (byte == '}')
+            --depth;
+        else if (byte == '\\')
+            readEscape();
+    }
+}

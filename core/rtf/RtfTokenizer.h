@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <string_view>
+
+/*! One lexical element of an RTF file. */
+struct RtfToken
+{
+    enum Kind {
+        End, /*!< the input is used up */
+        GroupStart,
+        GroupEnd,
+        Word, /*!< control word: text is its name, parameter its number */
+        Symbol, /*!< control symbol: text is the one character behind the backslash */
+        Hex, /*!< \'xx: parameter is the byte */
+        Text, /*!< bytes of plain text, line ends left out */
+        Binary /*!< \bin: text is the raw data, clipped to the input */
+    };
+
+    Kind kind = End;
+    bool ascii = false; /*!< Text: all bytes are 0x20–0x7e, so no code page is needed */
+    bool hasParameter = false;
+    int parameter = 0;
+    std::string_view text;
+};
+
+/*!
+    Cuts RTF into tokens (RTF 1.9.1, "RTF Syntax").
+
+    Works on the bytes in place and allocates nothing; the bytes must outlive it. Never fails:
+    whatever is malformed comes out as the nearest token, the end of the input as End.
+*/
+class RtfTokenizer
+{
+public:
+    explicit RtfTokenizer(const QByteArray &rtf)
+        : m_at(rtf.constData())
+        , m_end(rtf.constData() + rtf.size())
+    {
+    }
+
+    RtfToken next();
+
+    /*!
+        Passes over the rest of the group that the tokenizer stands in, its closing brace
+        included, minding escapes and \bin data. Nesting is counted, not stacked.
+    */
+    void skipGroup();
+
+private:
+    RtfToken readEscape();
+    RtfToken readHex();
+    RtfToken readWord();
+    RtfToken readBinary(int length);
+    RtfToken readText();
+
+    const char *m_at;
+    const char *m_end;
+};
