@@ -4,6 +4,7 @@
 #include "Document.h"
 #include "Lengths.h"
 
+#include <core/MVRTextRange.h>
 #include <core/MVRToolkit.h>
 
 #include <QAbstractTextDocumentLayout>
@@ -47,22 +48,18 @@ void nameOwnFace(QTextDocument &text)
     const QString family = QStringLiteral("Courier Prime");
     if (screenplayFace() == family)
         return;
-    QVector<QTextCursor> places;
+    QVector<MVRTextRange> places;
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
-            if (fragment.charFormat().fontFamily() != family)
-                continue;
-            QTextCursor place(&text);
-            place.setPosition(fragment.position());
-            place.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
-            places.append(place);
+            if (fragment.charFormat().fontFamily() == family)
+                places.append({fragment.position(), fragment.position() + fragment.length()});
         }
     }
     QTextCharFormat ownFace;
     ownFace.setFontFamily(screenplayFace());
-    for (QTextCursor &place : places)
-        place.mergeCharFormat(ownFace);
+    for (const MVRTextRange &place : qAsConst(places))
+        place.toTextCursor(&text).mergeCharFormat(ownFace);
 }
 
 QTextBlock firstBodyBlock(const Document &document)
