@@ -6,6 +6,8 @@
 #include <QStandardPaths>
 #include <QtEndian>
 
+#include <utility>
+
 namespace {
 
 const char family[] = "Courier Prime";
@@ -19,16 +21,19 @@ static_assert(sizeof(family) == sizeof(ownFamily), "The name is replaced in plac
 struct Face
 {
     const char *file;
+    const char *style; // as long as the one that it replaces
     quint16 weightClass; // OS/2, usWeightClass
     quint16 selection; // OS/2, fsSelection: 0x01 italic, 0x20 bold, 0x40 regular
     quint16 macStyle; // head, macStyle: 1 bold, 2 italic
 };
 
+const char style[] = "Light";
+
 constexpr Face faces[] = {
-    {"Courier Prime.otf", 400, 0x40, 0},
-    {"Courier Prime Bold.otf", 700, 0x20, 1},
-    {"Courier Prime Italic.otf", 400, 0x01, 2},
-    {"Courier Prime Bold Italic.otf", 700, 0x21, 3},
+    {"Courier Prime.otf", "Roman", 400, 0x40, 0},
+    {"Courier Prime Bold.otf", "Thick", 700, 0x20, 1},
+    {"Courier Prime Italic.otf", "Slant", 400, 0x01, 2},
+    {"Courier Prime Bold Italic.otf", "Heavy", 700, 0x21, 3},
 };
 
 /*! Reads and writes the big-endian numbers of a font; what lies outside it reads as 0. */
@@ -80,18 +85,17 @@ private:
     QByteArray m_bytes;
 };
 
-// The names of the style would be believed before the numbers.
-void dropStyleNames(FontBytes &font)
+// Qt takes faces with one style name for one face. Files have two such names: the one for old
+// programs, the same in all four files, makes way.
+void dropOldStyleNames(FontBytes &font)
 {
     constexpr quint16 styleName = 2;
-    constexpr quint16 typographicStyleName = 17;
     constexpr quint16 firstPrivateName = 256;
     const quint32 names = font.table("name");
     for (quint32 i = 0; names > 0 && i < font.word(names + 2); ++i) {
         const quint32 nameId = names + 6 + i * 12 + 6;
-        const quint16 id = font.word(nameId);
-        if (id == styleName || id == typographicStyleName)
-            font.setWord(nameId, quint16(firstPrivateName + id));
+        if (font.word(nameId) == styleName)
+            font.setWord(nameId, firstPrivateName);
     }
 }
 
@@ -113,9 +117,12 @@ QByteArray corrected(const QByteArray &file, const Face &face)
     font.setWord(metrics + 4, face.weightClass);
     font.setWord(metrics + 62, face.selection);
     font.setWord(head + 44, face.macStyle);
-    dropStyleNames(font);
-    font.replace(utf16(family), utf16(ownFamily));
-    font.replace(family, ownFamily);
+    dropOldStyleNames(font);
+    for (const auto &[before, after] :
+         {std::pair(family, ownFamily), std::pair(style, face.style)}) {
+        font.replace(utf16(before), utf16(after));
+        font.replace(before, after);
+    }
     return font.bytes();
 }
 

@@ -76,7 +76,7 @@ void detachFromScreen()
 // Messages of the libraries are for developers; QT_LOGGING_RULES brings them back.
 void quietLibraries()
 {
-    QLoggingCategory::setFilterRules(QStringLiteral("default.*=false\nmvrtext.*.debug=false\n"
+    QLoggingCategory::setFilterRules(QStringLiteral("default=false\nmvrtext.*.debug=false\n"
                                                     "qt.*.warning=false"));
 }
 
