@@ -125,8 +125,6 @@ Pages::Pages(Document &document, const QPageSize &paper)
     prepareForQt(document, paper, dotsPerPoint);
     if (document.isScreenplay)
         setLinePitch(m_text);
-    else
-        m_text.setDefaultFont(QFont(screenplayFace(), 12));
 
     QTextOption option = m_text.defaultTextOption();
     option.setUseDesignMetrics(true);
