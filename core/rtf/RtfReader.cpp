@@ -263,6 +263,20 @@ void RtfReader::endSection()
     m_sectionBreak = true;
 }
 
+// A row of a table is a paragraph, its cells stand behind each other with tabs between.
+void RtfReader::endCell()
+{
+    appendCharacter('\t');
+}
+
+void RtfReader::endRow()
+{
+    if (!isVisible())
+        return;
+    m_builder.chop('\t');
+    endParagraph();
+}
+
 int RtfReader::charFormat()
 {
     if (m_group.charFormat < 0)
@@ -274,6 +288,12 @@ void RtfReader::setCodePage(int codePage)
 {
     m_codePage = codePage > 0 ? codePage : int(RtfCodePages::Western);
     m_fromMac = m_fromMac || RtfCodePages::isMac(m_codePage);
+}
+
+void RtfReader::setFromMac()
+{
+    m_fromMac = true;
+    m_fontTable.setFaces();
 }
 
 void RtfReader::setCharset(int charset)

@@ -64,6 +64,8 @@ public:
     void appendUnicode(int value);
     void endParagraph();
     void breakPage();
+    void endCell();
+    void endRow();
     void endSection();
     void setSectionContinuous(bool continuous) { m_continuousSection = continuous; }
 
@@ -74,7 +76,7 @@ public:
     void setCodePage(int codePage);
     void setCharset(int charset);
     void setDefaultFont(int number);
-    void setFromMac() { m_fromMac = true; }
+    void setFromMac();
     void takeDefaults();
 
     void beginField();

@@ -83,7 +83,11 @@ void RtfReader::flushBytes()
     if (m_bytes.isEmpty())
         return;
     QString text;
+    if (m_leadByte)
+        m_bytes.chop(1);
     m_codePages.decode(m_bytesCodePage, m_bytes, &text);
+    if (m_leadByte)
+        text += QChar::ReplacementCharacter;
     m_bytes.resize(0);
     m_leadByte = false;
     put(QStringView(text));

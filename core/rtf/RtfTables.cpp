@@ -2,14 +2,34 @@
 
 #include <core/rtf/RtfExact.h>
 
+namespace {
+
+// A name as the font table can hold it: no semicolon, no controls, no blanks around.
+QString tableName(const QString &family)
+{
+    QString name;
+    for (const QChar &character : family) {
+        const bool isSeparator = character == QLatin1Char(';') || character == QChar::LineSeparator
+            || character == QChar::ParagraphSeparator;
+        if (character.unicode() >= 0x20 && !isSeparator)
+            name += character;
+    }
+    return name.left(RtfFont::longestName).trimmed();
+}
+
+} // namespace
+
 int RtfTables::fontNumber(const QString &family)
 {
-    const auto known = m_fontNumbers.constFind(family);
+    const QString name = tableName(family);
+    if (name.isEmpty())
+        return -1;
+    const auto known = m_fontNumbers.constFind(name);
     if (known != m_fontNumbers.constEnd())
         return known.value();
     const int number = fonts.size();
-    fonts.insert(number, {family, 0});
-    m_fontNumbers.insert(family, number);
+    fonts.insert(number, {name, 0});
+    m_fontNumbers.insert(name, number);
     return number;
 }
 

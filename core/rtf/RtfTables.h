@@ -18,6 +18,8 @@ using RtfExactProperties = QVector<RtfExactProperty>;
 
 struct RtfFont
 {
+    static constexpr int longestName = 256;
+
     QString family;
     int codePage = 0; /*!< of its text; 0: the document's */
 };
@@ -39,7 +41,10 @@ public:
 
     QColor color(int index) const { return colors.value(index); }
 
-    /*! The number of a font, colour, link target …, added when it is new. */
+    /*!
+        The number of a font, colour, link target …, added when it is new. For a font -1 when its
+        name has nothing that the font table could hold.
+    */
     int fontNumber(const QString &family);
     int colorNumber(const QColor &color);
     int linkNumber(const QString &target);

@@ -104,6 +104,16 @@ void endSection(RtfReader &reader, const RtfWord &, bool, int)
     reader.endSection();
 }
 
+void endCell(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.endCell();
+}
+
+void endRow(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.endRow();
+}
+
 void setSectionContinuous(RtfReader &reader, const RtfWord &word, bool, int)
 {
     reader.setSectionContinuous(word.value != 0);
@@ -340,6 +350,10 @@ constexpr RtfWord words[] = {
     structure("par", endParagraph),
     structure("page", breakPage),
     structure("sect", endSection),
+    structure("cell", endCell),
+    structure("nestcell", endCell),
+    structure("row", endRow),
+    structure("nestrow", endRow),
     structure("line", appendCharacter, QChar::LineSeparator),
     structure("lbr", appendCharacter, QChar::LineSeparator),
     structure("tab", appendCharacter, '\t'),
