@@ -23,6 +23,7 @@ struct RtfGroup
     int unicodeSkip = 1; /*!< \uc: characters of fallback behind each \u */
     int field = -1; /*!< number of the field that the group is part of */
     int charFormat = -1; /*!< number of the format for chars, -1: to be looked up */
+    int codePage = -1; /*!< of the font in chars, -1: to be looked up */
 };
 
 /*!
@@ -58,6 +59,7 @@ public:
     bool isVisible() const { return inBody() && !m_group.chars.hidden && !m_group.chars.deleted; }
 
     void charsChanged() { m_group.charFormat = -1; }
+    void setFont(int number);
     void resetChars();
     void resetPara();
     void appendCharacter(char16_t character);
@@ -109,7 +111,8 @@ private:
     void putUnit(char16_t unit);
     void putLoneSurrogate();
     bool skipFallback();
-    int codePage() const;
+    int codePage();
+    int lookUpCodePage() const;
     int charFormat();
     void insertParagraph();
 

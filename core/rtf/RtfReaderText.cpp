@@ -72,8 +72,14 @@ void RtfReader::addByte(unsigned char byte)
             appendCharacter('\t');
         return;
     }
-    if (m_bytes.isEmpty())
+    if (m_bytes.isEmpty()) {
         m_bytesCodePage = codePage();
+        // In most code pages a byte is a character, and waits for no other.
+        if (const QChar *characters = m_codePages.singleBytes(m_bytesCodePage)) {
+            putUnit(characters[byte].unicode());
+            return;
+        }
+    }
     m_bytes.append(static_cast<char>(byte));
     m_leadByte = !m_leadByte && RtfCodePages::isLeadByte(m_bytesCodePage, byte);
 }
@@ -93,7 +99,16 @@ void RtfReader::flushBytes()
     put(QStringView(text));
 }
 
-int RtfReader::codePage() const
+int RtfReader::codePage()
+{
+    if (m_group.destination == &RtfDestinations::fontTable)
+        return lookUpCodePage();
+    if (m_group.codePage < 0)
+        m_group.codePage = lookUpCodePage();
+    return m_group.codePage;
+}
+
+int RtfReader::lookUpCodePage() const
 {
     const int page = m_group.destination == &RtfDestinations::fontTable
         ? m_fontTable.codePage()

@@ -17,6 +17,15 @@ QString tableName(const QString &family)
     return name.left(RtfFont::longestName).trimmed();
 }
 
+// Number 0 means none, so the first entry is never handed out.
+template <typename List, typename Value> int appendNumbered(List *list, const Value &value)
+{
+    if (list->isEmpty())
+        list->append(typename List::value_type());
+    list->append(value);
+    return list->size() - 1;
+}
+
 } // namespace
 
 int RtfTables::fontNumber(const QString &family)
@@ -38,8 +47,7 @@ int RtfTables::colorNumber(const QColor &color)
     const auto known = m_colorNumbers.constFind(color.rgb());
     if (known != m_colorNumbers.constEnd())
         return known.value();
-    const int number = colors.size();
-    colors.append(QColor(color.rgb())); // RTF knows no transparency
+    const int number = appendNumbered(&colors, QColor(color.rgb())); // RTF is never translucent
     m_colorNumbers.insert(color.rgb(), number);
     return number;
 }
@@ -49,8 +57,7 @@ int RtfTables::linkNumber(const QString &target)
     const auto known = m_linkNumbers.constFind(target);
     if (known != m_linkNumbers.constEnd())
         return known.value();
-    const int number = links.size();
-    links.append(target);
+    const int number = appendNumbered(&links, target);
     m_linkNumbers.insert(target, number);
     return number;
 }
@@ -59,10 +66,9 @@ int RtfTables::tabsNumber(const QList<QTextOption::Tab> &stops)
 {
     if (stops.isEmpty())
         return 0;
-    if (tabs.constLast() == stops)
+    if (!tabs.isEmpty() && tabs.constLast() == stops)
         return tabs.size() - 1;
-    tabs.append(stops);
-    return tabs.size() - 1;
+    return appendNumbered(&tabs, stops);
 }
 
 int RtfTables::exactNumber(const RtfExactProperties &properties)
@@ -73,8 +79,7 @@ int RtfTables::exactNumber(const RtfExactProperties &properties)
     const auto known = m_exactNumbers.constFind(text);
     if (known != m_exactNumbers.constEnd())
         return known.value();
-    const int number = exact.size();
-    exact.append(properties);
+    const int number = appendNumbered(&exact, properties);
     m_exactNumbers.insert(text, number);
     m_exactText += text + ';';
     return number;

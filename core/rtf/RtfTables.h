@@ -34,10 +34,10 @@ class RtfTables
 {
 public:
     QHash<int, RtfFont> fonts; /*!< by the number behind \f */
-    QVector<QColor> colors {QColor()}; /*!< by the number behind \cf; invalid: automatic */
-    QStringList links {QString()};
-    QVector<QList<QTextOption::Tab>> tabs {{}};
-    QVector<RtfExactProperties> exact {{}}; /*!< by the number behind \mvrx and \mvrp */
+    QVector<QColor> colors; /*!< by the number behind \cf; invalid: automatic */
+    QStringList links; /*!< by number; 0: none */
+    QVector<QList<QTextOption::Tab>> tabs; /*!< by number; 0: none */
+    QVector<RtfExactProperties> exact; /*!< by the number behind \mvrx and \mvrp */
 
     QColor color(int index) const { return colors.value(index); }
 

@@ -49,8 +49,7 @@ void setFont(RtfReader &reader, const RtfWord &, bool, int parameter)
         reader.fontTable().begin(parameter);
         return;
     }
-    reader.group().chars.font = parameter;
-    reader.charsChanged();
+    reader.setFont(parameter);
 }
 
 void setParaProp(RtfReader &reader, const RtfWord &word, bool, int parameter)
