@@ -7,7 +7,10 @@
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
+#include <algorithm>
 #include <array>
+#include <cctype>
+#include <vector>
 
 namespace {
 
@@ -19,6 +22,13 @@ constexpr int maxAttributes = 2000;
 QString translated(const char *text)
 {
     return QCoreApplication::translate("QObject", text);
+}
+
+/*! White space with a line feed: between elements it only lays the file out. */
+bool isLayoutSpace(const QString &text)
+{
+    return text.contains(QLatin1Char('\n'))
+        && std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.isSpace(); });
 }
 
 /*! Hands out one shared string per tag or attribute name: files repeat a few dozen of them. */
@@ -43,6 +53,7 @@ public:
     TreeBuilder(QXmlStreamReader &xml, int maxDepth)
         : m_xml(xml)
         , m_maxDepth(maxDepth)
+        , m_holdsText(size_t(maxDepth) + 1)
     {
         m_document.createDocumentFragment(); // a new QDomDocument is null until it makes a node
         m_parent = m_document;
@@ -63,13 +74,16 @@ public:
     }
 
 private:
+    /*! What comes behind a stretch of text. */
+    enum Neighbour { Element, Other };
+
     void addToken(QXmlStreamReader::TokenType token);
     void addDeclaration();
     void refuseExternalEntities();
     void openElement();
     void closeElement();
     void addText();
-    void flushText();
+    void flushText(Neighbour next);
     void count(qint64 characters);
 
     QXmlStreamReader &m_xml;
@@ -79,6 +93,7 @@ private:
     NamePool m_names;
     QString m_text; // of adjacent tokens, so that one stretch of text is one node
     int m_depth = 0;
+    std::vector<bool> m_holdsText; // by depth: the open element holds more than layout
     qint64 m_delivered = 0;
 };
 
@@ -98,11 +113,11 @@ void TreeBuilder::addToken(QXmlStreamReader::TokenType token)
         addText();
         break;
     case QXmlStreamReader::Comment:
-        flushText();
+        flushText(Other);
         m_parent.appendChild(m_document.createComment(m_xml.text().toString()));
         break;
     case QXmlStreamReader::ProcessingInstruction:
-        flushText();
+        flushText(Other);
         m_parent.appendChild(
             m_document.createProcessingInstruction(m_xml.processingInstructionTarget().toString(),
                                                    m_xml.processingInstructionData().toString()));
@@ -142,7 +157,7 @@ void TreeBuilder::refuseExternalEntities()
 
 void TreeBuilder::openElement()
 {
-    flushText();
+    flushText(Element);
     if (++m_depth > m_maxDepth) {
         m_xml.raiseError(
             translated("Elements are nested more than %1 levels deep.").arg(m_maxDepth));
@@ -158,11 +173,12 @@ void TreeBuilder::openElement()
     }
     m_parent.appendChild(element);
     m_parent = element;
+    m_holdsText[size_t(m_depth)] = false;
 }
 
 void TreeBuilder::closeElement()
 {
-    flushText();
+    flushText(Other);
     m_parent = m_parent.parentNode();
     --m_depth;
 }
@@ -171,15 +187,22 @@ void TreeBuilder::addText()
 {
     if (m_depth == 0) // the parser lets only white space stand outside the root element
         return;
-    m_text += m_xml.text();
+    if (m_text.isEmpty())
+        m_text = m_xml.text().toString();
+    else
+        m_text += m_xml.text();
     count(m_xml.text().size());
 }
 
-void TreeBuilder::flushText()
+void TreeBuilder::flushText(Neighbour next)
 {
     if (m_text.isEmpty())
         return;
-    m_parent.appendChild(m_document.createTextNode(m_text));
+    const bool isBesideElement = next == Element || m_parent.lastChild().isElement();
+    if (m_holdsText[size_t(m_depth)] || !isBesideElement || !isLayoutSpace(m_text)) {
+        m_holdsText[size_t(m_depth)] = true;
+        m_parent.appendChild(m_document.createTextNode(m_text));
+    }
     m_text.clear();
 }
 
@@ -191,37 +214,57 @@ void TreeBuilder::count(qint64 characters)
         m_xml.raiseError(translated("Entities make the text grow too much."));
 }
 
-/*! Counts the attributes of the tag that \a text begins with. */
-template <typename Character> int attributeCount(const Character *text, const Character *end)
+ushort codeAt(const QByteArray &text, int position)
+{
+    return uchar(text.at(position));
+}
+
+ushort codeAt(const QString &text, int position)
+{
+    return text.at(position).unicode();
+}
+
+int findTag(const QByteArray &text, int from)
+{
+    return text.indexOf('<', from);
+}
+
+int findTag(const QString &text, int from)
+{
+    return text.indexOf(QLatin1Char('<'), from);
+}
+
+/*! Counts the attributes of the tag that begins at \a position. */
+template <typename Text> int attributeCount(const Text &text, int position, int end)
 {
     int attributes = 0;
-    Character quote = 0;
-    for (; text != end; ++text) {
+    ushort quote = 0;
+    for (; position < end; ++position) {
+        const ushort code = codeAt(text, position);
         if (quote != 0) {
-            if (*text == quote)
+            if (code == quote)
                 quote = 0;
-        } else if (*text == '"' || *text == '\'') {
-            quote = *text;
-        } else if (*text == '=') {
+        } else if (code == '"' || code == '\'') {
+            quote = code;
+        } else if (code == '=') {
             ++attributes;
-        } else if (*text == '>') {
+        } else if (code == '>') {
             break;
         }
     }
     return attributes;
 }
 
-template <typename Character> bool hasAttributeFlood(const Character *text, const Character *end)
+template <typename Text> bool hasAttributeFlood(const Text &text)
 {
-    while (true) {
-        text = std::find(text, end, Character('<'));
-        if (text == end)
-            return false;
-        const Character *next = std::find(text + 1, end, Character('<'));
-        if (next - text > maxAttributes && attributeCount(text, next) > maxAttributes)
+    for (int tag = findTag(text, 0); tag >= 0;) {
+        const int next = findTag(text, tag + 1);
+        const int end = next < 0 ? text.size() : next;
+        if (end - tag > maxAttributes && attributeCount(text, tag, end) > maxAttributes)
             return true;
-        text = next;
+        tag = next;
     }
+    return false;
 }
 
 XmlTree attributeFlood()
@@ -241,8 +284,7 @@ QString forgivingText(const QByteArray &bytes)
 
 XmlTree readXmlTree(const QString &text, int maxDepth)
 {
-    const auto *begin = reinterpret_cast<const ushort *>(text.constData());
-    if (hasAttributeFlood(begin, begin + text.size()))
+    if (hasAttributeFlood(text))
         return attributeFlood();
     QXmlStreamReader xml(text);
     return TreeBuilder(xml, maxDepth).build();
@@ -250,7 +292,7 @@ XmlTree readXmlTree(const QString &text, int maxDepth)
 
 XmlTree readXmlTree(const QByteArray &bytes, int maxDepth)
 {
-    if (hasAttributeFlood(bytes.constBegin(), bytes.constEnd()))
+    if (hasAttributeFlood(bytes))
         return attributeFlood();
     int start = 0;
     while (start < bytes.size() && std::isspace(static_cast<unsigned char>(bytes.at(start))))

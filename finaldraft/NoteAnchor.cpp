@@ -2,6 +2,8 @@
 
 #include <QChar>
 
+#include <cstring>
+
 namespace {
 
 // The characters that end a word for QTextCursor::PreviousWord and EndOfWord.

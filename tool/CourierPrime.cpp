@@ -130,8 +130,8 @@ bool hasBold(const QString &name)
 {
     const QFontDatabase fonts;
     const QStringList styles = fonts.styles(name);
-    for (const QString &style : styles) {
-        if (fonts.bold(name, style))
+    for (const QString &faceStyle : styles) {
+        if (fonts.bold(name, faceStyle))
             return true;
     }
     return false;

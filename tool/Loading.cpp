@@ -8,6 +8,7 @@
 #include "Progress.h"
 
 #include <QFileInfo>
+#include <QFont>
 
 const Format *findFormat(const QString &path, const QString &name, QString *error)
 {
@@ -31,6 +32,8 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
     QByteArray bytes;
     QString error;
     document.text.setUndoRedoEnabled(false);
+    // Text that names no font has the same one on every system.
+    document.text.setDefaultFont(QFont(QStringLiteral("Times New Roman"), 12));
     if (!readInput(path, &bytes, &error) || !format.read(bytes, options, document, &error)) {
         printMessage(name, error);
         return false;

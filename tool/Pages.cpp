@@ -3,6 +3,7 @@
 #include "CourierPrime.h"
 #include "Document.h"
 #include "Lengths.h"
+#include "PageBreaks.h"
 
 #include <core/MVRTextRange.h>
 #include <core/MVRToolkit.h>
@@ -124,14 +125,14 @@ Pages::Pages(Document &document, const QPageSize &paper)
     prepareForQt(document, paper, dotsPerPoint);
     if (document.isScreenplay)
         setLinePitch(m_text);
-    else
-        m_text.setDefaultFont(QFont(screenplayFace(), 12));
 
     QTextOption option = m_text.defaultTextOption();
     option.setUseDesignMetrics(true);
     option.setTabStopDistance(tabDistance * resolution);
     m_text.setDefaultTextOption(option);
     m_text.setPageSize(m_size);
+    if (document.isScreenplay)
+        breakPages(m_text, m_size.height() - 2 * m_text.documentMargin());
 
     const QTextBlock body = firstBodyBlock(document);
     if (body.isValid()) {

@@ -9,6 +9,7 @@
 #include <finaldraft/MVRFinalDraftReader.h>
 
 #include <QBuffer>
+#include <QFont>
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextCodec>
@@ -123,6 +124,7 @@ bool readFdx(const QByteArray &bytes, const ReadOptions &options, Document &docu
         return false;
     }
     dropLastBlock(document.text);
+    document.text.setDefaultFont(QFont(QStringLiteral("Courier Final Draft"), 12));
     moveToMargin(settings, document.text.documentMargin());
     document.elements = elementsForWriting(settings);
     document.isScreenplay = true;

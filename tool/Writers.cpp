@@ -4,6 +4,7 @@
 #include "Lengths.h"
 #include "Messages.h"
 #include "Pages.h"
+#include "TitlePage.h"
 
 #include <core/MVRTextRtf.h>
 #include <finaldraft/MVRFinalDraftWriter.h>
@@ -12,6 +13,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocumentWriter>
 
@@ -45,6 +47,14 @@ QByteArray withFinalNewline(QString text)
     return text.toUtf8();
 }
 
+// Paragraphs that only take up space on a page; Markdown has no space but between paragraphs.
+void dropBlankParagraphs(QString &markdown)
+{
+    static const QRegularExpression blankLines(QStringLiteral("\\n(?:[ \\t]*\\n){2,}"));
+    markdown.replace(blankLines, QStringLiteral("\n\n"));
+    markdown = markdown.trimmed();
+}
+
 // Final Draft sets off elements by space before them, plain text by an empty line.
 bool hasSpaceBefore(const QTextBlock &block)
 {
@@ -59,8 +69,11 @@ bool writeFdx(Document &document, const WriteOptions &options, QByteArray *bytes
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
     MVRFinalDraftWriter writer;
-    if (writer.write(&buffer, &document.text, document.elements))
+    if (writer.write(&buffer, &document.text, document.elements)) {
+        buffer.close();
+        *bytes = withTitlePage(*bytes, document);
         return true;
+    }
     *error = QStringLiteral("cannot be written as a Final Draft file");
     return false;
 }
@@ -95,7 +108,10 @@ bool writeText(Document &document, const WriteOptions &options, QByteArray *byte
     for (QTextBlock block = document.text.begin(); block.isValid(); block = block.next()) {
         if (document.isScreenplay && hasSpaceBefore(block))
             text += QLatin1Char('\n');
-        text += block.text() + QLatin1Char('\n');
+        // Empty paragraphs of a screenplay come as one blank.
+        text += (document.isScreenplay && block.text() == QLatin1String(" ") ? QString()
+                                                                             : block.text())
+            + QLatin1Char('\n');
     }
     text.chop(1);
     text.replace(QChar::LineSeparator, QLatin1Char('\n'));
@@ -109,7 +125,10 @@ bool writeMarkdown(Document &document, const WriteOptions &options, QByteArray *
 {
     Q_UNUSED(options)
     Q_UNUSED(error)
-    *bytes = withFinalNewline(document.text.toMarkdown());
+    QString text = document.text.toMarkdown();
+    if (document.isScreenplay)
+        dropBlankParagraphs(text);
+    *bytes = withFinalNewline(text);
     return true;
 }
 
