@@ -5,16 +5,16 @@
 #include <core/rtf/RtfWriter.h>
 
 #include <QFont>
+#include <QTextBlock>
 #include <QTextDocument>
-#include <QTextFrame>
 
 namespace {
 
 // A document that was just made needs no clearing, which for a note costs more than reading it.
 bool isPristine(const QTextDocument &document)
 {
-    return document.isEmpty() && document.rootFrame()->childFrames().isEmpty()
-        && document.begin().blockFormat().isEmpty() && document.begin().charFormat().isEmpty();
+    return document.isEmpty() && document.begin().blockFormat().isEmpty()
+        && document.begin().charFormat().isEmpty();
 }
 
 void readInto(const QByteArray &rtf, QTextDocument *document)

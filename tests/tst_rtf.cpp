@@ -6,54 +6,363 @@
 #include <QTextDocument>
 #include <QtTest>
 
+Q_DECLARE_METATYPE(QTextCharFormat)
+Q_DECLARE_METATYPE(QTextBlockFormat)
+
+// Reading RTF that other programs wrote, or damaged. Round trips: tst_rtfroundtrip.
 class TestRtf : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void plainTextKeepsItsLines_data();
-    void plainTextKeepsItsLines();
     void refusesWhatIsNotRtf();
+    void replacesContentAndKeepsUndoSetting();
+    void readsText_data();
+    void readsText();
+    void readsCharFormat_data();
+    void readsCharFormat();
+    void readsBlockFormat_data();
+    void readsBlockFormat();
+    void readsLinks_data();
+    void readsLinks();
+    void carriesDefaults();
+    void survivesSizes_data();
+    void survivesSizes();
+    void survivesEveryCut();
+
+private:
+    static QString textOf(const QTextDocument &document);
 };
 
-void TestRtf::plainTextKeepsItsLines_data()
+// Exact, unlike toPlainText(): blanks that do not break and line ends stay what they are.
+QString TestRtf::textOf(const QTextDocument &document)
 {
-    QTest::addColumn<QString>("text");
-    QTest::newRow("empty") << "";
-    QTest::newRow("blanks only") << "   ";
-    QTest::newRow("leading and trailing blanks") << " a ";
-    QTest::newRow("empty lines around") << "\n\na\n\n";
-    QTest::newRow("braces and backslash") << "{a\\b}";
-    QTest::newRow("digits and letters behind a tab") << "\t1\tb";
-    QTest::newRow("beyond the code page") << QString::fromUtf8("Č € 日本 😀 é\u00a0\u00ad\u2011");
-}
-
-void TestRtf::plainTextKeepsItsLines()
-{
-    QFETCH(const QString, text);
-    QFont font(QStringLiteral("Courier Prime"), 11);
-    font.setItalic(true);
-    QTextDocument document;
-    QVERIFY(MVRTextRtf::fromRtfCData(MVRTextRtf::textToRtf(text, &font), &document));
-    QString read = document.toPlainText();
-    if (text.contains(QChar::Nbsp)) // toPlainText() makes blanks of them
-        read = document.begin().text();
-    QCOMPARE(read, text);
-    const QTextCharFormat format = document.begin().charFormat();
-    QCOMPARE(format.fontFamily(), QStringLiteral("Courier Prime"));
-    QCOMPARE(format.fontPointSize(), 11.0);
-    QVERIFY(format.fontItalic());
+    QStringList lines;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        lines += block.text();
+    return lines.join(QLatin1Char('\n'));
 }
 
 void TestRtf::refusesWhatIsNotRtf()
 {
     QTextDocument document(QStringLiteral("kept"));
-    for (const char *bytes : {"", "text", "{\\rt", "\\rtf1 x", "{}"})
+    for (const char *bytes : {"", "text", "{\\rt", "\\rtf1 x", "{}", "x{\\rtf1}"})
         QVERIFY(!MVRTextRtf::fromRtfCData(bytes, &document));
     QCOMPARE(document.toPlainText(), QStringLiteral("kept"));
     QVERIFY(!MVRTextRtf::fromRtfCData("{\\rtf1 x}", nullptr));
     QVERIFY(MVRTextRtf::fromRtfCData(" \r\n{\\rtf1}", &document));
     QVERIFY(document.isEmpty());
+    QCOMPARE(document.blockCount(), 1);
+    QVERIFY(MVRTextRtf::toRtfCData(nullptr, true).isEmpty());
+}
+
+void TestRtf::replacesContentAndKeepsUndoSetting()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    QTextBlockFormat centred;
+    centred.setAlignment(Qt::AlignCenter);
+    cursor.setBlockFormat(centred);
+    cursor.insertTable(2, 2);
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 new}", &document));
+    QCOMPARE(textOf(document), QStringLiteral("new"));
+    QCOMPARE(document.begin().blockFormat().properties(), QTextBlockFormat().properties());
+    QVERIFY(document.isUndoRedoEnabled());
+    QCOMPARE(document.availableUndoSteps(), 0);
+
+    document.setUndoRedoEnabled(false);
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 again}", &document));
+    QVERIFY(!document.isUndoRedoEnabled());
+}
+
+void TestRtf::readsText_data()
+{
+    QTest::addColumn<QByteArray>("rtf"); // what stands between "{\rtf1\ansi" and "}"
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *name, const char *rtf, const char *text) {
+        QTest::newRow(name) << QByteArray(rtf) << QString::fromUtf8(text);
+    };
+
+    row("last \\par ends the last paragraph", " a\\par b\\par", "a\nb");
+    row("no \\par at the end", " a\\par b", "a\nb");
+    row("empty last paragraph", " a\\par\\par", "a\n");
+    row("line ends mean nothing", " a\r\nb\nc", "abc");
+    row("escaped line ends are paragraphs", " a\\\nb\\\r\nc", "a\nb\nc");
+    row("indented by hand", "\n   \\deff0\n   \\pard x", "x");
+    row("special characters",
+        "\\emdash\\endash\\lquote\\rquote\\ldblquote\\rdblquote\\bullet\\~\\-\\_",
+        "—–‘’“”•\u00a0\u00ad\u2011");
+    row("tab, line, raw tab", " a\\tab b\\line c\td", "a\tb\u2028c\td");
+    row("one blank ends a word", "\\b  a\\b0b", " ab");
+    row("escaped braces", " \\{\\\\\\}", "{\\}");
+    row("page break splits a paragraph", " a\\page b", "a\nb");
+    row("section", " a\\par\\sect b\\sect c", "a\nb\nc");
+    row("table rows as lines", "\\trowd\\intbl a\\cell b\\cell\\row\\pard c", "a\tb\nc");
+
+    row("code page of the file", "\\ansicpg1251 \\'cf\\'f0", "Пр");
+    row("raw bytes", "\\ansicpg1251 \xcf\xf0!", "Пр!");
+    row("DOS and Macintosh", "\\pc \\'81\\pca \\'9b\\mac \\'8a", "üøä");
+    row("code page of the font",
+        "{\\fonttbl{\\f0\\fcharset0 A;}{\\f1\\fcharset238 B;}{\\f2\\cpg1253 "
+        "C;}}\\f0\\'e8\\f1\\'e8\\f2\\'e8",
+        "èčθ");
+    row("charset 0 is the file's on a Macintosh",
+        "\\ansicpg10000{\\fonttbl{\\f0\\fcharset0 A;}}\\f0\\'8a", "ä");
+    row("two bytes in hex", "\\ansicpg932\\'93\\'fa\\'96\\'7b", "日本");
+    row("second byte raw", "\\ansicpg932\\'93\xfa\\'96{}\\'83A", "日\uFFFDア");
+    row("second byte is a backslash", "\\ansicpg932\\'83\\\\ \\'83\\'5c", "ソ ソ");
+    row("second byte on the next line", "\\ansicpg936\\'d6\n\\'d0", "中");
+    row("other double-byte pages",
+        "\\ansicpg949\\'c7\\'d1\\ansicpg950\\'a4\\'a4\\ansicpg874\\'a1\\'93", "한中ก“");
+    row("font name in its own code page is no text",
+        "\\ansicpg932{\\fonttbl{\\f0\\fcharset128 \\'82\\'6c\\'82\\'72;}}x", "x");
+    row("symbol font", "{\\fonttbl{\\f0\\fcharset2 Odd;}}\\f0\\'41", "\uF041");
+
+    row("fallback of one character", "\\u8364?x\\u8364\\'80x", "€x€x");
+    row("fallback counted by \\uc", "\\uc0\\u8364x{\\uc2\\u8364??x}\\u8364x", "€x€x€x");
+    row("fallback in two bytes", "\\uc2\\u26085\\'93\\'fax", "日x");
+    row("fallback is a special character", "\\u8364\\emdash x\\u8364\\~x", "€x€x");
+    row("fallback ends with the group", "{\\u8364}x\\u8364{y}", "€x€y");
+    row("formatting between is no fallback", "\\u8364\\b ?\\b0x", "€x");
+    row("paragraph is no fallback", "\\u8364\\par x", "€\nx");
+    row("negative", "\\u-10187?\\u-8960?", "\U0001D500");
+    row("pair over groups", "{\\u55349?}{\\b\\u56576?}", "\U0001D500");
+    row("lone halves", "\\u55349?a\\u56576?\\u55349?\\u55349?\\u56576?",
+        "\uFFFDa\uFFFD\uFFFD\U0001D500");
+    row("lone half at the end", " a\\u55349?", "a\uFFFD");
+    row("beyond 16 bits", "\\u128512?\\u9999999999?", "😀\uFFFD");
+    row("characters the document keeps for itself", "\\u64976?\\u8233?a\\u0?\\u65534?",
+        "\uFFFD\na\uFFFD");
+    row("no number", "\\u x", "x");
+    row("both spellings", "{\\upr{old}{\\*\\ud{n\\u233?w}}}", "néw");
+    row("both spellings of a destination",
+        "{\\upr{\\fonttbl{\\f0 A;}}{\\*\\ud{\\fonttbl{\\f0 B;}}}}x", "x");
+
+    row("unknown words, known text", "\\xyzzy5{\\foo bar}", "bar");
+    row("unknown destination", "{\\*\\foo bar{baz}}x", "x");
+    row("star without a destination", "{\\*\\b x}y", "y");
+    row("not the document's text",
+        "{\\info{\\title T}}{\\header h}{\\footnote f}{\\*\\annotation a}{\\pict 00}"
+        "{\\stylesheet{\\s1 S;}}{\\shp{\\*\\shpinst i}}{\\*\\bkmkstart b}{\\listtext\\tab 1.}{\\xe "
+        "i}x",
+        "x");
+    row("object shows its result", "{\\object{\\*\\objdata 00}{\\result r}}", "r");
+    row("binary data", "{\\pict\\bin5 }}}{\\}a\\bin3 {{{b", "ab");
+    row("binary data in text", " a\\bin3 {{{b", "ab");
+    row("binary data longer than the file", " a\\bin2000000000 b", "a");
+    row("hidden and deleted", " a{\\v h\\par}{\\deleted d}b", "ab");
+    row("bad hex", "\\'zz\\'4g", "zz4g");
+    row("too many ends", " a}b}c", "a");
+    row("name too long", "\\abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz1 x", "x");
+}
+
+void TestRtf::readsText()
+{
+    QFETCH(const QByteArray, rtf);
+    QFETCH(const QString, text);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1\\ansi" + rtf + '}', &document));
+    QCOMPARE(textOf(document), text);
+}
+
+void TestRtf::readsCharFormat_data()
+{
+    QTest::addColumn<QByteArray>("rtf");
+    QTest::addColumn<QTextCharFormat>("expected"); // of the first character
+    const auto row = [](const char *rtf, const auto &set) {
+        QTextCharFormat format;
+        set(format);
+        QTest::newRow(rtf) << QByteArray(rtf) << format;
+    };
+    using F = QTextCharFormat;
+
+    row("{\\b\\i a}", [](F &f) { f.setFontWeight(QFont::Bold), f.setFontItalic(true); });
+    row("\\b\\i\\ul\\plain a", [](F &) {});
+    row("\\b{\\b0 a}", [](F &) {});
+    row("{\\b}a", [](F &) {});
+    row("\\uldb a", [](F &f) { f.setUnderlineStyle(F::SingleUnderline); });
+    row("\\ulthdashd a", [](F &f) { f.setUnderlineStyle(F::DashDotLine); });
+    row("\\ulwave\\ulwave0 a", [](F &) {});
+    row("\\ul\\ulnone a", [](F &) {});
+    row("\\up6 a", [](F &f) { f.setVerticalAlignment(F::AlignSuperScript); });
+    row("\\sub a", [](F &f) { f.setVerticalAlignment(F::AlignSubScript); });
+    row("\\super\\nosupersub a", [](F &) {});
+    row("\\strike\\scaps a",
+        [](F &f) { f.setFontStrikeOut(true), f.setFontCapitalization(QFont::SmallCaps); });
+    row("\\fs25 a", [](F &f) { f.setFontPointSize(12.5); });
+    row("\\fs a", [](F &f) { f.setFontPointSize(12); });
+    row("\\fs-99 a", [](F &) {});
+    row("{\\fonttbl{\\f0 A B{\\*\\falt X};}{\\f7\\fswiss C}}\\f7 a",
+        [](F &f) { f.setFontFamily(QStringLiteral("C")); });
+    row("\\deff0{\\fonttbl\\f0 A B;}\\f3\\plain a",
+        [](F &f) { f.setFontFamily(QStringLiteral("A B")); });
+    row("\\cocoartf1{\\fonttbl\\f0 Helvetica-BoldOblique;}\\f0\\b a",
+        [](F &f) { f.setFontFamily(QStringLiteral("Helvetica")), f.setFontWeight(QFont::Bold); });
+    row("{\\colortbl;\\red255\\green0\\blue9;\\red300;}\\cf1\\cb2 a",
+        [](F &f) { f.setForeground(QColor(255, 0, 9)), f.setBackground(QColor(255, 0, 0)); });
+    row("{\\colortbl;\\red1\\green2\\blue3;}\\chcbpat1 a",
+        [](F &f) { f.setBackground(QColor(1, 2, 3)); });
+    row("{\\colortbl;\\red1\\green2\\blue3;}\\highlight1\\ul\\ulc1 a", [](F &f) {
+        f.setUnderlineStyle(F::SingleUnderline);
+        f.setUnderlineColor(QColor(1, 2, 3));
+        f.setBackground(QColor(1, 2, 3));
+    });
+    row("\\cf99\\f99\\mvrx99 a", [](F &) {});
+    row("{\\*\\mvrprops 2003i:200 zz 2001d:nan 2003x:1 100007b:1 2004b:1;}\\mvrx1 a",
+        [](F &f) { f.setFontItalic(true); });
+}
+
+void TestRtf::readsCharFormat()
+{
+    QFETCH(const QByteArray, rtf);
+    QFETCH(const QTextCharFormat, expected);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1" + rtf + '}', &document));
+    QCOMPARE(textOf(document), QStringLiteral("a"));
+    QCOMPARE(document.begin().begin().fragment().charFormat().properties(), expected.properties());
+}
+
+void TestRtf::readsBlockFormat_data()
+{
+    QTest::addColumn<QByteArray>("rtf");
+    QTest::addColumn<QTextBlockFormat>("expected"); // of the last paragraph
+    const auto row = [](const char *rtf, const auto &set) {
+        QTextBlockFormat format;
+        set(format);
+        QTest::newRow(rtf) << QByteArray(rtf) << format;
+    };
+    using F = QTextBlockFormat;
+
+    row("\\qc a\\par", [](F &f) { f.setAlignment(Qt::AlignHCenter); });
+    row("\\qj a", [](F &f) { f.setAlignment(Qt::AlignJustify); });
+    row("\\qr\\pard a", [](F &) {});
+    row("\\li720\\ri-20\\fi-360 a",
+        [](F &f) { f.setLeftMargin(36), f.setRightMargin(-1), f.setTextIndent(-18); });
+    row("\\sb240\\sa120 a", [](F &f) { f.setTopMargin(12), f.setBottomMargin(6); });
+    row("\\sl360\\slmult1 a", [](F &f) { f.setLineHeight(150, F::ProportionalHeight); });
+    row("\\sl240\\slmult1 a", [](F &) {});
+    row("\\sl-280 a", [](F &f) { f.setLineHeight(14, F::FixedHeight); });
+    row("\\sl280\\slmult0 a", [](F &f) { f.setLineHeight(14, F::MinimumHeight); });
+    row("\\pagebb\\keep a", [](F &f) {
+        f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+        f.setNonBreakableLines(true);
+    });
+    row("x\\page a", [](F &f) { f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore); });
+    row("x\\sect a", [](F &f) { f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore); });
+    row("x\\sect\\sectd\\sbknone a", [](F &) {});
+    row("x\\page a\\par b", [](F &) {});
+    row("\\rtlpar\\outlinelevel1 a",
+        [](F &f) { f.setLayoutDirection(Qt::RightToLeft), f.setHeadingLevel(2); });
+    row("{\\qc a\\par}b", [](F &) {});
+    row("\\li99999999999 a", [](F &f) { f.setLeftMargin(10000); });
+}
+
+void TestRtf::readsBlockFormat()
+{
+    QFETCH(const QByteArray, rtf);
+    QFETCH(const QTextBlockFormat, expected);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 " + rtf + '}', &document));
+    QCOMPARE(document.lastBlock().blockFormat().properties(), expected.properties());
+}
+
+void TestRtf::readsLinks_data()
+{
+    QTest::addColumn<QByteArray>("instruction");
+    QTest::addColumn<QString>("target");
+    QTest::newRow("address") << QByteArray("HYPERLINK \"http://a.b/c d\"") << "http://a.b/c d";
+    QTest::newRow("unquoted, small letters") << QByteArray(" hyperlink http://a ") << "http://a";
+    QTest::newRow("bookmark") << QByteArray("HYPERLINK \\\\l \"top\"") << "#top";
+    QTest::newRow("address and bookmark")
+        << QByteArray("HYPERLINK \\\\o \"tip\" \"a.htm\" \\\\l \"b\" \\\\n") << "a.htm#b";
+    QTest::newRow("path") << QByteArray("HYPERLINK \"C:\\\\\\\\x\\\\\\\\y\"") << "C:\\x\\y";
+    QTest::newRow("in groups") << QByteArray("{\\b HYPER}{LINK}{ \"a\"}{\\*\\datafield 00}") << "a";
+    QTest::newRow("field in the instruction")
+        << QByteArray("HYPERLINK \"{\\field{\\*\\fldinst REF x}{\\fldrslt a}}b\"") << "ab";
+    QTest::newRow("other field") << QByteArray("PAGE") << "";
+    QTest::newRow("no address") << QByteArray("HYPERLINK") << "";
+}
+
+void TestRtf::readsLinks()
+{
+    QFETCH(const QByteArray, instruction);
+    QFETCH(const QString, target);
+    QTextDocument document;
+    const QByteArray rtf
+        = "{\\rtf1 x{\\field{\\*\\fldinst " + instruction + "}{\\fldrslt{\\plain r}}}y}";
+    QVERIFY(MVRTextRtf::fromRtfCData(rtf, &document));
+    QCOMPARE(textOf(document), QStringLiteral("xry"));
+    QTextCursor cursor(&document);
+    cursor.setPosition(2);
+    QCOMPARE(cursor.charFormat().anchorHref(), target);
+    QCOMPARE(cursor.charFormat().isAnchor(), !target.isEmpty());
+    cursor.setPosition(3);
+    QVERIFY(!cursor.charFormat().isAnchor());
+}
+
+void TestRtf::carriesDefaults()
+{
+    QTextDocument source(QStringLiteral("a"));
+    source.setDefaultFont(QFont(QStringLiteral("Courier Prime"), 17));
+    QTextDocument note;
+    const QFont before = note.defaultFont();
+    QVERIFY(MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&source, false), &note));
+    QCOMPARE(note.defaultFont(), before);
+
+    QTextDocument copy;
+    QVERIFY(MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&source, true), &copy));
+    QCOMPARE(copy.defaultFont().family(), QStringLiteral("Courier Prime"));
+    QCOMPARE(copy.defaultFont().pointSizeF(), 17.0);
+    QVERIFY(copy.begin().begin().fragment().charFormat().isEmpty());
+}
+
+void TestRtf::survivesSizes_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("text");
+    const int million = 1000000;
+    QTest::newRow("groups never closed") << QByteArray(million, '{') + "a"
+                                         << "a";
+    QTest::newRow("groups closed")
+        << QByteArray(million, '{') + "a" + QByteArray(million, '}') + "b"
+        << "ab";
+    QTest::newRow("deep destination") << QByteArray(million, '{') + "\\*\\x a}b"
+                                      << "b";
+    QTest::newRow("fields in fields")
+        << QByteArray("{\\field{\\fldrslt ").repeated(million / 10) + "a"
+        << "a";
+    QTest::newRow("instructions in instructions")
+        << QByteArray("{\\field{\\*\\fldinst ").repeated(million / 10) + "a"
+        << "";
+    QTest::newRow("halves of characters")
+        << "\\ansicpg932" + QByteArray("\\'83\\\\").repeated(million / 10)
+        << QString(million / 10, QChar(0x30bd));
+}
+
+void TestRtf::survivesSizes()
+{
+    QFETCH(const QByteArray, body);
+    QFETCH(const QString, text);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 " + body, &document));
+    QCOMPARE(textOf(document), text);
+}
+
+// A file that breaks off keeps the text before the break and never more than that.
+void TestRtf::survivesEveryCut()
+{
+    const QByteArray rtf
+        = "{\\rtf1\\ansi{\\fonttbl{\\f0 A;}}{\\colortbl;\\red1;}\\f0\\b one\\par "
+          "{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt two}}\\'e9\\u8364?{\\pict\\bin3 abc}}";
+    QTextDocument whole;
+    QVERIFY(MVRTextRtf::fromRtfCData(rtf, &whole));
+    const QString text = textOf(whole);
+    QCOMPARE(text, QString::fromUtf8("one\ntwoé€"));
+    for (int length = 5; length < rtf.size(); ++length) {
+        QTextDocument document;
+        QVERIFY(MVRTextRtf::fromRtfCData(rtf.left(length), &document));
+        QVERIFY2(text.startsWith(textOf(document)), rtf.left(length));
+    }
 }
 
 QTEST_MAIN(TestRtf)

@@ -35,6 +35,13 @@ public:
 
     bool hasText() const { return !m_text.isEmpty(); }
 
+    /*! Takes \a last off the paragraph's end, if it stands there. */
+    void chop(char16_t last)
+    {
+        if (m_text.endsWith(QChar(last)))
+            m_text.chop(1);
+    }
+
     /*!
         Inserts the paragraph.
         \param blockFormat  its formatting

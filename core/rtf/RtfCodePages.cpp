@@ -110,33 +110,35 @@ bool isDoubleByte(int codePage)
     }
 }
 
-QTextCodec *codecFor(int codePage)
+const char *codecName(int codePage)
 {
     for (const CodecRow &row : codecRows) {
         if (row.codePage == codePage)
-            return QTextCodec::codecForName(row.codec);
+            return row.codec;
     }
     return nullptr;
 }
 
-void fillUpper(int codePage, QTextCodec *codec, std::array<QChar, 128> *upper)
+using Characters = std::array<QChar, 256>;
+
+void fill(int codePage, QTextCodec *codec, Characters *characters)
 {
-    for (int index = 0; index < 128; ++index) {
-        const char byte = static_cast<char>(0x80 + index);
-        const QString character = codec ? codec->toUnicode(&byte, 1) : QString();
-        (*upper)[index]
+    for (int byte = 0x80; byte < 0x100; ++byte) {
+        const char single = static_cast<char>(byte);
+        const QString character = codec->toUnicode(&single, 1);
+        (*characters)[byte]
             = character.size() == 1 ? character.at(0) : QChar(QChar::ReplacementCharacter);
     }
     if (codePage == 874) {
         for (const Thai &row : thaiAdditions)
-            (*upper)[row.byte - 0x80] = QChar(row.character);
+            (*characters)[row.byte] = QChar(row.character);
     }
 }
 
-void fillUpper(const char16_t *characters, std::array<QChar, 128> *upper)
+void fill(const char16_t *upper, Characters *characters)
 {
-    for (int index = 0; index < 128 && characters[index] != 0; ++index)
-        (*upper)[index] = QChar(characters[index]);
+    for (int index = 0; index < 128 && upper[index] != 0; ++index)
+        (*characters)[0x80 + index] = QChar(upper[index]);
 }
 
 } // namespace
@@ -150,45 +152,50 @@ int RtfCodePages::fromCharset(int charset)
     return 0;
 }
 
-const RtfCodePages::Page &RtfCodePages::page(int codePage)
+const RtfCodePages::Page &RtfCodePages::findPage(int codePage)
 {
     for (const auto &known : m_pages) {
         if (known->codePage == codePage)
-            return *known;
+            return *(m_last = known.get());
     }
-    auto added = std::make_unique<Page>();
-    added->codePage = codePage;
-    QTextCodec *codec = codecFor(codePage);
-    if (codec && (isDoubleByte(codePage) || codePage == 65001))
-        added->codec = codec;
+    // Files may name thousands of pages that do not exist.
+    if (codePage != Symbol && !codecName(codePage))
+        return findPage(Western);
+    m_pages.push_back(makePage(codePage));
+    return *(m_last = m_pages.back().get());
+}
+
+std::unique_ptr<RtfCodePages::Page> RtfCodePages::makePage(int codePage)
+{
+    auto made = std::make_unique<Page>();
+    made->codePage = codePage;
+    for (int byte = 0; byte < 0x100; ++byte)
+        made->characters[byte] = QChar(codePage == Symbol ? 0xf000 + byte : byte);
+
+    QTextCodec *codec
+        = codePage == Symbol ? nullptr : QTextCodec::codecForName(codecName(codePage));
+    if (codec && (isDoubleByte(codePage) || codePage == Utf8))
+        made->codec = codec;
     else if (codec)
-        fillUpper(codePage, codec, &added->upper);
+        fill(codePage, codec, &made->characters);
     else if (codePage == 437)
-        fillUpper(dosUpper, &added->upper);
+        fill(dosUpper, &made->characters);
     else if (codePage == 850)
-        fillUpper(dosWesternUpper, &added->upper);
-    else
-        added->upper = page(Western).upper;
-    m_pages.push_back(std::move(added));
-    return *m_pages.back();
+        fill(dosWesternUpper, &made->characters);
+    else if (codePage != Symbol && codePage != Western)
+        made->characters = findPage(Western).characters;
+    return made;
 }
 
 void RtfCodePages::decode(int codePage, const QByteArray &bytes, QString *text)
 {
-    if (codePage == Symbol) {
-        for (const char byte : bytes)
-            text->append(QChar(0xf000 + static_cast<unsigned char>(byte)));
-        return;
-    }
     const Page &known = page(codePage);
     if (known.codec) {
         text->append(known.codec->toUnicode(bytes));
         return;
     }
-    for (const char byte : bytes) {
-        const auto value = static_cast<unsigned char>(byte);
-        text->append(value < 0x80 ? QChar(ushort(value)) : known.upper[value - 0x80]);
-    }
+    for (const char byte : bytes)
+        text->append(known.characters[static_cast<unsigned char>(byte)]);
 }
 
 bool RtfCodePages::isLeadByte(int codePage, unsigned char byte)

@@ -21,6 +21,7 @@ public:
     enum : int {
         Western = 1252,
         MacRoman = 10000,
+        Utf8 = 65001,
         Symbol = 42 /*!< fonts with their own glyph numbers: U+F000 and up, as Windows does */
     };
 
@@ -29,6 +30,13 @@ public:
 
     /*! Tells whether \a codePage counts as one of the Macintosh's. */
     static bool isMac(int codePage) { return codePage >= MacRoman && codePage < MacRoman + 100; }
+
+    /*! The characters of a code page of single bytes, null for one of more than one byte. */
+    const QChar *singleBytes(int codePage)
+    {
+        const Page &known = page(codePage);
+        return known.codec ? nullptr : known.characters.data();
+    }
 
     /*! Appends \a bytes, read in \a codePage (an unknown one is read as 1252), to \a text. */
     void decode(int codePage, const QByteArray &bytes, QString *text);
@@ -41,10 +49,16 @@ private:
     {
         int codePage = 0;
         QTextCodec *codec = nullptr; // set for code pages of more than one byte
-        std::array<QChar, 128> upper {}; // what 0x80-0xff stand for, in the others
+        std::array<QChar, 256> characters {}; // of the others
     };
 
-    const Page &page(int codePage);
+    const Page &page(int codePage)
+    {
+        return m_last && m_last->codePage == codePage ? *m_last : findPage(codePage);
+    }
+    const Page &findPage(int codePage);
+    std::unique_ptr<Page> makePage(int codePage);
 
     std::vector<std::unique_ptr<Page>> m_pages;
+    const Page *m_last = nullptr;
 };

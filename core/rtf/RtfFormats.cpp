@@ -6,6 +6,7 @@
 #include <QBrush>
 #include <QFont>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -85,6 +86,12 @@ QString familyOf(const QTextCharFormat &format)
 {
     const QString family = format.fontFamily();
     return family.isEmpty() ? format.fontFamilies().toStringList().value(0) : family;
+}
+
+// What there is a word for; the rest goes out exactly.
+int writable(int value, std::initializer_list<int> words)
+{
+    return std::find(words.begin(), words.end(), value) != words.end() ? value : 0;
 }
 
 // The anchor of a note goes with the note, which is not written here.
@@ -187,12 +194,19 @@ RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfTable
                             rtfLargestFont);
     props.bold = format.fontWeight() > QFont::Medium ? 1 : 0;
     props.italic = format.fontItalic() ? 1 : 0;
-    props.underline = format.underlineStyle();
+    props.underline = format.underlineStyle() == QTextCharFormat::SpellCheckUnderline
+        ? QTextCharFormat::WaveUnderline
+        : writable(format.underlineStyle(),
+                   {QTextCharFormat::SingleUnderline, QTextCharFormat::DashUnderline,
+                    QTextCharFormat::DotLine, QTextCharFormat::DashDotLine,
+                    QTextCharFormat::DashDotDotLine, QTextCharFormat::WaveUnderline});
     props.underlineColor
         = props.underline ? colorOf(format, QTextFormat::TextUnderlineColor, tables) : 0;
     props.strike = format.fontStrikeOut() ? 1 : 0;
-    props.vertical = format.verticalAlignment();
-    props.capitalization = format.fontCapitalization();
+    props.vertical = writable(format.verticalAlignment(),
+                              {QTextCharFormat::AlignSuperScript, QTextCharFormat::AlignSubScript});
+    props.capitalization
+        = writable(format.fontCapitalization(), {QFont::AllUppercase, QFont::SmallCaps});
     if (format.fontLetterSpacingType() == QFont::AbsoluteSpacing)
         props.spacing = twips(format.fontLetterSpacing());
     props.foreground = colorOf(format, QTextFormat::ForegroundBrush, tables);
@@ -206,7 +220,8 @@ RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfTable
 RtfParaProps fromBlockFormat(const QTextBlockFormat &format, bool breakBefore, RtfTables *tables)
 {
     RtfParaProps props;
-    props.alignment = int(format.alignment() & Qt::AlignHorizontal_Mask) & ~Qt::AlignLeft;
+    props.alignment = writable(format.alignment() & Qt::AlignHorizontal_Mask & ~Qt::AlignAbsolute,
+                               {Qt::AlignRight, Qt::AlignHCenter, Qt::AlignJustify});
     if (format.hasProperty(MVRTextFormat::BlockLeftIndentProperty)) {
         readScriptIndents(format, &props);
     } else {

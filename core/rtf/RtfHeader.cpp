@@ -2,8 +2,6 @@
 
 namespace {
 
-constexpr int longestFontName = 256;
-
 // macOS writes the name of a face ("Helvetica-BoldOblique", "ArialMT") and \b and \i beside it.
 QString familyOfFace(const QString &face)
 {
@@ -35,17 +33,19 @@ void RtfFontTable::addText(const QString &text)
     for (const QChar &character : text) {
         if (character == QLatin1Char(';'))
             finish();
-        else if (m_font.family.size() < longestFontName)
+        else if (m_font.family.size() < RtfFont::longestName)
             m_font.family.append(character);
     }
 }
 
 void RtfFontTable::finish()
 {
-    m_font.family = familyOfFace(m_font.family.trimmed());
+    m_font.family = m_font.family.trimmed();
+    if (m_faces)
+        m_font.family = familyOfFace(m_font.family);
     if (m_number >= 0)
         m_tables->fonts.insert(m_number, m_font);
-    m_font = {};
+    m_font = RtfFont();
     m_number = -1;
 }
 

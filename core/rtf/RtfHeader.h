@@ -11,6 +11,8 @@ public:
     {
     }
 
+    /*! The names are those of faces, as macOS writes them. */
+    void setFaces() { m_faces = true; }
     void begin(int number);
     void setCodePage(int codePage) { m_font.codePage = codePage; }
     /*! The code page that the name of the current entry is written in; 0: the document's. */
@@ -23,6 +25,7 @@ private:
     RtfTables *m_tables;
     RtfFont m_font;
     int m_number = -1;
+    bool m_faces = false;
 };
 
 /*! Collects the entries of \colortbl (RTF 1.9.1, "Color Table") into the tables. */

@@ -28,6 +28,7 @@ RtfReader::RtfReader(const QByteArray &rtf, QTextDocument *document)
     , m_fontTable(&m_tables)
     , m_colorTable(&m_tables)
 {
+    m_outer.reserve(8); // deep enough for most files
 }
 
 bool RtfReader::isRtf(const QByteArray &rtf)
@@ -216,7 +217,15 @@ void RtfReader::resetChars()
     m_group.chars = m_plain;
     m_group.chars.link = link;
     m_group.chars.deleted = deleted;
+    m_group.codePage = -1;
     m_inHeader = false;
+    charsChanged();
+}
+
+void RtfReader::setFont(int number)
+{
+    m_group.chars.font = number;
+    m_group.codePage = -1;
     charsChanged();
 }
 
@@ -263,6 +272,20 @@ void RtfReader::endSection()
     m_sectionBreak = true;
 }
 
+// A row of a table is a paragraph, its cells stand behind each other with tabs between.
+void RtfReader::endCell()
+{
+    appendCharacter('\t');
+}
+
+void RtfReader::endRow()
+{
+    if (!isVisible())
+        return;
+    m_builder.chop('\t');
+    endParagraph();
+}
+
 int RtfReader::charFormat()
 {
     if (m_group.charFormat < 0)
@@ -274,6 +297,13 @@ void RtfReader::setCodePage(int codePage)
 {
     m_codePage = codePage > 0 ? codePage : int(RtfCodePages::Western);
     m_fromMac = m_fromMac || RtfCodePages::isMac(m_codePage);
+    m_group.codePage = -1;
+}
+
+void RtfReader::setFromMac()
+{
+    m_fromMac = true;
+    m_fontTable.setFaces();
 }
 
 void RtfReader::setCharset(int charset)
@@ -286,8 +316,8 @@ void RtfReader::setCharset(int charset)
 
 void RtfReader::setDefaultFont(int number)
 {
-    m_plain.font = m_group.chars.font = number;
-    charsChanged();
+    m_plain.font = number;
+    setFont(number);
 }
 
 void RtfReader::takeDefaults()
@@ -296,7 +326,7 @@ void RtfReader::takeDefaults()
         RtfGroup &outer = m_outer.back();
         m_defaultFormat = RtfFormats::toCharFormat(outer.chars, m_tables);
         m_plain = outer.chars = {};
-        outer.charFormat = -1;
+        outer.charFormat = outer.codePage = -1;
     }
     skipDestination();
 }
@@ -342,6 +372,8 @@ void RtfReader::finishFieldInstruction()
 
 void RtfReader::finishExactProperties()
 {
+    if (m_tables.exact.isEmpty())
+        m_tables.exact.append(RtfExactProperties()); // sets are counted from 1
     m_tables.exact += RtfExact::fromText(m_exactText.toLatin1());
     m_exactText.clear();
     m_formats.tablesChanged();

@@ -23,6 +23,7 @@ struct RtfGroup
     int unicodeSkip = 1; /*!< \uc: characters of fallback behind each \u */
     int field = -1; /*!< number of the field that the group is part of */
     int charFormat = -1; /*!< number of the format for chars, -1: to be looked up */
+    int codePage = -1; /*!< of the font in chars, -1: to be looked up */
 };
 
 /*!
@@ -58,12 +59,15 @@ public:
     bool isVisible() const { return inBody() && !m_group.chars.hidden && !m_group.chars.deleted; }
 
     void charsChanged() { m_group.charFormat = -1; }
+    void setFont(int number);
     void resetChars();
     void resetPara();
     void appendCharacter(char16_t character);
     void appendUnicode(int value);
     void endParagraph();
     void breakPage();
+    void endCell();
+    void endRow();
     void endSection();
     void setSectionContinuous(bool continuous) { m_continuousSection = continuous; }
 
@@ -74,7 +78,7 @@ public:
     void setCodePage(int codePage);
     void setCharset(int charset);
     void setDefaultFont(int number);
-    void setFromMac() { m_fromMac = true; }
+    void setFromMac();
     void takeDefaults();
 
     void beginField();
@@ -107,7 +111,8 @@ private:
     void putUnit(char16_t unit);
     void putLoneSurrogate();
     bool skipFallback();
-    int codePage() const;
+    int codePage();
+    int lookUpCodePage() const;
     int charFormat();
     void insertParagraph();
 

@@ -72,8 +72,14 @@ void RtfReader::addByte(unsigned char byte)
             appendCharacter('\t');
         return;
     }
-    if (m_bytes.isEmpty())
+    if (m_bytes.isEmpty()) {
         m_bytesCodePage = codePage();
+        // In most code pages a byte is a character, and waits for no other.
+        if (const QChar *characters = m_codePages.singleBytes(m_bytesCodePage)) {
+            putUnit(characters[byte].unicode());
+            return;
+        }
+    }
     m_bytes.append(static_cast<char>(byte));
     m_leadByte = !m_leadByte && RtfCodePages::isLeadByte(m_bytesCodePage, byte);
 }
@@ -83,13 +89,26 @@ void RtfReader::flushBytes()
     if (m_bytes.isEmpty())
         return;
     QString text;
+    if (m_leadByte)
+        m_bytes.chop(1);
     m_codePages.decode(m_bytesCodePage, m_bytes, &text);
+    if (m_leadByte)
+        text += QChar::ReplacementCharacter;
     m_bytes.resize(0);
     m_leadByte = false;
     put(QStringView(text));
 }
 
-int RtfReader::codePage() const
+int RtfReader::codePage()
+{
+    if (m_group.destination == &RtfDestinations::fontTable)
+        return lookUpCodePage();
+    if (m_group.codePage < 0)
+        m_group.codePage = lookUpCodePage();
+    return m_group.codePage;
+}
+
+int RtfReader::lookUpCodePage() const
 {
     const int page = m_group.destination == &RtfDestinations::fontTable
         ? m_fontTable.codePage()

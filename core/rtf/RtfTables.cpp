@@ -2,14 +2,43 @@
 
 #include <core/rtf/RtfExact.h>
 
+namespace {
+
+// A name as the font table can hold it: no semicolon, no controls, no blanks around.
+QString tableName(const QString &family)
+{
+    QString name;
+    for (const QChar &character : family) {
+        const bool isSeparator = character == QLatin1Char(';') || character == QChar::LineSeparator
+            || character == QChar::ParagraphSeparator;
+        if (character.unicode() >= 0x20 && !isSeparator)
+            name += character;
+    }
+    return name.left(RtfFont::longestName).trimmed();
+}
+
+// Number 0 means none, so the first entry is never handed out.
+template <typename List, typename Value> int appendNumbered(List *list, const Value &value)
+{
+    if (list->isEmpty())
+        list->append(typename List::value_type());
+    list->append(value);
+    return list->size() - 1;
+}
+
+} // namespace
+
 int RtfTables::fontNumber(const QString &family)
 {
-    const auto known = m_fontNumbers.constFind(family);
+    const QString name = tableName(family);
+    if (name.isEmpty())
+        return -1;
+    const auto known = m_fontNumbers.constFind(name);
     if (known != m_fontNumbers.constEnd())
         return known.value();
     const int number = fonts.size();
-    fonts.insert(number, {family, 0});
-    m_fontNumbers.insert(family, number);
+    fonts.insert(number, {name, 0});
+    m_fontNumbers.insert(name, number);
     return number;
 }
 
@@ -18,8 +47,7 @@ int RtfTables::colorNumber(const QColor &color)
     const auto known = m_colorNumbers.constFind(color.rgb());
     if (known != m_colorNumbers.constEnd())
         return known.value();
-    const int number = colors.size();
-    colors.append(QColor(color.rgb())); // RTF knows no transparency
+    const int number = appendNumbered(&colors, QColor(color.rgb())); // RTF is never translucent
     m_colorNumbers.insert(color.rgb(), number);
     return number;
 }
@@ -29,8 +57,7 @@ int RtfTables::linkNumber(const QString &target)
     const auto known = m_linkNumbers.constFind(target);
     if (known != m_linkNumbers.constEnd())
         return known.value();
-    const int number = links.size();
-    links.append(target);
+    const int number = appendNumbered(&links, target);
     m_linkNumbers.insert(target, number);
     return number;
 }
@@ -39,10 +66,9 @@ int RtfTables::tabsNumber(const QList<QTextOption::Tab> &stops)
 {
     if (stops.isEmpty())
         return 0;
-    if (tabs.constLast() == stops)
+    if (!tabs.isEmpty() && tabs.constLast() == stops)
         return tabs.size() - 1;
-    tabs.append(stops);
-    return tabs.size() - 1;
+    return appendNumbered(&tabs, stops);
 }
 
 int RtfTables::exactNumber(const RtfExactProperties &properties)
@@ -53,8 +79,7 @@ int RtfTables::exactNumber(const RtfExactProperties &properties)
     const auto known = m_exactNumbers.constFind(text);
     if (known != m_exactNumbers.constEnd())
         return known.value();
-    const int number = exact.size();
-    exact.append(properties);
+    const int number = appendNumbered(&exact, properties);
     m_exactNumbers.insert(text, number);
     m_exactText += text + ';';
     return number;

@@ -18,6 +18,8 @@ using RtfExactProperties = QVector<RtfExactProperty>;
 
 struct RtfFont
 {
+    static constexpr int longestName = 256;
+
     QString family;
     int codePage = 0; /*!< of its text; 0: the document's */
 };
@@ -32,14 +34,17 @@ class RtfTables
 {
 public:
     QHash<int, RtfFont> fonts; /*!< by the number behind \f */
-    QVector<QColor> colors {QColor()}; /*!< by the number behind \cf; invalid: automatic */
-    QStringList links {QString()};
-    QVector<QList<QTextOption::Tab>> tabs {{}};
-    QVector<RtfExactProperties> exact {{}}; /*!< by the number behind \mvrx and \mvrp */
+    QVector<QColor> colors; /*!< by the number behind \cf; invalid: automatic */
+    QStringList links; /*!< by number; 0: none */
+    QVector<QList<QTextOption::Tab>> tabs; /*!< by number; 0: none */
+    QVector<RtfExactProperties> exact; /*!< by the number behind \mvrx and \mvrp */
 
     QColor color(int index) const { return colors.value(index); }
 
-    /*! The number of a font, colour, link target …, added when it is new. */
+    /*!
+        The number of a font, colour, link target …, added when it is new. For a font -1 when its
+        name has nothing that the font table could hold.
+    */
     int fontNumber(const QString &family);
     int colorNumber(const QColor &color);
     int linkNumber(const QString &target);

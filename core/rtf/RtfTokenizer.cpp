@@ -90,9 +90,13 @@ RtfToken RtfTokenizer::readEscape()
 
 RtfToken RtfTokenizer::readHex()
 {
-    const int high = m_end - m_at >= 2 ? hexValue(m_at[0]) : -1;
-    const int low = high >= 0 ? hexValue(m_at[1]) : -1;
-    if (low < 0)
+    if (m_end - m_at < 2) { // the file breaks off here
+        m_at = m_end;
+        return {};
+    }
+    const int high = hexValue(m_at[0]);
+    const int low = hexValue(m_at[1]);
+    if (high < 0 || low < 0)
         return {RtfToken::Symbol, false, false, 0, std::string_view("'", 1)};
     m_at += 2;
     return {RtfToken::Hex, false, true, high * 16 + low, {}};
@@ -115,7 +119,9 @@ RtfToken RtfTokenizer::readWord()
         token.hasParameter = true;
         token.parameter = static_cast<int>(negative ? -number : number);
     }
-    if (m_at != m_end && *m_at == ' ')
+    if (m_at == m_end) // cut off, perhaps within the word or its number
+        return {};
+    if (*m_at == ' ')
         ++m_at;
     if (token.text == "bin")
         return readBinary(token.parameter);

@@ -49,8 +49,7 @@ void setFont(RtfReader &reader, const RtfWord &, bool, int parameter)
         reader.fontTable().begin(parameter);
         return;
     }
-    reader.group().chars.font = parameter;
-    reader.charsChanged();
+    reader.setFont(parameter);
 }
 
 void setParaProp(RtfReader &reader, const RtfWord &word, bool, int parameter)
@@ -102,6 +101,16 @@ void breakPage(RtfReader &reader, const RtfWord &, bool, int)
 void endSection(RtfReader &reader, const RtfWord &, bool, int)
 {
     reader.endSection();
+}
+
+void endCell(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.endCell();
+}
+
+void endRow(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.endRow();
 }
 
 void setSectionContinuous(RtfReader &reader, const RtfWord &word, bool, int)
@@ -340,6 +349,10 @@ constexpr RtfWord words[] = {
     structure("par", endParagraph),
     structure("page", breakPage),
     structure("sect", endSection),
+    structure("cell", endCell),
+    structure("nestcell", endCell),
+    structure("row", endRow),
+    structure("nestrow", endRow),
     structure("line", appendCharacter, QChar::LineSeparator),
     structure("lbr", appendCharacter, QChar::LineSeparator),
     structure("tab", appendCharacter, '\t'),

@@ -1,0 +1,413 @@
+#include <core/MVRTextFormat.h>
+#include <core/MVRTextRtf.h>
+
+#include <QFont>
+#include <QRandomGenerator>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QtTest>
+
+#include <functional>
+
+Q_DECLARE_METATYPE(QTextCharFormat)
+Q_DECLARE_METATYPE(QTextBlockFormat)
+
+// What the writer writes the reader reads back, property by property; and what it says to others.
+class TestRtfRoundTrip : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void plainText_data();
+    void plainText();
+    void charFormats_data();
+    void charFormats();
+    void blockFormats_data();
+    void blockFormats();
+    void pageBreakBehindParagraph();
+    void linksOverRuns();
+    void notesStayOut();
+    void randomDocuments_data();
+    void randomDocuments();
+    void smallAndPlain();
+};
+
+namespace {
+
+QString describe(const QTextFormat &format)
+{
+    QString text;
+    QDebug(&text) << format.properties();
+    return text;
+}
+
+// Every block and run with its properties, as lines that a failed comparison can show.
+QStringList contentsOf(const QTextDocument &document)
+{
+    QStringList lines;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        lines += QStringLiteral("block ") + describe(block.blockFormat())
+            + describe(block.charFormat());
+        const QString text = block.text();
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            lines += QStringLiteral("  ")
+                + text.mid(fragment.position() - block.position(), fragment.length())
+                + QLatin1Char(' ') + describe(fragment.charFormat());
+        }
+    }
+    return lines;
+}
+
+void compareRoundTrip(const QTextDocument &document)
+{
+    for (const bool withDefaults : {false, true}) {
+        const QByteArray rtf = MVRTextRtf::toRtfCData(&document, withDefaults);
+        QTextDocument read;
+        QVERIFY(MVRTextRtf::fromRtfCData(rtf, &read));
+        const QStringList expected = contentsOf(document);
+        const QStringList actual = contentsOf(read);
+        for (int i = 0; i < qMin(expected.size(), actual.size()); ++i)
+            QCOMPARE(actual.at(i), expected.at(i));
+        QCOMPARE(actual.size(), expected.size());
+    }
+}
+
+QTextBlockFormat scriptBlock(double left, double right, double first)
+{
+    QTextBlockFormat format;
+    format.setProperty(MVRTextFormat::BlockLeftIndentProperty, left);
+    format.setProperty(MVRTextFormat::BlockRightIndentProperty, right);
+    format.setTextIndent(first);
+    return format;
+}
+
+} // namespace
+
+void TestRtfRoundTrip::plainText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("empty") << "";
+    QTest::newRow("blanks only") << "   ";
+    QTest::newRow("leading and trailing blanks") << " a ";
+    QTest::newRow("empty lines around") << "\n\na\n\n";
+    QTest::newRow("braces and backslash") << "{a\\b}";
+    QTest::newRow("digits, letters, signs behind words") << "\t1\tb\t-\t \u2028x\u20281";
+    QTest::newRow("in and beyond the code page")
+        << QString::fromUtf8("Čč € – “x” 日本 😀 é\u00a0\u00ad\u2011\u0080ﬁ½²");
+}
+
+void TestRtfRoundTrip::plainText()
+{
+    QFETCH(const QString, text);
+    QFont font(QStringLiteral("Courier Prime"), 11);
+    font.setItalic(true);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData(MVRTextRtf::textToRtf(text, &font), &document));
+    QStringList lines;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        lines += block.text();
+    QCOMPARE(lines.join(QLatin1Char('\n')), text);
+    const QTextCharFormat format = document.begin().charFormat();
+    QCOMPARE(format.fontFamily(), QStringLiteral("Courier Prime"));
+    QCOMPARE(format.fontPointSize(), 11.0);
+    QVERIFY(format.fontItalic());
+    QVERIFY(!format.hasProperty(QTextFormat::FontWeight));
+
+    QVERIFY(MVRTextRtf::fromRtfCData(MVRTextRtf::textToRtf(text, nullptr), &document));
+    QVERIFY(document.begin().charFormat().isEmpty());
+    compareRoundTrip(document);
+}
+
+void TestRtfRoundTrip::charFormats_data()
+{
+    QTest::addColumn<QTextCharFormat>("format");
+    const auto row = [](const char *name, const auto &set) {
+        QTextCharFormat format;
+        set(format);
+        QTest::newRow(name) << format;
+    };
+    using F = QTextCharFormat;
+    row("weights", [](F &f) { f.setFontWeight(QFont::DemiBold); });
+    row("switched off", [](F &f) {
+        f.setFontWeight(QFont::Normal), f.setFontItalic(false), f.setFontUnderline(false);
+    });
+    row("size of quarter points", [](F &f) { f.setFontPointSize(10.25); });
+    row("size in pixels", [](F &f) { f.setProperty(QTextFormat::FontPixelSize, 13); });
+    row("whole font", [](F &f) { f.setFont(QFont(QStringLiteral("A; \\{日"), 9)); });
+    row("underlines", [](F &f) {
+        f.setUnderlineStyle(F::SpellCheckUnderline), f.setUnderlineColor(QColor(1, 2, 3));
+    });
+    row("translucent and wide colours", [](F &f) {
+        f.setForeground(QColor(1, 2, 3, 4)), f.setBackground(QColor::fromRgba64(1, 2, 3));
+    });
+    row("no brush", [](F &f) { f.setBackground(Qt::NoBrush), f.setForeground(Qt::black); });
+    row("baseline", [](F &f) { f.setVerticalAlignment(F::AlignBottom); });
+    row("spacing", [](F &f) {
+        f.setFontLetterSpacingType(QFont::PercentageSpacing), f.setFontLetterSpacing(101.3);
+    });
+    row("anchor", [](F &f) {
+        f.setAnchor(true), f.setAnchorHref(QString::fromUtf8("x\\y \"é\" #1;}")),
+            f.setAnchorNames({QStringLiteral("a b"), QStringLiteral("c,d")}),
+            f.setToolTip(QStringLiteral("tip"));
+    });
+    row("item of the application",
+        [](F &f) { f.setAnchor(true), f.setAnchorHref(QStringLiteral("42")); });
+    row("internal link without the anchor flag",
+        [](F &f) { f.setAnchorHref(QStringLiteral("#x")); });
+}
+
+void TestRtfRoundTrip::charFormats()
+{
+    QFETCH(const QTextCharFormat, format);
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    cursor.insertText(QStringLiteral("before "), QTextCharFormat());
+    cursor.insertText(QStringLiteral("x"), format);
+    cursor.insertBlock(QTextBlockFormat(), format); // an empty paragraph that has it
+    cursor.insertBlock(QTextBlockFormat(), format);
+    cursor.insertText(QStringLiteral("all"), format);
+    compareRoundTrip(document);
+}
+
+void TestRtfRoundTrip::blockFormats_data()
+{
+    QTest::addColumn<QTextBlockFormat>("format");
+    const auto row = [](const char *name, const auto &set) {
+        QTextBlockFormat format;
+        set(format);
+        QTest::newRow(name) << format;
+    };
+    using F = QTextBlockFormat;
+    row("alignment", [](F &f) { f.setAlignment(Qt::AlignRight); });
+    row("explicitly left", [](F &f) { f.setAlignment(Qt::AlignLeft); });
+    row("absolute alignment", [](F &f) { f.setAlignment(Qt::AlignCenter | Qt::AlignAbsolute); });
+    row("fractions of a twip", [](F &f) {
+        f.setLeftMargin(10.01), f.setRightMargin(1 / 3.0), f.setTextIndent(-0.02),
+            f.setTopMargin(0);
+    });
+    row("indent steps", [](F &f) { f.setIndent(2), f.setLeftMargin(5); });
+    row("line heights", [](F &f) { f.setLineHeight(117.3, F::ProportionalHeight); });
+    row("distance between lines", [](F &f) { f.setLineHeight(3.5, F::LineDistanceHeight); });
+    row("line spacing", [](F &f) {
+        f.setProperty(MVRTextFormat::LineSpacingProperty, 1.5),
+            f.setProperty(MVRTextFormat::LineSpacingBaseProperty, 1.0);
+    });
+    row("heading", [](F &f) { f.setHeadingLevel(3); });
+    row("breaks", [](F &f) {
+        f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore
+                             | QTextFormat::PageBreak_AlwaysAfter),
+            f.setNonBreakableLines(true);
+    });
+    row("background and direction", [](F &f) {
+        f.setBackground(QColor(250, 250, 210)), f.setLayoutDirection(Qt::RightToLeft);
+    });
+    QTest::newRow("screenplay") << scriptBlock(108.5, 396, 108.5);
+    QTest::newRow("first line outside") << scriptBlock(108, 500.25, 90);
+}
+
+void TestRtfRoundTrip::blockFormats()
+{
+    QFETCH(const QTextBlockFormat, format);
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    cursor.setBlockFormat(format);
+    cursor.insertText(QStringLiteral("first"));
+    cursor.insertBlock(QTextBlockFormat());
+    cursor.insertText(QStringLiteral("plain"));
+    cursor.insertBlock(format);
+    cursor.insertText(QStringLiteral("again"));
+    cursor.insertBlock(format);
+    compareRoundTrip(document);
+}
+
+void TestRtfRoundTrip::pageBreakBehindParagraph()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    QTextBlockFormat after;
+    after.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysAfter);
+    cursor.setBlockFormat(after);
+    cursor.insertText(QStringLiteral("one"));
+    cursor.insertBlock(QTextBlockFormat());
+    cursor.insertText(QStringLiteral("two"));
+    compareRoundTrip(document);
+    // Other programs have the word on the second paragraph only.
+    const QByteArray rtf = MVRTextRtf::toRtfCData(&document, false);
+    QVERIFY(rtf.indexOf("\\pagebb") > rtf.indexOf("one"));
+}
+
+void TestRtfRoundTrip::linksOverRuns()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    QTextCharFormat link;
+    link.setAnchor(true);
+    link.setAnchorHref(QStringLiteral("http://a.b"));
+    QTextCharFormat bold = link;
+    bold.setFontWeight(QFont::Bold);
+    cursor.insertText(QStringLiteral("x"), QTextCharFormat());
+    cursor.insertText(QStringLiteral("a"), link);
+    cursor.insertText(QStringLiteral("b"), bold);
+    cursor.insertBlock(QTextBlockFormat(), bold);
+    cursor.insertText(QStringLiteral("c"), bold);
+    compareRoundTrip(document);
+    // One field for both runs of the first paragraph, one for the second.
+    QCOMPARE(MVRTextRtf::toRtfCData(&document, false).count("HYPERLINK"), 2);
+}
+
+void TestRtfRoundTrip::notesStayOut()
+{
+    QTextDocument document;
+    QTextCharFormat note;
+    note.setProperty(MVRTextFormat::CommentLinkProperty, true);
+    note.setProperty(MVRTextFormat::CommentCDataProperty, QByteArray("{\\rtf1 secret}"));
+    note.setProperty(MVRTextFormat::InspectorCommentProperty, true);
+    note.setAnchorHref(QStringLiteral("Comment:{1234}"));
+    note.setAnchor(true);
+    note.setFontItalic(true);
+    QTextCursor(&document).insertText(QStringLiteral("text"), note);
+    const QByteArray rtf = MVRTextRtf::toRtfCData(&document, false);
+    QVERIFY(!rtf.contains("secret") && !rtf.contains("Comment:"));
+    QTextDocument read;
+    QVERIFY(MVRTextRtf::fromRtfCData(rtf, &read));
+    QTextCharFormat italic;
+    italic.setFontItalic(true);
+    QCOMPARE(read.begin().begin().fragment().charFormat().properties(), italic.properties());
+}
+
+void TestRtfRoundTrip::randomDocuments_data()
+{
+    QTest::addColumn<uint>("seed");
+    const uint count = qEnvironmentVariableIntValue("MVR_RANDOM_DOCUMENTS");
+    for (uint seed = 1; seed <= qMax(count, 60u); ++seed)
+        QTest::addRow("%u", seed) << seed;
+}
+
+namespace {
+
+// Draws documents over everything that is written; the same seed gives the same document.
+class DocumentGenerator
+{
+public:
+    explicit DocumentGenerator(uint seed)
+        : m_random(seed)
+    {
+    }
+
+    void fill(QTextDocument *document)
+    {
+        QTextCursor cursor(document);
+        cursor.setBlockFormat(blockFormat());
+        cursor.setBlockCharFormat(charFormat());
+        const int blocks = m_random.bounded(12);
+        for (int block = 0; block <= blocks; ++block) {
+            for (int run = m_random.bounded(5); run > 0; --run)
+                cursor.insertText(text(), charFormat());
+            if (block < blocks)
+                cursor.insertBlock(blockFormat(), charFormat());
+        }
+    }
+
+private:
+    bool chance(int outOf) { return m_random.bounded(outOf) == 0; }
+    double length() { return chance(2) ? m_random.bounded(200) : m_random.bounded(200.0) - 50; }
+    QColor color() { return QColor(m_random.bounded(3) * 127, m_random.bounded(256), 9); }
+
+    QString text()
+    {
+        static const QString letters
+            = QString::fromUtf8("ab1 -{}\\\t\u2028\u00a0\u00ad\u2011é—日Č‚;");
+        QString drawn;
+        for (int i = m_random.bounded(9); i >= 0; --i)
+            drawn += letters.at(m_random.bounded(letters.size()));
+        return chance(5) ? drawn + QString::fromUtf8("😀") : drawn;
+    }
+
+    QTextCharFormat charFormat()
+    {
+        QTextCharFormat format;
+        const std::function<void()> setters[] = {
+            [&] { format.setFontWeight(m_random.bounded(100)); },
+            [&] { format.setFontItalic(chance(2)); },
+            [&] { format.setUnderlineStyle(QTextCharFormat::UnderlineStyle(m_random.bounded(8))); },
+            [&] { format.setFontStrikeOut(chance(2)); },
+            [&] { format.setFontPointSize(1 + m_random.bounded(400) / 8.0); },
+            [&] { format.setFontFamily(chance(2) ? QStringLiteral("Serif") : text()); },
+            [&] { format.setForeground(color()); },
+            [&] { format.setBackground(color()); },
+            [&] {
+                format.setVerticalAlignment(
+                    QTextCharFormat::VerticalAlignment(m_random.bounded(3)));
+            },
+            [&] { format.setFontCapitalization(QFont::Capitalization(m_random.bounded(5))); },
+            [&] { format.setAnchor(true), format.setAnchorHref(text()); },
+            [&] {
+                format.setAnchorNames({text(), text()});
+            },
+        };
+        for (const auto &set : setters) {
+            if (chance(6))
+                set();
+        }
+        return format;
+    }
+
+    QTextBlockFormat blockFormat()
+    {
+        QTextBlockFormat format;
+        const std::function<void()> setters[] = {
+            [&] { format.setAlignment(Qt::Alignment(1 << m_random.bounded(4))); },
+            [&] { format.setLeftMargin(length()); },
+            [&] { format.setRightMargin(length()); },
+            [&] { format.setTextIndent(length()); },
+            [&] { format.setTopMargin(length()); },
+            [&] { format.setBottomMargin(length()); },
+            [&] { format.setIndent(m_random.bounded(5)); },
+            [&] { format.setLineHeight(qAbs(length()), m_random.bounded(5)); },
+            [&] { format.setHeadingLevel(m_random.bounded(7)); },
+            [&] { format.setProperty(MVRTextFormat::LineSpacingProperty, m_random.bounded(3.0)); },
+            [&] { format.setProperty(MVRTextFormat::BlockLeftIndentProperty, length()); },
+            [&] { format.setProperty(MVRTextFormat::BlockRightIndentProperty, length()); },
+            [&] { format.setPageBreakPolicy(QTextFormat::PageBreakFlag(chance(2) ? 1 : 16)); },
+            [&] { format.setNonBreakableLines(chance(2)); },
+            [&] { format.setBackground(color()); },
+            [&] { format.setLayoutDirection(chance(2) ? Qt::LeftToRight : Qt::RightToLeft); },
+        };
+        for (const auto &set : setters) {
+            if (chance(5))
+                set();
+        }
+        return format;
+    }
+
+    QRandomGenerator m_random;
+};
+
+} // namespace
+
+void TestRtfRoundTrip::randomDocuments()
+{
+    QFETCH(const uint, seed);
+    QTextDocument document;
+    DocumentGenerator(seed).fill(&document);
+    compareRoundTrip(document);
+}
+
+void TestRtfRoundTrip::smallAndPlain()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    cursor.insertText(QStringLiteral("a"), QTextCharFormat());
+    cursor.insertText(QString::fromUtf8("b \u2014 Č"), bold);
+    cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    QCOMPARE(
+        MVRTextRtf::toRtfCData(&document, false),
+        QByteArray("{\\rtf1\\ansi\\ansicpg1252\n\\pard a{\\b b \\'97 \\u268 C}\\par\n\\par\n}"));
+}
+
+QTEST_MAIN(TestRtfRoundTrip)
+#include "tst_rtfroundtrip.moc"
