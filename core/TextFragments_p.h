@@ -36,14 +36,14 @@ public:
     int end() const { return m_end; }
     const QTextBlock &block() const { return m_block; }
     QTextCharFormat format() const { return m_fragment.charFormat(); }
-    bool isAtBlockStart() const { return m_start == m_block.position(); }
+    bool isAtBlockStart() const { return m_start == m_blockStart; }
     bool isAtBlockEnd() const { return m_end == m_block.position() + m_block.length() - 1; }
 
     void next()
     {
+        m_start = m_end;
         ++m_iterator;
-        readFragment();
-        if (!m_fragment.isValid()) {
+        if (!readFragment()) {
             m_block = m_block.next();
             enterBlock();
         }
@@ -57,6 +57,8 @@ public:
         }
         if (m_block.isValid()) {
             --m_iterator;
+            m_blockStart = m_block.position();
+            m_start = m_iterator.fragment().position();
             readFragment();
         }
     }
@@ -66,24 +68,29 @@ private:
     {
         for (; m_block.isValid(); m_block = m_block.next()) {
             m_iterator = m_block.begin();
+            if (m_iterator.atEnd())
+                continue;
+            m_blockStart = m_block.position();
+            m_start = m_blockStart;
             readFragment();
-            if (m_fragment.isValid())
-                return;
+            return;
         }
     }
 
-    void readFragment()
+    /*! Reads the fragment at m_start, whose position Qt would have to search for. */
+    bool readFragment()
     {
-        m_fragment = m_iterator.atEnd() ? QTextFragment() : m_iterator.fragment();
-        if (m_fragment.isValid()) {
-            m_start = m_fragment.position();
-            m_end = m_start + m_fragment.length();
-        }
+        if (m_iterator.atEnd())
+            return false;
+        m_fragment = m_iterator.fragment();
+        m_end = m_start + m_fragment.length();
+        return true;
     }
 
     QTextBlock m_block;
     QTextBlock::iterator m_iterator;
     QTextFragment m_fragment;
+    int m_blockStart = 0;
     int m_start = 0;
     int m_end = 0;
 };

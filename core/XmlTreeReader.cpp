@@ -2,6 +2,7 @@
 
 #include <core/XmlText_p.h>
 
+#include <QBuffer>
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QTextCodec>
@@ -294,17 +295,19 @@ XmlTree readXmlTree(const QByteArray &bytes, int maxDepth)
 {
     if (hasAttributeFlood(bytes))
         return attributeFlood();
-    int start = 0;
-    while (start < bytes.size() && std::isspace(static_cast<unsigned char>(bytes.at(start))))
-        ++start;
-    const QByteArray content = start > 0 ? bytes.mid(start) : bytes;
-
-    QXmlStreamReader xml(content);
+    const auto begin = std::find_if(bytes.cbegin(), bytes.cend(),
+                                    [](char c) { return !std::isspace(uchar(c)); });
+    // From a device the parser takes a little at a time; an array it would copy whole, twice.
+    QBuffer content;
+    content.setData(QByteArray::fromRawData(bytes.constData() + (begin - bytes.cbegin()),
+                                            int(bytes.cend() - begin)));
+    content.open(QIODevice::ReadOnly);
+    QXmlStreamReader xml(&content);
     XmlTree tree = TreeBuilder(xml, maxDepth).build();
     if (tree.errorString.isNull())
         return tree;
-    const QString text = forgivingText(content);
-    if (text.toUtf8() == content)
+    const QString text = forgivingText(content.data());
+    if (text.toUtf8() == content.data())
         return tree;
     XmlTree secondTry = readXmlTree(text, maxDepth);
     return secondTry.errorString.isNull() ? secondTry : tree;

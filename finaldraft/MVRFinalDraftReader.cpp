@@ -45,7 +45,10 @@ bool isSameFormat(const ParagraphAttr &a, const ParagraphAttr &b)
 
 QString runText(const QDomElement &run, bool allCaps)
 {
-    const QString text = run.text();
+    const QDomNode content = run.firstChild();
+    // Nearly every run is one stretch of text, which need not be put together.
+    const bool isOneText = content.isText() && content.nextSibling().isNull();
+    const QString text = isOneText ? content.nodeValue() : run.text();
     if (text.isEmpty())
         return QStringLiteral(" ");
     return allCaps ? text.toUpper() : text;
@@ -83,7 +86,7 @@ struct MVRFinalDraftReader::Walk
     QTextDocument *document;
     RunInserter script;
     NoteAnchor noteAnchor;
-    QHash<QString, Look> looks; // by the type that the file names
+    QHash<QString, std::shared_ptr<const Look>> looks; // by the type that the file names
 };
 
 MVRFinalDraftReader::MVRFinalDraftReader() = default;
@@ -241,16 +244,15 @@ void MVRFinalDraftReader::parseParagraphTags(const QString &parentTag)
 /*! Turns a paragraph of the script into a block; one that no settings fit is dropped. */
 void MVRFinalDraftReader::parseParagraph(const QDomElement &element, const QString &parentTag)
 {
-    // A copy: a type that comes up later may change the looks.
-    const Look look = findLook(element.attribute(QStringLiteral("Type")));
-    if (look.isDropped)
+    const std::shared_ptr<const Look> look = findLook(element.attribute(QStringLiteral("Type")));
+    if (look->isDropped)
         return;
-    QTextBlockFormat format = look.blockFormat;
+    QTextBlockFormat format = look->blockFormat;
     if (element.attributes().count() > 1) {
-        ParagraphAttr attr = look.settings.paragraphSpec;
+        ParagraphAttr attr = look->settings.paragraphSpec;
         attr.fromDomElement(element, m_walk->document->documentMargin());
-        if (!isSameFormat(attr, look.settings.paragraphSpec))
-            format = blockFormat(attr, look);
+        if (!isSameFormat(attr, look->settings.paragraphSpec))
+            format = blockFormat(attr, *look);
     }
 
     RunInserter &script = m_walk->script;
@@ -261,8 +263,9 @@ void MVRFinalDraftReader::parseParagraph(const QDomElement &element, const QStri
             if (!isStarted)
                 script.startParagraph(format);
             isStarted = true;
-            const QString text = runText(child, look.allCaps);
-            script.insertRun(text, runAttr(child, look.settings.fontSpec), look.elementCharFormat);
+            const QString text = runText(child, look->allCaps);
+            script.insertRun(text, runAttr(child, look->settings.fontSpec),
+                             look->elementCharFormat);
             m_walk->noteAnchor.append(text);
         } else {
             parseOtherChild(child, parentTag);
@@ -308,24 +311,23 @@ void MVRFinalDraftReader::parseOtherChild(const QDomElement &child, const QStrin
     }
 }
 
-const MVRFinalDraftReader::Look &MVRFinalDraftReader::findLook(const QString &type)
+std::shared_ptr<const MVRFinalDraftReader::Look> MVRFinalDraftReader::findLook(const QString &type)
 {
-    auto known = m_walk->looks.find(type);
-    if (known != m_walk->looks.end())
-        return *known;
-
-    Look look;
-    look.settings.type = type;
-    look.isDropped = !findSettings(&look.settings);
-    if (!look.isDropped) {
-        const MVRScriptElement element = findScriptElement(look.settings.type);
-        look.elementBlockFormat = element.blockFormat();
-        look.elementCharFormat = element.charFormat();
-        look.allCaps = (element.flags() & MVRScriptElement::AllCapsFlag)
-            || look.settings.paragraphSpec.style.testFlag(MVRFinalDraft::AllCaps);
-        look.blockFormat = blockFormat(look.settings.paragraphSpec, look);
+    if (const std::shared_ptr<const Look> known = m_walk->looks.value(type))
+        return known;
+    const auto look = std::make_shared<Look>();
+    look->settings.type = type;
+    look->isDropped = !findSettings(&look->settings);
+    if (!look->isDropped) {
+        const MVRScriptElement element = findScriptElement(look->settings.type);
+        look->elementBlockFormat = element.blockFormat();
+        look->elementCharFormat = element.charFormat();
+        look->allCaps = (element.flags() & MVRScriptElement::AllCapsFlag)
+            || look->settings.paragraphSpec.style.testFlag(MVRFinalDraft::AllCaps);
+        look->blockFormat = blockFormat(look->settings.paragraphSpec, *look);
     }
-    return *m_walk->looks.insert(type, look);
+    m_walk->looks.insert(type, look);
+    return look;
 }
 
 /*!

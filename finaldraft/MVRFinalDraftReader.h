@@ -83,7 +83,7 @@ private:
     void parseParagraph(const QDomElement &element, const QString &parentTag);
     void parseNoteParagraph(const QDomElement &element);
     void parseOtherChild(const QDomElement &child, const QString &parentTag);
-    const Look &findLook(const QString &type);
+    std::shared_ptr<const Look> findLook(const QString &type);
     bool findSettings(MVRFinalDraft::ElementSettings *settings);
     static QTextBlockFormat blockFormat(const MVRFinalDraft::ParagraphAttr &attr, const Look &look);
     MVRScriptElement findScriptElement(const QString &name) const;

@@ -2,19 +2,29 @@
 
 #include <QChar>
 
-#include <cstring>
+#include <array>
+#include <string_view>
 
 namespace {
 
-// The characters that end a word for QTextCursor::PreviousWord and EndOfWord.
-constexpr char wordSeparators[] = ".,?!@#$:;-<>[](){}=/+%&^*'\"`~|\\";
+// The punctuation that ends a word for QTextCursor::PreviousWord and EndOfWord.
+constexpr std::string_view wordSeparators = ".,?!@#$:;-<>[](){}=/+%&^*'\"`~|\\";
+
+constexpr std::array<bool, 128> asciiWordEnds()
+{
+    std::array<bool, 128> ends = {};
+    for (const char separator : wordSeparators)
+        ends[size_t(separator)] = true;
+    for (const char space : {'\t', '\n', '\v', '\f', '\r', ' '})
+        ends[size_t(space)] = true;
+    return ends;
+}
 
 bool endsWord(QChar character)
 {
-    if (character.isSpace())
-        return true;
+    static constexpr std::array<bool, 128> asciiEnds = asciiWordEnds();
     const ushort code = character.unicode();
-    return code < 0x80 && code != 0 && std::strchr(wordSeparators, char(code));
+    return code < 128 ? asciiEnds[code] : character.isSpace();
 }
 
 }

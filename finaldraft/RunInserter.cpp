@@ -50,8 +50,7 @@ void RunInserter::finish()
     m_isBreakDue = false;
 }
 
-QTextCharFormat RunInserter::charFormat(const TextAttr &attr,
-                                        const QTextCharFormat &elementFormat)
+QTextCharFormat RunInserter::charFormat(const TextAttr &attr, const QTextCharFormat &elementFormat)
 {
     for (const MadeFormat &made : qAsConst(m_formats)) {
         if (isSameFormat(attr, made.attr) && elementFormat == made.elementFormat)

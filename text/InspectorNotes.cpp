@@ -86,30 +86,23 @@ MVRTextRange noteAt(QTextDocument *document, int position)
 struct NoteRun
 {
     MVRTextRange range;
-    QTextCharFormat format; // of the last fragment
-    QByteArray content;
-    bool endsBlock = false;
+    QTextBlock block; // that the last fragment stands in
+    MVRTextCommentLink link; // as the last fragment has it
 
-    explicit NoteRun(const FragmentWalker &fragment)
+    NoteRun(const FragmentWalker &fragment, const QTextCharFormat &format)
         : range(fragment.start(), fragment.end())
-        , format(fragment.format())
-        , content(contentOf(format))
-        , endsBlock(fragment.isAtBlockEnd())
+        , block(fragment.block())
+        , link(format)
     {
     }
 
     bool isContinuedBy(const NoteRun &next, bool nextStartsBlock) const
     {
-        const bool touches = range.end == next.range.start || (endsBlock && nextStartsBlock);
-        return touches && isSameContent(content, next.content);
+        const bool touches = range.end == next.range.start || (nextStartsBlock && endsBlock());
+        return touches && isSameContent(link.cdata, next.link.cdata);
     }
 
-    void append(const NoteRun &next)
-    {
-        const int start = range.start;
-        *this = next;
-        range.start = start;
-    }
+    bool endsBlock() const { return range.end == block.position() + block.length() - 1; }
 };
 
 /*!
@@ -157,9 +150,8 @@ bool MVRTextDoc::hasInspectorCommentsOrFootnotes(const QTextDocument *document)
 {
     if (!document)
         return false;
-    const FormatPattern pattern(MVRTextFormat::CommentLinkProperty, true);
     FragmentWalker walker(document, 0);
-    while (walker.isValid() && !pattern.matches(walker.format()))
+    while (walker.isValid() && !walker.format().boolProperty(MVRTextFormat::CommentLinkProperty))
         walker.next();
     return walker.isValid();
 }
@@ -321,25 +313,24 @@ MVRTextCommentLinkMap MVRTextDoc::commentsMapByType(int propertyId, const QTextD
     MVRTextCommentLinkMap map;
     if (!document)
         return map;
-    const auto store = [&map](const NoteRun &note) {
-        map.insert(map.cend(), note.range, MVRTextCommentLink(note.format));
-    };
-    const FormatPattern pattern(propertyId, true);
+    const auto store
+        = [&map](const NoteRun &note) { map.insert(map.cend(), note.range, note.link); };
     std::optional<NoteRun> current;
     for (FragmentWalker walker(document, qMax(0, start)); walker.isValid(); walker.next()) {
-        if (!pattern.matches(walker.format()))
+        const QTextCharFormat format = walker.format();
+        if (!format.boolProperty(propertyId))
             continue;
-        const NoteRun next(walker);
+        NoteRun next(walker, format);
         if (current && current->isContinuedBy(next, walker.isAtBlockStart())) {
-            current->append(next);
+            next.range.start = current->range.start;
         } else {
             if (current)
                 store(*current);
             if (firstOnly && !map.isEmpty())
                 return map;
-            current = next;
         }
-        if (end > 0 && next.range.start > end)
+        current = std::move(next);
+        if (end > 0 && walker.start() > end)
             return map;
     }
     if (current)
