@@ -15,6 +15,13 @@ const RtfDestination fontTable {
 const RtfDestination colorTable {
     [](RtfReader &reader, const QString &text) { reader.colorTable().addText(text); }, nullptr};
 
+const RtfDestination styleSheet {[](RtfReader &reader, const QString &text) {
+                                     // Each definition ends with the semicolon behind its name.
+                                     if (text.endsWith(QLatin1Char(';')))
+                                         reader.finishStyle();
+                                 },
+                                 nullptr};
+
 const RtfDestination fieldInstruction {
     [](RtfReader &reader, const QString &text) { reader.addFieldInstruction(text); },
     [](RtfReader &reader) { reader.finishFieldInstruction(); }};

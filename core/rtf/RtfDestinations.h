@@ -21,6 +21,7 @@ extern const RtfDestination body;
 extern const RtfDestination ignored; /*!< dropped, but looked through: the old half of \upr */
 extern const RtfDestination fontTable;
 extern const RtfDestination colorTable;
+extern const RtfDestination styleSheet;
 extern const RtfDestination fieldInstruction;
 extern const RtfDestination exactProperties; /*!< \mvrprops */
 

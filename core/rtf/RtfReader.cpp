@@ -90,7 +90,9 @@ void RtfReader::handleWord(const RtfToken &token)
     const bool ignorable = m_ignorable;
     m_ignorable = false;
     const RtfWord *word = findRtfWord(token.text);
-    if (!word || (ignorable && word->kind != RtfWord::Destination)) {
+    // "\*\cs" begins a character style: the one place where a star stands before other words.
+    const bool starred = ignorable && !inStyleSheet();
+    if (!word || (starred && word->kind != RtfWord::Destination)) {
         if (ignorable)
             skipDestination();
         return;
@@ -233,6 +235,38 @@ void RtfReader::resetPara()
 {
     m_group.para = {};
     m_inHeader = false;
+}
+
+void RtfReader::applyParagraphStyle(int number)
+{
+    const int font = m_group.chars.font;
+    if (font == m_plain.font) // the default font is not a choice against the style's
+        m_group.chars.font = -1;
+    m_styles.applyToParagraph(number, &m_group.chars, &m_group.para);
+    if (m_group.chars.font < 0)
+        m_group.chars.font = font;
+    m_group.codePage = -1;
+    charsChanged();
+}
+
+void RtfReader::applyCharStyle(int number)
+{
+    m_styles.applyToChars(number, &m_group.chars);
+    m_group.codePage = -1;
+    charsChanged();
+}
+
+void RtfReader::beginStyle()
+{
+    m_group.chars = {};
+    m_group.para = {};
+    charsChanged();
+}
+
+void RtfReader::finishStyle()
+{
+    m_styles.finish(m_group.chars, m_group.para);
+    beginStyle();
 }
 
 void RtfReader::endParagraph()

@@ -6,6 +6,7 @@
 #include <core/rtf/RtfFormats.h>
 #include <core/rtf/RtfHeader.h>
 #include <core/rtf/RtfProps.h>
+#include <core/rtf/RtfStyles.h>
 #include <core/rtf/RtfTokenizer.h>
 
 #include <vector>
@@ -53,14 +54,21 @@ public:
     RtfTables &tables() { return m_tables; }
     RtfFontTable &fontTable() { return m_fontTable; }
     RtfColorTable &colorTable() { return m_colorTable; }
+    RtfStyles &styles() { return m_styles; }
 
     bool inBody() const { return m_group.destination == &RtfDestinations::body; }
     /*! Body text that a reader of the file would see: neither hidden nor a deleted revision. */
     bool isVisible() const { return inBody() && !m_group.chars.hidden && !m_group.chars.deleted; }
 
+    bool inStyleSheet() const { return m_group.destination == &RtfDestinations::styleSheet; }
+
     void charsChanged() { m_group.charFormat = -1; }
     void setFont(int number);
     void resetChars();
+    void applyParagraphStyle(int number);
+    void applyCharStyle(int number);
+    void beginStyle();
+    void finishStyle();
     void resetPara();
     void appendCharacter(char16_t character);
     void appendUnicode(int value);
@@ -123,6 +131,7 @@ private:
     RtfBuilder m_builder;
     RtfFontTable m_fontTable;
     RtfColorTable m_colorTable;
+    RtfStyles m_styles;
     RtfCodePages m_codePages;
 
     std::vector<RtfGroup> m_outer; // the groups around m_group

@@ -11,16 +11,23 @@ namespace {
 
 // The functions of the rows.
 
+// In a style "off" has to be told from "not said", for the styles that are based on others.
+int forGroup(const RtfReader &reader, int value)
+{
+    return value == 0 && reader.inStyleSheet() ? RtfStyles::switchedOff : value;
+}
+
 void setCharProp(RtfReader &reader, const RtfWord &word, bool, int parameter)
 {
-    reader.group().chars.*word.charProp = parameter;
+    reader.group().chars.*word.charProp = forGroup(reader, parameter);
     reader.charsChanged();
 }
 
 // "\b" and "\b1" switch on, "\b0" off; likewise every kind of underline.
 void setCharConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter)
 {
-    reader.group().chars.*word.charProp = hasParameter && parameter == 0 ? 0 : word.value;
+    reader.group().chars.*word.charProp
+        = forGroup(reader, hasParameter && parameter == 0 ? 0 : word.value);
     reader.charsChanged();
 }
 
@@ -39,7 +46,7 @@ void setCharLength(RtfReader &reader, const RtfWord &word, bool, int parameter)
 // \up and \dn shift by half-points; Qt knows the two positions only.
 void setRise(RtfReader &reader, const RtfWord &word, bool, int parameter)
 {
-    reader.group().chars.vertical = parameter == 0 ? 0 : word.value;
+    reader.group().chars.vertical = forGroup(reader, parameter == 0 ? 0 : word.value);
     reader.charsChanged();
 }
 
@@ -54,12 +61,35 @@ void setFont(RtfReader &reader, const RtfWord &, bool, int parameter)
 
 void setParaProp(RtfReader &reader, const RtfWord &word, bool, int parameter)
 {
-    reader.group().para.*word.paraProp = qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips);
+    reader.group().para.*word.paraProp
+        = forGroup(reader, qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips));
 }
 
 void setParaConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter)
 {
-    reader.group().para.*word.paraProp = hasParameter && parameter == 0 ? 0 : word.value;
+    reader.group().para.*word.paraProp
+        = forGroup(reader, hasParameter && parameter == 0 ? 0 : word.value);
+}
+
+void setStyle(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    if (reader.inStyleSheet())
+        reader.styles().begin(parameter);
+    else
+        reader.applyParagraphStyle(parameter);
+}
+
+void setCharStyle(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    if (reader.inStyleSheet())
+        reader.styles().begin(parameter);
+    else
+        reader.applyCharStyle(parameter);
+}
+
+void setStyleBase(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.styles().setBase(parameter);
 }
 
 void resetChars(RtfReader &reader, const RtfWord &, bool, int)
@@ -163,6 +193,13 @@ void openColorTable(RtfReader &reader, const RtfWord &word, bool, int)
     reader.openDestination(static_cast<const RtfDestination *>(word.destination));
     if (reader.group().destination == word.destination)
         reader.colorTable().begin();
+}
+
+void openStyleSheet(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openDestination(static_cast<const RtfDestination *>(word.destination));
+    if (reader.inStyleSheet())
+        reader.beginStyle();
 }
 
 void openBoth(RtfReader &reader, const RtfWord &, bool, int)
@@ -321,6 +358,11 @@ constexpr RtfWord words[] = {
     charNumber("ulc", &C::underlineColor, Writes),
     charNumber("mvrx", &C::extra, Writes),
 
+    // Styles ("Style Sheet")
+    formatting("s", setStyle),
+    formatting("cs", setCharStyle),
+    formatting("sbasedon", setStyleBase),
+
     // Paragraphs ("Paragraph Formatting Properties")
     formatting("pard", resetPara),
     paraConstant("ql", &P::alignment, 0, Reads),
@@ -380,6 +422,7 @@ constexpr RtfWord words[] = {
     // Destinations
     destination("fonttbl", openDestination, &RtfDestinations::fontTable),
     destination("colortbl", openColorTable, &RtfDestinations::colorTable),
+    destination("stylesheet", openStyleSheet, &RtfDestinations::styleSheet),
     destination("field", beginField),
     destination("fldinst", openDestination, &RtfDestinations::fieldInstruction),
     destination("fldrslt", beginFieldResult),
@@ -434,7 +477,6 @@ constexpr RtfWord words[] = {
     skipped("rxe"),
     skipped("shp"),
     skipped("shppict"),
-    skipped("stylesheet"),
     skipped("tc"),
     skipped("tcn"),
     skipped("template"),
