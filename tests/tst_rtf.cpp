@@ -99,7 +99,6 @@ void TestRtf::readsText_data()
     row("escaped braces", " \\{\\\\\\}", "{\\}");
     row("page break splits a paragraph", " a\\page b", "a\nb");
     row("section", " a\\par\\sect b\\sect c", "a\nb\nc");
-    row("table rows as lines", "\\trowd\\intbl a\\cell b\\cell\\row\\pard c", "a\tb\nc");
 
     row("code page of the file", "\\ansicpg1251 \\'cf\\'f0", "Пр");
     row("raw bytes", "\\ansicpg1251 \xcf\xf0!", "Пр!");

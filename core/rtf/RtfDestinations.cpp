@@ -26,8 +26,22 @@ const RtfDestination fieldInstruction {
     [](RtfReader &reader, const QString &text) { reader.addFieldInstruction(text); },
     [](RtfReader &reader) { reader.finishFieldInstruction(); }};
 
+const RtfDestination listTable {};
+
+const RtfDestination list {nullptr, [](RtfReader &reader) { reader.lists().finishList(); }};
+
+const RtfDestination listLevel {};
+
+const RtfDestination levelText {
+    [](RtfReader &reader, const QString &text) { reader.addCollected(text); },
+    [](RtfReader &reader) { reader.finishLevelText(); }};
+
+const RtfDestination oldList {};
+
+const RtfDestination nestedRow {};
+
 const RtfDestination exactProperties {
-    [](RtfReader &reader, const QString &text) { reader.addExactProperties(text); },
+    [](RtfReader &reader, const QString &text) { reader.addCollected(text); },
     [](RtfReader &reader) { reader.finishExactProperties(); }};
 
 } // namespace RtfDestinations

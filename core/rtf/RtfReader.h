@@ -5,6 +5,7 @@
 #include <core/rtf/RtfDestinations.h>
 #include <core/rtf/RtfFormats.h>
 #include <core/rtf/RtfHeader.h>
+#include <core/rtf/RtfLists.h>
 #include <core/rtf/RtfProps.h>
 #include <core/rtf/RtfStyles.h>
 #include <core/rtf/RtfTokenizer.h>
@@ -55,6 +56,10 @@ public:
     RtfFontTable &fontTable() { return m_fontTable; }
     RtfColorTable &colorTable() { return m_colorTable; }
     RtfStyles &styles() { return m_styles; }
+    RtfLists &lists() { return m_lists; }
+    /*! The row that \trowd, \cellx and their kin describe. */
+    RtfRowFormat &row();
+    RtfCellFormat &nextCell() { return m_nextCell; }
 
     bool inBody() const { return m_group.destination == &RtfDestinations::body; }
     /*! Body text that a reader of the file would see: neither hidden nor a deleted revision. */
@@ -76,6 +81,13 @@ public:
     void breakPage();
     void endCell();
     void endRow();
+    void endNestedRow();
+    void beginRow();
+    void addCellFormat(int right);
+    void setOldList(QTextListFormat::Style style);
+    void addCollected(const QString &text) { m_collected += text; }
+    void finishLevelText();
+    void openWithin(const RtfDestination *around, const RtfDestination *destination);
     void endSection();
     void setSectionContinuous(bool continuous) { m_continuousSection = continuous; }
 
@@ -93,7 +105,6 @@ public:
     void beginFieldResult();
     void addFieldInstruction(const QString &text);
     void finishFieldInstruction();
-    void addExactProperties(const QString &text) { m_exactText += text; }
     void finishExactProperties();
 
 private:
@@ -123,10 +134,12 @@ private:
     int lookUpCodePage() const;
     int charFormat();
     void insertParagraph();
+    RtfParagraphEnd paragraphEnd();
 
     RtfTokenizer m_tokens;
     QTextDocument *m_document;
     RtfTables m_tables;
+    RtfLists m_lists;
     RtfFormatCache m_formats;
     RtfBuilder m_builder;
     RtfFontTable m_fontTable;
@@ -149,12 +162,15 @@ private:
     bool m_fromMac = false;
     bool m_inHeader = true;
     bool m_ignorable = false; // the last token was \*
-    bool m_paragraphs = false; // a paragraph has been inserted
     bool m_pageBreak = false; // the next paragraph starts a page
     bool m_sectionBreak = false;
     bool m_continuousSection = false;
 
+    RtfRowFormat m_row;
+    RtfRowFormat m_nestedRow;
+    RtfCellFormat m_nextCell; // what was said since the last \cellx
+
     std::vector<Field> m_fields;
-    QString m_exactText;
+    QString m_collected; // text of the destination that is open
     QTextCharFormat m_defaultFormat;
 };
