@@ -10,7 +10,8 @@
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QGuiApplication application(*argc, *argv);
+    static auto *application = new QGuiApplication(*argc, *argv); // lives as long as the process
+    Q_UNUSED(application)
     return 0;
 }
 

@@ -21,6 +21,8 @@ private Q_SLOTS:
     void readsText();
     void readsCharFormat_data();
     void readsCharFormat();
+    void readsStyles_data();
+    void readsStyles();
     void readsBlockFormat_data();
     void readsBlockFormat();
     void readsLinks_data();
@@ -97,7 +99,6 @@ void TestRtf::readsText_data()
     row("escaped braces", " \\{\\\\\\}", "{\\}");
     row("page break splits a paragraph", " a\\page b", "a\nb");
     row("section", " a\\par\\sect b\\sect c", "a\nb\nc");
-    row("table rows as lines", "\\trowd\\intbl a\\cell b\\cell\\row\\pard c", "a\tb\nc");
 
     row("code page of the file", "\\ansicpg1251 \\'cf\\'f0", "Пр");
     row("raw bytes", "\\ansicpg1251 \xcf\xf0!", "Пр!");
@@ -210,6 +211,44 @@ void TestRtf::readsCharFormat_data()
     row("\\cf99\\f99\\mvrx99 a", [](F &) {});
     row("{\\*\\mvrprops 2003i:200 zz 2001d:nan 2003x:1 100007b:1 2004b:1;}\\mvrx1 a",
         [](F &f) { f.setFontItalic(true); });
+}
+
+void TestRtf::readsStyles_data()
+{
+    QTest::addColumn<QByteArray>("rtf");
+    QTest::addColumn<int>("weight");
+    QTest::addColumn<double>("size");
+    QTest::addColumn<double>("margin");
+    const QByteArray sheet
+        = "{\\stylesheet{\\fs24 Normal;}{\\s1\\sbasedon0\\b\\li200 One;}"
+          "{\\s2\\sbasedon1\\b0\\fs40 Two;}{\\*\\cs5\\b\\fs30 Five;}"
+          "{\\s8\\sbasedon9\\fs10;}{\\s9\\sbasedon8\\b;}{\\s3\\sbasedon3\\b X;}}";
+    const auto row = [&](const char *body, int weight, double size, double margin) {
+        QTest::newRow(body) << sheet + body << weight << size << margin;
+    };
+    row("\\pard\\s1 a", QFont::Bold, 12, 10);
+    row("\\pard\\s1\\b0\\fs20\\li0 a", QFont::Normal, 10, 0);
+    row("\\pard\\fs20\\li100\\s1 a", QFont::Bold, 10, 5);
+    row("\\pard\\s2 a", QFont::Normal, 20, 10);
+    row("\\pard\\s1\\par\\pard\\plain a", QFont::Normal, 0, 0);
+    row("\\pard\\s0{\\cs5 a}", QFont::Bold, 15, 0);
+    row("{\\cs5 a}", QFont::Bold, 15, 0);
+    row("\\pard\\s9 a", QFont::Bold, 5, 0);
+    row("\\pard\\s3 a", QFont::Bold, 0, 0);
+    row("\\pard\\s77 a", QFont::Normal, 0, 0);
+}
+
+void TestRtf::readsStyles()
+{
+    QFETCH(const QByteArray, rtf);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1" + rtf + '}', &document));
+    const QTextBlock block = document.lastBlock();
+    QCOMPARE(block.text(), QStringLiteral("a"));
+    const QTextCharFormat format = block.begin().fragment().charFormat();
+    QTEST(format.fontWeight() == QFont::Bold ? int(QFont::Bold) : int(QFont::Normal), "weight");
+    QTEST(format.fontPointSize(), "size");
+    QTEST(block.blockFormat().leftMargin(), "margin");
 }
 
 void TestRtf::readsCharFormat()

@@ -152,11 +152,13 @@ QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfTables &table
     QTextBlockFormat format;
     if (props.alignment)
         format.setAlignment(Qt::Alignment(props.alignment));
-    if (props.leftIndent)
+    // The list indents its items, and the number hangs in that indent.
+    const bool isItem = props.list != 0;
+    if (props.leftIndent && !isItem)
         format.setLeftMargin(points(props.leftIndent));
     if (props.rightIndent)
         format.setRightMargin(points(props.rightIndent));
-    if (props.firstIndent)
+    if (props.firstIndent && !isItem)
         format.setTextIndent(points(props.firstIndent));
     if (props.spaceBefore)
         format.setTopMargin(points(props.spaceBefore));

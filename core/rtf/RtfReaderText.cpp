@@ -70,6 +70,8 @@ void RtfReader::addByte(unsigned char byte)
         flushBytes();
         if (byte == '\t')
             appendCharacter('\t');
+        else if (m_group.destination == &RtfDestinations::levelText) // counts and places
+            m_collected += QChar(ushort(byte));
         return;
     }
     if (m_bytes.isEmpty()) {

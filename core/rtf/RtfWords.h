@@ -1,6 +1,7 @@
 #pragma once
 
 #include <core/rtf/RtfProps.h>
+#include <core/rtf/RtfTable.h>
 
 #include <string_view>
 
@@ -31,6 +32,7 @@ struct RtfWord
     bool constant = false; /*!< stands for value itself instead of carrying a number */
     bool written = false; /*!< the spelling that the writer uses for its property */
     const void *destination = nullptr;
+    bool RtfCellFormat::*cellFlag = nullptr;
 };
 
 /*! The table's row for \a name, or null for a word that is not known. */
