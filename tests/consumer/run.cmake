@@ -1,6 +1,7 @@
 # Builds the example program the way MODE says and runs it.
 #   cmake -DMODE=installed|subdirectory -DSOURCE=... -DBUILD=... -DWORK=... -P run.cmake
-set(settings -G Ninja -DCMAKE_BUILD_TYPE=Debug)
+# Neither optimised nor with debug information: it is to build fast and to run once.
+set(settings -G Ninja -DCMAKE_BUILD_TYPE=None)
 find_program(ccache ccache)
 if(ccache)
     list(APPEND settings -DCMAKE_CXX_COMPILER_LAUNCHER=${ccache})
