@@ -3,7 +3,9 @@
 #include <core/EditBlock_p.h>
 #include <core/TextFragments_p.h>
 
+#include <algorithm>
 #include <type_traits>
+#include <vector>
 
 /*!
     A format to be set: on the text of [start, end), or, where both are equal, as the character
@@ -78,11 +80,91 @@ void changeFormats(QTextDocument *document, int start, int end, const Change &ch
     applyFormatEdits(document, collectFormatEdits(document, start, end, change));
 }
 
-/*! Changes every character format of the document; does nothing for null. */
+/*! What \a change makes of the formats of a document; each of them is changed only once. */
+template <typename Change> class ChangedFormats
+{
+public:
+    explicit ChangedFormats(const Change &change)
+        : m_change(change)
+    {
+    }
+
+    /*! The new format of what has the format \a index; null when it stays as it is. */
+    template <typename Part> const QTextCharFormat *changed(const Part &part)
+    {
+        const size_t index = size_t(part.charFormatIndex());
+        if (index >= m_formats.size())
+            m_formats.resize(index + 1);
+        Entry &entry = m_formats[index];
+        if (!entry.isKnown) {
+            entry.isKnown = true;
+            entry.format = part.charFormat();
+            m_change(entry.format);
+            entry.isChanged = entry.format != part.charFormat();
+        }
+        return entry.isChanged ? &entry.format : nullptr;
+    }
+
+private:
+    struct Entry
+    {
+        bool isKnown = false;
+        bool isChanged = false;
+        QTextCharFormat format;
+    };
+
+    const Change &m_change;
+    std::vector<Entry> m_formats; // by index in the document's collection
+};
+
+/*! Whether \a change would change any format that the document has or had. */
+template <typename Change>
+bool changesAnyFormat(const QTextDocument *document, const Change &change)
+{
+    const QVector<QTextFormat> formats = document->allFormats();
+    return std::any_of(formats.cbegin(), formats.cend(), [&change](const QTextFormat &format) {
+        if (!format.isCharFormat())
+            return false;
+        QTextCharFormat changed = format.toCharFormat();
+        change(changed);
+        return changed != format;
+    });
+}
+
+/*! Collects what \a change, called as change(QTextCharFormat &), does to the whole document. */
+template <typename Change>
+QVector<FormatEdit> collectAllFormatEdits(const QTextDocument *document, const Change &change)
+{
+    QVector<FormatEdit> edits;
+    if (!changesAnyFormat(document, change))
+        return edits;
+    ChangedFormats<Change> formats(change);
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        if (const QTextCharFormat *format = formats.changed(block))
+            edits.append({block.position(), block.position(), *format});
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            if (const QTextCharFormat *format = formats.changed(fragment)) {
+                const int start = fragment.position();
+                edits.append({start, start + fragment.length(), *format});
+            }
+        }
+    }
+    return edits;
+}
+
+/*!
+    Changes every character format of the document; does nothing for null. See
+    collectFormatEdits() for the forms of \a change.
+*/
 template <typename Change> void changeAllFormats(QTextDocument *document, const Change &change)
 {
-    if (document)
+    if (!document)
+        return;
+    if constexpr (std::is_invocable_v<Change, QTextCharFormat &, int>)
         changeFormats(document, -1, document->characterCount(), change);
+    else
+        applyFormatEdits(document, collectAllFormatEdits(document, change));
 }
 
 /*!

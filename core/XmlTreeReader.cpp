@@ -32,20 +32,23 @@ bool isLayoutSpace(const QString &text)
         && std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.isSpace(); });
 }
 
-/*! Hands out one shared string per tag or attribute name: files repeat a few dozen of them. */
-class NamePool
+/*! Hands out shared strings for short texts: files repeat a few dozen names and values. */
+class StringPool
 {
 public:
-    QString shared(const QStringRef &name)
+    QString shared(const QStringRef &text)
     {
-        QString &slot = m_slots[qHash(name) % m_slots.size()];
-        if (slot != name)
-            slot = name.toString();
+        if (text.size() > maxSize)
+            return text.toString();
+        QString &slot = m_slots[qHash(text) % m_slots.size()];
+        if (slot != text)
+            slot = text.toString();
         return slot;
     }
 
 private:
-    std::array<QString, 256> m_slots;
+    static constexpr int maxSize = 32;
+    std::array<QString, 512> m_slots;
 };
 
 class TreeBuilder
@@ -91,7 +94,7 @@ private:
     const int m_maxDepth;
     QDomDocument m_document;
     QDomNode m_parent;
-    NamePool m_names;
+    StringPool m_strings;
     QString m_text; // of adjacent tokens, so that one stretch of text is one node
     int m_depth = 0;
     std::vector<bool> m_holdsText; // by depth: the open element holds more than layout
@@ -164,14 +167,15 @@ void TreeBuilder::openElement()
             translated("Elements are nested more than %1 levels deep.").arg(m_maxDepth));
         return;
     }
-    QDomElement element = m_document.createElement(m_names.shared(m_xml.qualifiedName()));
-    count(m_xml.qualifiedName().size());
+    QDomElement element = m_document.createElement(m_strings.shared(m_xml.qualifiedName()));
+    qint64 characters = m_xml.qualifiedName().size();
     const QXmlStreamAttributes attributes = m_xml.attributes();
     for (const QXmlStreamAttribute &attribute : attributes) {
-        element.setAttribute(m_names.shared(attribute.qualifiedName()),
-                             attribute.value().toString());
-        count(attribute.qualifiedName().size() + attribute.value().size());
+        element.setAttribute(m_strings.shared(attribute.qualifiedName()),
+                             m_strings.shared(attribute.value()));
+        characters += attribute.qualifiedName().size() + attribute.value().size();
     }
+    count(characters);
     m_parent.appendChild(element);
     m_parent = element;
     m_holdsText[size_t(m_depth)] = false;
@@ -188,10 +192,7 @@ void TreeBuilder::addText()
 {
     if (m_depth == 0) // the parser lets only white space stand outside the root element
         return;
-    if (m_text.isEmpty())
-        m_text = m_xml.text().toString();
-    else
-        m_text += m_xml.text();
+    m_text += m_xml.text();
     count(m_xml.text().size());
 }
 
@@ -202,9 +203,9 @@ void TreeBuilder::flushText(Neighbour next)
     const bool isBesideElement = next == Element || m_parent.lastChild().isElement();
     if (m_holdsText[size_t(m_depth)] || !isBesideElement || !isLayoutSpace(m_text)) {
         m_holdsText[size_t(m_depth)] = true;
-        m_parent.appendChild(m_document.createTextNode(m_text));
+        m_parent.appendChild(m_document.createTextNode(QString(m_text.constData(), m_text.size())));
     }
-    m_text.clear();
+    m_text.resize(0); // keeps its memory
 }
 
 // Text can only come out longer than it went in where entities repeat it.

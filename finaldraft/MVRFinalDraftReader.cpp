@@ -296,6 +296,7 @@ void MVRFinalDraftReader::parseNoteParagraph(const QDomElement &element)
             parseOtherChild(child, scriptNoteTag);
         }
     }
+    runs.finish();
     if (!note.isEmpty())
         addScriptNote(note, anchorScriptNote());
 }

@@ -17,8 +17,9 @@ bool isSameFormat(const TextAttr &a, const TextAttr &b)
 
 void RunInserter::startParagraph(const QTextBlockFormat &format)
 {
+    insertPendingText();
     if (m_isBreakDue)
-        m_cursor.insertBlock(format);
+        m_cursor.insertBlock(format, m_charFormat);
     else
         m_cursor.setBlockFormat(format);
     m_isBreakDue = false;
@@ -27,14 +28,21 @@ void RunInserter::startParagraph(const QTextBlockFormat &format)
 void RunInserter::insertRun(const QString &text, const TextAttr &attr,
                             const QTextCharFormat &elementFormat)
 {
-    finish();
-    m_cursor.insertText(text, charFormat(attr, elementFormat));
+    const QTextCharFormat format = charFormat(attr, elementFormat);
+    if (m_pendingText.isEmpty() || format != m_charFormat) {
+        finish();
+        m_pendingText = text;
+        m_charFormat = format;
+    } else {
+        m_pendingText += text;
+    }
 }
 
 void RunInserter::insertText(const QString &text)
 {
     finish();
     m_cursor.insertText(text);
+    m_charFormat = m_cursor.charFormat();
 }
 
 void RunInserter::endParagraph()
@@ -45,9 +53,17 @@ void RunInserter::endParagraph()
 
 void RunInserter::finish()
 {
+    insertPendingText();
     if (m_isBreakDue)
         m_cursor.insertBlock();
     m_isBreakDue = false;
+}
+
+void RunInserter::insertPendingText()
+{
+    if (!m_pendingText.isEmpty())
+        m_cursor.insertText(m_pendingText, m_charFormat);
+    m_pendingText.clear();
 }
 
 QTextCharFormat RunInserter::charFormat(const TextAttr &attr, const QTextCharFormat &elementFormat)

@@ -8,9 +8,10 @@
 /*!
     Writes paragraphs and runs at the end of a document.
 
-    A script uses few formats: those made are kept, since a document takes one it knows without
-    comparing it property by property. A paragraph's closing break is made when more text comes,
-    so that the next paragraph gets its format at once; finish() makes the last one.
+    Text is kept back until its format ends, because files cut runs where the format goes on. A
+    paragraph's closing break is kept back until more text comes, so that the next paragraph gets
+    its format at once. The formats made are kept, since a document takes one that it knows
+    without comparing it property by property.
 */
 class RunInserter
 {
@@ -29,12 +30,14 @@ public:
     void insertText(const QString &text);
     /*! Closes the paragraph. */
     void endParagraph();
-    /*! Makes the break that is due; the document ends with an empty paragraph then. */
+    /*! Inserts what is still kept back: text, or the closing break of the last paragraph. */
     void finish();
 
+    /*! A cursor behind the text that is inserted; see finish(). */
     QTextCursor cursor() const { return m_cursor; }
 
 private:
+    void insertPendingText();
     /*! What a character format was made of, and the format. */
     struct MadeFormat
     {
@@ -48,5 +51,7 @@ private:
 
     QTextCursor m_cursor;
     bool m_isBreakDue = false;
+    QString m_pendingText;
+    QTextCharFormat m_charFormat; // of the pending text, or that inserted last
     QVector<MadeFormat> m_formats;
 };
