@@ -6,7 +6,7 @@
 
 QTextCharFormat MVRTextDoc::setInlineFootnoteAnnotation(QTextCursor cursor, bool footnote, bool on)
 {
-    const QTextCharFormat format = inlineNoteFormat(footnote, on);
+    QTextCharFormat format = inlineNoteFormat(footnote, on);
     mergeIfChanged(cursor, format);
     return format;
 }

@@ -301,7 +301,9 @@ void MVRTextDoc::removeComment(QTextCursor &cursor)
     if (block.length() == 1) {
         QTextCharFormat format = cursor.charFormat();
         clearNoteProperties(format);
-        if (format != block.charFormat())
+        QTextCharFormat blockFormat = block.charFormat();
+        blockFormat.clearProperty(QTextFormat::ObjectIndex); // which cursors do not tell
+        if (format != blockFormat)
             edits.append({block.position(), block.position(), format});
     }
     applyFormatEdits(document, edits);
