@@ -143,17 +143,19 @@ void TestRtf::readsText_data()
     row("unknown destination", "{\\*\\foo bar{baz}}x", "x");
     row("star without a destination", "{\\*\\b x}y", "y");
     row("not the document's text",
-        "{\\info{\\title T}}{\\header h}{\\footnote f}{\\*\\annotation a}{\\pict 00}"
+        "{\\info{\\title T}}{\\header h}{\\footnote f}{\\*\\annotation a}{\\nonshppict{\\pict 00}}"
         "{\\stylesheet{\\s1 S;}}{\\shp{\\*\\shpinst i}}{\\*\\bkmkstart b}{\\listtext\\tab 1.}{\\xe "
         "i}x",
         "x");
     row("object shows its result", "{\\object{\\*\\objdata 00}{\\result r}}", "r");
-    row("binary data", "{\\pict\\bin5 }}}{\\}a\\bin3 {{{b", "ab");
+    row("binary data", "{\\*\\x\\bin5 }}}{\\}{\\pict\\bin3 }}{}a\\bin3 {{{b", "\uFFFCab");
     row("binary data in text", " a\\bin3 {{{b", "ab");
     row("binary data longer than the file", " a\\bin2000000000 b", "a");
     row("hidden and deleted", " a{\\v h\\par}{\\deleted d}b", "ab");
     row("bad hex", "\\'zz\\'4g", "zz4g");
     row("too many ends", " a}b}c", "a");
+    row("destination without a group", " a\\stylesheet b\\nosupersub c", "abc");
+    row("broken off in a style", " a{\\b b\\stylesheet\\nosupersub c", "ab");
     row("name too long", "\\abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz1 x", "x");
 }
 
@@ -392,7 +394,7 @@ void TestRtf::survivesEveryCut()
 {
     const QByteArray rtf
         = "{\\rtf1\\ansi{\\fonttbl{\\f0 A;}}{\\colortbl;\\red1;}\\f0\\b one\\par "
-          "{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt two}}\\'e9\\u8364?{\\pict\\bin3 abc}}";
+          "{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt two}}\\'e9\\u8364?{\\*\\x\\bin3 abc}}";
     QTextDocument whole;
     QVERIFY(MVRTextRtf::fromRtfCData(rtf, &whole));
     const QString text = textOf(whole);

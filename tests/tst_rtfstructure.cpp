@@ -1,5 +1,7 @@
 #include <core/MVRTextRtf.h>
 
+#include <QBuffer>
+#include <QImage>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -7,7 +9,7 @@
 #include <QTextTable>
 #include <QtTest>
 
-// Lists and tables.
+// Lists, tables and pictures.
 class TestRtfStructure : public QObject
 {
     Q_OBJECT
@@ -19,6 +21,8 @@ private Q_SLOTS:
     void tables();
     void tableFormats();
     void tableAmongParagraphs();
+    void pictures_data();
+    void pictures();
     void sizes_data();
     void sizes();
 };
@@ -238,6 +242,71 @@ void TestRtfStructure::tableAmongParagraphs()
     QVERIFY(document.lastBlock().blockFormat().isEmpty());
     QVERIFY(!document.lastBlock().textList());
     QCOMPARE(document.lastBlock().previous().blockFormat().alignment(), Qt::AlignLeft);
+}
+
+void TestRtfStructure::pictures_data()
+{
+    QTest::addColumn<QByteArray>("picture"); // behind "{\\pict"
+    QTest::addColumn<QByteArray>("file"); // what the document keeps; empty: a placeholder
+    QTest::addColumn<QSizeF>("size");
+
+    QImage image(3, 2, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    const auto fileOf = [&](const char *format) {
+        QByteArray file;
+        QBuffer buffer(&file);
+        buffer.open(QIODevice::WriteOnly);
+        image.save(&buffer, format);
+        return file;
+    };
+    const QByteArray png = fileOf("PNG");
+    const QByteArray bitmap = fileOf("BMP");
+    QByteArray digits = png.toHex();
+    for (int at = 60; at < digits.size(); at += 61)
+        digits.insert(at, "\r\n"); // programs break the lines, between the digits of a byte too
+    QByteArray vast = png;
+    vast.replace(16, 8, QByteArray::fromHex("000186a0000186a0")); // 100,000 by 100,000 pixels
+
+    QTest::newRow("hexadecimal") << "\\pngblip\\picwgoal600\\pichgoal300 " + digits << png
+                                 << QSizeF(30, 15);
+    QTest::newRow("scaled") << "\\picscalex50\\picscaley200\\pngblip\\picwgoal600\\pichgoal300 "
+            + digits << png << QSizeF(15, 30);
+    QTest::newRow("pixels only") << "\\pngblip\\picw3\\pich2 " + digits << png << QSizeF(2.25, 1.5);
+    QTest::newRow("binary") << "{\\*\\blipuid 0011}\\pngblip\\bin" + QByteArray::number(png.size())
+            + ' '
+            + png << png << QSizeF(0, 0);
+    QTest::newRow("JPEG") << "\\jpegblip " + fileOf("JPG").toHex() << fileOf("JPG") << QSizeF(0, 0);
+    QTest::newRow("bitmap without its head")
+        << "\\dibitmap0 " + bitmap.mid(14).toHex() << bitmap << QSizeF(0, 0);
+    QTest::newRow("metafile") << QByteArray("\\wmetafile8\\picwgoal200\\pichgoal100 00112233")
+                              << QByteArray() << QSizeF(10, 5);
+    QTest::newRow("vast") << "\\pngblip " + vast.toHex() << QByteArray() << QSizeF(0, 0);
+    QTest::newRow("vast goal") << QByteArray("\\picwgoal2000000000\\pichgoal-5 00") << QByteArray()
+                               << QSizeF(10000, 0);
+    QTest::newRow("damaged") << QByteArray("\\pngblip 89504e47 xyz") << QByteArray()
+                             << QSizeF(0, 0);
+}
+
+void TestRtfStructure::pictures()
+{
+    QFETCH(const QByteArray, picture);
+    QFETCH(const QByteArray, file);
+    QFETCH(const QSizeF, size);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 a{\\b{\\*\\shppict{\\pict" + picture
+                                         + "}}{\\nonshppict{\\pict 00}}}z}",
+                                     &document));
+    QCOMPARE(document.begin().text(), QStringLiteral("a\uFFFCz"));
+    QTextCursor cursor(&document);
+    cursor.setPosition(2);
+    const QTextImageFormat format = cursor.charFormat().toImageFormat();
+    QVERIFY(format.isValid());
+    QCOMPARE(QSizeF(format.width(), format.height()), size);
+    QCOMPARE(format.fontWeight(), int(QFont::Bold));
+    const QVariant resource = document.resource(QTextDocument::ImageResource, QUrl(format.name()));
+    QCOMPARE(resource.toByteArray(), file);
+    QCOMPARE(format.toolTip().isEmpty(), !file.isEmpty());
+    QVERIFY(!file.isEmpty() || !resource.value<QImage>().isNull());
 }
 
 void TestRtfStructure::sizes_data()

@@ -40,6 +40,8 @@ const RtfDestination oldList {};
 
 const RtfDestination nestedRow {};
 
+const RtfDestination picture {nullptr, [](RtfReader &reader) { reader.finishPicture(); }};
+
 const RtfDestination exactProperties {
     [](RtfReader &reader, const QString &text) { reader.addCollected(text); },
     [](RtfReader &reader) { reader.finishExactProperties(); }};

@@ -29,6 +29,7 @@ extern const RtfDestination listLevel;
 extern const RtfDestination levelText;
 extern const RtfDestination oldList; /*!< \pn */
 extern const RtfDestination nestedRow; /*!< \nesttableprops */
+extern const RtfDestination picture;
 extern const RtfDestination exactProperties; /*!< \mvrprops */
 
 }

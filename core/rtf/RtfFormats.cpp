@@ -265,6 +265,12 @@ int RtfFormatCache::blockFormatNumber(const RtfParaProps &props)
     return added.first->second;
 }
 
+int RtfFormatCache::addCharFormat(const QTextCharFormat &format)
+{
+    m_charFormats.push_back(format);
+    return static_cast<int>(m_charFormats.size()) - 1;
+}
+
 void RtfFormatCache::tablesChanged()
 {
     m_charNumbers.clear();

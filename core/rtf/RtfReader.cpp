@@ -76,7 +76,8 @@ bool RtfReader::handle(const RtfToken &token)
         addText(token);
         break;
     case RtfToken::Binary:
-        skipFallback();
+        if (!skipFallback() && inPicture())
+            m_picture.addBytes(token.text);
         break;
     }
     m_ignorable = false;
@@ -175,6 +176,11 @@ bool RtfReader::popGroup()
 void RtfReader::finish()
 {
     flushBytes();
+    // A file that breaks off within a destination ends with the text around it.
+    while (!inBody() && m_outer.size() > 1) {
+        m_group = m_outer.back();
+        m_outer.pop_back();
+    }
     putLoneSurrogate();
     // The last \par ends the last paragraph, and no empty one follows it.
     if (m_builder.hasText() || !m_builder.hasContent())
@@ -190,6 +196,8 @@ void RtfReader::openDestination(const RtfDestination *destination)
         skipDestination();
         return;
     }
+    if (m_outer.size() <= 1)
+        return; // the document itself is no destination
     m_group.destination = destination;
     m_group.opensDestination = true;
 }
@@ -414,6 +422,28 @@ void RtfReader::setFromMac()
     m_fontTable.setFaces();
 }
 
+void RtfReader::beginPicture()
+{
+    if (!isVisible()) {
+        skipDestination();
+        return;
+    }
+    openDestination(&RtfDestinations::picture);
+    m_picture = {};
+}
+
+void RtfReader::finishPicture()
+{
+    if (m_outer.empty() || m_picture.isEmpty())
+        return;
+    QTextCharFormat format = m_formats.charFormat(charFormat());
+    format.merge(m_picture.store(m_document));
+    const QChar object(QChar::ObjectReplacementCharacter);
+    m_inHeader = false;
+    m_builder.append(QStringView(&object, 1), m_formats.addCharFormat(format));
+    m_picture = {};
+}
+
 void RtfReader::setCharset(int charset)
 {
     // Charset 0 is Windows' 1252 whatever the file's code page is, but programs of the Macintosh
@@ -430,7 +460,7 @@ void RtfReader::setDefaultFont(int number)
 
 void RtfReader::takeDefaults()
 {
-    if (m_uncounted == 0 && m_outer.size() > 1) {
+    if (inBody() && m_uncounted == 0 && m_outer.size() > 1) {
         RtfGroup &outer = m_outer.back();
         m_defaultFormat = RtfFormats::toCharFormat(outer.chars, m_tables);
         m_plain = outer.chars = {};

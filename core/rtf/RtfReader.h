@@ -6,6 +6,7 @@
 #include <core/rtf/RtfFormats.h>
 #include <core/rtf/RtfHeader.h>
 #include <core/rtf/RtfLists.h>
+#include <core/rtf/RtfPicture.h>
 #include <core/rtf/RtfProps.h>
 #include <core/rtf/RtfStyles.h>
 #include <core/rtf/RtfTokenizer.h>
@@ -65,6 +66,7 @@ public:
     /*! Body text that a reader of the file would see: neither hidden nor a deleted revision. */
     bool isVisible() const { return inBody() && !m_group.chars.hidden && !m_group.chars.deleted; }
 
+    bool inPicture() const { return m_group.destination == &RtfDestinations::picture; }
     bool inStyleSheet() const { return m_group.destination == &RtfDestinations::styleSheet; }
 
     void charsChanged() { m_group.charFormat = -1; }
@@ -99,6 +101,9 @@ public:
     void setCharset(int charset);
     void setDefaultFont(int number);
     void setFromMac();
+    void beginPicture();
+    RtfPicture &picture() { return m_picture; }
+    void finishPicture();
     void takeDefaults();
 
     void beginField();
@@ -170,6 +175,7 @@ private:
     RtfRowFormat m_nestedRow;
     RtfCellFormat m_nextCell; // what was said since the last \cellx
 
+    RtfPicture m_picture;
     std::vector<Field> m_fields;
     QString m_collected; // text of the destination that is open
     QTextCharFormat m_defaultFormat;

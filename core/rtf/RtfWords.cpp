@@ -216,6 +216,24 @@ void setList(RtfReader &reader, const RtfWord &, bool, int parameter)
         reader.group().para.list = qBound(0, parameter, RtfLists::firstOldList - 1);
 }
 
+void beginPicture(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginPicture();
+}
+
+void setPictureKind(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.picture().kind = RtfPicture::Kind(word.value);
+}
+
+void setPictureNumber(RtfReader &reader, const RtfWord &word, bool, int parameter)
+{
+    reader.picture().*word.pictureNumber = qBound(0, parameter, rtfFarthestTwips);
+}
+
+// The group's content counts, the destination itself only says which programs read it.
+void readOn(RtfReader &, const RtfWord &, bool, int) { }
+
 void setOldList(RtfReader &reader, const RtfWord &word, bool, int)
 {
     reader.setOldList(QTextListFormat::Style(word.value));
@@ -356,6 +374,13 @@ constexpr RtfWord cellFlag(std::string_view name, bool RtfCellFormat::*flag)
 {
     RtfWord word {name, RtfWord::Formatting, setCellFlag};
     word.cellFlag = flag;
+    return word;
+}
+
+constexpr RtfWord pictureNumber(std::string_view name, int RtfPicture::*number)
+{
+    RtfWord word {name, RtfWord::Formatting, setPictureNumber};
+    word.pictureNumber = number;
     return word;
 }
 
@@ -502,6 +527,19 @@ constexpr RtfWord words[] = {
     cellFlag("clbrdrr", &RtfCellFormat::border),
     cellFlag("clbrdrt", &RtfCellFormat::border),
 
+    // Pictures ("Pictures"); kinds that are not named here are metafiles
+    destination("pict", beginPicture),
+    destination("shppict", readOn),
+    formatting("pngblip", setPictureKind, RtfPicture::Png),
+    formatting("jpegblip", setPictureKind, RtfPicture::Jpeg),
+    formatting("dibitmap", setPictureKind, RtfPicture::Dib),
+    pictureNumber("picw", &RtfPicture::width),
+    pictureNumber("pich", &RtfPicture::height),
+    pictureNumber("picwgoal", &RtfPicture::goalWidth),
+    pictureNumber("pichgoal", &RtfPicture::goalHeight),
+    pictureNumber("picscalex", &RtfPicture::scaleX),
+    pictureNumber("picscaley", &RtfPicture::scaleY),
+
     // Text ("Special Characters")
     structure("par", endParagraph),
     structure("page", breakPage),
@@ -591,14 +629,12 @@ constexpr RtfWord words[] = {
     skipped("objdata"),
     skipped("objname"),
     skipped("panose"),
-    skipped("pict"),
     skipped("pntext"),
     skipped("private"),
     skipped("rsidtbl"),
     skipped("revtbl"),
     skipped("rxe"),
     skipped("shp"),
-    skipped("shppict"),
     skipped("tc"),
     skipped("tcn"),
     skipped("template"),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <core/rtf/RtfPicture.h>
 #include <core/rtf/RtfProps.h>
 #include <core/rtf/RtfTable.h>
 
@@ -33,6 +34,7 @@ struct RtfWord
     bool written = false; /*!< the spelling that the writer uses for its property */
     const void *destination = nullptr;
     bool RtfCellFormat::*cellFlag = nullptr;
+    int RtfPicture::*pictureNumber = nullptr;
 };
 
 /*! The table's row for \a name, or null for a word that is not known. */
