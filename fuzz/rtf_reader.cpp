@@ -10,7 +10,8 @@
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QGuiApplication application(*argc, *argv);
+    static auto *application = new QGuiApplication(*argc, *argv); // lives as long as the process
+    Q_UNUSED(application)
     return 0;
 }
 
@@ -28,8 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     QTextBlock block = first.begin();
     QTextBlock again = second.begin();
     for (; block.isValid() && again.isValid(); block = block.next(), again = again.next()) {
-        if (block.text() != again.text()
-            || block.blockFormat().properties() != again.blockFormat().properties())
+        if (block.text() != again.text())
             std::abort();
     }
     if (block.isValid() || again.isValid())

@@ -152,11 +152,13 @@ QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfTables &table
     QTextBlockFormat format;
     if (props.alignment)
         format.setAlignment(Qt::Alignment(props.alignment));
-    if (props.leftIndent)
+    // The list indents its items, and the number hangs in that indent.
+    const bool isItem = props.list != 0;
+    if (props.leftIndent && !isItem)
         format.setLeftMargin(points(props.leftIndent));
     if (props.rightIndent)
         format.setRightMargin(points(props.rightIndent));
-    if (props.firstIndent)
+    if (props.firstIndent && !isItem)
         format.setTextIndent(points(props.firstIndent));
     if (props.spaceBefore)
         format.setTopMargin(points(props.spaceBefore));
@@ -261,6 +263,12 @@ int RtfFormatCache::blockFormatNumber(const RtfParaProps &props)
     if (added.second)
         m_blockFormats.push_back(RtfFormats::toBlockFormat(props, m_tables));
     return added.first->second;
+}
+
+int RtfFormatCache::addCharFormat(const QTextCharFormat &format)
+{
+    m_charFormats.push_back(format);
+    return static_cast<int>(m_charFormats.size()) - 1;
 }
 
 void RtfFormatCache::tablesChanged()

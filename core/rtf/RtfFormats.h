@@ -67,6 +67,8 @@ public:
 
     int charFormatNumber(const RtfCharProps &props);
     int blockFormatNumber(const RtfParaProps &props);
+    /*! Adds a format that no properties stand for. */
+    int addCharFormat(const QTextCharFormat &format);
     const QTextCharFormat &charFormat(int number) const { return m_charFormats[number]; }
     const QTextBlockFormat &blockFormat(int number) const { return m_blockFormats[number]; }
 

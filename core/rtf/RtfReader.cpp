@@ -24,7 +24,7 @@ RtfReader::RtfReader(const QByteArray &rtf, QTextDocument *document)
     : m_tokens(rtf)
     , m_document(document)
     , m_formats(m_tables)
-    , m_builder(document, m_formats)
+    , m_builder(document, m_formats, m_tables, m_lists)
     , m_fontTable(&m_tables)
     , m_colorTable(&m_tables)
 {
@@ -76,7 +76,8 @@ bool RtfReader::handle(const RtfToken &token)
         addText(token);
         break;
     case RtfToken::Binary:
-        skipFallback();
+        if (!skipFallback() && inPicture())
+            m_picture.addBytes(token.text);
         break;
     }
     m_ignorable = false;
@@ -90,7 +91,9 @@ void RtfReader::handleWord(const RtfToken &token)
     const bool ignorable = m_ignorable;
     m_ignorable = false;
     const RtfWord *word = findRtfWord(token.text);
-    if (!word || (ignorable && word->kind != RtfWord::Destination)) {
+    // "\*\cs" begins a character style: the one place where a star stands before other words.
+    const bool starred = ignorable && !inStyleSheet();
+    if (!word || (starred && word->kind != RtfWord::Destination)) {
         if (ignorable)
             skipDestination();
         return;
@@ -173,10 +176,16 @@ bool RtfReader::popGroup()
 void RtfReader::finish()
 {
     flushBytes();
+    // A file that breaks off within a destination ends with the text around it.
+    while (!inBody() && m_outer.size() > 1) {
+        m_group = m_outer.back();
+        m_outer.pop_back();
+    }
     putLoneSurrogate();
     // The last \par ends the last paragraph, and no empty one follows it.
-    if (m_builder.hasText() || !m_paragraphs)
+    if (m_builder.hasText() || !m_builder.hasContent())
         insertParagraph();
+    m_builder.finish();
 }
 
 void RtfReader::openDestination(const RtfDestination *destination)
@@ -187,6 +196,8 @@ void RtfReader::openDestination(const RtfDestination *destination)
         skipDestination();
         return;
     }
+    if (m_outer.size() <= 1)
+        return; // the document itself is no destination
     m_group.destination = destination;
     m_group.opensDestination = true;
 }
@@ -235,6 +246,38 @@ void RtfReader::resetPara()
     m_inHeader = false;
 }
 
+void RtfReader::applyParagraphStyle(int number)
+{
+    const int font = m_group.chars.font;
+    if (font == m_plain.font) // the default font is not a choice against the style's
+        m_group.chars.font = -1;
+    m_styles.applyToParagraph(number, &m_group.chars, &m_group.para);
+    if (m_group.chars.font < 0)
+        m_group.chars.font = font;
+    m_group.codePage = -1;
+    charsChanged();
+}
+
+void RtfReader::applyCharStyle(int number)
+{
+    m_styles.applyToChars(number, &m_group.chars);
+    m_group.codePage = -1;
+    charsChanged();
+}
+
+void RtfReader::beginStyle()
+{
+    m_group.chars = {};
+    m_group.para = {};
+    charsChanged();
+}
+
+void RtfReader::finishStyle()
+{
+    m_styles.finish(m_group.chars, m_group.para);
+    beginStyle();
+}
+
 void RtfReader::endParagraph()
 {
     if (!isVisible())
@@ -243,15 +286,33 @@ void RtfReader::endParagraph()
     insertParagraph();
 }
 
-void RtfReader::insertParagraph()
+RtfParagraphEnd RtfReader::paragraphEnd()
 {
+    constexpr int deepestTable = 8;
     RtfParaProps para = m_group.para;
     if (m_pageBreak || (m_sectionBreak && !m_continuousSection))
         para.pageBreakBefore = 1;
     m_pageBreak = m_sectionBreak = false;
     m_inHeader = false;
-    m_paragraphs = true;
-    m_builder.endParagraph(m_formats.blockFormatNumber(para), charFormat());
+    if (para.list != 0
+        && m_lists.format(para.list, para.listLevel).style() == QTextListFormat::ListStyleUndefined)
+        para.list = 0;
+
+    RtfParagraphEnd end;
+    end.list = para.list;
+    end.listLevel = para.listLevel;
+    end.tableLevel = qBound(0, para.tableLevel > 0 ? para.tableLevel : para.inTable, deepestTable);
+    // Where a paragraph stands makes no other format of it.
+    para.inTable = para.tableLevel = para.listLevel = 0;
+    para.list = para.list != 0 ? 1 : 0;
+    end.blockFormat = m_formats.blockFormatNumber(para);
+    end.markFormat = charFormat();
+    return end;
+}
+
+void RtfReader::insertParagraph()
+{
+    m_builder.endParagraph(paragraphEnd());
 }
 
 void RtfReader::breakPage()
@@ -272,18 +333,73 @@ void RtfReader::endSection()
     m_sectionBreak = true;
 }
 
-// A row of a table is a paragraph, its cells stand behind each other with tabs between.
 void RtfReader::endCell()
 {
-    appendCharacter('\t');
+    if (!inBody())
+        return;
+    putLoneSurrogate();
+    m_builder.endCell(paragraphEnd());
 }
 
 void RtfReader::endRow()
 {
-    if (!isVisible())
-        return;
-    m_builder.chop('\t');
-    endParagraph();
+    if (inBody())
+        m_builder.endRow(1, m_row);
+}
+
+// Stands in \nesttableprops, or in the text when that destination is left out.
+void RtfReader::endNestedRow()
+{
+    const int level = qBound(2, m_group.para.tableLevel, 8);
+    if (inBody() || m_group.destination == &RtfDestinations::nestedRow)
+        m_builder.endRow(level, m_nestedRow);
+}
+
+RtfRowFormat &RtfReader::row()
+{
+    return m_group.destination == &RtfDestinations::nestedRow ? m_nestedRow : m_row;
+}
+
+void RtfReader::beginRow()
+{
+    row() = {};
+    m_nextCell = {};
+}
+
+void RtfReader::addCellFormat(int right)
+{
+    constexpr int mostCells = 10000;
+    m_nextCell.right = qBound(-rtfFarthestTwips, right, rtfFarthestTwips);
+    if (row().cells.size() < mostCells)
+        row().cells.append(m_nextCell);
+    m_nextCell = {};
+}
+
+void RtfReader::setOldList(QTextListFormat::Style style)
+{
+    // The words stand in a group of their own and are meant for the paragraph around it.
+    if (m_group.destination == &RtfDestinations::oldList && m_uncounted == 0 && !m_outer.empty()) {
+        m_outer.back().para.list
+            = style == QTextListFormat::ListStyleUndefined ? 0 : RtfLists::oldList(style);
+        m_outer.back().para.listLevel = 0;
+    }
+}
+
+void RtfReader::finishLevelText()
+{
+    if (m_collected.endsWith(QLatin1Char(';')))
+        m_collected.chop(1);
+    m_lists.setLevelText(m_collected);
+    m_collected.clear();
+}
+
+// Opens a destination that means something within another one only.
+void RtfReader::openWithin(const RtfDestination *around, const RtfDestination *destination)
+{
+    if (m_group.destination == around)
+        openDestination(destination);
+    else
+        skipDestination();
 }
 
 int RtfReader::charFormat()
@@ -306,6 +422,28 @@ void RtfReader::setFromMac()
     m_fontTable.setFaces();
 }
 
+void RtfReader::beginPicture()
+{
+    if (!isVisible()) {
+        skipDestination();
+        return;
+    }
+    openDestination(&RtfDestinations::picture);
+    m_picture = {};
+}
+
+void RtfReader::finishPicture()
+{
+    if (m_outer.empty() || m_picture.isEmpty())
+        return;
+    QTextCharFormat format = m_formats.charFormat(charFormat());
+    format.merge(m_picture.store(m_document));
+    const QChar object(QChar::ObjectReplacementCharacter);
+    m_inHeader = false;
+    m_builder.append(QStringView(&object, 1), m_formats.addCharFormat(format));
+    m_picture = {};
+}
+
 void RtfReader::setCharset(int charset)
 {
     // Charset 0 is Windows' 1252 whatever the file's code page is, but programs of the Macintosh
@@ -322,7 +460,7 @@ void RtfReader::setDefaultFont(int number)
 
 void RtfReader::takeDefaults()
 {
-    if (m_uncounted == 0 && m_outer.size() > 1) {
+    if (inBody() && m_uncounted == 0 && m_outer.size() > 1) {
         RtfGroup &outer = m_outer.back();
         m_defaultFormat = RtfFormats::toCharFormat(outer.chars, m_tables);
         m_plain = outer.chars = {};
@@ -374,7 +512,7 @@ void RtfReader::finishExactProperties()
 {
     if (m_tables.exact.isEmpty())
         m_tables.exact.append(RtfExactProperties()); // sets are counted from 1
-    m_tables.exact += RtfExact::fromText(m_exactText.toLatin1());
-    m_exactText.clear();
+    m_tables.exact += RtfExact::fromText(m_collected.toLatin1());
+    m_collected.clear();
     m_formats.tablesChanged();
 }

@@ -11,16 +11,23 @@ namespace {
 
 // The functions of the rows.
 
+// In a style "off" has to be told from "not said", for the styles that are based on others.
+int forGroup(const RtfReader &reader, int value)
+{
+    return value == 0 && reader.inStyleSheet() ? RtfStyles::switchedOff : value;
+}
+
 void setCharProp(RtfReader &reader, const RtfWord &word, bool, int parameter)
 {
-    reader.group().chars.*word.charProp = parameter;
+    reader.group().chars.*word.charProp = forGroup(reader, parameter);
     reader.charsChanged();
 }
 
 // "\b" and "\b1" switch on, "\b0" off; likewise every kind of underline.
 void setCharConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter)
 {
-    reader.group().chars.*word.charProp = hasParameter && parameter == 0 ? 0 : word.value;
+    reader.group().chars.*word.charProp
+        = forGroup(reader, hasParameter && parameter == 0 ? 0 : word.value);
     reader.charsChanged();
 }
 
@@ -39,7 +46,7 @@ void setCharLength(RtfReader &reader, const RtfWord &word, bool, int parameter)
 // \up and \dn shift by half-points; Qt knows the two positions only.
 void setRise(RtfReader &reader, const RtfWord &word, bool, int parameter)
 {
-    reader.group().chars.vertical = parameter == 0 ? 0 : word.value;
+    reader.group().chars.vertical = forGroup(reader, parameter == 0 ? 0 : word.value);
     reader.charsChanged();
 }
 
@@ -54,12 +61,35 @@ void setFont(RtfReader &reader, const RtfWord &, bool, int parameter)
 
 void setParaProp(RtfReader &reader, const RtfWord &word, bool, int parameter)
 {
-    reader.group().para.*word.paraProp = qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips);
+    reader.group().para.*word.paraProp
+        = forGroup(reader, qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips));
 }
 
 void setParaConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter)
 {
-    reader.group().para.*word.paraProp = hasParameter && parameter == 0 ? 0 : word.value;
+    reader.group().para.*word.paraProp
+        = forGroup(reader, hasParameter && parameter == 0 ? 0 : word.value);
+}
+
+void setStyle(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    if (reader.inStyleSheet())
+        reader.styles().begin(parameter);
+    else
+        reader.applyParagraphStyle(parameter);
+}
+
+void setCharStyle(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    if (reader.inStyleSheet())
+        reader.styles().begin(parameter);
+    else
+        reader.applyCharStyle(parameter);
+}
+
+void setStyleBase(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.styles().setBase(parameter);
 }
 
 void resetChars(RtfReader &reader, const RtfWord &, bool, int)
@@ -113,6 +143,102 @@ void endRow(RtfReader &reader, const RtfWord &, bool, int)
     reader.endRow();
 }
 
+void endNestedRow(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.endNestedRow();
+}
+
+void beginRow(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginRow();
+}
+
+void setRowLeft(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.row().left = qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips);
+}
+
+void setRowHeader(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.row().header = true;
+}
+
+void addCellFormat(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.addCellFormat(parameter);
+}
+
+void setCellFlag(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.nextCell().*word.cellFlag = true;
+}
+
+void setCellBackground(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.nextCell().background = parameter;
+}
+
+void beginList(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.lists().beginList();
+    reader.openWithin(&RtfDestinations::listTable,
+                      static_cast<const RtfDestination *>(word.destination));
+}
+
+void beginListLevel(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.lists().beginLevel();
+    reader.openWithin(&RtfDestinations::list,
+                      static_cast<const RtfDestination *>(word.destination));
+}
+
+void openLevelText(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openWithin(&RtfDestinations::listLevel,
+                      static_cast<const RtfDestination *>(word.destination));
+}
+
+void setNumberFormat(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.lists().setNumberFormat(parameter);
+}
+
+void setListId(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.lists().setId(parameter);
+}
+
+void setList(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    if (reader.group().destination == &RtfDestinations::listTable)
+        reader.lists().setOverride(parameter);
+    else
+        reader.group().para.list = qBound(0, parameter, RtfLists::firstOldList - 1);
+}
+
+void beginPicture(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginPicture();
+}
+
+void setPictureKind(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.picture().kind = RtfPicture::Kind(word.value);
+}
+
+void setPictureNumber(RtfReader &reader, const RtfWord &word, bool, int parameter)
+{
+    reader.picture().*word.pictureNumber = qBound(0, parameter, rtfFarthestTwips);
+}
+
+// The group's content counts, the destination itself only says which programs read it.
+void readOn(RtfReader &, const RtfWord &, bool, int) { }
+
+void setOldList(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.setOldList(QTextListFormat::Style(word.value));
+}
+
 void setSectionContinuous(RtfReader &reader, const RtfWord &word, bool, int)
 {
     reader.setSectionContinuous(word.value != 0);
@@ -163,6 +289,13 @@ void openColorTable(RtfReader &reader, const RtfWord &word, bool, int)
     reader.openDestination(static_cast<const RtfDestination *>(word.destination));
     if (reader.group().destination == word.destination)
         reader.colorTable().begin();
+}
+
+void openStyleSheet(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openDestination(static_cast<const RtfDestination *>(word.destination));
+    if (reader.inStyleSheet())
+        reader.beginStyle();
 }
 
 void openBoth(RtfReader &reader, const RtfWord &, bool, int)
@@ -235,6 +368,20 @@ constexpr RtfWord formatting(std::string_view name, RtfWord::Apply apply, int va
 constexpr RtfWord character(std::string_view name, char16_t unit)
 {
     return {name, RtfWord::Character, appendCharacter, unit};
+}
+
+constexpr RtfWord cellFlag(std::string_view name, bool RtfCellFormat::*flag)
+{
+    RtfWord word {name, RtfWord::Formatting, setCellFlag};
+    word.cellFlag = flag;
+    return word;
+}
+
+constexpr RtfWord pictureNumber(std::string_view name, int RtfPicture::*number)
+{
+    RtfWord word {name, RtfWord::Formatting, setPictureNumber};
+    word.pictureNumber = number;
+    return word;
 }
 
 constexpr RtfWord structure(std::string_view name, RtfWord::Apply apply, int value = 0)
@@ -321,6 +468,11 @@ constexpr RtfWord words[] = {
     charNumber("ulc", &C::underlineColor, Writes),
     charNumber("mvrx", &C::extra, Writes),
 
+    // Styles ("Style Sheet")
+    formatting("s", setStyle),
+    formatting("cs", setCharStyle),
+    formatting("sbasedon", setStyleBase),
+
     // Paragraphs ("Paragraph Formatting Properties")
     formatting("pard", resetPara),
     paraConstant("ql", &P::alignment, 0, Reads),
@@ -345,6 +497,49 @@ constexpr RtfWord words[] = {
     paraNumber("outlinelevel", &P::outline, Writes),
     paraNumber("mvrp", &P::extra, Writes),
 
+    // Lists ("List Tables", "Bullets and Numbering")
+    paraNumber("ilvl", &P::listLevel, Reads),
+    formatting("ls", setList),
+    header("listid", setListId),
+    header("levelnfc", setNumberFormat),
+    header("levelnfcn", setNumberFormat),
+    formatting("pnlvlblt", setOldList, QTextListFormat::ListDisc),
+    formatting("pnlvlbody", setOldList, QTextListFormat::ListDecimal),
+    formatting("pndec", setOldList, QTextListFormat::ListDecimal),
+    formatting("pnlcltr", setOldList, QTextListFormat::ListLowerAlpha),
+    formatting("pnlcrm", setOldList, QTextListFormat::ListLowerRoman),
+    formatting("pnlvlcont", setOldList, QTextListFormat::ListStyleUndefined),
+    formatting("pnucltr", setOldList, QTextListFormat::ListUpperAlpha),
+    formatting("pnucrm", setOldList, QTextListFormat::ListUpperRoman),
+
+    // Tables ("Table Definitions")
+    paraConstant("intbl", &P::inTable, 1, Reads),
+    paraNumber("itap", &P::tableLevel, Reads),
+    formatting("trowd", beginRow),
+    formatting("trleft", setRowLeft),
+    formatting("trhdr", setRowHeader),
+    formatting("cellx", addCellFormat),
+    formatting("clcbpat", setCellBackground),
+    cellFlag("clmrg", &RtfCellFormat::joinsLeft),
+    cellFlag("clvmrg", &RtfCellFormat::joinsAbove),
+    cellFlag("clbrdrb", &RtfCellFormat::border),
+    cellFlag("clbrdrl", &RtfCellFormat::border),
+    cellFlag("clbrdrr", &RtfCellFormat::border),
+    cellFlag("clbrdrt", &RtfCellFormat::border),
+
+    // Pictures ("Pictures"); kinds that are not named here are metafiles
+    destination("pict", beginPicture),
+    destination("shppict", readOn),
+    formatting("pngblip", setPictureKind, RtfPicture::Png),
+    formatting("jpegblip", setPictureKind, RtfPicture::Jpeg),
+    formatting("dibitmap", setPictureKind, RtfPicture::Dib),
+    pictureNumber("picw", &RtfPicture::width),
+    pictureNumber("pich", &RtfPicture::height),
+    pictureNumber("picwgoal", &RtfPicture::goalWidth),
+    pictureNumber("pichgoal", &RtfPicture::goalHeight),
+    pictureNumber("picscalex", &RtfPicture::scaleX),
+    pictureNumber("picscaley", &RtfPicture::scaleY),
+
     // Text ("Special Characters")
     structure("par", endParagraph),
     structure("page", breakPage),
@@ -352,7 +547,7 @@ constexpr RtfWord words[] = {
     structure("cell", endCell),
     structure("nestcell", endCell),
     structure("row", endRow),
-    structure("nestrow", endRow),
+    structure("nestrow", endNestedRow),
     structure("line", appendCharacter, QChar::LineSeparator),
     structure("lbr", appendCharacter, QChar::LineSeparator),
     structure("tab", appendCharacter, '\t'),
@@ -380,6 +575,14 @@ constexpr RtfWord words[] = {
     // Destinations
     destination("fonttbl", openDestination, &RtfDestinations::fontTable),
     destination("colortbl", openColorTable, &RtfDestinations::colorTable),
+    destination("stylesheet", openStyleSheet, &RtfDestinations::styleSheet),
+    destination("listtable", openDestination, &RtfDestinations::listTable),
+    destination("listoverridetable", openDestination, &RtfDestinations::listTable),
+    destination("list", beginList, &RtfDestinations::list),
+    destination("listlevel", beginListLevel, &RtfDestinations::listLevel),
+    destination("leveltext", openLevelText, &RtfDestinations::levelText),
+    destination("pn", openDestination, &RtfDestinations::oldList),
+    destination("nesttableprops", openDestination, &RtfDestinations::nestedRow),
     destination("field", beginField),
     destination("fldinst", openDestination, &RtfDestinations::fieldInstruction),
     destination("fldrslt", beginFieldResult),
@@ -417,24 +620,21 @@ constexpr RtfWord words[] = {
     skipped("headerl"),
     skipped("headerr"),
     skipped("info"),
-    skipped("listoverridetable"),
-    skipped("listtable"),
+    skipped("listname"),
     skipped("listtext"),
+    skipped("levelnumbers"),
     skipped("nonesttables"),
     skipped("nonshppict"),
     skipped("objclass"),
     skipped("objdata"),
     skipped("objname"),
     skipped("panose"),
-    skipped("pict"),
     skipped("pntext"),
     skipped("private"),
     skipped("rsidtbl"),
     skipped("revtbl"),
     skipped("rxe"),
     skipped("shp"),
-    skipped("shppict"),
-    skipped("stylesheet"),
     skipped("tc"),
     skipped("tcn"),
     skipped("template"),
