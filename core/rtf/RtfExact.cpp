@@ -79,6 +79,9 @@ constexpr PropertyRow propertyRows[] = {
     {QTextFormat::IsAnchor, Boolean, 0, 1},
     {QTextFormat::AnchorHref, Text, 0, 0},
     {QTextFormat::AnchorName, TextList, 0, 0},
+    {QTextFormat::ImageName, Text, 0, 0},
+    {QTextFormat::ImageWidth, Real, 0, farthest},
+    {QTextFormat::ImageHeight, Real, 0, farthest},
 };
 
 Type typeOf(const QVariant &value)

@@ -27,11 +27,17 @@ QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfTables &table
 */
 RtfCharProps fromCharFormat(const QTextCharFormat &format, bool linked, RtfTables *tables);
 
-/*!
-    \param breakBefore  the paragraph before asks for a page break behind itself, which RTF can
-                        say only here
-*/
-RtfParaProps fromBlockFormat(const QTextBlockFormat &format, bool breakBefore, RtfTables *tables);
+/*! Where a paragraph stands, which its format alone does not say. */
+struct Place
+{
+    bool breakBefore = false; /*!< the paragraph before asks for a page break behind itself, which
+                                   RTF can say only here */
+    int list = 0; /*!< \ls, 0: in no list */
+    int listLevel = 0;
+    int tableLevel = 0; /*!< 0: in no table */
+};
+
+RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place, RtfTables *tables);
 
 }
 

@@ -436,8 +436,7 @@ void RtfReader::finishPicture()
 {
     if (m_outer.empty() || m_picture.isEmpty())
         return;
-    QTextCharFormat format = m_formats.charFormat(charFormat());
-    format.merge(m_picture.store(m_document));
+    const QTextImageFormat format = m_picture.store(m_document, m_formats.charFormat(charFormat()));
     const QChar object(QChar::ObjectReplacementCharacter);
     m_inHeader = false;
     m_builder.append(QStringView(&object, 1), m_formats.addCharFormat(format));

@@ -348,9 +348,10 @@ constexpr RtfWord charConstant(std::string_view name, int RtfCharProps::*prop, i
     return {name, RtfWord::Formatting, apply, value, prop, nullptr, true, spelling == Writes};
 }
 
-constexpr RtfWord paraNumber(std::string_view name, int RtfParaProps::*prop, Spelling spelling)
+constexpr RtfWord paraNumber(std::string_view name, int RtfParaProps::*prop, Spelling spelling,
+                             RtfWord::Apply apply = setParaProp)
 {
-    return {name, RtfWord::Formatting, setParaProp, 0, nullptr, prop, false, spelling == Writes};
+    return {name, RtfWord::Formatting, apply, 0, nullptr, prop, false, spelling == Writes};
 }
 
 constexpr RtfWord paraConstant(std::string_view name, int RtfParaProps::*prop, int value,
@@ -498,8 +499,8 @@ constexpr RtfWord words[] = {
     paraNumber("mvrp", &P::extra, Writes),
 
     // Lists ("List Tables", "Bullets and Numbering")
-    paraNumber("ilvl", &P::listLevel, Reads),
-    formatting("ls", setList),
+    paraNumber("ilvl", &P::listLevel, Writes),
+    paraNumber("ls", &P::list, Writes, setList),
     header("listid", setListId),
     header("levelnfc", setNumberFormat),
     header("levelnfcn", setNumberFormat),
@@ -513,8 +514,8 @@ constexpr RtfWord words[] = {
     formatting("pnucrm", setOldList, QTextListFormat::ListUpperRoman),
 
     // Tables ("Table Definitions")
-    paraConstant("intbl", &P::inTable, 1, Reads),
-    paraNumber("itap", &P::tableLevel, Reads),
+    paraConstant("intbl", &P::inTable, 1, Writes),
+    paraNumber("itap", &P::tableLevel, Writes),
     formatting("trowd", beginRow),
     formatting("trleft", setRowLeft),
     formatting("trhdr", setRowHeader),
