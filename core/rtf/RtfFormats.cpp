@@ -89,6 +89,16 @@ QString familyOf(const QTextCharFormat &format)
     return family.isEmpty() ? format.fontFamilies().toStringList().value(0) : family;
 }
 
+// Tab stops as \tx can say them.
+QList<QTextOption::Tab> inTwips(QList<QTextOption::Tab> stops)
+{
+    for (QTextOption::Tab &stop : stops) {
+        stop.position = points(twips(stop.position));
+        stop.delimiter = stop.type == QTextOption::DelimiterTab ? QLatin1Char('.') : QChar();
+    }
+    return stops;
+}
+
 // What there is a word for; the rest goes out exactly.
 int writable(int value, std::initializer_list<int> words)
 {
@@ -244,7 +254,7 @@ RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place,
     const QVariant heading = format.property(QTextFormat::HeadingLevel);
     if (heading.userType() == QMetaType::Int && heading.toInt() >= 1 && heading.toInt() <= 6)
         props.outline = heading.toInt() - 1;
-    props.tabs = tables->tabsNumber(format.tabPositions());
+    props.tabs = tables->tabsNumber(inTwips(format.tabPositions()));
     props.inTable = place.tableLevel > 0 ? 1 : 0;
     props.tableLevel = place.tableLevel > 1 ? place.tableLevel : 0;
     props.list = place.list;

@@ -246,6 +246,18 @@ void RtfReader::resetPara()
     m_inHeader = false;
 }
 
+void RtfReader::addTab(int twips)
+{
+    constexpr int mostTabs = 64;
+    QList<QTextOption::Tab> stops = m_tables.tabs.value(qMax(0, m_group.para.tabs));
+    if (stops.size() < mostTabs)
+        stops.append(
+            QTextOption::Tab(twips / 20.0, m_tabType,
+                             m_tabType == QTextOption::DelimiterTab ? QLatin1Char('.') : QChar()));
+    m_group.para.tabs = m_tables.tabsNumber(stops);
+    m_tabType = QTextOption::LeftTab;
+}
+
 void RtfReader::applyParagraphStyle(int number)
 {
     const int font = m_group.chars.font;

@@ -71,6 +71,16 @@ void setParaConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, 
         = forGroup(reader, hasParameter && parameter == 0 ? 0 : word.value);
 }
 
+void setTabType(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.setTabType(QTextOption::TabType(word.value));
+}
+
+void addTab(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.addTab(qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips));
+}
+
 void setStyle(RtfReader &reader, const RtfWord &, bool, int parameter)
 {
     if (reader.inStyleSheet())
@@ -497,6 +507,10 @@ constexpr RtfWord words[] = {
     paraNumber("cbpat", &P::shading, Writes),
     paraNumber("outlinelevel", &P::outline, Writes),
     paraNumber("mvrp", &P::extra, Writes),
+    formatting("tqc", setTabType, QTextOption::CenterTab),
+    formatting("tqdec", setTabType, QTextOption::DelimiterTab),
+    formatting("tqr", setTabType, QTextOption::RightTab),
+    formatting("tx", addTab),
 
     // Lists ("List Tables", "Bullets and Numbering")
     paraNumber("ilvl", &P::listLevel, Writes),

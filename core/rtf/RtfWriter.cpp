@@ -12,6 +12,23 @@
 #include <QTextList>
 #include <QUrl>
 
+namespace {
+
+void appendTabs(const QList<QTextOption::Tab> &stops, QByteArray *words)
+{
+    for (const QTextOption::Tab &stop : stops) {
+        if (stop.type == QTextOption::RightTab)
+            *words += "\\tqr";
+        else if (stop.type == QTextOption::CenterTab)
+            *words += "\\tqc";
+        else if (stop.type == QTextOption::DelimiterTab)
+            *words += "\\tqdec";
+        *words += "\\tx" + QByteArray::number(qRound(stop.position * 20));
+    }
+}
+
+} // namespace
+
 QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults)
 {
     m_document = &document;
@@ -88,9 +105,11 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
             place.list = listNumber(list);
             place.listLevel = qBound(0, list->format().indent() - 1, RtfLists::levels - 1);
         }
+        const RtfParaProps props
+            = RtfFormats::fromBlockFormat(block.blockFormat(), place, &m_tables);
         QByteArray words = QByteArrayLiteral("\\pard");
-        appendRtfWords(RtfParaProps(),
-                       RtfFormats::fromBlockFormat(block.blockFormat(), place, &m_tables), &words);
+        appendRtfWords(RtfParaProps(), props, &words);
+        appendTabs(m_tables.tabs.value(props.tabs), &words);
         known = m_paragraphs.insert(key, words);
     }
     if (known.value() != m_paragraph) {
