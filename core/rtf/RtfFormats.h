@@ -5,6 +5,7 @@
 
 #include <QTextFormat>
 
+#include <algorithm>
 #include <cstring>
 #include <unordered_map>
 #include <vector>
@@ -46,10 +47,14 @@ struct RtfPropsHash
 {
     template <typename Props> std::size_t operator()(const Props &props) const
     {
-        const int *value = reinterpret_cast<const int *>(&props);
-        std::size_t hash = 0;
-        for (std::size_t i = 0; i < sizeof(Props) / sizeof(int); ++i)
-            hash = (hash ^ static_cast<unsigned>(value[i])) * 0x9e3779b97f4a7c15ULL >> 1;
+        const auto *bytes = reinterpret_cast<const char *>(&props);
+        quint64 hash = 0;
+        for (std::size_t at = 0; at < sizeof(Props); at += sizeof(quint64)) {
+            quint64 word = 0;
+            std::memcpy(&word, bytes + at, std::min(sizeof word, sizeof(Props) - at));
+            hash = (hash ^ word) * 0x9e3779b97f4a7c15ULL;
+            hash ^= hash >> 32;
+        }
         return hash;
     }
 };
