@@ -8,6 +8,7 @@
 #include <QIODevice>
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -177,7 +178,7 @@ bool MVRDomDoc::setAttr(const QString &name, const QString &value, const QString
                         bool writeEmpty)
 {
     QDomElement element = find(path);
-    if (element.isNull() || !isXmlName(name))
+    if (element.isNull())
         return false;
     if (value.isEmpty() && !writeEmpty)
         element.removeAttribute(name);

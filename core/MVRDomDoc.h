@@ -15,7 +15,8 @@ class QIODevice;
     first child element of that name.
 
     Reading is safe for files from anywhere: nesting deeper than maxDepth elements and entities
-    that grow are refused, nothing outside the text is opened. White space is kept as it is.
+    that grow are refused, nothing outside the text is opened. Text of blanks only is kept; line
+   breaks and indents that lay out elements, which hold no other text, are not.
 */
 class MVRCORE_EXPORT MVRDomDoc
 {

@@ -54,7 +54,8 @@ public:
     static bool isMovarinLink(const QTextCharFormat &format);
 
     /*!
-        Reads a paragraph's line spacing.
+        Reads a paragraph's line spacing: LineSpacingProperty, else Qt's own proportional line
+        height.
 
         \param format  the paragraph's format
         \param value   receives the spacing as a multiple of single spacing, 1.0 when the format
@@ -62,4 +63,16 @@ public:
         \return QTextBlockFormat::SingleHeight or QTextBlockFormat::ProportionalHeight
     */
     static int spacingType(const QTextBlockFormat &format, double *value);
+
+    /*!
+        Gives all text and all paragraphs of a document the same formats, as one undo step.
+
+        \param document     the document to change; nothing happens when it is null
+        \param charFormat   replaces every character format but those of images and table cells;
+                            null leaves them as they are
+        \param blockFormat  replaces every paragraph format, except that lists keep their
+                            paragraphs; null leaves them as they are
+    */
+    static void convertToFormat(QTextDocument *document, const QTextCharFormat *charFormat,
+                                const QTextBlockFormat *blockFormat);
 };

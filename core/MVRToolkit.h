@@ -28,7 +28,9 @@ public:
 
         BlockLeftIndentProperty, BlockRightIndentProperty, the absolute TextIndent that goes with
         them, and LineSpacingProperty become margins, a relative first-line indent and a line
-        height. Meant for a copy of the document, right before it is rendered or written by Qt.
+        height; they are removed, so that a second call changes nothing. Other paragraphs, and
+        all else of these, stay. Meant for a copy of the document, right before it is rendered or
+        written by Qt. One undo step.
         \param document   changed in place; nothing happens for null
         \param textWidth  distance between the text margins in points, from which right indents
                           are measured

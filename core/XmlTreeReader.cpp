@@ -2,12 +2,16 @@
 
 #include <core/XmlText_p.h>
 
+#include <QBuffer>
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
+#include <algorithm>
 #include <array>
+#include <cctype>
+#include <vector>
 
 namespace {
 
@@ -21,20 +25,30 @@ QString translated(const char *text)
     return QCoreApplication::translate("QObject", text);
 }
 
-/*! Hands out one shared string per tag or attribute name: files repeat a few dozen of them. */
-class NamePool
+/*! White space with a line feed: between elements it only lays the file out. */
+bool isLayoutSpace(const QString &text)
+{
+    return text.contains(QLatin1Char('\n'))
+        && std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.isSpace(); });
+}
+
+/*! Hands out shared strings for short texts: files repeat a few dozen names and values. */
+class StringPool
 {
 public:
-    QString shared(const QStringRef &name)
+    QString shared(const QStringRef &text)
     {
-        QString &slot = m_slots[qHash(name) % m_slots.size()];
-        if (slot != name)
-            slot = name.toString();
+        if (text.size() > maxSize)
+            return text.toString();
+        QString &slot = m_slots[qHash(text) % m_slots.size()];
+        if (slot != text)
+            slot = text.toString();
         return slot;
     }
 
 private:
-    std::array<QString, 256> m_slots;
+    static constexpr int maxSize = 32;
+    std::array<QString, 512> m_slots;
 };
 
 class TreeBuilder
@@ -43,6 +57,7 @@ public:
     TreeBuilder(QXmlStreamReader &xml, int maxDepth)
         : m_xml(xml)
         , m_maxDepth(maxDepth)
+        , m_holdsText(size_t(maxDepth) + 1)
     {
         m_document.createDocumentFragment(); // a new QDomDocument is null until it makes a node
         m_parent = m_document;
@@ -63,22 +78,26 @@ public:
     }
 
 private:
+    /*! What comes behind a stretch of text. */
+    enum Neighbour { Element, Other };
+
     void addToken(QXmlStreamReader::TokenType token);
     void addDeclaration();
     void refuseExternalEntities();
     void openElement();
     void closeElement();
     void addText();
-    void flushText();
+    void flushText(Neighbour next);
     void count(qint64 characters);
 
     QXmlStreamReader &m_xml;
     const int m_maxDepth;
     QDomDocument m_document;
     QDomNode m_parent;
-    NamePool m_names;
+    StringPool m_strings;
     QString m_text; // of adjacent tokens, so that one stretch of text is one node
     int m_depth = 0;
+    std::vector<bool> m_holdsText; // by depth: the open element holds more than layout
     qint64 m_delivered = 0;
 };
 
@@ -98,11 +117,11 @@ void TreeBuilder::addToken(QXmlStreamReader::TokenType token)
         addText();
         break;
     case QXmlStreamReader::Comment:
-        flushText();
+        flushText(Other);
         m_parent.appendChild(m_document.createComment(m_xml.text().toString()));
         break;
     case QXmlStreamReader::ProcessingInstruction:
-        flushText();
+        flushText(Other);
         m_parent.appendChild(
             m_document.createProcessingInstruction(m_xml.processingInstructionTarget().toString(),
                                                    m_xml.processingInstructionData().toString()));
@@ -142,27 +161,29 @@ void TreeBuilder::refuseExternalEntities()
 
 void TreeBuilder::openElement()
 {
-    flushText();
+    flushText(Element);
     if (++m_depth > m_maxDepth) {
         m_xml.raiseError(
             translated("Elements are nested more than %1 levels deep.").arg(m_maxDepth));
         return;
     }
-    QDomElement element = m_document.createElement(m_names.shared(m_xml.qualifiedName()));
-    count(m_xml.qualifiedName().size());
+    QDomElement element = m_document.createElement(m_strings.shared(m_xml.qualifiedName()));
+    qint64 characters = m_xml.qualifiedName().size();
     const QXmlStreamAttributes attributes = m_xml.attributes();
     for (const QXmlStreamAttribute &attribute : attributes) {
-        element.setAttribute(m_names.shared(attribute.qualifiedName()),
-                             attribute.value().toString());
-        count(attribute.qualifiedName().size() + attribute.value().size());
+        element.setAttribute(m_strings.shared(attribute.qualifiedName()),
+                             m_strings.shared(attribute.value()));
+        characters += attribute.qualifiedName().size() + attribute.value().size();
     }
+    count(characters);
     m_parent.appendChild(element);
     m_parent = element;
+    m_holdsText[size_t(m_depth)] = false;
 }
 
 void TreeBuilder::closeElement()
 {
-    flushText();
+    flushText(Other);
     m_parent = m_parent.parentNode();
     --m_depth;
 }
@@ -175,12 +196,16 @@ void TreeBuilder::addText()
     count(m_xml.text().size());
 }
 
-void TreeBuilder::flushText()
+void TreeBuilder::flushText(Neighbour next)
 {
     if (m_text.isEmpty())
         return;
-    m_parent.appendChild(m_document.createTextNode(m_text));
-    m_text.clear();
+    const bool isBesideElement = next == Element || m_parent.lastChild().isElement();
+    if (m_holdsText[size_t(m_depth)] || !isBesideElement || !isLayoutSpace(m_text)) {
+        m_holdsText[size_t(m_depth)] = true;
+        m_parent.appendChild(m_document.createTextNode(QString(m_text.constData(), m_text.size())));
+    }
+    m_text.resize(0); // keeps its memory
 }
 
 // Text can only come out longer than it went in where entities repeat it.
@@ -191,37 +216,57 @@ void TreeBuilder::count(qint64 characters)
         m_xml.raiseError(translated("Entities make the text grow too much."));
 }
 
-/*! Counts the attributes of the tag that \a text begins with. */
-template <typename Character> int attributeCount(const Character *text, const Character *end)
+ushort codeAt(const QByteArray &text, int position)
+{
+    return uchar(text.at(position));
+}
+
+ushort codeAt(const QString &text, int position)
+{
+    return text.at(position).unicode();
+}
+
+int findTag(const QByteArray &text, int from)
+{
+    return text.indexOf('<', from);
+}
+
+int findTag(const QString &text, int from)
+{
+    return text.indexOf(QLatin1Char('<'), from);
+}
+
+/*! Counts the attributes of the tag that begins at \a position. */
+template <typename Text> int attributeCount(const Text &text, int position, int end)
 {
     int attributes = 0;
-    Character quote = 0;
-    for (; text != end; ++text) {
+    ushort quote = 0;
+    for (; position < end; ++position) {
+        const ushort code = codeAt(text, position);
         if (quote != 0) {
-            if (*text == quote)
+            if (code == quote)
                 quote = 0;
-        } else if (*text == '"' || *text == '\'') {
-            quote = *text;
-        } else if (*text == '=') {
+        } else if (code == '"' || code == '\'') {
+            quote = code;
+        } else if (code == '=') {
             ++attributes;
-        } else if (*text == '>') {
+        } else if (code == '>') {
             break;
         }
     }
     return attributes;
 }
 
-template <typename Character> bool hasAttributeFlood(const Character *text, const Character *end)
+template <typename Text> bool hasAttributeFlood(const Text &text)
 {
-    while (true) {
-        text = std::find(text, end, Character('<'));
-        if (text == end)
-            return false;
-        const Character *next = std::find(text + 1, end, Character('<'));
-        if (next - text > maxAttributes && attributeCount(text, next) > maxAttributes)
+    for (int tag = findTag(text, 0); tag >= 0;) {
+        const int next = findTag(text, tag + 1);
+        const int end = next < 0 ? text.size() : next;
+        if (end - tag > maxAttributes && attributeCount(text, tag, end) > maxAttributes)
             return true;
-        text = next;
+        tag = next;
     }
+    return false;
 }
 
 XmlTree attributeFlood()
@@ -241,8 +286,7 @@ QString forgivingText(const QByteArray &bytes)
 
 XmlTree readXmlTree(const QString &text, int maxDepth)
 {
-    const auto *begin = reinterpret_cast<const ushort *>(text.constData());
-    if (hasAttributeFlood(begin, begin + text.size()))
+    if (hasAttributeFlood(text))
         return attributeFlood();
     QXmlStreamReader xml(text);
     return TreeBuilder(xml, maxDepth).build();
@@ -250,19 +294,21 @@ XmlTree readXmlTree(const QString &text, int maxDepth)
 
 XmlTree readXmlTree(const QByteArray &bytes, int maxDepth)
 {
-    if (hasAttributeFlood(bytes.constBegin(), bytes.constEnd()))
+    if (hasAttributeFlood(bytes))
         return attributeFlood();
-    int start = 0;
-    while (start < bytes.size() && std::isspace(static_cast<unsigned char>(bytes.at(start))))
-        ++start;
-    const QByteArray content = start > 0 ? bytes.mid(start) : bytes;
-
-    QXmlStreamReader xml(content);
+    const auto begin = std::find_if(bytes.cbegin(), bytes.cend(),
+                                    [](char c) { return !std::isspace(uchar(c)); });
+    // From a device the parser takes a little at a time; an array it would copy whole, twice.
+    QBuffer content;
+    content.setData(QByteArray::fromRawData(bytes.constData() + (begin - bytes.cbegin()),
+                                            int(bytes.cend() - begin)));
+    content.open(QIODevice::ReadOnly);
+    QXmlStreamReader xml(&content);
     XmlTree tree = TreeBuilder(xml, maxDepth).build();
     if (tree.errorString.isNull())
         return tree;
-    const QString text = forgivingText(content);
-    if (text.toUtf8() == content)
+    const QString text = forgivingText(content.data());
+    if (text.toUtf8() == content.data())
         return tree;
     XmlTree secondTry = readXmlTree(text, maxDepth);
     return secondTry.errorString.isNull() ? secondTry : tree;

@@ -15,8 +15,9 @@ struct XmlTree
 /*!
     Reads XML of any origin into a tree.
 
-    White-space-only text is kept, characters beyond U+FFFF are read whole, comments and
-    processing instructions are kept, the document type is not. Elements nested deeper than
+    White-space-only text is kept, but for line breaks that lay out elements which hold no other
+    text. Characters beyond U+FFFF are read whole. Comments and processing instructions are kept,
+    the document type is not. Elements nested deeper than
     \a maxDepth, entities that grow the text and elements with thousands of attributes are
     refused; external entities are never opened. White space before the XML declaration and
     bytes that are no characters are forgiven.

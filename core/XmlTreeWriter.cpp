@@ -1,7 +1,6 @@
 #include <core/XmlTreeWriter_p.h>
 
 #include <QDomDocument>
-#include <QXmlStreamWriter>
 
 #include <algorithm>
 #include <vector>
@@ -28,6 +27,29 @@ bool holdsOnlyElements(const QDomElement &element)
     return hasElement;
 }
 
+/*! Text that a character stands for in XML; null for one that stands for itself. */
+const char *escaped(QChar character, bool inAttribute)
+{
+    switch (character.unicode()) {
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '&':
+        return "&amp;";
+    case '\r':
+        return "&#13;";
+    case '"':
+        return inAttribute ? "&quot;" : nullptr;
+    case '\n':
+        return inAttribute ? "&#10;" : nullptr;
+    case '\t':
+        return inAttribute ? "&#9;" : nullptr;
+    default:
+        return nullptr;
+    }
+}
+
 class TreeWriter
 {
 public:
@@ -35,7 +57,7 @@ public:
     {
         for (QDomNode node = document.firstChild(); !node.isNull(); node = node.nextSibling()) {
             writeTree(node);
-            m_xml.writeCharacters(QStringLiteral("\n"));
+            m_text += QLatin1Char('\n');
         }
         return m_text.toUtf8();
     }
@@ -44,21 +66,28 @@ private:
     struct Level
     {
         QDomNode next; // the child to write next
-        bool indented; // whether children stand on lines of their own
+        QString tag;
+        bool isEmpty;
+        bool isIndented; // children stand on lines of their own
+    };
+
+    struct Attribute
+    {
+        QString name;
+        QString value;
     };
 
     void writeTree(const QDomNode &root);
     void writeNode(const QDomNode &node);
     void openElement(const QDomElement &element);
+    void writeAttributes(const QDomNamedNodeMap &map);
     void closeElement();
-    void breakLine(size_t depth)
-    {
-        m_xml.writeCharacters(QLatin1Char('\n') + QString(int(depth), QLatin1Char(' ')));
-    }
+    void breakLine();
+    void writeText(const QString &text, bool inAttribute);
 
     QString m_text;
-    QXmlStreamWriter m_xml {&m_text};
     std::vector<Level> m_levels; // a stack of our own: trees may be deeper than the program's
+    std::vector<Attribute> m_attributes;
 };
 
 void TreeWriter::writeTree(const QDomNode &root)
@@ -72,10 +101,10 @@ void TreeWriter::writeTree(const QDomNode &root)
             continue;
         }
         level.next = node.nextSibling();
-        if (level.indented) {
+        if (level.isIndented) {
             if (node.isText())
                 continue;
-            breakLine(m_levels.size());
+            breakLine();
         }
         writeNode(node);
     }
@@ -89,13 +118,14 @@ void TreeWriter::writeNode(const QDomNode &node)
         break;
     case QDomNode::TextNode:
     case QDomNode::CDATASectionNode:
-        m_xml.writeCharacters(node.nodeValue());
+        writeText(node.nodeValue(), false);
         break;
     case QDomNode::CommentNode:
-        m_xml.writeComment(node.nodeValue());
+        m_text += QLatin1String("<!--") + node.nodeValue() + QLatin1String("-->");
         break;
     case QDomNode::ProcessingInstructionNode:
-        m_xml.writeProcessingInstruction(node.nodeName(), node.nodeValue());
+        m_text += QLatin1String("<?") + node.nodeName() + QLatin1Char(' ') + node.nodeValue()
+            + QLatin1String("?>");
         break;
     default:
         break;
@@ -104,26 +134,63 @@ void TreeWriter::writeNode(const QDomNode &node)
 
 void TreeWriter::openElement(const QDomElement &element)
 {
-    m_xml.writeStartElement(element.tagName());
-    const QDomNamedNodeMap map = element.attributes();
-    std::vector<QDomAttr> attributes;
-    attributes.reserve(size_t(map.size()));
-    for (int i = 0; i < map.size(); ++i)
-        attributes.push_back(map.item(i).toAttr());
-    std::sort(attributes.begin(), attributes.end(),
-              [](const QDomAttr &a, const QDomAttr &b) { return a.name() < b.name(); });
-    for (const QDomAttr &attribute : attributes)
-        m_xml.writeAttribute(attribute.name(), attribute.value());
-    m_levels.push_back({element.firstChild(), holdsOnlyElements(element)});
+    const QDomNode child = element.firstChild();
+    m_levels.push_back({child, element.tagName(), child.isNull(), holdsOnlyElements(element)});
+    m_text += QLatin1Char('<');
+    m_text += m_levels.back().tag;
+    writeAttributes(element.attributes());
+    m_text += child.isNull() ? QLatin1String("/>") : QLatin1String(">");
+}
+
+void TreeWriter::writeAttributes(const QDomNamedNodeMap &map)
+{
+    m_attributes.clear();
+    for (int i = 0; i < map.size(); ++i) {
+        const QDomNode node = map.item(i);
+        m_attributes.push_back({node.nodeName(), node.nodeValue()});
+    }
+    std::sort(m_attributes.begin(), m_attributes.end(),
+              [](const Attribute &a, const Attribute &b) { return a.name < b.name; });
+    for (const Attribute &attribute : m_attributes) {
+        m_text += QLatin1Char(' ');
+        m_text += attribute.name;
+        m_text += QLatin1String("=\"");
+        writeText(attribute.value, true);
+        m_text += QLatin1Char('"');
+    }
 }
 
 void TreeWriter::closeElement()
 {
-    const bool indented = m_levels.back().indented;
+    const Level level = m_levels.back();
     m_levels.pop_back();
-    if (indented)
-        breakLine(m_levels.size());
-    m_xml.writeEndElement();
+    if (level.isEmpty)
+        return;
+    if (level.isIndented)
+        breakLine();
+    m_text += QLatin1String("</");
+    m_text += level.tag;
+    m_text += QLatin1Char('>');
+}
+
+void TreeWriter::breakLine()
+{
+    m_text += QLatin1Char('\n');
+    m_text.resize(m_text.size() + int(m_levels.size()));
+    std::fill_n(m_text.end() - int(m_levels.size()), m_levels.size(), QLatin1Char(' '));
+}
+
+void TreeWriter::writeText(const QString &text, bool inAttribute)
+{
+    int written = 0;
+    for (int i = 0; i < text.size(); ++i) {
+        if (const char *replacement = escaped(text.at(i), inAttribute)) {
+            m_text += text.midRef(written, i - written);
+            m_text += QLatin1String(replacement);
+            written = i + 1;
+        }
+    }
+    m_text += written == 0 ? QStringRef(&text) : text.midRef(written);
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <iterator>
 
 namespace MVRFinalDraft {

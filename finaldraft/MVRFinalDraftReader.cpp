@@ -1,6 +1,7 @@
 #include <finaldraft/MVRFinalDraftReader.h>
 
 #include <finaldraft/NoteAnchor_p.h>
+#include <finaldraft/RunInserter_p.h>
 
 #include <core/EditBlock_p.h>
 #include <core/MVRDomDoc.h>
@@ -12,10 +13,12 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
-#include <QTextCursor>
 #include <QTextDocument>
 
+#include <algorithm>
+
 using MVRFinalDraft::ElementSettings;
+using MVRFinalDraft::ParagraphAttr;
 using MVRFinalDraft::TextAttr;
 
 namespace {
@@ -25,68 +28,65 @@ constexpr double defaultMargin = 72.0;
 constexpr double maxMargin = 7200.0; // beyond any paper
 
 const QLatin1String scriptNoteTag("ScriptNote");
+const QLatin1String textTag("Text");
 
 QString translated(const char *text)
 {
     return QCoreApplication::translate("QObject", text);
 }
 
-bool isSameRunFormat(const TextAttr &a, const TextAttr &b)
+bool isSameFormat(const ParagraphAttr &a, const ParagraphAttr &b)
 {
-    return a.style == b.style && a.size == b.size && a.font == b.font && a.color == b.color
-        && a.background == b.background;
+    return a.alignment == b.alignment && a.firstIndent == b.firstIndent
+        && a.leftIndent == b.leftIndent && a.rightIndent == b.rightIndent
+        && a.spaceBefore == b.spaceBefore && a.spacing == b.spacing
+        && a.startsNewPage == b.startsNewPage;
 }
 
-/*! The last character format that was made: neighbouring runs mostly share it. */
-class CharFormatMemo
+QString runText(const QDomElement &run, bool allCaps)
 {
-public:
-    QTextCharFormat format(const TextAttr &attr, const QTextCharFormat &elementFormat)
-    {
-        if (!m_isFilled || m_elementFormat != elementFormat || !isSameRunFormat(m_attr, attr)) {
-            m_attr = attr;
-            m_elementFormat = elementFormat;
-            m_format = attr.toCharFormat();
-            m_format.merge(elementFormat);
-            m_isFilled = true;
-        }
-        return m_format;
-    }
+    const QDomNode content = run.firstChild();
+    // Nearly every run is one stretch of text, which need not be put together.
+    const bool isOneText = content.isText() && content.nextSibling().isNull();
+    const QString text = isOneText ? content.nodeValue() : run.text();
+    if (text.isEmpty())
+        return QStringLiteral(" ");
+    return allCaps ? text.toUpper() : text;
+}
 
-private:
-    bool m_isFilled = false;
-    TextAttr m_attr;
-    QTextCharFormat m_elementFormat;
-    QTextCharFormat m_format;
+TextAttr runAttr(const QDomElement &run, TextAttr attr)
+{
+    if (run.hasAttributes())
+        attr.fromDomElement(run);
+    return attr;
+}
+
+}
+
+/*! How paragraphs of one type are read. */
+struct MVRFinalDraftReader::Look
+{
+    bool isDropped = false;
+    ElementSettings settings; // its type is the one that the paragraphs are read as
+    QTextBlockFormat elementBlockFormat; // the application's formats
+    QTextCharFormat elementCharFormat;
+    bool allCaps = false;
+    QTextBlockFormat blockFormat; // of a paragraph without settings of its own
 };
 
-}
-
-/*! What one run of read() works on. */
+/*! What one read() works on. */
 struct MVRFinalDraftReader::Walk
 {
     explicit Walk(QTextDocument *target)
         : document(target)
-        , cursor(target)
+        , script(target)
     {
     }
 
     QTextDocument *document;
-    QTextCursor cursor; // after the text read so far
+    RunInserter script;
     NoteAnchor noteAnchor;
-    CharFormatMemo charFormats;
-};
-
-/*! One paragraph of the file, on its way into a document. */
-struct MVRFinalDraftReader::Paragraph
-{
-    QTextCursor *target;
-    bool isNote;
-    QString type;
-    ElementSettings settings;
-    QTextBlockFormat blockFormat;
-    QTextCharFormat elementFormat;
-    bool allCaps;
+    QHash<QString, std::shared_ptr<const Look>> looks; // by the type that the file names
 };
 
 MVRFinalDraftReader::MVRFinalDraftReader() = default;
@@ -131,9 +131,10 @@ bool MVRFinalDraftReader::read(QTextDocument *document, const QList<MVRScriptEle
     bool isRead = false;
     {
         Walk walk(document);
+        const EditBlock oneChange(walk.script.cursor());
         m_walk = &walk;
-        const EditBlock oneChange(walk.cursor);
         isRead = parseFile();
+        walk.script.finish();
         m_walk = nullptr;
     }
     if (!m_scriptNotes.isEmpty())
@@ -160,6 +161,7 @@ bool MVRFinalDraftReader::parseFile()
     }
     if (m_domDoc->cd(QStringLiteral("/FinalDraft/TitlePage/Content"))) {
         parseParagraphTags(QString());
+        m_walk->script.finish();
         m_titlePageBlockCount = m_walk->document->blockCount() - 1;
     }
     if (!m_domDoc->cd(QStringLiteral("/FinalDraft/Content"))) {
@@ -242,77 +244,139 @@ void MVRFinalDraftReader::parseParagraphTags(const QString &parentTag)
 /*! Turns a paragraph of the script into a block; one that no settings fit is dropped. */
 void MVRFinalDraftReader::parseParagraph(const QDomElement &element, const QString &parentTag)
 {
-    Paragraph paragraph;
-    paragraph.target = &m_walk->cursor;
-    paragraph.isNote = false;
-    paragraph.type = element.attribute(QStringLiteral("Type"));
-    if (!findSettings(&paragraph))
+    const std::shared_ptr<const Look> look = findLook(element.attribute(QStringLiteral("Type")));
+    if (look->isDropped)
         return;
-    const MVRScriptElement scriptElement = findScriptElement(paragraph.type);
-    paragraph.settings.paragraphSpec.fromDomElement(element, m_walk->document->documentMargin());
-    paragraph.blockFormat = paragraph.settings.parBlockFormat();
-    paragraph.blockFormat.merge(scriptElement.blockFormat());
-    paragraph.blockFormat.setProperty(MVRScriptElement::NameProperty, paragraph.type);
-    paragraph.elementFormat = scriptElement.charFormat();
-    paragraph.allCaps = (scriptElement.flags() & MVRScriptElement::AllCapsFlag)
-        || paragraph.settings.paragraphSpec.style.testFlag(MVRFinalDraft::AllCaps);
-    parseRuns(element, paragraph, parentTag);
-    m_walk->cursor.insertBlock();
+    QTextBlockFormat format = look->blockFormat;
+    if (element.attributes().count() > 1) {
+        ParagraphAttr attr = look->settings.paragraphSpec;
+        attr.fromDomElement(element, m_walk->document->documentMargin());
+        if (!isSameFormat(attr, look->settings.paragraphSpec))
+            format = blockFormat(attr, *look);
+    }
+
+    RunInserter &script = m_walk->script;
+    bool isStarted = false;
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        if (child.tagName() == textTag) {
+            if (!isStarted)
+                script.startParagraph(format);
+            isStarted = true;
+            const QString text = runText(child, look->allCaps);
+            script.insertRun(text, runAttr(child, look->settings.fontSpec),
+                             look->elementCharFormat);
+            m_walk->noteAnchor.append(text);
+        } else {
+            parseOtherChild(child, parentTag);
+        }
+    }
+    script.endParagraph();
     m_walk->noteAnchor.appendBreak();
 }
 
-/*! Turns a paragraph of a script note into a note of its own. */
+/*! Turns a paragraph of a script note into a note of its own, in Final Draft's default look. */
 void MVRFinalDraftReader::parseNoteParagraph(const QDomElement &element)
 {
     QTextDocument note;
     note.setUndoRedoEnabled(false);
-    QTextCursor cursor(&note);
-    Paragraph paragraph;
-    paragraph.target = &cursor;
-    paragraph.isNote = true;
-    paragraph.type = element.attribute(QStringLiteral("Type"));
-    const MVRScriptElement scriptElement = findScriptElement(paragraph.type);
-    paragraph.settings.paragraphSpec.fromDomElement(element, m_walk->document->documentMargin());
-    paragraph.blockFormat = paragraph.settings.parBlockFormat();
-    paragraph.elementFormat = scriptElement.charFormat();
-    paragraph.allCaps = scriptElement.flags() & MVRScriptElement::AllCapsFlag;
-    parseRuns(element, paragraph, scriptNoteTag);
+    RunInserter runs(&note);
+    ElementSettings settings;
+    settings.paragraphSpec.fromDomElement(element, m_walk->document->documentMargin());
+    const MVRScriptElement scriptElement
+        = findScriptElement(element.attribute(QStringLiteral("Type")));
+    const bool allCaps = scriptElement.flags() & MVRScriptElement::AllCapsFlag;
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        if (child.tagName() == textTag) {
+            runs.startParagraph(settings.parBlockFormat());
+            runs.insertRun(runText(child, allCaps), runAttr(child, settings.fontSpec),
+                           scriptElement.charFormat());
+        } else {
+            parseOtherChild(child, scriptNoteTag);
+        }
+    }
+    runs.finish();
     if (!note.isEmpty())
         addScriptNote(note, anchorScriptNote());
 }
 
-/*! Finds the settings of a paragraph by its type and makes the type the one it is read as. */
-bool MVRFinalDraftReader::findSettings(Paragraph *paragraph)
+void MVRFinalDraftReader::parseOtherChild(const QDomElement &child, const QString &parentTag)
 {
-    const auto entry = m_elementSettings.constFind(paragraph->type);
+    if (child.tagName() == scriptNoteTag) {
+        m_domDoc->setWorkElement(child);
+        parseParagraphTags(scriptNoteTag);
+    } else {
+        qDebug() << "Warning: Missed FinalDraft tag:" << child.tagName()
+                 << " parentTag:" << parentTag;
+    }
+}
+
+std::shared_ptr<const MVRFinalDraftReader::Look> MVRFinalDraftReader::findLook(const QString &type)
+{
+    if (const std::shared_ptr<const Look> known = m_walk->looks.value(type))
+        return known;
+    const auto look = std::make_shared<Look>();
+    look->settings.type = type;
+    look->isDropped = !findSettings(&look->settings);
+    if (!look->isDropped) {
+        const MVRScriptElement element = findScriptElement(look->settings.type);
+        look->elementBlockFormat = element.blockFormat();
+        look->elementCharFormat = element.charFormat();
+        look->allCaps = (element.flags() & MVRScriptElement::AllCapsFlag)
+            || look->settings.paragraphSpec.style.testFlag(MVRFinalDraft::AllCaps);
+        look->blockFormat = blockFormat(look->settings.paragraphSpec, *look);
+    }
+    m_walk->looks.insert(type, look);
+    return look;
+}
+
+/*!
+    Finds the settings for the type that \a settings name, and in them the type that paragraphs
+    are read as. False when a paragraph of this type has no place in the script.
+*/
+bool MVRFinalDraftReader::findSettings(ElementSettings *settings)
+{
+    const QString typeInFile = settings->type;
+    const auto entry = m_elementSettings.constFind(typeInFile);
     if (entry != m_elementSettings.constEnd()) {
-        paragraph->settings = *entry;
+        *settings = *entry;
         // A custom type looks like the standard one that its page breaks follow.
         const QString standardType = MVRFinalDraft::toString(entry->paginateAs);
         const auto standard = m_elementSettings.constFind(standardType);
         if (standardType != entry->type && standard != m_elementSettings.constEnd()) {
-            paragraph->settings = *standard;
-            paragraph->type = standardType;
+            *settings = *standard;
+            settings->type = standardType;
         }
         return true;
     }
 
-    const bool hasType = !paragraph->type.isEmpty();
-    MVRFinalDraft::ElementType type = MVRFinalDraft::toElementType(paragraph->type);
+    MVRFinalDraft::ElementType type = MVRFinalDraft::toElementType(typeInFile);
+    QString typeName = typeInFile;
     if (type == MVRFinalDraft::NoElement) {
         type = MVRFinalDraft::Action;
-        paragraph->type = MVRFinalDraft::toString(type);
-        const auto action = m_elementSettings.constFind(paragraph->type);
+        typeName = MVRFinalDraft::toString(type);
+        const auto action = m_elementSettings.constFind(typeName);
         if (action == m_elementSettings.constEnd())
             return false;
-        paragraph->settings = *action;
+        *settings = *action;
     }
-    paragraph->settings.type = paragraph->type;
-    paragraph->settings.paginateAs = type;
-    paragraph->settings.returnKey = type;
-    if (hasType)
-        m_elementSettings.insert(paragraph->type, paragraph->settings);
+    settings->type = typeName;
+    settings->paginateAs = type;
+    settings->returnKey = type;
+    if (!typeInFile.isEmpty()) {
+        m_elementSettings.insert(typeName, *settings);
+        m_walk->looks.clear(); // other types may find these settings now
+    }
     return true;
+}
+
+QTextBlockFormat MVRFinalDraftReader::blockFormat(const ParagraphAttr &attr, const Look &look)
+{
+    QTextBlockFormat format = attr.toBlockFormat();
+    format.merge(look.elementBlockFormat);
+    format.setProperty(MVRScriptElement::NameProperty, look.settings.type);
+    return format;
 }
 
 MVRScriptElement MVRFinalDraftReader::findScriptElement(const QString &name) const
@@ -325,42 +389,6 @@ MVRScriptElement MVRFinalDraftReader::findScriptElement(const QString &name) con
     return element == m_scriptElements.cend() ? MVRScriptElement() : *element;
 }
 
-void MVRFinalDraftReader::parseRuns(const QDomElement &element, const Paragraph &paragraph,
-                                    const QString &parentTag)
-{
-    bool isFormatted = false;
-    for (QDomElement child = element.firstChildElement(); !child.isNull();
-         child = child.nextSiblingElement()) {
-        if (child.tagName() == QLatin1String("Text")) {
-            if (!isFormatted)
-                paragraph.target->setBlockFormat(paragraph.blockFormat);
-            isFormatted = true;
-            insertRun(child, paragraph);
-        } else if (child.tagName() == scriptNoteTag) {
-            m_domDoc->setWorkElement(child);
-            parseParagraphTags(scriptNoteTag);
-        } else {
-            qDebug() << "Warning: Missed FinalDraft tag:" << child.tagName()
-                     << " parentTag:" << parentTag;
-        }
-    }
-}
-
-void MVRFinalDraftReader::insertRun(const QDomElement &run, const Paragraph &paragraph)
-{
-    QString text = run.text();
-    if (text.isEmpty())
-        text = QStringLiteral(" ");
-    if (paragraph.allCaps)
-        text = text.toUpper();
-    TextAttr attr = paragraph.settings.fontSpec;
-    if (run.hasAttributes())
-        attr.fromDomElement(run);
-    paragraph.target->insertText(text, m_walk->charFormats.format(attr, paragraph.elementFormat));
-    if (!paragraph.isNote)
-        m_walk->noteAnchor.append(text);
-}
-
 /*! Finds the text that a note at the cursor annotates. */
 MVRTextRange MVRFinalDraftReader::anchorScriptNote()
 {
@@ -369,9 +397,9 @@ MVRTextRange MVRFinalDraftReader::anchorScriptNote()
         return word;
     // The stand-in word is not the anchor: the characters that follow it are.
     const QString standIn = QStringLiteral("Comment");
-    m_walk->cursor.insertText(standIn);
+    m_walk->script.insertText(standIn);
     m_walk->noteAnchor.append(standIn);
-    const int start = m_walk->cursor.position();
+    const int start = m_walk->script.cursor().position();
     return MVRTextRange(start, start + standIn.size());
 }
 

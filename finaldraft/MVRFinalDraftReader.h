@@ -74,7 +74,7 @@ public:
 
 private:
     struct Walk;
-    struct Paragraph;
+    struct Look;
 
     bool parseFile();
     void parsePageLayout();
@@ -82,11 +82,11 @@ private:
     void parseParagraphTags(const QString &parentTag);
     void parseParagraph(const QDomElement &element, const QString &parentTag);
     void parseNoteParagraph(const QDomElement &element);
-    bool findSettings(Paragraph *paragraph);
+    void parseOtherChild(const QDomElement &child, const QString &parentTag);
+    std::shared_ptr<const Look> findLook(const QString &type);
+    bool findSettings(MVRFinalDraft::ElementSettings *settings);
+    static QTextBlockFormat blockFormat(const MVRFinalDraft::ParagraphAttr &attr, const Look &look);
     MVRScriptElement findScriptElement(const QString &name) const;
-    void parseRuns(const QDomElement &element, const Paragraph &paragraph,
-                   const QString &parentTag);
-    void insertRun(const QDomElement &run, const Paragraph &paragraph);
     MVRTextRange anchorScriptNote();
     void addScriptNote(const QTextDocument &note, const MVRTextRange &range);
 

@@ -144,8 +144,8 @@ bool MVRFinalDraftWriter::processBlock(const QTextBlock &block)
 /*! The record of a run; runs of one format share it. */
 TextAttr MVRFinalDraftWriter::run(const QTextFragment &fragment)
 {
-    auto known = m_runs.constFind(fragment.charFormatIndex());
-    if (known == m_runs.constEnd()) {
+    auto known = m_runs.find(fragment.charFormatIndex());
+    if (known == m_runs.end()) {
         TextAttr attr;
         attr.fromCharFormat(fragment.charFormat(), docDefaultBackground());
         known = m_runs.insert(fragment.charFormatIndex(), attr);
@@ -156,8 +156,8 @@ TextAttr MVRFinalDraftWriter::run(const QTextFragment &fragment)
 /*! The type of a paragraph; paragraphs of one format share it. */
 QString MVRFinalDraftWriter::typeName(const QTextBlock &block)
 {
-    auto known = m_typeNames.constFind(block.blockFormatIndex());
-    if (known == m_typeNames.constEnd()) {
+    auto known = m_typeNames.find(block.blockFormatIndex());
+    if (known == m_typeNames.end()) {
         known = m_typeNames.insert(block.blockFormatIndex(),
                                    findScriptElementName(block.blockFormat()));
     }

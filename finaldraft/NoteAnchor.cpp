@@ -2,43 +2,67 @@
 
 #include <QChar>
 
+#include <array>
+#include <string_view>
+
 namespace {
 
-// The characters that end a word for QTextCursor::PreviousWord and EndOfWord.
-constexpr char wordSeparators[] = ".,?!@#$:;-<>[](){}=/+%&^*'\"`~|\\";
+// The punctuation that ends a word for QTextCursor::PreviousWord and EndOfWord.
+constexpr std::string_view wordSeparators = ".,?!@#$:;-<>[](){}=/+%&^*'\"`~|\\";
+
+constexpr std::array<bool, 128> asciiWordEnds()
+{
+    std::array<bool, 128> ends = {};
+    for (const char separator : wordSeparators)
+        ends[size_t(separator)] = true;
+    for (const char space : {'\t', '\n', '\v', '\f', '\r', ' '})
+        ends[size_t(space)] = true;
+    return ends;
+}
 
 bool endsWord(QChar character)
 {
-    if (character.isSpace())
-        return true;
+    static constexpr std::array<bool, 128> asciiEnds = asciiWordEnds();
     const ushort code = character.unicode();
-    return code < 0x80 && code != 0 && std::strchr(wordSeparators, char(code));
+    return code < 128 ? asciiEnds[code] : character.isSpace();
 }
 
 }
 
+// From the end: the last word is the only one that counts.
 void NoteAnchor::append(QStringView text)
 {
-    for (const QChar character : text) {
-        if (endsWord(character)) {
-            m_inRun = false;
-        } else {
-            if (!m_inRun) {
-                m_inRun = true;
-                m_runIsWord = character.isLetterOrNumber();
-                if (m_runIsWord)
-                    m_word.start = m_position;
-            }
-            if (m_runIsWord)
-                m_word.end = m_position + 1;
+    const int base = m_position;
+    m_position += int(text.size());
+    if (text.isEmpty())
+        return;
+    const Stretch open = m_open;
+    m_open = Stretch();
+    for (int end = int(text.size()); end > 0;) {
+        if (endsWord(text.at(end - 1))) {
+            --end;
+            continue;
         }
-        ++m_position;
+        int start = end;
+        while (start > 0 && !endsWord(text.at(start - 1)))
+            --start;
+        // A stretch that fills the beginning may have begun in the text before.
+        const Stretch stretch = start == 0 && open.isOpen
+            ? open
+            : Stretch {true, text.at(start).isLetterOrNumber(), base + start};
+        if (end == text.size())
+            m_open = stretch;
+        if (stretch.isWord) {
+            m_word = MVRTextRange(stretch.start, base + end);
+            return;
+        }
+        end = start;
     }
 }
 
 void NoteAnchor::appendBreak()
 {
-    m_inRun = false;
+    m_open = Stretch();
     ++m_position;
 }
 

@@ -9,7 +9,7 @@
     its end belongs to: the last one that begins with a letter or digit.
 
     Words end at white space, at punctuation and at paragraph breaks, as they do for a text
-    cursor. Looking at each character once keeps a file with many notes linear.
+    cursor. No character is looked at twice, so that a file with many notes stays linear.
 */
 class NoteAnchor
 {
@@ -28,8 +28,15 @@ public:
     MVRTextRange lastWord() const;
 
 private:
+    /*! Characters without white space and punctuation that the text ends with. */
+    struct Stretch
+    {
+        bool isOpen = false;
+        bool isWord = false; // begins with a letter or digit
+        int start = 0;
+    };
+
     MVRTextRange m_word;
+    Stretch m_open;
     int m_position = 0;
-    bool m_inRun = false; // in a stretch without white space and punctuation
-    bool m_runIsWord = false; // that stretch begins with a letter or digit
 };

@@ -1,0 +1,195 @@
+// Reading and writing Final Draft files, each beside the floor it is measured against: what the
+// toolkit alone needs for the same tree and the same runs. Compare lines of one run only.
+
+#include "SampleScreenplay.h"
+
+#include <finaldraft/MVRFinalDraftReader.h>
+#include <finaldraft/MVRFinalDraftWriter.h>
+
+#include <QBuffer>
+#include <QDomDocument>
+#include <QGuiApplication>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <memory>
+
+namespace {
+
+struct Run
+{
+    QString text;
+    QTextCharFormat format;
+};
+
+struct Block
+{
+    QTextBlockFormat format;
+    QVector<Run> runs;
+};
+
+/*! One screenplay in the forms that the benchmarks start from. */
+struct Sample
+{
+    QByteArray xml;
+    QTextDocument document;
+    QList<MVRScriptElement> elements;
+    QVector<Block> blocks;
+};
+
+QVector<Block> blocksOf(const QTextDocument &document)
+{
+    QVector<Block> blocks;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        QVector<Run> runs;
+        for (auto it = block.begin(); !it.atEnd(); ++it)
+            runs.append({it.fragment().text(), it.fragment().charFormat()});
+        blocks.append({block.blockFormat(), runs});
+    }
+    return blocks;
+}
+
+const Sample &sample(qint64 bytes)
+{
+    static std::map<qint64, std::unique_ptr<Sample>> samples;
+    std::unique_ptr<Sample> &entry = samples[bytes];
+    if (!entry) {
+        entry = std::make_unique<Sample>();
+        entry->xml = sampleScreenplay(int(bytes));
+        QBuffer buffer(&entry->xml);
+        buffer.open(QIODevice::ReadOnly);
+        MVRFinalDraftReader reader;
+        QHash<QString, MVRFinalDraft::ElementSettings> settings;
+        if (!reader.load(&buffer) || !reader.read(&entry->document, {})
+            || !reader.readElements(&settings))
+            qFatal("The sample screenplay cannot be read.");
+        for (const MVRFinalDraft::ElementSettings &setting : qAsConst(settings)) {
+            MVRScriptElement element(setting.type);
+            element.setBlockFormat(setting.parBlockFormat());
+            element.setCharFormat(setting.textCharFormat());
+            entry->elements.append(element);
+        }
+        entry->blocks = blocksOf(entry->document);
+    }
+    return *entry;
+}
+
+void insertByHand(const QVector<Block> &blocks, QTextDocument *document)
+{
+    document->setUndoRedoEnabled(false);
+    QTextCursor cursor(document);
+    cursor.beginEditBlock();
+    for (const Block &block : blocks) {
+        cursor.insertBlock(block.format);
+        for (const Run &run : block.runs)
+            cursor.insertText(run.text, run.format);
+    }
+    cursor.endEditBlock();
+}
+
+QDomElement appended(QDomDocument &dom, QDomElement parent, const QString &tag)
+{
+    QDomElement element = dom.createElement(tag);
+    parent.appendChild(element);
+    return element;
+}
+
+void readFloor(benchmark::State &state)
+{
+    const Sample &input = sample(state.range(0));
+    for (auto _ : state) {
+        QDomDocument dom;
+        dom.setContent(input.xml);
+        QTextDocument document;
+        insertByHand(input.blocks, &document);
+        benchmark::DoNotOptimize(document.blockCount());
+    }
+    state.SetBytesProcessed(state.iterations() * input.xml.size());
+}
+
+void read(benchmark::State &state)
+{
+    const Sample &input = sample(state.range(0));
+    for (auto _ : state) {
+        QBuffer buffer;
+        buffer.setData(input.xml);
+        buffer.open(QIODevice::ReadOnly);
+        MVRFinalDraftReader reader;
+        QTextDocument document;
+        reader.load(&buffer);
+        reader.read(&document, {});
+        benchmark::DoNotOptimize(document.blockCount());
+    }
+    state.SetBytesProcessed(state.iterations() * input.xml.size());
+}
+
+void writeFloor(benchmark::State &state)
+{
+    const Sample &input = sample(state.range(0));
+    for (auto _ : state) {
+        QDomDocument dom;
+        QDomElement root = dom.createElement(QStringLiteral("FinalDraft"));
+        dom.appendChild(root);
+        const QDomElement content = appended(dom, root, QStringLiteral("Content"));
+        for (const Block &block : input.blocks) {
+            QDomElement paragraph = appended(dom, content, QStringLiteral("Paragraph"));
+            paragraph.setAttribute(QStringLiteral("Type"), QStringLiteral("Action"));
+            for (const Run &run : block.runs) {
+                QDomElement text = appended(dom, paragraph, QStringLiteral("Text"));
+                text.setAttribute(QStringLiteral("AdornmentStyle"), QStringLiteral("0"));
+                text.setAttribute(QStringLiteral("Color"), QStringLiteral("#000000000000"));
+                text.setAttribute(QStringLiteral("Background"), QStringLiteral("#FFFFFFFFFFFF"));
+                text.setAttribute(QStringLiteral("Font"), QStringLiteral("Courier Final Draft"));
+                text.setAttribute(QStringLiteral("Style"), QString());
+                text.setAttribute(QStringLiteral("Size"), QStringLiteral("12"));
+                text.setAttribute(QStringLiteral("RevisionID"), QStringLiteral("0"));
+                text.appendChild(dom.createTextNode(run.text));
+            }
+        }
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        buffer.write(dom.toByteArray());
+        benchmark::DoNotOptimize(buffer.size());
+    }
+    state.SetBytesProcessed(state.iterations() * input.xml.size());
+}
+
+void write(benchmark::State &state)
+{
+    const Sample &input = sample(state.range(0));
+    for (auto _ : state) {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        MVRFinalDraftWriter writer;
+        writer.write(&buffer, &input.document, input.elements);
+        benchmark::DoNotOptimize(buffer.size());
+    }
+    state.SetBytesProcessed(state.iterations() * input.xml.size());
+}
+
+constexpr int megabyte = 1000 * 1000;
+
+// One size after the other: what a large round leaves in the heap slows the first small one.
+BENCHMARK(readFloor)->Arg(3 * megabyte)->Unit(benchmark::kMillisecond);
+BENCHMARK(read)->Arg(3 * megabyte)->Unit(benchmark::kMillisecond);
+BENCHMARK(writeFloor)->Arg(3 * megabyte)->Unit(benchmark::kMillisecond);
+BENCHMARK(write)->Arg(3 * megabyte)->Unit(benchmark::kMillisecond);
+BENCHMARK(readFloor)->Arg(30 * megabyte)->Unit(benchmark::kMillisecond);
+BENCHMARK(read)->Arg(30 * megabyte)->Unit(benchmark::kMillisecond);
+BENCHMARK(writeFloor)->Arg(30 * megabyte)->Unit(benchmark::kMillisecond);
+BENCHMARK(write)->Arg(30 * megabyte)->Unit(benchmark::kMillisecond);
+
+}
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <core/MvrCoreExport.h>
+
+#include <QColor>
+#include <QFont>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+class QSettings;
+
+/*!
+    The settings that the library asks for, kept in a QSettings file and read by number.
+
+    A setting that is not stored has its built-in default. A stored value of a type that cannot be
+    converted reads as false, the default font or an invalid colour.
+*/
+class MVRCORE_EXPORT MVRSettings
+{
+public:
+    enum BoolSetting {
+        WordSearchSetting = 6 /*!< a note may look for its word in other paragraphs */
+    };
+    enum FontSetting {
+        CommentFontSetting = 10, /*!< text of inspector comments */
+        FootnoteFontSetting = 11 /*!< text of inspector footnotes */
+    };
+    enum ColorSetting {
+        CommentColorSetting = 20 /*!< colour of inspector comments that have none of their own */
+    };
+
+    /*! Settings in the application's own file (see QSettings::QSettings(QObject *)). */
+    MVRSettings();
+    /*! Settings in the INI file \a fileName. */
+    explicit MVRSettings(const QString &fileName);
+    ~MVRSettings();
+    Q_DISABLE_COPY_MOVE(MVRSettings)
+
+    /*! Goes over to the INI file \a fileName; to the application's own file when it is empty. */
+    void setFileName(const QString &fileName);
+
+    /*! The key that a setting is stored under. */
+    QString key(int setting) const;
+
+    bool value(BoolSetting setting) const;
+    QFont value(FontSetting setting) const;
+    QColor value(ColorSetting setting) const;
+
+    bool defaultValue(BoolSetting setting) const;
+    QFont defaultValue(FontSetting setting) const;
+    QColor defaultValue(ColorSetting setting) const;
+
+    /*! Tells whether a value is stored for the setting. */
+    bool contains(int setting) const;
+    /*! The stored value; an invalid variant when there is none. */
+    QVariant stored(int setting) const;
+    void setValue(int setting, const QVariant &value);
+    /*! Goes back to the built-in default. */
+    void remove(int setting);
+
+private:
+    QSettings &file() const;
+
+    QString m_fileName;
+    mutable QString m_openedFor; // what the open file was chosen by
+    mutable std::unique_ptr<QSettings> m_file;
+};
+
+/*! The application's settings. */
+MVRCORE_EXPORT MVRSettings &mvrOptions();

@@ -1,0 +1,104 @@
+#include <core/MVRToolkit.h>
+
+#include <core/MVRTextFormat.h>
+
+#include <QFont>
+#include <QHash>
+#include <QLoggingCategory>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <optional>
+
+namespace {
+
+Q_LOGGING_CATEGORY(toolkitLog, "mvrtext.toolkit")
+
+// LineSpacingProperty shares its number with QTextFormat::HeadingLevel, which is an int.
+std::optional<double> lineSpacing(const QTextBlockFormat &format)
+{
+    const QVariant value = format.property(MVRTextFormat::LineSpacingProperty);
+    if (value.userType() != QMetaType::Double)
+        return std::nullopt;
+    return value.toDouble();
+}
+
+bool isApplicationParagraph(const QTextBlockFormat &format)
+{
+    return format.hasProperty(MVRTextFormat::BlockLeftIndentProperty)
+        || format.hasProperty(MVRTextFormat::BlockRightIndentProperty) || lineSpacing(format);
+}
+
+void translateIndents(QTextBlockFormat &format, double textWidth)
+{
+    const double left = format.doubleProperty(MVRTextFormat::BlockLeftIndentProperty);
+    if (format.hasProperty(MVRTextFormat::BlockLeftIndentProperty)) {
+        format.setLeftMargin(format.leftMargin() + left);
+        if (format.hasProperty(QTextFormat::TextIndent))
+            format.setTextIndent(format.textIndent() - left);
+    }
+    // A right edge that leaves no room for text is a broken one: the text keeps its full width.
+    const double right = format.doubleProperty(MVRTextFormat::BlockRightIndentProperty);
+    if (right > left)
+        format.setRightMargin(textWidth - right);
+    format.clearProperty(MVRTextFormat::BlockLeftIndentProperty);
+    format.clearProperty(MVRTextFormat::BlockRightIndentProperty);
+}
+
+void translateSpacing(QTextBlockFormat &format)
+{
+    const std::optional<double> spacing = lineSpacing(format);
+    if (!spacing)
+        return;
+    // With a base the number is a height on that base and no multiple: such text is single-spaced.
+    const bool isMultiple = !format.hasProperty(MVRTextFormat::LineSpacingBaseProperty);
+    if (isMultiple && *spacing > 0.0 && !qFuzzyCompare(*spacing, 1.0))
+        format.setLineHeight(*spacing * 100.0, QTextBlockFormat::ProportionalHeight);
+    format.clearProperty(MVRTextFormat::LineSpacingProperty);
+    format.clearProperty(MVRTextFormat::LineSpacingBaseProperty);
+}
+
+}
+
+QString MVRToolkit::rawFontName(const QFont &font)
+{
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    const QString name = font.rawName();
+    QT_WARNING_POP
+    if (!name.isEmpty() && name != QLatin1String("unknown"))
+        return name;
+
+    static const bool said = [] {
+        qCDebug(toolkitLog, "This Qt tells no raw font names; font families stand in for them.");
+        return true;
+    }();
+    Q_UNUSED(said)
+    return font.family();
+}
+
+void MVRToolkit::toStockParagraphs(QTextDocument *document, double textWidth)
+{
+    if (!document)
+        return;
+    // Documents have few formats and many paragraphs: each format is translated once.
+    QHash<int, QTextBlockFormat> translated;
+    QTextCursor cursor(document);
+    cursor.beginEditBlock();
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        const int index = block.blockFormatIndex();
+        auto known = translated.find(index);
+        if (known == translated.end()) {
+            QTextBlockFormat format = block.blockFormat();
+            if (!isApplicationParagraph(format))
+                continue;
+            translateIndents(format, textWidth);
+            translateSpacing(format);
+            known = translated.insert(index, format);
+        }
+        cursor.setPosition(block.position());
+        cursor.setBlockFormat(*known);
+    }
+    cursor.endEditBlock();
+}

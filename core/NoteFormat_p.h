@@ -1,0 +1,32 @@
+#pragma once
+
+#include <core/MVRTextFormat.h>
+
+#include <QTextCharFormat>
+
+/*! The anchors that inspector notes carry: "Comment:" or "Footnote:" and an identifier. */
+inline bool isNoteAnchor(const QString &href)
+{
+    return href.startsWith(QLatin1String("Footnote:"))
+        || href.startsWith(QLatin1String("Comment:"));
+}
+
+/*! Takes an inspector note and its own anchor, never another link, out of \a format. */
+inline void clearNoteProperties(QTextCharFormat &format)
+{
+    constexpr int noteProperties[] = {
+        MVRTextFormat::CommentLinkProperty,       MVRTextFormat::CommentCDataProperty,
+        MVRTextFormat::CommentColorProperty,      MVRTextFormat::InspectorCommentProperty,
+        MVRTextFormat::InspectorFootnoteProperty,
+    };
+    for (const int property : noteProperties) {
+        if (format.hasProperty(property)) // clearing an absent one copies the whole format
+            format.clearProperty(property);
+    }
+    if (isNoteAnchor(format.anchorHref())) {
+        format.clearProperty(QTextFormat::AnchorHref);
+        // What is left of a link that a note was written over leads nowhere.
+        if (!format.hasProperty(QTextFormat::AnchorName))
+            format.clearProperty(QTextFormat::IsAnchor);
+    }
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <core/MvrCoreExport.h>
+
+class QTextCharFormat;
+class QTextCursor;
+class QTextDocument;
+class QVariant;
+
+/*!
+    Operations on whole documents.
+
+    All work in place, as one undo step, or none when there is nothing to change. They do nothing
+    when the document or cursor is null.
+*/
+class MVRCORE_EXPORT STextDoc
+{
+public:
+    /*!
+        Removes the properties of \a format from all text and from the paragraphs' own character
+        formats.
+
+        \param onlyEqual  true: a property goes only where its value equals the one in \a format;
+                          false: whatever its value
+    */
+    static void clearAll(QTextDocument *document, const QTextCharFormat &format, bool onlyEqual);
+
+    /*!
+        Removes one character property from the whole document where it equals \a value; with
+        \a anyValue wherever it stands.
+    */
+    static void clearAllProperty(QTextDocument *document, int property, const QVariant &value,
+                                 bool anyValue);
+
+    /*!
+        Removes the inspector notes, with the anchors of their own, from the selected characters;
+        other links stay.
+    */
+    static void clearCommentPropertiesCursor(QTextCursor *cursor);
+
+    /*!
+        Removes what makes \a format an anchor: target, names and the anchor flag. Other formatting
+        stays, and so does the anchor of an inspector note.
+    */
+    static void clearLinkProperties(QTextCharFormat *format);
+
+    /*! Removes the inspector comments of the whole document; footnotes stay. */
+    static void removeInspectorComments(QTextDocument *document);
+
+    /*! Removes the inspector footnotes of the whole document; comments stay. */
+    static void removeInspectorFootnotes(QTextDocument *document);
+
+    /*! Removes every inspector note of the whole document. */
+    static void removeInspectorCommentsAndFootnotes(QTextDocument *document);
+
+    /*!
+        Replaces tables by their text: a paragraph per row, a tab between two cells. Paragraphs
+        and character formatting inside the cells are kept.
+    */
+    static void tablesToText(QTextDocument *document);
+
+    /*!
+        Clears the flags of the document's default text option (marks shown for tabs, spaces and
+        paragraph ends among them). No undo step.
+    */
+    static void clearDefaultTextOptionFlags(QTextDocument *document);
+
+    /*!
+        Writes page breaks one way: a break after a paragraph becomes a break before the next, and
+        the policy "automatic", which says nothing, is removed. A break after the last paragraph
+        of the document or before a table stays.
+    */
+    static void normalizePageBreaks(QTextDocument *document);
+};

@@ -1,0 +1,73 @@
+// Reads any bytes as a Final Draft file; what was read must come through writing and reading again
+// with its text unchanged.
+#include <finaldraft/MVRFinalDraftReader.h>
+#include <finaldraft/MVRFinalDraftWriter.h>
+
+#include <QBuffer>
+#include <QGuiApplication>
+#include <QTextBlock>
+#include <QTextDocument>
+
+#include <cstdlib>
+
+namespace {
+
+bool read(MVRFinalDraftReader *reader, const QByteArray &bytes, QTextDocument *document)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return reader->load(&buffer) && reader->read(document, {});
+}
+
+QList<MVRScriptElement> elements(MVRFinalDraftReader *reader)
+{
+    QHash<QString, MVRFinalDraft::ElementSettings> settings;
+    reader->readElements(&settings);
+    QList<MVRScriptElement> list;
+    for (const MVRFinalDraft::ElementSettings &setting : qAsConst(settings)) {
+        MVRScriptElement element(setting.type);
+        element.setBlockFormat(setting.parBlockFormat());
+        element.setCharFormat(setting.textCharFormat());
+        list.append(element);
+    }
+    return list;
+}
+
+}
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_LOGGING_RULES", "*.debug=false");
+    static QGuiApplication application(*argc, *argv);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
+{
+    const QByteArray input(reinterpret_cast<const char *>(data), static_cast<int>(size));
+    MVRFinalDraftReader reader;
+    QTextDocument document;
+    if (!read(&reader, input, &document))
+        return 0;
+    QBuffer output;
+    output.open(QIODevice::WriteOnly);
+    MVRFinalDraftWriter writer;
+    if (!writer.write(&output, &document, elements(&reader)))
+        std::abort();
+    MVRFinalDraftReader again;
+    QTextDocument copy;
+    if (!read(&again, output.data(), &copy))
+        std::abort();
+    // A paragraph that says nothing else comes back as it went; an empty run is a blank.
+    QTextBlock block = document.begin();
+    QTextBlock other = copy.begin();
+    for (; block.isValid() && other.isValid(); block = block.next(), other = other.next()) {
+        if (block.text() != other.text())
+            std::abort();
+    }
+    if (block.isValid())
+        std::abort();
+    return 0;
+}

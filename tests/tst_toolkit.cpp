@@ -1,0 +1,169 @@
+#include <core/MVRTextFormat.h>
+#include <core/MVRToolkit.h>
+
+#include <QFont>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QtTest>
+
+class TestToolkit : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void fontNameIsNeverAPlaceholder();
+    void translatesIndents_data();
+    void translatesIndents();
+    void translatesSpacing_data();
+    void translatesSpacing();
+    void leavesOtherParagraphsAlone();
+    void secondTranslationChangesNothing();
+};
+
+namespace {
+
+constexpr double letterTextWidth = 468.0;
+
+QTextBlockFormat indented(double left, double right, double firstLine)
+{
+    QTextBlockFormat format;
+    format.setProperty(MVRTextFormat::BlockLeftIndentProperty, left);
+    format.setProperty(MVRTextFormat::BlockRightIndentProperty, right);
+    format.setTextIndent(firstLine);
+    return format;
+}
+
+QTextBlockFormat translated(const QTextBlockFormat &format)
+{
+    QTextDocument document;
+    QTextCursor(&document).setBlockFormat(format);
+    MVRToolkit::toStockParagraphs(&document, letterTextWidth);
+    return document.firstBlock().blockFormat();
+}
+
+}
+
+void TestToolkit::fontNameIsNeverAPlaceholder()
+{
+    QCOMPARE(MVRToolkit::rawFontName(QFont(QStringLiteral("Courier Prime"))),
+             QStringLiteral("Courier Prime"));
+}
+
+void TestToolkit::translatesIndents_data()
+{
+    QTest::addColumn<QTextFormat>("format");
+    QTest::addColumn<double>("left");
+    QTest::addColumn<double>("right");
+    QTest::addColumn<double>("firstLine");
+
+    QTest::newRow("dialogue") << QTextFormat(indented(108, 360, 108)) << 108.0 << 108.0 << 0.0;
+    QTest::newRow("hanging first line")
+        << QTextFormat(indented(144, 324, 136.8)) << 144.0 << 144.0 << -7.2;
+    QTest::newRow("text reaching into the page margin")
+        << QTextFormat(indented(0, 500, 0)) << 0.0 << -32.0 << 0.0;
+    QTest::newRow("right edge left of the left one")
+        << QTextFormat(indented(200, 100, 200)) << 200.0 << 0.0 << 0.0;
+
+    QTextBlockFormat onlyRight;
+    onlyRight.setProperty(MVRTextFormat::BlockRightIndentProperty, 400.0);
+    onlyRight.setTextIndent(36);
+    QTest::newRow("no left indent") << QTextFormat(onlyRight) << 0.0 << 68.0 << 36.0;
+    QTextBlockFormat onlyLeft;
+    onlyLeft.setProperty(MVRTextFormat::BlockLeftIndentProperty, 36.0);
+    QTest::newRow("neither right edge nor first line")
+        << QTextFormat(onlyLeft) << 36.0 << 0.0 << 0.0;
+    QTextBlockFormat quoted = indented(36, 432, 36);
+    quoted.setLeftMargin(10);
+    QTest::newRow("margin of its own") << QTextFormat(quoted) << 46.0 << 36.0 << 0.0;
+}
+
+void TestToolkit::translatesIndents()
+{
+    QFETCH(const QTextFormat, format);
+    QFETCH(const double, left);
+    QFETCH(const double, right);
+    QFETCH(const double, firstLine);
+
+    const QTextBlockFormat stock = translated(format.toBlockFormat());
+    QCOMPARE(stock.leftMargin(), left);
+    QCOMPARE(stock.rightMargin(), right);
+    QVERIFY2(qAbs(stock.textIndent() - firstLine) < 1e-9,
+             qPrintable(QString::number(stock.textIndent())));
+}
+
+void TestToolkit::translatesSpacing_data()
+{
+    QTest::addColumn<QVariant>("spacing");
+    QTest::addColumn<bool>("withBase");
+    QTest::addColumn<int>("heightType");
+    QTest::addColumn<double>("height");
+    QTest::addColumn<int>("headingLevel");
+
+    const int single = QTextBlockFormat::SingleHeight;
+    const int proportional = QTextBlockFormat::ProportionalHeight;
+    QTest::newRow("one and a half") << QVariant(1.5) << false << proportional << 150.0 << 0;
+    QTest::newRow("single") << QVariant(1.0) << false << single << 0.0 << 0;
+    QTest::newRow("broken") << QVariant(-3.0) << false << single << 0.0 << 0;
+    QTest::newRow("height on a base") << QVariant(12.0) << true << single << 0.0 << 0;
+    QTest::newRow("heading of an HTML page") << QVariant(2) << false << single << 0.0 << 2;
+}
+
+void TestToolkit::translatesSpacing()
+{
+    QFETCH(const QVariant, spacing);
+    QFETCH(const bool, withBase);
+
+    QTextBlockFormat format;
+    format.setProperty(MVRTextFormat::LineSpacingProperty, spacing);
+    if (withBase)
+        format.setProperty(MVRTextFormat::LineSpacingBaseProperty, 12.0);
+    const QTextBlockFormat stock = translated(format);
+
+    QTEST(stock.lineHeightType(), "heightType");
+    QTEST(stock.lineHeight(), "height");
+    QTEST(stock.headingLevel(), "headingLevel");
+    QVERIFY(!stock.hasProperty(MVRTextFormat::LineSpacingProperty) || stock.headingLevel() > 0);
+}
+
+void TestToolkit::leavesOtherParagraphsAlone()
+{
+    QTextDocument document(QStringLiteral("plain\nscreenplay\nplain again"));
+    QTextBlockFormat format = indented(108, 360, 108);
+    format.setAlignment(Qt::AlignRight);
+    format.setTopMargin(22);
+    format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+    QTextBlockFormat plain;
+    plain.setTextIndent(18);
+    plain.setLeftMargin(7);
+    QTextCursor cursor(&document);
+    cursor.setBlockFormat(plain);
+    cursor.movePosition(QTextCursor::NextBlock);
+    cursor.setBlockFormat(format);
+
+    MVRToolkit::toStockParagraphs(&document, letterTextWidth);
+    QCOMPARE(document.firstBlock().blockFormat(), plain);
+    QCOMPARE(document.lastBlock().blockFormat(), QTextDocument().firstBlock().blockFormat());
+    const QTextBlockFormat stock = document.findBlockByNumber(1).blockFormat();
+    QCOMPARE(stock.alignment(), Qt::AlignRight);
+    QCOMPARE(stock.topMargin(), 22.0);
+    QCOMPARE(stock.pageBreakPolicy(), QTextFormat::PageBreak_AlwaysBefore);
+    QCOMPARE(stock.leftMargin(), 108.0);
+
+    document.undo();
+    QCOMPARE(document.findBlockByNumber(1).blockFormat(), format);
+    MVRToolkit::toStockParagraphs(nullptr, letterTextWidth);
+}
+
+void TestToolkit::secondTranslationChangesNothing()
+{
+    QTextDocument document(QStringLiteral("text"));
+    QTextCursor(&document).setBlockFormat(indented(108, 360, 100));
+    MVRToolkit::toStockParagraphs(&document, letterTextWidth);
+    const QTextBlockFormat once = document.firstBlock().blockFormat();
+    MVRToolkit::toStockParagraphs(&document, letterTextWidth);
+    QCOMPARE(document.firstBlock().blockFormat(), once);
+}
+
+QTEST_MAIN(TestToolkit)
+#include "tst_toolkit.moc"

@@ -1,0 +1,108 @@
+#include <text/MVRTextDoc.h>
+
+#include <core/FormatEdits_p.h>
+#include <core/MVRTextUtil.h>
+#include <text/NoteRuns_p.h>
+
+QTextCharFormat MVRTextDoc::setInlineFootnoteAnnotation(QTextCursor cursor, bool footnote, bool on)
+{
+    QTextCharFormat format = inlineNoteFormat(footnote, on);
+    mergeIfChanged(cursor, format);
+    return format;
+}
+
+QTextCharFormat MVRTextDoc::setPreserveFormatting(QTextCursor cursor, bool on)
+{
+    QTextCharFormat format;
+    format.setProperty(MVRTextFormat::PreserveFormattingProperty, on);
+    mergeIfChanged(cursor, format);
+    return format;
+}
+
+void MVRTextDoc::swapBoolProperties(QTextDocument *document, int fromProperty, int toProperty,
+                                    QTextCursor cursor)
+{
+    const MVRTextRange range = operationRange(document, cursor);
+    if (range.start == range.end)
+        return;
+    const FormatPattern from(fromProperty, true);
+    changeFormats(document, range.start, range.end, [&](QTextCharFormat &format) {
+        if (from.matches(format)) {
+            format.clearProperty(fromProperty);
+            format.setProperty(toProperty, true);
+        }
+    });
+}
+
+void MVRTextDoc::convertInlineAnnotationsToInlineFootnotes(QTextDocument *document,
+                                                           QTextCursor cursor)
+{
+    swapBoolProperties(document, MVRTextFormat::InlineAnnotationProperty,
+                       MVRTextFormat::InlineFootnoteProperty, cursor);
+}
+
+void MVRTextDoc::convertInlineFootnotesToInlineAnnotations(QTextDocument *document,
+                                                           QTextCursor cursor)
+{
+    swapBoolProperties(document, MVRTextFormat::InlineFootnoteProperty,
+                       MVRTextFormat::InlineAnnotationProperty, cursor);
+}
+
+void MVRTextDoc::convertInspectorCommentsToInspectorFootnotes(QTextDocument *document,
+                                                              QTextCursor cursor)
+{
+    swapBoolProperties(document, MVRTextFormat::InspectorCommentProperty,
+                       MVRTextFormat::InspectorFootnoteProperty, cursor);
+}
+
+void MVRTextDoc::convertInspectorFootnotesToInspectorComments(QTextDocument *document,
+                                                              QTextCursor cursor)
+{
+    swapBoolProperties(document, MVRTextFormat::InspectorFootnoteProperty,
+                       MVRTextFormat::InspectorCommentProperty, cursor);
+}
+
+void MVRTextDoc::trimInlineNotes(QTextDocument *document, int propertyId, bool trimFlag, int count,
+                                 int limit, QTextCursor cursor)
+{
+    const MVRTextRange range = operationRange(document, cursor);
+    if (range.start == range.end)
+        return;
+    const QVector<MVRTextRange> notes = inlineNotesIn(document, propertyId, range);
+    if (notes.isEmpty())
+        return;
+    const EditBlock undoStep(document);
+    // From the last to the first, so that what is removed moves no note still to be trimmed.
+    for (auto it = notes.crbegin(); it != notes.crend(); ++it)
+        MVRTextUtil::trim(it->toTextCursor(document), trimFlag, count, limit, nullptr);
+}
+
+void MVRTextDoc::encloseAnnotations(QTextDocument *document, const QString &opening,
+                                    const QString &closing, bool unmark)
+{
+    if (!document || (opening.isEmpty() && closing.isEmpty() && !unmark))
+        return;
+    const MVRTextRange all(0, document->characterCount());
+    const QVector<MVRTextRange> notes
+        = inlineNotesIn(document, MVRTextFormat::InlineAnnotationProperty, all);
+    QTextCursor cursor(document);
+    int growth = 0;
+    for (const MVRTextRange &note : notes) {
+        const int sizeBefore = document->characterCount();
+        const int start = note.start + growth;
+        const int end = note.end + growth;
+        cursor.setPosition(start);
+        cursor.setPosition(end, QTextCursor::KeepAnchor);
+        if (unmark)
+            cursor.mergeCharFormat(inlineNoteFormat(false, false));
+        cursor.setPosition(end);
+        if (!closing.isEmpty())
+            cursor.insertText(closing, cursor.charFormat());
+        cursor.setPosition(start + 1);
+        const QTextCharFormat firstFormat = cursor.charFormat();
+        cursor.setPosition(start);
+        if (!opening.isEmpty())
+            cursor.insertText(opening, firstFormat);
+        growth += document->characterCount() - sizeBefore;
+    }
+}

@@ -1,0 +1,76 @@
+#include <text/MVRTextDoc.h>
+
+#include <core/FormatEdits_p.h>
+#include <core/MVRTextFinder.h>
+#include <core/MVRTextFormat.h>
+#include <core/STextDoc.h>
+
+MVRTextInternalLinkMap MVRTextDoc::internalLinks(const QTextDocument &document)
+{
+    MVRTextInternalLinkMap map;
+    map.title = document.metaInformation(QTextDocument::DocumentTitle);
+    QTextBlock block;
+    MVRTextRange range;
+    int id = 0;
+    for (FragmentWalker walker(&document, 0); walker.isValid(); walker.next()) {
+        const QTextCharFormat format = walker.format();
+        if (!MVRTextFormat::isMovarinLink(format))
+            continue;
+        const int nextId = format.anchorHref().toInt();
+        const bool continues
+            = walker.block() == block && walker.start() == range.end && nextId == id;
+        if (!continues)
+            range.start = walker.start();
+        else
+            map.links.remove(range);
+        range.end = walker.end();
+        id = nextId;
+        block = walker.block();
+        map.links.insert(range, id);
+    }
+    return map;
+}
+
+void MVRTextDoc::setInternalLinks(QTextDocument *document, const MVRTextInternalLinkMap &map)
+{
+    if (!document || map.links.isEmpty() || internalLinks(*document).links == map.links)
+        return;
+    const EditBlock undoStep(document);
+    for (auto it = map.links.cbegin(); it != map.links.cend(); ++it) {
+        QTextCharFormat link;
+        link.setAnchor(true);
+        link.setAnchorHref(QString::number(it.value()));
+        QTextCursor cursor = it.key().toTextCursor(document);
+        if (cursor.hasSelection())
+            cursor.mergeCharFormat(link);
+    }
+}
+
+void MVRTextDoc::convertMovarinLinksToText(QTextDocument *document)
+{
+    if (!document)
+        return;
+    QTextCursor all(document);
+    all.select(QTextCursor::Document);
+    const QList<MVRTextRange> anchors = MVRTextFinder::findAllAnchors(all, true);
+    QVector<FormatEdit> edits;
+    FragmentWalker walker(document, 0);
+    for (const MVRTextRange &anchor : anchors) {
+        while (walker.end() < anchor.end)
+            walker.next();
+        QTextCharFormat format = walker.format();
+        if (MVRTextFormat::isMovarinLink(format)) {
+            STextDoc::clearLinkProperties(&format);
+            edits.append({anchor.start, anchor.end, format});
+        }
+    }
+    applyFormatEdits(document, edits);
+}
+
+void MVRTextDoc::clearInternalLinks(QTextDocument *document)
+{
+    changeAllFormats(document, [](QTextCharFormat &format) {
+        if (format.isAnchor())
+            STextDoc::clearLinkProperties(&format);
+    });
+}

@@ -1,0 +1,43 @@
+#include <text/MVRTextCommentLink.h>
+
+#include <core/MVRTextFormat.h>
+
+#include <QDataStream>
+#include <QTextCharFormat>
+
+namespace {
+
+constexpr const char *versionTag = "MVRTextCommentLink::1.0";
+
+} // namespace
+
+MVRTextCommentLink::MVRTextCommentLink()
+    : isFootnote(false)
+    , extraFlag(false)
+{
+}
+
+MVRTextCommentLink::MVRTextCommentLink(const QTextCharFormat &format)
+    : isFootnote(format.boolProperty(MVRTextFormat::InspectorFootnoteProperty))
+    , extraFlag(false)
+    , cdata(format.property(MVRTextFormat::CommentCDataProperty).toByteArray())
+{
+    // A footnote made of a comment may still hold the comment's colour.
+    if (!isFootnote)
+        color = format.colorProperty(MVRTextFormat::CommentColorProperty);
+}
+
+QDataStream &operator<<(QDataStream &stream, const MVRTextCommentLink &link)
+{
+    return stream << QString(QLatin1String(versionTag)) << link.color << link.extraFlag
+                  << link.isFootnote << link.cdata;
+}
+
+QDataStream &operator>>(QDataStream &stream, MVRTextCommentLink &link)
+{
+    QString tag;
+    stream >> tag;
+    if (tag == QLatin1String(versionTag))
+        stream >> link.color >> link.extraFlag >> link.isFootnote >> link.cdata;
+    return stream;
+}

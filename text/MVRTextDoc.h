@@ -1,0 +1,293 @@
+#pragma once
+
+#include <core/MVRTextRange.h>
+#include <text/MVRTextCommentLink.h>
+#include <text/MvrTextExport.h>
+
+#include <QStringList>
+#include <QTextCharFormat>
+#include <QTextCursor>
+
+class QColor;
+class QTextDocument;
+class QUrl;
+
+/*!
+    The operations on a writer's document.
+
+    All are stateless and work in place on the caller's document. A null document or cursor is
+    harmless: nothing happens, or the result is empty. Positions and ranges are UTF-16 code units
+    from the document's start. An operation that changes the document is one undo step, and none
+    when nothing changes, except where it says otherwise.
+
+    Four kinds of note live in the character formats of the text (MVRTextFormat::Property).
+    Inspector comments and inspector footnotes are attached to a run of text and hold their content
+    as RTF beside it; inline annotations and inline footnotes are runs of text that are the note.
+*/
+class MVRTEXT_EXPORT MVRTextDoc
+{
+public:
+    /*! \name Inspector notes: queries */
+    //@{
+
+    /*! True when the document holds any inspector note. */
+    static bool hasInspectorCommentsOrFootnotes(const QTextDocument *document);
+
+    /*!
+        True when any selected character carries an inspector note; without a selection, when the
+        text at the position does (see MVRTextFinder::hasFormatProperty(), as for the next four).
+    */
+    static bool hasInspectorCommentsOrFootnotes(const QTextCursor &cursor);
+    static bool hasInspectorComment(const QTextCursor &cursor);
+    static bool hasInspectorFootnote(const QTextCursor &cursor);
+    static bool hasInlineFootnote(const QTextCursor &cursor);
+    static bool hasInlineAnnotation(const QTextCursor &cursor);
+
+    /*! True when the whole selection, or the position, lies inside an inline annotation. */
+    static bool isInInlineAnnotation(const QTextCursor &cursor);
+    /*! True when the whole selection, or the position, lies inside an inline footnote. */
+    static bool isInInlineFootnote(const QTextCursor &cursor);
+
+    /*! Whether a menu shows a check mark at "inline annotation" for this selection. */
+    static bool isInlineAnnotationChecked(const QTextCursor &cursor);
+    /*! Whether a menu shows a check mark at "inline footnote" for this selection. */
+    static bool isInlineFootnoteChecked(const QTextCursor &cursor);
+
+    /*! True for the anchors that inspector notes carry: "Comment:…" and "Footnote:…". */
+    static bool isCommentFootnoteAnchor(const QString &href);
+    /*! The same for a URL, whose scheme QUrl may have put in lower case. */
+    static bool isCommentFootnoteAnchor(const QUrl &url);
+
+    /*!
+        The content of the note that \a format carries, as HTML or plain text.
+
+        \return a null string when there is no content or it cannot be read
+    */
+    static QString commentText(QTextCharFormat format, bool asHtml);
+
+    //@}
+    /*! \name Inspector notes: attaching and removing */
+    //@{
+
+    /*!
+        Attaches a note to the selected text, whose other formatting stays.
+
+        When the new note begins inside another note, that note is cut off where the new one begins;
+        whatever of it lay behind the new note carries none any more. Otherwise the selected
+        characters join the new note and the rest of an old one keeps it.
+        \param cursor  the text to attach to; nothing happens without a selection
+        \param link    the note; a comment with an invalid colour takes the default comment colour
+                       of the application's settings
+    */
+    static void setComment(QTextCursor cursor, const MVRTextCommentLink &link);
+    /*! Attaches a note to a range, which is cut to the document's length. */
+    static void setComment(QTextDocument *document, const MVRTextRange &range,
+                           const MVRTextCommentLink &link);
+    /*! Attaches a note with plain \a text in the note font of the application's settings. */
+    static void setComment(QTextCursor cursor, const QString &text, bool isFootnote);
+    /*! Attaches a note with RTF content; a comment takes the default comment colour. */
+    static void setCommentCData(QTextCursor cursor, const QByteArray &cdata, bool isFootnote);
+
+    /*! Makes the notes of \a map the document's inspector notes; all others are removed. */
+    static void setComments(QTextDocument *document, const MVRTextCommentLinkMap &map);
+
+    /*!
+        Removes the note at \a position from there to its end; the part before keeps it.
+
+        The note is that of the character before the position, at a paragraph's start of the one
+        after it.
+    */
+    static void clearComment(QTextDocument *document, int position);
+
+    /*!
+        Removes the notes whose fragments (characters of one paragraph that share one format) begin
+        inside the selection, from the whole fragment. A fragment that began before the selection
+        keeps its note. An empty paragraph that the cursor stands in loses a note's format, so
+        that what is typed there is plain.
+    */
+    static void removeComment(QTextCursor &cursor);
+
+    //@}
+    /*! \name Inspector notes: listing */
+    //@{
+
+    /*!
+        Lists each inspector note once, as one range, however many fragments and paragraphs it runs
+        over.
+
+        Fragments belong to one note when their content is equal byte for byte and they touch, or
+        the one ends a paragraph and the other begins one.
+        \param propertyId  the kind: MVRTextFormat::CommentLinkProperty for all,
+                           InspectorCommentProperty or InspectorFootnoteProperty
+        \param start       where to begin, when above 0; otherwise at the document's start
+        \param end         when above 0: a fragment that begins after it ends the listing, and the
+                           note that was being put together then is left out
+        \param firstOnly   true: only the first note is wanted
+        \return the notes, each described by the format of its last character
+    */
+    static MVRTextCommentLinkMap commentsMapByType(int propertyId, const QTextDocument *document,
+                                                   int start, int end, bool firstOnly);
+    /*! Lists the inspector notes of both kinds; see commentsMapByType(). */
+    static MVRTextCommentLinkMap commentsMap(const QTextDocument *document, int start, int end);
+
+    /*! The plain text of every inspector note, in document order; empty and unreadable ones are
+        left out. */
+    static QStringList inspectorNotesToPlainText(const QTextDocument *document);
+
+    /*!
+        Trims the content of the inspector notes of one kind.
+
+        \param propertyId  the kind, as for commentsMapByType(); nothing happens for other values
+        \param trimFlag    also shrink repeated empty paragraphs; see MVRTextUtil::trim()
+        \param count       white space to leave in front; -1: one character for footnotes, none for
+                           comments
+        \param limit       white space to leave behind; -1: none
+    */
+    static void trimInspectorNotes(QTextDocument *document, int propertyId, bool trimFlag,
+                                   int count, int limit);
+
+    //@}
+    /*! \name Inline notes
+
+        Where an operation takes a document and a cursor, it works on the cursor's selection; a null
+        cursor stands for the whole document. A cursor without a selection, or of another document,
+        does nothing. */
+    //@{
+
+    /*!
+        Marks the selection as an inline note, which is then no inline note of the other kind, or
+        takes the mark of one kind away.
+
+        \param footnote  true: inline footnote; false: inline annotation
+        \return the format that was merged into the selection, for text that is to be typed
+    */
+    static QTextCharFormat setInlineFootnoteAnnotation(QTextCursor cursor, bool footnote, bool on);
+
+    /*! Marks the selection's formatting as to be kept on export, or not; returns the format that
+        was merged. */
+    static QTextCharFormat setPreserveFormatting(QTextCursor cursor, bool on);
+
+    /*!
+        Exchanges one boolean character property for another: what has \a fromProperty true inside
+        the selection loses it and gets \a toProperty true.
+    */
+    static void swapBoolProperties(QTextDocument *document, int fromProperty, int toProperty,
+                                   QTextCursor cursor);
+
+    /*! Exchange the kind of the notes, by swapBoolProperties(). Of an inspector note content,
+        colour and anchor stay as they are; only a part that is selected changes. */
+    static void convertInlineAnnotationsToInlineFootnotes(QTextDocument *document,
+                                                          QTextCursor cursor);
+    static void convertInlineFootnotesToInlineAnnotations(QTextDocument *document,
+                                                          QTextCursor cursor);
+    static void convertInspectorCommentsToInspectorFootnotes(QTextDocument *document,
+                                                             QTextCursor cursor);
+    static void convertInspectorFootnotesToInspectorComments(QTextDocument *document,
+                                                             QTextCursor cursor);
+
+    /*!
+        Trims the text of the inline notes in the selection, up to the first that goes on beyond its
+        end.
+
+        \param propertyId  MVRTextFormat::InlineAnnotationProperty or InlineFootnoteProperty
+        \param trimFlag    as for MVRTextUtil::trim(), like the next two
+    */
+    static void trimInlineNotes(QTextDocument *document, int propertyId, bool trimFlag, int count,
+                                int limit, QTextCursor cursor);
+
+    /*!
+        Puts strings around every inline annotation of the document, in the format of its first and
+        last character. Every insertion is an undo step of its own.
+
+        \param opening  goes in front; may be empty
+        \param closing  goes behind; may be empty
+        \param unmark   true: annotations and strings become ordinary text; false: the strings
+                        become part of the annotation
+    */
+    static void encloseAnnotations(QTextDocument *document, const QString &opening,
+                                   const QString &closing, bool unmark);
+
+    //@}
+    /*! \name Notes between inspector and text
+
+        Selection and cursor as for inline notes. The moves are one undo step; taking leftovers of
+        the old kind from the whole document, where there are any, is another. */
+    //@{
+
+    /*!
+        Puts the content of inspector notes into the text, behind the text that carried them, as
+        inline notes: a blank and the trimmed content.
+
+        Notes whose content cannot be read are left out, but \a propertyId is then taken from the
+        whole document, so that such a footnote becomes a comment.
+        \param propertyId  MVRTextFormat::InspectorCommentProperty or InspectorFootnoteProperty
+        \param toFootnote  true: inline footnotes; false: inline annotations
+    */
+    static void swapInspectorToInline(QTextDocument *document, int propertyId, bool toFootnote,
+                                      QTextCursor cursor);
+
+    /*!
+        Takes inline notes out of the text and attaches them as inspector notes to the closest word
+        before, or else to a label, "(Linked Comment)" or "(Linked Footnote)", where they stood.
+
+        The first note that goes on beyond the selection's end and all behind it stay inline.
+        Setting 6 lets the search for a word leave the paragraph.
+        \param propertyId     MVRTextFormat::InlineAnnotationProperty or InlineFootnoteProperty
+        \param toFootnote     true: inspector footnotes; false: comments in the default colour
+        \param skipNoteWords  true: words of inline notes are passed over; false: when the closest
+                              word is one, the closest behind it is asked for instead
+    */
+    static void swapInlineToInspector(QTextDocument *document, int propertyId, bool toFootnote,
+                                      bool skipNoteWords, QTextCursor cursor);
+
+    /*! The moves by name; see swapInspectorToInline() and swapInlineToInspector(). */
+    static void convertInspectorFootnotesToInlineFootnotes(QTextDocument *document,
+                                                           QTextCursor cursor);
+    static void convertInspectorCommentsToInlineAnnotations(QTextDocument *document,
+                                                            QTextCursor cursor);
+    static void convertInlineFootnotesToInspectorComments(QTextDocument *document,
+                                                          bool skipNoteWords, QTextCursor cursor);
+    static void convertInlineFootnotesToInspectorFootnotes(QTextDocument *document,
+                                                           bool skipNoteWords, QTextCursor cursor);
+    static void convertInlineAnnotationsToInspectorComments(QTextDocument *document,
+                                                            bool skipNoteWords, QTextCursor cursor);
+
+    //@}
+    /*! \name Links to other items of the application
+
+        Such a link is an anchor whose target is the item's id in decimal. */
+    //@{
+
+    /*! Reads the document's title and its links: one entry for text that touches and leads to the
+        same item, at most one paragraph long. */
+    static MVRTextInternalLinkMap internalLinks(const QTextDocument &document);
+
+    /*! Turns the ranges of \a map into links; links that the document has stay, and its title is
+        not changed. */
+    static void setInternalLinks(QTextDocument *document, const MVRTextInternalLinkMap &map);
+
+    /*! Turns the links into plain text, each in the format of its last character; other anchors
+        stay. */
+    static void convertMovarinLinksToText(QTextDocument *document);
+
+    /*! Removes every anchor of the document, web links included; the text keeps its other
+        formatting. */
+    static void clearInternalLinks(QTextDocument *document);
+
+    //@}
+    /*! \name Document settings */
+    //@{
+
+    /*! See MVRTextFormat::defaultCharFormat(). */
+    static QTextCharFormat defaultCharFormat(const QTextDocument &document);
+    /*! See MVRTextFormat::setDefaultCharFormat(). */
+    static void setDefaultCharFormat(QTextDocument &document, const QTextCharFormat &format);
+    /*!
+        Sets text and background colour of the default character format; an invalid colour removes
+        the one that was set. No undo step.
+    */
+    static void setDefaultCharFormatColors(QTextDocument *document, const QColor &foreground,
+                                           const QColor &background);
+
+    //@}
+};

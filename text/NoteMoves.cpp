@@ -1,0 +1,270 @@
+#include <text/MVRTextDoc.h>
+
+#include <core/FormatEdits_p.h>
+#include <core/MVRSettings.h>
+#include <core/MVRTextFinder.h>
+#include <core/MVRTextRtf.h>
+#include <core/MVRTextUtil.h>
+#include <core/NoteFormat_p.h>
+#include <core/STextDoc.h>
+#include <text/NoteRuns_p.h>
+
+#include <QSet>
+#include <QTextDocumentFragment>
+
+namespace {
+
+/*!
+    The inspector notes of one kind that lie in \a range, whole also where the range begins inside
+    one.
+*/
+MVRTextCommentLinkMap notesIn(QTextDocument *document, int property, const MVRTextRange &range)
+{
+    int start = range.start;
+    const QTextCursor at = MVRTextRange(start, start).toTextCursor(document);
+    QTextCharFormat note;
+    note.setProperty(property, true);
+    note.setProperty(MVRTextFormat::CommentCDataProperty,
+                     at.charFormat().property(MVRTextFormat::CommentCDataProperty));
+    const QTextCursor around = MVRTextFinder::findFragmentAtPosition(note, at);
+    if (around.selectionEnd() > start)
+        start = around.selectionStart();
+    MVRTextCommentLinkMap notes
+        = MVRTextDoc::commentsMapByType(property, document, start, range.end, false);
+    while (!notes.isEmpty() && notes.lastKey().start >= range.end)
+        notes.erase(--notes.end());
+    return notes;
+}
+
+void insertInlineNote(QTextCursor &cursor, int position, const QTextDocument &content,
+                      bool footnote)
+{
+    cursor.setPosition(position);
+    const QTextBlockFormat paragraph = cursor.blockFormat();
+    cursor.insertText(QStringLiteral(" "));
+    cursor.insertFragment(QTextDocumentFragment(&content));
+    const int end = cursor.position();
+    // The content brings its own paragraph format; the text around it keeps what it had.
+    if (cursor.blockFormat() != paragraph)
+        cursor.setBlockFormat(paragraph);
+    cursor.setPosition(position);
+    if (cursor.blockFormat() != paragraph)
+        cursor.setBlockFormat(paragraph);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    cursor.mergeCharFormat(inlineNoteFormat(footnote, true));
+}
+
+/*! Puts the content of inspector notes into the text behind them; \a notes is not empty. */
+void moveIntoText(QTextDocument *document, const MVRTextCommentLinkMap &notes, int property,
+                  bool footnote)
+{
+    const QVector<FormatEdit> removals = collectFormatEdits(
+        document, notes.firstKey().start, notes.lastKey().end, [property](QTextCharFormat &format) {
+            if (format.boolProperty(property))
+                clearNoteProperties(format);
+        });
+    const EditBlock undoStep(document);
+    QTextCursor cursor(document);
+    int removal = removals.size();
+    // From the last to the first, so that what is inserted moves no note still to be done.
+    for (auto it = notes.cend(); it != notes.cbegin();) {
+        --it;
+        QTextDocument content;
+        content.setUndoRedoEnabled(false);
+        const bool isReadable = MVRTextRtf::fromRtfCData(it->cdata, &content);
+        for (; removal > 0 && removals[removal - 1].start >= it.key().start; --removal) {
+            if (isReadable)
+                removals[removal - 1].apply(cursor);
+        }
+        if (isReadable) {
+            MVRTextUtil::trim(&content, false, 0, 0, nullptr);
+            insertInlineNote(cursor, it.key().end, content, footnote);
+        }
+    }
+}
+
+/*! How inline notes become inspector notes. */
+struct InlineMove
+{
+    int property; // of the inline notes
+    bool toFootnote;
+    bool skipNoteWords;
+    bool leaveParagraph; // when looking for a word
+};
+
+/*!
+    True for words that are not free to carry a note. Text that ever carried an inspector note holds
+    the annotation property as false, and counts.
+*/
+bool isInInlineNote(const QTextCursor &word)
+{
+    const QTextCharFormat format = word.charFormat();
+    return format.hasProperty(MVRTextFormat::InlineAnnotationProperty)
+        || format.boolProperty(MVRTextFormat::InlineFootnoteProperty);
+}
+
+bool hasInspectorKind(const QTextCursor &word)
+{
+    const QTextCharFormat format = word.charFormat();
+    return format.hasProperty(MVRTextFormat::InspectorCommentProperty)
+        || format.hasProperty(MVRTextFormat::InspectorFootnoteProperty);
+}
+
+/*! The word that is to carry the note that stood at \a position; no selection when none is free. */
+QTextCursor freeWord(QTextDocument *document, int position, const InlineMove &move)
+{
+    const QSet<int> inlineNotes
+        = {MVRTextFormat::InlineAnnotationProperty, MVRTextFormat::InlineFootnoteProperty};
+    QTextCursor before(document);
+    before.setPosition(qMax(0, position - 1));
+    QTextCursor word
+        = MVRTextUtil::closestWordCursor(before, move.leaveParagraph, MVRTextUtil::Backward,
+                                         move.skipNoteWords ? &inlineNotes : nullptr);
+    if (word.hasSelection() && isInInlineNote(word)) {
+        if (move.skipNoteWords)
+            return QTextCursor();
+        word = MVRTextUtil::closestWordCursor(before, move.leaveParagraph, MVRTextUtil::Forward,
+                                              nullptr);
+        if (isInInlineNote(word))
+            return QTextCursor();
+    }
+    return hasInspectorKind(word) ? QTextCursor() : word;
+}
+
+QString labelText(bool footnote)
+{
+    static const QString footnoteLabel = QObject::tr("(Linked Footnote)");
+    static const QString commentLabel = QObject::tr("(Linked Comment)");
+    return footnote ? footnoteLabel : commentLabel;
+}
+
+/*! Inserts the text that carries a note for want of a word, and selects it. */
+QTextCursor insertLabel(QTextDocument *document, int position, bool footnote)
+{
+    QTextCursor cursor(document);
+    cursor.setPosition(position);
+    // The label continues no note and no link that it happens to stand behind.
+    QTextCharFormat format = cursor.charFormat();
+    clearNoteProperties(format);
+    STextDoc::clearLinkProperties(&format);
+    cursor.insertText(labelText(footnote), format);
+    return MVRTextRange(position, cursor.position()).toTextCursor(document);
+}
+
+/*! The text that is to carry the note that stood at \a position, selected. */
+QTextCursor anchorText(QTextDocument *document, int position, const InlineMove &move)
+{
+    if (!document->isEmpty()) {
+        const QTextCursor word = freeWord(document, position, move);
+        if (word.hasSelection())
+            return word;
+    }
+    return insertLabel(document, position, move.toFootnote);
+}
+
+/*! Turns \a content, the text of an inline note, into that of an inspector note. */
+QByteArray inspectorContent(QTextDocument *content, const QTextBlockFormat &paragraph, int property)
+{
+    QTextBlockFormat format = paragraph;
+    for (const int indent : {int(QTextFormat::TextIndent), int(QTextFormat::BlockIndent),
+                             int(MVRTextFormat::BlockLeftIndentProperty),
+                             int(MVRTextFormat::BlockRightIndentProperty)})
+        format.clearProperty(indent);
+    format.setProperty(QTextFormat::BlockAlignment, int(Qt::AlignLeft));
+    format.setProperty(MVRTextFormat::LineSpacingProperty, 12.0);
+    format.setProperty(MVRTextFormat::LineSpacingBaseProperty, 12.0);
+    MVRTextFormat::convertToFormat(content, nullptr, &format);
+    STextDoc::clearAllProperty(content, property, false, true);
+    STextDoc::tablesToText(content);
+    MVRTextDoc::convertMovarinLinksToText(content);
+    return MVRTextRtf::toRtfCData(content, false);
+}
+
+void moveToInspector(QTextDocument *document, const MVRTextRange &note, const InlineMove &move)
+{
+    QTextCursor cursor = note.toTextCursor(document);
+    QTextDocument content;
+    content.setUndoRedoEnabled(false);
+    QTextCursor(&content).insertFragment(cursor.selection());
+    MVRTextUtil::trim(&content, false, 0, 0, nullptr);
+    cursor.removeSelectedText();
+
+    // What is typed into the paragraph that the note left empty is no note.
+    QTextCharFormat emptyFormat = cursor.blockCharFormat();
+    if (cursor.block().length() == 1 && emptyFormat.hasProperty(move.property)) {
+        emptyFormat.clearProperty(move.property);
+        cursor.setBlockCharFormat(emptyFormat);
+    }
+    const QTextBlockFormat paragraph = cursor.blockFormat();
+    const QTextCursor anchor = anchorText(document, cursor.position(), move);
+    MVRTextDoc::setCommentCData(anchor, inspectorContent(&content, paragraph, move.property),
+                                move.toFootnote);
+}
+
+} // namespace
+
+void MVRTextDoc::swapInspectorToInline(QTextDocument *document, int propertyId, bool toFootnote,
+                                       QTextCursor cursor)
+{
+    const MVRTextRange range = operationRange(document, cursor);
+    if (range.start == range.end)
+        return;
+    const MVRTextCommentLinkMap notes = notesIn(document, propertyId, range);
+    if (!notes.isEmpty())
+        moveIntoText(document, notes, propertyId, toFootnote);
+    STextDoc::clearAllProperty(document, propertyId, true, false);
+}
+
+void MVRTextDoc::swapInlineToInspector(QTextDocument *document, int propertyId, bool toFootnote,
+                                       bool skipNoteWords, QTextCursor cursor)
+{
+    const MVRTextRange range = operationRange(document, cursor);
+    if (range.start == range.end)
+        return;
+    const QVector<MVRTextRange> notes = inlineNotesIn(document, propertyId, range);
+    if (!notes.isEmpty()) {
+        const InlineMove move = {propertyId, toFootnote, skipNoteWords,
+                                 mvrOptions().value(MVRSettings::WordSearchSetting)};
+        const EditBlock undoStep(document);
+        const int sizeBefore = document->characterCount();
+        for (const MVRTextRange &note : notes) {
+            const int growth = document->characterCount() - sizeBefore;
+            moveToInspector(document, MVRTextRange(note.start + growth, note.end + growth), move);
+        }
+    }
+    // Notes that were not moved keep their mark: only the property's leftovers are false.
+    STextDoc::clearAllProperty(document, propertyId, false, false);
+}
+
+void MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(QTextDocument *document,
+                                                            QTextCursor cursor)
+{
+    swapInspectorToInline(document, MVRTextFormat::InspectorFootnoteProperty, true, cursor);
+}
+
+void MVRTextDoc::convertInspectorCommentsToInlineAnnotations(QTextDocument *document,
+                                                             QTextCursor cursor)
+{
+    swapInspectorToInline(document, MVRTextFormat::InspectorCommentProperty, false, cursor);
+}
+
+void MVRTextDoc::convertInlineFootnotesToInspectorComments(QTextDocument *document,
+                                                           bool skipNoteWords, QTextCursor cursor)
+{
+    swapInlineToInspector(document, MVRTextFormat::InlineFootnoteProperty, false, skipNoteWords,
+                          cursor);
+}
+
+void MVRTextDoc::convertInlineFootnotesToInspectorFootnotes(QTextDocument *document,
+                                                            bool skipNoteWords, QTextCursor cursor)
+{
+    swapInlineToInspector(document, MVRTextFormat::InlineFootnoteProperty, true, skipNoteWords,
+                          cursor);
+}
+
+void MVRTextDoc::convertInlineAnnotationsToInspectorComments(QTextDocument *document,
+                                                             bool skipNoteWords, QTextCursor cursor)
+{
+    swapInlineToInspector(document, MVRTextFormat::InlineAnnotationProperty, false, skipNoteWords,
+                          cursor);
+}

@@ -1,0 +1,11 @@
+#pragma once
+
+class QStringList;
+
+/*!
+    The subcommands. Each takes the arguments from its own name on and gives the program's exit
+    code; what went wrong was printed.
+*/
+int runConvert(const QStringList &arguments);
+int runNotes(const QStringList &arguments);
+int runInfo(const QStringList &arguments);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "FdxLosses.h"
+
+#include <core/MVRScriptElement.h>
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QTextDocument>
+
+/*!
+    A document that opens nothing: no picture or style sheet that its text names is fetched, from
+    this machine or another one.
+*/
+class OfflineDocument : public QTextDocument
+{
+public:
+    using QTextDocument::QTextDocument;
+
+protected:
+    QVariant loadResource(int type, const QUrl &name) override;
+};
+
+/*! A document in memory, its lengths in points, and what its file said about it. */
+struct Document
+{
+    OfflineDocument text;
+    QString title;
+    bool isScreenplay = false;
+    int titlePageBlocks = 0; /*!< paragraphs at the start that belong on a page of their own */
+    QList<MVRScriptElement> elements; /*!< for writing it as a screenplay */
+    double scaling = 100.0; /*!< percent */
+    bool showInvisibles = false;
+    FdxLosses losses;
+};

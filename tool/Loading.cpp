@@ -1,0 +1,62 @@
+#include "Loading.h"
+
+#include "CommandLine.h"
+#include "Document.h"
+#include "Formats.h"
+#include "Messages.h"
+#include "Output.h"
+#include "Progress.h"
+
+#include <QFileInfo>
+#include <QFont>
+
+const Format *findFormat(const QString &path, const QString &name, QString *error)
+{
+    const Format *format = name.isEmpty() ? formatOfFile(path) : formatByName(name);
+    if (format)
+        return format;
+    if (!name.isEmpty())
+        *error = QStringLiteral("unknown format \"%1\"").arg(name);
+    else if (path == QLatin1String("-"))
+        *error = QStringLiteral("a stream has no suffix: name its format");
+    else
+        *error = QStringLiteral("cannot tell the format of \"%1\" by its suffix").arg(path);
+    return nullptr;
+}
+
+bool loadDocument(const QString &path, const Format &format, const ReadOptions &options,
+                  Document &document, Progress &progress)
+{
+    const QString name = displayName(path, QStringLiteral("standard input"));
+    progress.setStep(QStringLiteral("Reading ") + name);
+    QByteArray bytes;
+    QString error;
+    document.text.setUndoRedoEnabled(false);
+    // Text that names no font has the same one on every system.
+    document.text.setDefaultFont(QFont(QStringLiteral("Times New Roman"), 12));
+    if (!readInput(path, &bytes, &error) || !format.read(bytes, options, document, &error)) {
+        printMessage(name, error);
+        return false;
+    }
+    if (document.title.isEmpty() && path != QLatin1String("-"))
+        document.title = QFileInfo(path).completeBaseName();
+    const QStringList losses = document.losses.toWords();
+    if (!losses.isEmpty())
+        printMessage(name, QStringLiteral("not read: ") + losses.join(QLatin1String(", ")));
+    return true;
+}
+
+int loadForReport(const CommandLine &commandLine, Document &document, Progress &progress)
+{
+    QString error;
+    const Format *format = findFormat(commandLine.file(0), commandLine.value("from"), &error);
+    if (!format)
+        return commandLine.usageError(error);
+    if (!format->read)
+        return commandLine.usageError(
+            QStringLiteral("%1 is not read").arg(QString::fromLatin1(format->title)));
+    ReadOptions options;
+    options.capitals = false;
+    return loadDocument(commandLine.file(0), *format, options, document, progress) ? Success
+                                                                                   : Failure;
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+/*! How a command ended; the program's exit code. */
+enum ExitCode { Success = 0, Failure = 1, UsageError = 2 };
+
+/*! Prints "mvrtext: FILE: TEXT" on the standard error; without a file "mvrtext: TEXT". */
+void printMessage(const QString &file, const QString &text);
+
+/*! Prints \a text as it is on the standard output. */
+void printOutput(const QString &text);
+
+/*! What messages call a file: its name, or what "-" stands for. */
+QString displayName(const QString &path, const QString &nameOfStream);
+
+/*! "1 note", "2 notes". */
+QString counted(int count, const char *singular, const char *plural);

@@ -1,0 +1,144 @@
+#include "Notes.h"
+
+#include <core/MVRTextFormat.h>
+#include <core/MVRTextRtf.h>
+#include <core/STextDoc.h>
+#include <text/MVRTextDoc.h>
+
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include <algorithm>
+
+namespace {
+
+QString plainContent(const QByteArray &rtf)
+{
+    QTextDocument content;
+    return MVRTextRtf::fromRtfCData(rtf, &content) ? content.toPlainText().trimmed() : QString();
+}
+
+QVector<Note> inlineNotes(const QTextDocument &document, MVRTextFormat::Property property)
+{
+    const Note::Kind kind = property == MVRTextFormat::InlineFootnoteProperty
+        ? Note::InlineFootnote
+        : Note::InlineAnnotation;
+    QVector<Note> notes;
+    int openEnd = -1; // where the note found last could go on
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            if (!fragment.charFormat().boolProperty(property))
+                continue;
+            const int end = fragment.position() + fragment.length();
+            if (fragment.position() != openEnd)
+                notes.append({kind, fragment.position(), end, QColor(), QString()});
+            notes.last().end = end;
+            notes.last().content += fragment.text();
+            openEnd = end;
+        }
+        // A note that reaches a paragraph's end goes on where the next one begins.
+        if (openEnd == block.position() + block.length() - 1) {
+            ++openEnd;
+            notes.last().content += QLatin1Char('\n');
+        }
+    }
+    for (Note &note : notes)
+        note.content = note.content.trimmed();
+    return notes;
+}
+
+int removeInlineNotes(QTextDocument &document, MVRTextFormat::Property property)
+{
+    const QVector<Note> notes = inlineNotes(document, property);
+    QTextCursor cursor(&document);
+    cursor.beginEditBlock();
+    for (auto note = notes.crbegin(); note != notes.crend(); ++note) {
+        cursor.setPosition(note->start);
+        cursor.setPosition(note->end, QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+    }
+    cursor.endEditBlock();
+    return notes.size();
+}
+
+int inspectorNoteCount(const QTextDocument &document)
+{
+    return MVRTextDoc::commentsMap(&document, -1, -1).size();
+}
+
+int dropInspectorNotes(QTextDocument &document)
+{
+    const int count = inspectorNoteCount(document);
+    STextDoc::removeInspectorCommentsAndFootnotes(&document);
+    return count;
+}
+
+void bracketAnnotations(QTextDocument &document)
+{
+    MVRTextDoc::trimInlineNotes(&document, MVRTextFormat::InlineAnnotationProperty, false, 0, 0,
+                                QTextCursor());
+    MVRTextDoc::encloseAnnotations(&document, QStringLiteral(" ["), QStringLiteral("]"), true);
+}
+
+int placeInline(QTextDocument &document, bool carriesNotes)
+{
+    MVRTextDoc::convertInspectorCommentsToInlineAnnotations(&document, QTextCursor());
+    MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(&document, QTextCursor());
+    if (!carriesNotes) {
+        // One kind after the other: an annotation that touches a footnote keeps its own brackets.
+        bracketAnnotations(document);
+        MVRTextDoc::convertInlineFootnotesToInlineAnnotations(&document, QTextCursor());
+        bracketAnnotations(document);
+    }
+    return dropInspectorNotes(document); // those whose content cannot be read
+}
+
+int placeInInspector(QTextDocument &document)
+{
+    MVRTextDoc::convertInlineAnnotationsToInspectorComments(&document, false, QTextCursor());
+    MVRTextDoc::convertInlineFootnotesToInspectorFootnotes(&document, false, QTextCursor());
+    return dropInspectorNotes(document);
+}
+
+}
+
+QString kindName(Note::Kind kind)
+{
+    static const char *const names[]
+        = {"comment", "footnote", "inline annotation", "inline footnote"};
+    return QString::fromLatin1(names[kind]);
+}
+
+QVector<Note> notesOf(const QTextDocument &document)
+{
+    QVector<Note> notes;
+    const MVRTextCommentLinkMap links = MVRTextDoc::commentsMap(&document, -1, -1);
+    for (auto link = links.cbegin(); link != links.cend(); ++link) {
+        const Note::Kind kind = link->isFootnote ? Note::Footnote : Note::Comment;
+        notes.append(
+            {kind, link.key().start, link.key().end, link->color, plainContent(link->cdata)});
+    }
+    notes += inlineNotes(document, MVRTextFormat::InlineAnnotationProperty);
+    notes += inlineNotes(document, MVRTextFormat::InlineFootnoteProperty);
+    std::stable_sort(notes.begin(), notes.end(),
+                     [](const Note &a, const Note &b) { return a.start < b.start; });
+    return notes;
+}
+
+int placeNotes(QTextDocument &document, NotesChoice choice, bool carriesNotes)
+{
+    if (choice == NotesChoice::ByFormat)
+        choice = carriesNotes ? NotesChoice::Inline : NotesChoice::Drop;
+    switch (choice) {
+    case NotesChoice::Inline:
+        return placeInline(document, carriesNotes);
+    case NotesChoice::Inspector:
+        return placeInInspector(document);
+    default:
+        return dropInspectorNotes(document)
+            + removeInlineNotes(document, MVRTextFormat::InlineAnnotationProperty)
+            + removeInlineNotes(document, MVRTextFormat::InlineFootnoteProperty);
+    }
+}

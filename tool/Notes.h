@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QVector>
+
+class QTextDocument;
+
+/*! One note of a document, of any kind. */
+struct Note
+{
+    enum Kind { Comment, Footnote, InlineAnnotation, InlineFootnote };
+
+    Kind kind = Comment;
+    int start = 0; /*!< position in the document, in UTF-16 code units */
+    int end = 0; /*!< position after the last character */
+    QColor color; /*!< of comments only, else invalid */
+    QString content; /*!< the note as plain text */
+};
+
+/*! "comment", "footnote", "inline annotation" or "inline footnote". */
+QString kindName(Note::Kind kind);
+
+/*! All notes of \a document in the order of their places. */
+QVector<Note> notesOf(const QTextDocument &document);
+
+/*! What a conversion does with notes that the new format cannot carry. */
+enum class NotesChoice {
+    ByFormat, /*!< inline for Final Draft, else drop */
+    Inline, /*!< put them into the text */
+    Inspector, /*!< take them out of the text and attach them to a word */
+    Drop
+};
+
+/*!
+    Prepares the notes of a document for the format that it is going to be written in.
+
+    \param document      changed in place
+    \param choice        what the user wants
+    \param carriesNotes  whether the format has notes in the text; where it has not, inline notes
+                         stand in brackets
+    \return how many notes the written file will lack
+*/
+int placeNotes(QTextDocument &document, NotesChoice choice, bool carriesNotes);

@@ -1,0 +1,46 @@
+#include "Progress.h"
+
+#include <chrono>
+#include <cstdio>
+
+#include <unistd.h>
+
+Progress::Progress()
+{
+    if (isatty(STDERR_FILENO))
+        m_thread = std::thread([this] { run(); });
+}
+
+Progress::~Progress()
+{
+    if (!m_thread.joinable())
+        return;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_isEnding = true;
+    }
+    m_ended.notify_one();
+    m_thread.join();
+}
+
+void Progress::setStep(const QString &step)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_step = step.toUtf8();
+}
+
+void Progress::run()
+{
+    using namespace std::chrono;
+    const auto start = steady_clock::now();
+    std::unique_lock<std::mutex> lock(m_mutex);
+    if (m_ended.wait_for(lock, milliseconds(500), [this] { return m_isEnding; }))
+        return;
+    do {
+        const double seconds = duration<double>(steady_clock::now() - start).count();
+        std::fprintf(stderr, "\r\033[K%s ... %.0f s", m_step.constData(), seconds);
+        std::fflush(stderr);
+    } while (!m_ended.wait_for(lock, milliseconds(250), [this] { return m_isEnding; }));
+    std::fputs("\r\033[K", stderr);
+    std::fflush(stderr);
+}

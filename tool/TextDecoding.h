@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/*!
+    Turns the bytes of a plain text file into text.
+
+    A byte order mark decides (UTF-8, UTF-16, UTF-32), else valid UTF-8 is UTF-8 and anything else
+    Windows-1252. Line ends of every system become "\n"; stray control characters are left out.
+    \param text  receives the text
+    \return false when the bytes are no text: control characters are too many
+*/
+bool decodeText(const QByteArray &bytes, QString *text);
