@@ -9,6 +9,8 @@
 #include <QTextTable>
 #include <QtTest>
 
+#include <memory>
+
 // Lists, tables and pictures.
 class TestRtfStructure : public QObject
 {
@@ -20,6 +22,8 @@ private Q_SLOTS:
     void tables_data();
     void tables();
     void tableFormats();
+    void writesTables();
+    void writesLists();
     void tableAmongParagraphs();
     void pictures_data();
     void pictures();
@@ -91,6 +95,13 @@ QStringList lines(std::initializer_list<const char *> texts)
     return list;
 }
 
+std::unique_ptr<QTextDocument> writtenAndRead(const QTextDocument &document)
+{
+    auto read = std::make_unique<QTextDocument>();
+    MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&document, false), read.get());
+    return read;
+}
+
 QByteArray listTable(const QByteArray &levels)
 {
     return "{\\*\\listtable{\\list\\listtemplateid1" + levels
@@ -143,6 +154,7 @@ void TestRtfStructure::lists()
     QTextDocument document;
     QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 " + rtf + '}', &document));
     QCOMPARE(itemsOf(document), items);
+    QCOMPARE(itemsOf(*writtenAndRead(document)), items);
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
         QVERIFY(!block.textList() || block.blockFormat().leftMargin() == 0);
 }
@@ -203,6 +215,7 @@ void TestRtfStructure::tables()
     QTextDocument document;
     QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 " + rtf + '}', &document));
     QCOMPARE(contentText(document.rootFrame()->begin()), content);
+    QCOMPARE(contentText(writtenAndRead(document)->rootFrame()->begin()), content);
 }
 
 void TestRtfStructure::tableFormats()
@@ -228,6 +241,71 @@ void TestRtfStructure::tableFormats()
     QCOMPARE(
         table->cellAt(0, 1).begin().currentBlock().begin().fragment().charFormat().fontWeight(),
         int(QFont::Bold));
+}
+
+void TestRtfStructure::writesTables()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    cursor.insertText(QStringLiteral("before"));
+    QTextTableFormat format;
+    format.setBorder(1);
+    format.setHeaderRowCount(1);
+    format.setColumnWidthConstraints({QTextLength(QTextLength::FixedLength, 50),
+                                      QTextLength(QTextLength::PercentageLength, 50),
+                                      QTextLength(QTextLength::VariableLength, 0)});
+    QTextTable *table = cursor.insertTable(3, 3, format);
+    table->mergeCells(0, 1, 2, 2);
+    table->cellAt(2, 0).firstCursorPosition().insertText(QStringLiteral("a\nb"));
+    QTextTableCell cell = table->cellAt(2, 1);
+    QTextCharFormat red = cell.format();
+    red.setBackground(QColor(255, 0, 0));
+    cell.setFormat(red);
+    QTextCursor inner = table->cellAt(0, 1).firstCursorPosition();
+    inner.insertText(QStringLiteral("x"));
+    inner.insertTable(1, 2)->cellAt(0, 1).firstCursorPosition().insertText(QStringLiteral("y"));
+
+    const auto read = writtenAndRead(document);
+    QCOMPARE(contentText(read->rootFrame()->begin()), contentText(document.rootFrame()->begin()));
+    const auto *again = qobject_cast<QTextTable *>(read->rootFrame()->childFrames().value(0));
+    QVERIFY(again);
+    QCOMPARE(again->format().border(), 1.0);
+    QCOMPARE(again->format().headerRowCount(), 1);
+    QCOMPARE(again->format().columnWidthConstraints().value(0).rawValue(), 50.0);
+    QCOMPARE(again->format().columnWidthConstraints().value(1).rawValue(), 216.0);
+    QCOMPARE(again->cellAt(2, 1).format().background().color(), QColor(255, 0, 0));
+    QCOMPARE(again->cellAt(0, 1).rowSpan(), 2);
+}
+
+void TestRtfStructure::writesLists()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    QTextListFormat numbers;
+    numbers.setStyle(QTextListFormat::ListUpperRoman);
+    numbers.setNumberPrefix(QStringLiteral("(0"));
+    numbers.setNumberSuffix(QString::fromUtf8(";\u00a7)"));
+    numbers.setIndent(3);
+    cursor.insertList(numbers);
+    cursor.insertText(QStringLiteral("a"));
+    QTextBlockFormat indented = cursor.blockFormat();
+    indented.setLeftMargin(7.25);
+    cursor.setBlockFormat(indented);
+    cursor.insertBlock();
+    cursor.insertText(QStringLiteral("b"));
+    for (const auto style : {QTextListFormat::ListCircle, QTextListFormat::ListSquare}) {
+        cursor.insertList(style);
+        cursor.insertText(QStringLiteral("c"));
+    }
+    const auto read = writtenAndRead(document);
+    QCOMPARE(itemsOf(*read), itemsOf(document));
+    for (QTextBlock block = read->begin(), source = document.begin(); block.isValid();
+         block = block.next(), source = source.next()) {
+        QCOMPARE(block.blockFormat().leftMargin(), source.blockFormat().leftMargin());
+        if (source.textList())
+            QCOMPARE(block.textList()->format().properties(),
+                     source.textList()->format().properties());
+    }
 }
 
 // What is behind a table must not take the formatting of what is before it.
@@ -307,6 +385,16 @@ void TestRtfStructure::pictures()
     QCOMPARE(resource.toByteArray(), file);
     QCOMPARE(format.toolTip().isEmpty(), !file.isEmpty());
     QVERIFY(!file.isEmpty() || !resource.value<QImage>().isNull());
+
+    const auto read = writtenAndRead(document);
+    QTextCursor again(read.get());
+    again.setPosition(2);
+    QCOMPARE(again.charFormat().properties(), format.properties());
+    const QVariant copy = read->resource(QTextDocument::ImageResource, QUrl(format.name()));
+    QVERIFY(!copy.isNull());
+    // Files that other programs cannot take for PNG or JPEG are written as PNG.
+    if (!file.isEmpty() && !file.startsWith("BM"))
+        QCOMPARE(copy.toByteArray(), file);
 }
 
 void TestRtfStructure::sizes_data()

@@ -47,7 +47,7 @@ void RtfBuilder::insertTable(const RtfTable &table)
     m_started = true;
     QTextTable *made = m_cursor.insertTable(grid.rows(), grid.columns(), tableFormat(table, grid));
     // Each joining of cells makes the toolkit go through the whole table.
-    constexpr std::size_t mostWork = 20 * 1000 * 1000;
+    constexpr std::size_t mostWork = 20000000;
     std::size_t work = 0;
     for (const RtfGridCell &place : grid.cells()) {
         if (place.rowSpan == 1 && place.columnSpan == 1)

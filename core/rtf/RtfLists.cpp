@@ -1,5 +1,7 @@
 #include <core/rtf/RtfLists.h>
 
+#include <core/rtf/RtfOutput.h>
+
 namespace {
 
 struct NumberFormat
@@ -38,7 +40,57 @@ bool isPlace(QChar character)
     return character.unicode() < 9;
 }
 
+QByteArray hexByte(int byte)
+{
+    return "\\'" + QByteArray::number(byte, 16).rightJustified(2, '0');
+}
+
+QByteArray bulletText(QTextListFormat::Style style)
+{
+    const char16_t sign = style == QTextListFormat::ListSquare ? 0x25aa
+        : style == QTextListFormat::ListCircle                 ? 0x25e6
+                                                               : 0x2022;
+    RtfOutput out;
+    out.raw(hexByte(1));
+    out.text(QString(QChar(sign)));
+    return out.rtf();
+}
+
+// The number's place stands as the number of its level, counted from the length on.
+QByteArray numberText(const QTextListFormat &format, int level)
+{
+    constexpr int longestAffix = 100;
+    const QString prefix = format.numberPrefix().left(longestAffix);
+    const QString suffix = format.hasProperty(QTextFormat::ListNumberSuffix)
+        ? format.numberSuffix().left(longestAffix)
+        : QStringLiteral(".");
+    RtfOutput out;
+    out.raw(hexByte(prefix.size() + 1 + suffix.size()));
+    out.text(prefix);
+    out.raw(hexByte(level));
+    out.text(suffix);
+    out.raw(";}{\\levelnumbers" + hexByte(prefix.size() + 1));
+    return out.rtf();
+}
+
 } // namespace
+
+QByteArray RtfLists::levelRtf(const QTextListFormat &format, int level)
+{
+    int code = 23;
+    for (const NumberFormat &row : numberFormats) {
+        if (row.style == format.style()) {
+            code = row.code;
+            break;
+        }
+    }
+    const bool isNumber = format.style() <= QTextListFormat::ListDecimal;
+    const int indent = (level + 1) * 720;
+    return "{\\listlevel\\levelnfc" + QByteArray::number(code)
+        + "\\leveljc0\\levelfollow0\\levelstartat1{\\leveltext"
+        + (isNumber ? numberText(format, level) : bulletText(format.style())) + ";}\\fi-360\\li"
+        + QByteArray::number(indent) + '}';
+}
 
 void RtfLists::beginList()
 {

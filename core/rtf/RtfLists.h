@@ -35,9 +35,13 @@ public:
     */
     QTextListFormat format(int number, int level) const;
 
-private:
+    /*! How many levels a list has. */
     static constexpr int levels = 9;
 
+    /*! The group that describes \a level, from 0, as one of a list that looks like \a format. */
+    static QByteArray levelRtf(const QTextListFormat &format, int level);
+
+private:
     struct Level
     {
         QTextListFormat::Style style = QTextListFormat::ListStyleUndefined;

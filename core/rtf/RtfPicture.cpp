@@ -7,6 +7,7 @@
 #include <QCryptographicHash>
 #include <QImage>
 #include <QImageReader>
+#include <QPixmap>
 #include <QTextDocument>
 #include <QUrl>
 #include <QtEndian>
@@ -112,28 +113,67 @@ QSizeF RtfPicture::size() const
     return {side(goalWidth, width, scaleX), side(goalHeight, height, scaleY)};
 }
 
-QTextImageFormat RtfPicture::store(QTextDocument *document) const
+QTextImageFormat RtfPicture::store(QTextDocument *document, const QTextCharFormat &around) const
 {
     QTextImageFormat format;
+    format.merge(around);
     const QSizeF shown = size();
-    if (shown.width() > 0)
+    const bool isKnown = !format.name().isEmpty();
+    if (!isKnown && shown.width() > 0)
         format.setWidth(shown.width());
-    if (shown.height() > 0)
+    if (!isKnown && shown.height() > 0)
         format.setHeight(shown.height());
 
     const QByteArray bytes = file();
-    if (!bytes.isEmpty() && canBeShown(bytes)) {
+    QVariant resource = bytes;
+    if (bytes.isEmpty() || !canBeShown(bytes)) {
+        QImage grey(1, 1, QImage::Format_RGB32);
+        grey.fill(Qt::lightGray);
+        resource = grey;
+        format.setToolTip(QCoreApplication::translate(
+            "QObject", "A picture in a format that cannot be shown stands here"));
+        if (!isKnown)
+            format.setName(QStringLiteral("rtf-placeholder"));
+    } else if (!isKnown) {
         // Named for its content, so that pictures of several files can meet in one document.
         const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex();
         format.setName(QLatin1String("rtf-" + hash + suffix(kind)));
-        document->addResource(QTextDocument::ImageResource, QUrl(format.name()), bytes);
-    } else {
-        QImage grey(1, 1, QImage::Format_RGB32);
-        grey.fill(Qt::lightGray);
-        format.setName(QStringLiteral("rtf-placeholder"));
-        format.setToolTip(QCoreApplication::translate(
-            "QObject", "A picture in a format that cannot be shown stands here"));
-        document->addResource(QTextDocument::ImageResource, QUrl(format.name()), grey);
     }
+    document->addResource(QTextDocument::ImageResource, QUrl(format.name()), resource);
     return format;
+}
+
+QByteArray RtfPicture::toRtf(const QVariant &image, const QTextImageFormat &format)
+{
+    QByteArray bytes
+        = image.userType() == QMetaType::QByteArray ? image.toByteArray() : QByteArray();
+    const bool isJpeg = bytes.startsWith("\xff\xd8\xff");
+    QSize pixels;
+    if (isJpeg || bytes.startsWith("\x89PNG\r\n\x1a\n")) {
+        QBuffer buffer(&bytes);
+        pixels = QImageReader(&buffer).size();
+    } else {
+        QImage shown = image.userType() == QMetaType::QPixmap ? image.value<QPixmap>().toImage()
+                                                              : image.value<QImage>();
+        if (shown.isNull() && !bytes.isEmpty())
+            shown = QImage::fromData(bytes);
+        if (shown.isNull()) { // keeps its place, whatever has become of it
+            shown = QImage(1, 1, QImage::Format_RGB32);
+            shown.fill(Qt::lightGray);
+        }
+        pixels = shown.size();
+        bytes.clear();
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        shown.save(&buffer, "PNG");
+    }
+    const auto goal = [](double points, int pixelCount) {
+        const double twips = points > 0 ? points * 20 : pixelCount * 15.0;
+        return QByteArray::number(qRound(qMin(twips, double(rtfFarthestTwips))));
+    };
+    QByteArray rtf = isJpeg ? "{\\pict\\jpegblip" : "{\\pict\\pngblip";
+    rtf += "\\picw" + QByteArray::number(pixels.width()) + "\\pich"
+        + QByteArray::number(pixels.height()) + "\\picwgoal" + goal(format.width(), pixels.width())
+        + "\\pichgoal" + goal(format.height(), pixels.height()) + '\n' + bytes.toHex() + '}';
+    return rtf;
 }

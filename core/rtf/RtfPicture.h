@@ -31,8 +31,16 @@ public:
     void addBytes(std::string_view bytes);
     bool isEmpty() const { return m_bytes.isEmpty(); }
 
-    /*! Stores the picture with \a document; the format names it there. */
-    QTextImageFormat store(QTextDocument *document) const;
+    /*!
+        Stores the picture with \a document.
+        \param format  of the text around; where it names the picture and its size, as our own
+                       files do, the picture keeps them
+        \return the format that shows the picture
+    */
+    QTextImageFormat store(QTextDocument *document, const QTextCharFormat &format) const;
+
+    /*! The group that holds \a image: bytes as they are in PNG and JPEG, others as PNG. */
+    static QByteArray toRtf(const QVariant &image, const QTextImageFormat &format);
 
 private:
     QByteArray file() const;

@@ -72,6 +72,8 @@ public:
     void charsChanged() { m_group.charFormat = -1; }
     void setFont(int number);
     void resetChars();
+    void setTabType(QTextOption::TabType type) { m_tabType = type; }
+    void addTab(int twips);
     void applyParagraphStyle(int number);
     void applyCharStyle(int number);
     void beginStyle();
@@ -171,6 +173,7 @@ private:
     bool m_sectionBreak = false;
     bool m_continuousSection = false;
 
+    QTextOption::TabType m_tabType = QTextOption::LeftTab; // of the next \\tx
     RtfRowFormat m_row;
     RtfRowFormat m_nestedRow;
     RtfCellFormat m_nextCell; // what was said since the last \cellx

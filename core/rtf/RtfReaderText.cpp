@@ -116,9 +116,13 @@ int RtfReader::codePage()
 
 int RtfReader::lookUpCodePage() const
 {
-    const int page = m_group.destination == &RtfDestinations::fontTable
-        ? m_fontTable.codePage()
-        : m_tables.fonts.value(m_group.chars.font).codePage;
+    int page = 0;
+    if (m_group.destination == &RtfDestinations::fontTable) {
+        page = m_fontTable.codePage();
+    } else {
+        const auto font = m_tables.fonts.constFind(m_group.chars.font);
+        page = font != m_tables.fonts.constEnd() ? font->codePage : 0;
+    }
     return page > 0 ? page : m_codePage;
 }
 

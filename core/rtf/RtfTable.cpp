@@ -106,24 +106,29 @@ bool RtfTableGrid::layRow(const RtfRow &row, int number, const std::vector<int> 
         const auto behind = std::upper_bound(edges.begin(), edges.end(), edge);
         return static_cast<int>(behind - edges.begin()) - 1;
     };
+    const int count = static_cast<int>(row.cells.size());
     int column = columnAt(row.format.left);
-    for (int index = 0; index < static_cast<int>(row.cells.size()); ++index) {
-        const RtfCellFormat &format = row.format.cells.at(index);
-        const int span = columnAt(format.right) - column;
-        if (span <= 0) // narrower than the rounding
+    for (int index = 0; index < count;) {
+        const int first = index;
+        int end = columnAt(row.format.cells.at(index).right);
+        if (end <= column) // narrower than the rounding
             return false;
+        for (++index;
+             index < count && row.format.cells.at(index).joinsLeft && isEmpty(row.cells[index]);
+             ++index)
+            end = std::max(end, columnAt(row.format.cells.at(index).right));
+
+        const int span = end - column;
         const int upper = above[column];
-        const bool joins = isEmpty(row.cells[index]);
-        if (joins && format.joinsLeft && index > 0 && m_cells.back().row == number) {
-            m_cells.back().columnSpan += span;
-        } else if (joins && format.joinsAbove && upper >= 0 && m_cells[upper].columnSpan == span) {
+        const bool joinsAbove = row.format.cells.at(first).joinsAbove && isEmpty(row.cells[first]);
+        if (joinsAbove && upper >= 0 && m_cells[upper].columnSpan == span) {
             ++m_cells[upper].rowSpan;
             (*here)[column] = upper;
         } else {
             (*here)[column] = static_cast<int>(m_cells.size());
-            m_cells.push_back({number, column, 1, span, index});
+            m_cells.push_back({number, column, 1, span, first});
         }
-        column += span;
+        column = end;
     }
     return true;
 }
