@@ -1,6 +1,6 @@
 # The front door. Everything a fresh machine needs is installed by scripts/install-deps.
 .DEFAULT_GOAL := help
-.PHONY: help deps build demo test asan format format-check tidy bench fuzz docs install clean
+.PHONY: help deps build demo test asan format format-check tidy bench fuzz install clean
 
 BUILD := build/dev
 JOBS ?= $(shell nproc)

@@ -178,7 +178,7 @@ bool MVRDomDoc::setAttr(const QString &name, const QString &value, const QString
                         bool writeEmpty)
 {
     QDomElement element = find(path);
-    if (element.isNull())
+    if (element.isNull() || !isXmlName(name))
         return false;
     if (value.isEmpty() && !writeEmpty)
         element.removeAttribute(name);

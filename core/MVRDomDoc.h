@@ -16,7 +16,7 @@ class QIODevice;
 
     Reading is safe for files from anywhere: nesting deeper than maxDepth elements and entities
     that grow are refused, nothing outside the text is opened. Text of blanks only is kept; line
-   breaks and indents that lay out elements, which hold no other text, are not.
+    breaks that lay out elements are not.
 */
 class MVRCORE_EXPORT MVRDomDoc
 {
@@ -103,7 +103,7 @@ public:
         \param value       its value
         \param path        the element; the current one when empty
         \param writeEmpty  whether an empty text is written; when not, the attribute is removed
-        \return false when there is no such element
+        \return false when there is no such element or \a name is no attribute's name
     */
     bool setAttr(const QString &name, const QString &value, const QString &path = QString(),
                  bool writeEmpty = true);

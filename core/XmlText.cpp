@@ -32,3 +32,9 @@ QString xmlText(const QString &text)
     }
     return clean;
 }
+
+bool isXmlLayout(const QString &text)
+{
+    return text.contains(QLatin1Char('\n'))
+        && std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.isSpace(); });
+}

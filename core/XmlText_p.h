@@ -7,3 +7,6 @@
     tab and line breaks, unpaired surrogates, U+FFFE and U+FFFF. Shares the text when it is clean.
 */
 QString xmlText(const QString &text);
+
+/*! White space with a line feed: between elements it only lays a file out. */
+bool isXmlLayout(const QString &text);

@@ -15,21 +15,16 @@
 
 namespace {
 
-// Entities may add this much to a text; honest files define a few abbreviations.
+// Entities may add this much to a text, beside as much again as the text is long; honest files
+// define a few abbreviations. The parser itself bounds nested ones by maxEntityLength.
 constexpr qint64 entityAllowance = 64 * 1024;
+constexpr int maxEntityLength = 4096;
 // Checking n attributes for duplicates takes the parser n * n steps.
-constexpr int maxAttributes = 2000;
+constexpr int maxAttributes = 256;
 
 QString translated(const char *text)
 {
     return QCoreApplication::translate("QObject", text);
-}
-
-/*! White space with a line feed: between elements it only lays the file out. */
-bool isLayoutSpace(const QString &text)
-{
-    return text.contains(QLatin1Char('\n'))
-        && std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.isSpace(); });
 }
 
 /*! Hands out shared strings for short texts: files repeat a few dozen names and values. */
@@ -54,9 +49,12 @@ private:
 class TreeBuilder
 {
 public:
-    TreeBuilder(QXmlStreamReader &xml, int maxDepth)
+    /*! Builds from \a xml, whose text has \a size characters and \a references ampersands. */
+    TreeBuilder(QXmlStreamReader &xml, int maxDepth, qint64 size, qint64 references)
         : m_xml(xml)
         , m_maxDepth(maxDepth)
+        , m_size(size)
+        , m_references(references)
         , m_holdsText(size_t(maxDepth) + 1)
     {
         m_document.createDocumentFragment(); // a new QDomDocument is null until it makes a node
@@ -69,8 +67,8 @@ public:
         while (!m_xml.atEnd())
             addToken(m_xml.readNext());
         if (!m_xml.hasError())
-            return {m_document, QString()};
-        return {QDomDocument(),
+            return {m_document, m_encoding, QString()};
+        return {QDomDocument(), m_encoding,
                 translated("Line %1, column %2: %3")
                     .arg(m_xml.lineNumber())
                     .arg(m_xml.columnNumber() + 1)
@@ -83,22 +81,23 @@ private:
 
     void addToken(QXmlStreamReader::TokenType token);
     void addDeclaration();
-    void refuseExternalEntities();
+    void checkEntities();
     void openElement();
     void closeElement();
     void addText();
     void flushText(Neighbour next);
-    void count(qint64 characters);
 
     QXmlStreamReader &m_xml;
     const int m_maxDepth;
+    const qint64 m_size;
+    const qint64 m_references;
     QDomDocument m_document;
+    QString m_encoding;
     QDomNode m_parent;
     StringPool m_strings;
     QString m_text; // of adjacent tokens, so that one stretch of text is one node
     int m_depth = 0;
     std::vector<bool> m_holdsText; // by depth: the open element holds more than layout
-    qint64 m_delivered = 0;
 };
 
 void TreeBuilder::addToken(QXmlStreamReader::TokenType token)
@@ -127,7 +126,7 @@ void TreeBuilder::addToken(QXmlStreamReader::TokenType token)
                                                    m_xml.processingInstructionData().toString()));
         break;
     case QXmlStreamReader::DTD:
-        refuseExternalEntities();
+        checkEntities();
         break;
     default:
         break;
@@ -136,6 +135,7 @@ void TreeBuilder::addToken(QXmlStreamReader::TokenType token)
 
 void TreeBuilder::addDeclaration()
 {
+    m_encoding = m_xml.documentEncoding().toString();
     if (m_xml.documentVersion().isEmpty())
         return;
     // The tree is always saved as UTF-8, whatever it was read from.
@@ -146,17 +146,22 @@ void TreeBuilder::addDeclaration()
     m_document.appendChild(m_document.createProcessingInstruction(QStringLiteral("xml"), data));
 }
 
-// The parser would leave their text out without a word.
-void TreeBuilder::refuseExternalEntities()
+// Before any of them is expanded: the parser hands out expanded text as a whole.
+void TreeBuilder::checkEntities()
 {
+    int longest = 0;
     const QXmlStreamEntityDeclarations declarations = m_xml.entityDeclarations();
     for (const QXmlStreamEntityDeclaration &declaration : declarations) {
-        if (!declaration.systemId().isEmpty()) {
+        if (!declaration.systemId().isEmpty()) { // its text would be left out without a word
             m_xml.raiseError(translated("The entity \"%1\" lies outside the file.")
                                  .arg(declaration.name().toString()));
             return;
         }
+        const bool isNested = declaration.value().contains(QLatin1Char('&'));
+        longest = qMax(longest, isNested ? maxEntityLength : declaration.value().size());
     }
+    if (longest > maxEntityLength || longest * m_references > entityAllowance + m_size)
+        m_xml.raiseError(translated("Entities make the text grow too much."));
 }
 
 void TreeBuilder::openElement()
@@ -168,14 +173,11 @@ void TreeBuilder::openElement()
         return;
     }
     QDomElement element = m_document.createElement(m_strings.shared(m_xml.qualifiedName()));
-    qint64 characters = m_xml.qualifiedName().size();
     const QXmlStreamAttributes attributes = m_xml.attributes();
     for (const QXmlStreamAttribute &attribute : attributes) {
         element.setAttribute(m_strings.shared(attribute.qualifiedName()),
                              m_strings.shared(attribute.value()));
-        characters += attribute.qualifiedName().size() + attribute.value().size();
     }
-    count(characters);
     m_parent.appendChild(element);
     m_parent = element;
     m_holdsText[size_t(m_depth)] = false;
@@ -193,7 +195,6 @@ void TreeBuilder::addText()
     if (m_depth == 0) // the parser lets only white space stand outside the root element
         return;
     m_text += m_xml.text();
-    count(m_xml.text().size());
 }
 
 void TreeBuilder::flushText(Neighbour next)
@@ -201,68 +202,40 @@ void TreeBuilder::flushText(Neighbour next)
     if (m_text.isEmpty())
         return;
     const bool isBesideElement = next == Element || m_parent.lastChild().isElement();
-    if (m_holdsText[size_t(m_depth)] || !isBesideElement || !isLayoutSpace(m_text)) {
+    if (m_holdsText[size_t(m_depth)] || !isBesideElement || !isXmlLayout(m_text)) {
         m_holdsText[size_t(m_depth)] = true;
         m_parent.appendChild(m_document.createTextNode(QString(m_text.constData(), m_text.size())));
     }
     m_text.resize(0); // keeps its memory
 }
 
-// Text can only come out longer than it went in where entities repeat it.
-void TreeBuilder::count(qint64 characters)
-{
-    m_delivered += characters;
-    if (m_delivered > m_xml.characterOffset() + entityAllowance)
-        m_xml.raiseError(translated("Entities make the text grow too much."));
-}
-
-ushort codeAt(const QByteArray &text, int position)
-{
-    return uchar(text.at(position));
-}
-
-ushort codeAt(const QString &text, int position)
-{
-    return text.at(position).unicode();
-}
-
-int findTag(const QByteArray &text, int from)
-{
-    return text.indexOf('<', from);
-}
-
-int findTag(const QString &text, int from)
-{
-    return text.indexOf(QLatin1Char('<'), from);
-}
-
-/*! Counts the attributes of the tag that begins at \a position. */
-template <typename Text> int attributeCount(const Text &text, int position, int end)
+/*! Counts the attributes of the tag that \a begin stands at. */
+int attributeCount(const char *begin, const char *end)
 {
     int attributes = 0;
-    ushort quote = 0;
-    for (; position < end; ++position) {
-        const ushort code = codeAt(text, position);
+    char quote = 0;
+    for (const char *character = begin; character != end; ++character) {
         if (quote != 0) {
-            if (code == quote)
+            if (*character == quote)
                 quote = 0;
-        } else if (code == '"' || code == '\'') {
-            quote = code;
-        } else if (code == '=') {
+        } else if (*character == '"' || *character == '\'') {
+            quote = *character;
+        } else if (*character == '=') {
             ++attributes;
-        } else if (code == '>') {
+        } else if (*character == '>') {
             break;
         }
     }
     return attributes;
 }
 
-template <typename Text> bool hasAttributeFlood(const Text &text)
+bool hasAttributeFlood(const QByteArray &text)
 {
-    for (int tag = findTag(text, 0); tag >= 0;) {
-        const int next = findTag(text, tag + 1);
+    for (int tag = text.indexOf('<'); tag >= 0;) {
+        const int next = text.indexOf('<', tag + 1);
         const int end = next < 0 ? text.size() : next;
-        if (end - tag > maxAttributes && attributeCount(text, tag, end) > maxAttributes)
+        if (end - tag > maxAttributes && text.at(tag + 1) != '!' && text.at(tag + 1) != '?'
+            && attributeCount(text.constData() + tag, text.constData() + end) > maxAttributes)
             return true;
         tag = next;
     }
@@ -271,45 +244,57 @@ template <typename Text> bool hasAttributeFlood(const Text &text)
 
 XmlTree attributeFlood()
 {
-    return {QDomDocument(),
+    return {QDomDocument(), QString(),
             translated("An element has more than %1 attributes.").arg(maxAttributes)};
 }
 
-// A rare file holds bytes that are no UTF-8, or control characters, where nobody reads them.
-QString forgivingText(const QByteArray &bytes)
+bool isUtf16(const QByteArray &bytes)
 {
-    return xmlText(
-        QTextCodec::codecForUtfText(bytes, QTextCodec::codecForName("UTF-8"))->toUnicode(bytes));
+    return bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff")
+        || bytes.left(4).contains('\0');
+}
+
+QByteArray withoutLeadingSpace(const QByteArray &bytes)
+{
+    int start = bytes.startsWith("\xef\xbb\xbf") ? 3 : 0;
+    while (start < bytes.size() && std::isspace(uchar(bytes.at(start))))
+        ++start;
+    return start == 0 ? bytes : bytes.mid(start);
 }
 
 }
 
 XmlTree readXmlTree(const QString &text, int maxDepth)
 {
-    if (hasAttributeFlood(text))
+    const QString content = text.trimmed();
+    if (hasAttributeFlood(content.toUtf8()))
         return attributeFlood();
-    QXmlStreamReader xml(text);
-    return TreeBuilder(xml, maxDepth).build();
+    QXmlStreamReader xml(content);
+    return TreeBuilder(xml, maxDepth, content.size(), content.count(QLatin1Char('&'))).build();
 }
 
 XmlTree readXmlTree(const QByteArray &bytes, int maxDepth)
 {
-    if (hasAttributeFlood(bytes))
+    QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
+    if (isUtf16(bytes))
+        return readXmlTree(QTextCodec::codecForUtfText(bytes, utf8)->toUnicode(bytes), maxDepth);
+    QByteArray content = withoutLeadingSpace(bytes);
+    if (hasAttributeFlood(content))
         return attributeFlood();
-    const auto begin = std::find_if(bytes.cbegin(), bytes.cend(),
-                                    [](char c) { return !std::isspace(uchar(c)); });
     // From a device the parser takes a little at a time; an array it would copy whole, twice.
-    QBuffer content;
-    content.setData(QByteArray::fromRawData(bytes.constData() + (begin - bytes.cbegin()),
-                                            int(bytes.cend() - begin)));
-    content.open(QIODevice::ReadOnly);
-    QXmlStreamReader xml(&content);
-    XmlTree tree = TreeBuilder(xml, maxDepth).build();
+    QBuffer buffer(&content);
+    buffer.open(QIODevice::ReadOnly);
+    QXmlStreamReader xml(&buffer);
+    const XmlTree tree = TreeBuilder(xml, maxDepth, content.size(), content.count('&')).build();
     if (tree.errorString.isNull())
         return tree;
-    const QString text = forgivingText(content.data());
-    if (text.toUtf8() == content.data())
+
+    // A rare file holds bytes of no character, or control characters, where nobody reads them.
+    QTextCodec *codec = QTextCodec::codecForName(tree.encoding.toLatin1());
+    const QString decoded = (codec ? codec : utf8)->toUnicode(content);
+    const QString text = xmlText(decoded);
+    if (text.size() == decoded.size() && !decoded.contains(QChar::ReplacementCharacter))
         return tree;
-    XmlTree secondTry = readXmlTree(text, maxDepth);
+    const XmlTree secondTry = readXmlTree(text, maxDepth);
     return secondTry.errorString.isNull() ? secondTry : tree;
 }

@@ -1,18 +1,13 @@
 #include <core/XmlTreeWriter_p.h>
 
+#include <core/XmlText_p.h>
+
 #include <QDomDocument>
 
 #include <algorithm>
 #include <vector>
 
 namespace {
-
-bool isLayoutSpace(const QDomNode &node)
-{
-    const QString text = node.nodeValue();
-    return text.contains(QLatin1Char('\n'))
-        && std::all_of(text.cbegin(), text.cend(), [](QChar c) { return c.isSpace(); });
-}
 
 /*! Whether the children are elements, with nothing but layout between them. */
 bool holdsOnlyElements(const QDomElement &element)
@@ -21,7 +16,7 @@ bool holdsOnlyElements(const QDomElement &element)
     for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
         if (child.isElement())
             hasElement = true;
-        else if (child.isText() && !isLayoutSpace(child))
+        else if (child.isText() && !isXmlLayout(child.nodeValue()))
             return false;
     }
     return hasElement;

@@ -12,7 +12,7 @@ namespace {
 template <typename Value> struct Keyword
 {
     Value value;
-    const char *parsed; // null where files never have it
+    const char *parsed;
     const char *written;
 };
 

@@ -48,9 +48,12 @@ QString runText(const QDomElement &run, bool allCaps)
     const QDomNode content = run.firstChild();
     // Nearly every run is one stretch of text, which need not be put together.
     const bool isOneText = content.isText() && content.nextSibling().isNull();
-    const QString text = isOneText ? content.nodeValue() : run.text();
+    QString text = isOneText ? content.nodeValue() : run.text();
     if (text.isEmpty())
         return QStringLiteral(" ");
+    // A document makes a paragraph of each of these, and one of the pair.
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     return allCaps ? text.toUpper() : text;
 }
 
@@ -244,11 +247,12 @@ void MVRFinalDraftReader::parseParagraphTags(const QString &parentTag)
 /*! Turns a paragraph of the script into a block; one that no settings fit is dropped. */
 void MVRFinalDraftReader::parseParagraph(const QDomElement &element, const QString &parentTag)
 {
-    const std::shared_ptr<const Look> look = findLook(element.attribute(QStringLiteral("Type")));
+    const QString typeName = QStringLiteral("Type");
+    const std::shared_ptr<const Look> look = findLook(element.attribute(typeName));
     if (look->isDropped)
         return;
     QTextBlockFormat format = look->blockFormat;
-    if (element.attributes().count() > 1) {
+    if (element.attributes().count() > (element.hasAttribute(typeName) ? 1 : 0)) {
         ParagraphAttr attr = look->settings.paragraphSpec;
         attr.fromDomElement(element, m_walk->document->documentMargin());
         if (!isSameFormat(attr, look->settings.paragraphSpec))
@@ -283,9 +287,9 @@ void MVRFinalDraftReader::parseNoteParagraph(const QDomElement &element)
     RunInserter runs(&note);
     ElementSettings settings;
     settings.paragraphSpec.fromDomElement(element, m_walk->document->documentMargin());
-    const MVRScriptElement scriptElement
-        = findScriptElement(element.attribute(QStringLiteral("Type")));
-    const bool allCaps = scriptElement.flags() & MVRScriptElement::AllCapsFlag;
+    const QString type = element.attribute(QStringLiteral("Type"));
+    const MVRScriptElement scriptElement = findScriptElement(type);
+    const bool allCaps = !type.isEmpty() && (scriptElement.flags() & MVRScriptElement::AllCapsFlag);
     for (QDomElement child = element.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
         if (child.tagName() == textTag) {
@@ -381,8 +385,6 @@ QTextBlockFormat MVRFinalDraftReader::blockFormat(const ParagraphAttr &attr, con
 
 MVRScriptElement MVRFinalDraftReader::findScriptElement(const QString &name) const
 {
-    if (name.isEmpty())
-        return MVRScriptElement();
     const auto element
         = std::find_if(m_scriptElements.cbegin(), m_scriptElements.cend(),
                        [&](const MVRScriptElement &candidate) { return candidate.name() == name; });
@@ -405,6 +407,11 @@ MVRTextRange MVRFinalDraftReader::anchorScriptNote()
 
 void MVRFinalDraftReader::addScriptNote(const QTextDocument &note, const MVRTextRange &range)
 {
+    // A note on the same word, which has grown since, would be covered whole by this one.
+    const auto covered = m_scriptNotes.lowerBound(MVRTextRange(range.start, range.start));
+    if (covered != m_scriptNotes.end() && covered.key().start == range.start
+        && covered.key().end <= range.end)
+        m_scriptNotes.erase(covered);
     MVRTextCommentLink link;
     link.cdata = MVRTextRtf::toRtfCData(&note, false);
     m_scriptNotes.insert(range, link);

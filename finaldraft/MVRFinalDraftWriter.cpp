@@ -59,7 +59,7 @@ bool MVRFinalDraftWriter::write(const QString &fileName, const QTextDocument *do
                                 const QList<MVRScriptElement> &elements)
 {
     QFile file(fileName);
-    return file.open(QIODevice::WriteOnly) && write(&file, document, elements);
+    return file.open(QIODevice::WriteOnly) && write(&file, document, elements) && file.flush();
 }
 
 bool MVRFinalDraftWriter::write(QIODevice *device, const QTextDocument *document,
@@ -68,7 +68,6 @@ bool MVRFinalDraftWriter::write(QIODevice *device, const QTextDocument *document
     if (!document || !device || !document->rootFrame())
         return false;
     m_textDocument = document;
-    m_elementSettings.clear();
     m_elements = elements;
     m_typeNames.clear();
     m_runs.clear();
@@ -92,8 +91,7 @@ bool MVRFinalDraftWriter::processFrame(const QTextFrame &frame)
     return true;
 }
 
-// Calls itself for frames in frames: a document from outside holds few of them, its readers see
-// to that.
+// Calls itself for frames in frames, as the toolkit's own walks over a document do.
 bool MVRFinalDraftWriter::processFrameIterator(QTextFrame::iterator it)
 {
     if (const QTextFrame *frame = it.currentFrame()) {
@@ -132,10 +130,19 @@ bool MVRFinalDraftWriter::processBlock(const QTextBlock &block)
     m_dom->setAttr(QStringLiteral("Type"), typeName(block), QString(), true);
     if (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)
         m_dom->setAttr(QStringLiteral("StartsNewPage"), "Yes", QString(), true);
-    for (QTextBlock::iterator it = block.begin(); !it.atEnd(); ++it) {
+    QString splitPair;
+    for (QTextBlock::iterator it = block.begin(); !it.atEnd();) {
         const QTextFragment fragment = it.fragment();
+        ++it;
+        QString text = splitPair + fragment.text();
+        // A format can begin in the middle of a surrogate pair; XML holds only whole ones.
+        const bool endsInPair = !it.atEnd() && text.at(text.size() - 1).isHighSurrogate();
+        splitPair = endsInPair ? text.right(1) : QString();
+        text.chop(splitPair.size());
+        if (text.isEmpty())
+            continue;
         enterState(toFragmentState(fragment.charFormat()), format);
-        run(fragment).toDomDoc(m_dom.get(), fragment.text(), QStringLiteral("Text"));
+        run(fragment).toDomDoc(m_dom.get(), text, QStringLiteral("Text"));
     }
     m_dom->cdUp(1);
     return true;

@@ -107,8 +107,6 @@ private:
 
     std::unique_ptr<MVRDomDoc> m_dom;
     const QTextDocument *m_textDocument = nullptr;
-    QString m_name;
-    QHash<QString, MVRFinalDraft::ElementSettings> m_elementSettings;
     QList<MVRScriptElement> m_elements;
     FragmentState m_state; // of the run written last, also of the write before
     QHash<int, MVRFinalDraft::TextAttr> m_runs; // by index of their character format

@@ -10,6 +10,10 @@ namespace {
 // The punctuation that ends a word for QTextCursor::PreviousWord and EndOfWord.
 constexpr std::string_view wordSeparators = ".,?!@#$:;-<>[](){}=/+%&^*'\"`~|\\";
 
+// Qt marks the borders of frames by these, and makes paragraphs of them in inserted text.
+constexpr ushort frameBegin = 0xfdd0;
+constexpr ushort frameEnd = 0xfdd1;
+
 constexpr std::array<bool, 128> asciiWordEnds()
 {
     std::array<bool, 128> ends = {};
@@ -24,7 +28,9 @@ bool endsWord(QChar character)
 {
     static constexpr std::array<bool, 128> asciiEnds = asciiWordEnds();
     const ushort code = character.unicode();
-    return code < 128 ? asciiEnds[code] : character.isSpace();
+    if (code < 128)
+        return asciiEnds[code];
+    return character.isSpace() || code == frameBegin || code == frameEnd;
 }
 
 }

@@ -54,8 +54,12 @@ void RunInserter::endParagraph()
 void RunInserter::finish()
 {
     insertPendingText();
-    if (m_isBreakDue)
-        m_cursor.insertBlock();
+    if (m_isBreakDue) {
+        // The new paragraph looks like the one before it, but does not start a page as well.
+        QTextBlockFormat format = m_cursor.blockFormat();
+        format.clearProperty(QTextFormat::PageBreakPolicy);
+        m_cursor.insertBlock(format);
+    }
     m_isBreakDue = false;
 }
 

@@ -37,7 +37,6 @@ public:
     QTextCursor cursor() const { return m_cursor; }
 
 private:
-    void insertPendingText();
     /*! What a character format was made of, and the format. */
     struct MadeFormat
     {
@@ -46,6 +45,7 @@ private:
         QTextCharFormat charFormat;
     };
 
+    void insertPendingText();
     QTextCharFormat charFormat(const MVRFinalDraft::TextAttr &attr,
                                const QTextCharFormat &elementFormat);
 

@@ -65,6 +65,19 @@ void TestDomDoc::keepsText_data()
         << QByteArray("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a>\xE9</a>")
         << QString(QChar(0xE9));
     QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF<a>x</a>") << "x";
+    QTest::newRow("blank behind a byte order mark")
+        << QByteArray("\xEF\xBB\xBF\n<?xml version=\"1.0\"?>"
+                      "<a>x</a>")
+        << "x";
+    QTest::newRow("UTF-16") << QByteArray("\xFF\xFE<\0a\0>\0x\0<\0/\0a\0>\0", 18) << "x";
+    QTest::newRow("control character in another encoding")
+        << QByteArray("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a>\x01\xE9</a>")
+        << QString(QChar(0xE9));
+    QTest::newRow("a few entities")
+        << QByteArray("<!DOCTYPE a [<!ENTITY e \"and so on\">]><a>&e;&e;</a>")
+        << "and so onand so on";
+    QTest::newRow("comment of many equals signs") << "<a><!--" + QByteArray(5000, '=') + "-->x</a>"
+                                                  << "x";
     QTest::newRow("bytes that are no UTF-8") << QByteArray("<a b=\"\x01\xFF\">x</a>") << "x";
 }
 
@@ -95,13 +108,17 @@ void TestDomDoc::refusesHostileText_data()
         bomb += "<!ENTITY e" + QByteArray::number(i) + " \"" + inner.repeated(10) + "\">";
     }
     QTest::newRow("entities in entities") << bomb + "]><a>&e7;</a>"
-                                          << "expan";
+                                          << "grow";
     QTest::newRow("one entity many times") << "<!DOCTYPE a [<!ENTITY e \"" + QByteArray(3000, 'x')
             + "\">]><a>" + QByteArray("&e;").repeated(10000) + "</a>"
                                            << "grow";
     QTest::newRow("entity in a file")
         << QByteArray("<!DOCTYPE a [<!ENTITY e SYSTEM \"file:///etc/hostname\">]><a>&e;</a>")
         << "outside";
+
+    QTest::newRow("one large entity")
+        << "<!DOCTYPE a [<!ENTITY e \"" + QByteArray(100000, 'x') + "\">]><a>&e;</a>"
+        << "grow";
 
     QByteArray flood = "<a";
     for (int i = 0; i < 100000; ++i)
@@ -207,6 +224,7 @@ void TestDomDoc::writesWhatItReadsBack()
     QVERIFY(dom.setAttr(QStringLiteral("empty"), QString()));
     QVERIFY(dom.setAttr(QStringLiteral("text"), QStringLiteral("a\n\"b\"\t<")));
     QVERIFY(!dom.setAttr(QStringLiteral("x"), 1, QStringLiteral("nowhere")));
+    QVERIFY(!dom.setAttr(QStringLiteral("a b"), 1));
 
     MVRDomDoc copy;
     QVERIFY2(parse(&copy, saved(dom)), qPrintable(copy.errorString()));

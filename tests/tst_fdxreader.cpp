@@ -16,6 +16,7 @@ private Q_SLOTS:
     void readsParagraphs();
     void anchorsNotes_data();
     void anchorsNotes();
+    void formatsParagraphsByThemselves();
     void formatsRunsOneByOne();
     void letsTheApplicationsFormatsWin();
     void upperCasesCapitalElements();
@@ -86,6 +87,10 @@ void TestFdxReader::readsParagraphs_data()
            "<Text> </Text><Text Style='Bold'>b</Text></Paragraph>"
         << ""
         << "Action:a wrod b";
+    QTest::newRow("line ends of other systems in a run")
+        << "<Paragraph Type='Action'><Text>a&#13;&#10;b&#13;c</Text></Paragraph>"
+        << ""
+        << "Action:a|Action:b|Action:c";
     QTest::newRow("empty run is a blank") << "<Paragraph Type='Action'><Text/></Paragraph>"
                                           << ""
                                           << "Action: ";
@@ -171,6 +176,12 @@ void TestFdxReader::anchorsNotes_data()
     QTest::newRow("notes on different words") << "a b^x^ c^y^"
                                               << "a b c"
                                               << "b=x|c=y";
+    QTest::newRow("growing word") << "x a^1^b^2^c^3^ d"
+                                  << "x abc d"
+                                  << "abc=3";
+    QTest::newRow("behind a line end of another system") << "one two&#13;&#10;three^n^ four"
+                                                         << "one two/three four"
+                                                         << "three=n";
     QTest::newRow("at the start: the characters behind the stand-in") << "^n^INT. HOUSE"
                                                                       << "CommentINT. HOUSE"
                                                                       << "INT. HO=n";
@@ -212,6 +223,26 @@ void TestFdxReader::anchorsNotes()
         QVERIFY(!it.value().isFootnote);
     }
     QTEST(notes.join(QLatin1Char('|')), "notes");
+}
+
+void TestFdxReader::formatsParagraphsByThemselves()
+{
+    MVRFinalDraftReader reader;
+    QVERIFY(load(&reader,
+                 screenplay(s("<Paragraph Alignment='Center'><Text>a</Text></Paragraph>"
+                              "<Paragraph StartsNewPage='Yes'><Text>b</Text></Paragraph>"
+                              "<Paragraph/><Paragraph><Text>c</Text></Paragraph>"),
+                            s(actionSettings))));
+    QTextDocument document;
+    QVERIFY(reader.read(&document, {}));
+    QTextBlock block = document.firstBlock();
+    QCOMPARE(block.blockFormat().alignment(), Qt::AlignCenter);
+    block = block.next();
+    QCOMPARE(block.blockFormat().alignment(), Qt::AlignLeft);
+    QVERIFY(block.blockFormat().pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore);
+    block = block.next(); // has no text, and no page of its own
+    QVERIFY(!block.blockFormat().hasProperty(QTextFormat::PageBreakPolicy));
+    QVERIFY(!block.next().blockFormat().hasProperty(QTextFormat::PageBreakPolicy));
 }
 
 void TestFdxReader::formatsRunsOneByOne()

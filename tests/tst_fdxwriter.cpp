@@ -24,6 +24,7 @@ private Q_SLOTS:
     void writesPageBreaks_data();
     void writesPageBreaks();
     void writesRunsExactly();
+    void keepsSurrogatePairsWhole();
     void writesPageLayoutOnRequest();
     void refusesWhatItCannotWrite();
 };
@@ -290,6 +291,20 @@ void TestFdxWriter::writesRunsExactly()
     QVERIFY(paragraph.firstChildElement().hasAttribute(s("Style")));
 }
 
+void TestFdxWriter::keepsSurrogatePairsWhole()
+{
+    QTextDocument document;
+    typeText(&document, s("x"));
+    QTextCursor cursor(&document);
+    cursor.insertText(QString::fromUtf8("a\xF0\x9F\x8E\xAC"));
+    cursor.setPosition(2);
+    cursor.setPosition(0, QTextCursor::KeepAnchor);
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    cursor.mergeCharFormat(bold); // ends between the halves
+    QCOMPARE(outline(content(written(document))), QString::fromUtf8("(P(a \xF0\x9F\x8E\xACx))"));
+}
+
 void TestFdxWriter::writesPageLayoutOnRequest()
 {
     QTextDocument document;
@@ -312,6 +327,8 @@ void TestFdxWriter::refusesWhatItCannotWrite()
     QTemporaryDir folder;
     QVERIFY(!writer.write(folder.filePath(s("none/x.fdx")), &document, {}));
     QVERIFY(writer.write(folder.filePath(s("x.fdx")), &document, {}));
+    if (QFile::exists(s("/dev/full")))
+        QVERIFY(!writer.write(s("/dev/full"), &document, {}));
 }
 
 QTEST_MAIN(TestFdxWriter)
