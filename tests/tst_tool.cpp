@@ -235,6 +235,12 @@ void TestTool::screenplayComesBack()
     const QByteArray written = read(QStringLiteral("once.fdx"));
     QVERIFY(written.contains(">Ann<"));
     QVERIFY2(written.contains("LeftIndent=\"3.50\""), written.constData());
+
+    const QString centred = write(
+        QStringLiteral("centred.fdx"),
+        script("<Paragraph Type=\"Action\" Alignment=\"Center\"><Text>x</Text></Paragraph>"));
+    const Run shape = mvrtext({QStringLiteral("convert"), centred, twice});
+    QVERIFY2(shape.errors.contains("1 paragraph looks like the element"), shape.errors.constData());
     QCOMPARE(mvrtext({QStringLiteral("convert"), typed, path(QStringLiteral("t.txt"))}).exitCode,
              0);
     QCOMPARE(read(QStringLiteral("t.txt")), QByteArray("ANN\n"));

@@ -9,6 +9,7 @@
 #include "Progress.h"
 
 #include <QHash>
+#include <QTextBlock>
 
 namespace {
 
@@ -120,6 +121,34 @@ void reportNotes(const Conversion &conversion, int lost)
     printMessage(displayName(conversion.output, QStringLiteral("standard output")), text);
 }
 
+// The writer of screenplays gives a paragraph its element and nothing of its own.
+int ownShapes(const Document &document)
+{
+    QHash<QString, QTextBlockFormat> formats;
+    for (const MVRScriptElement &element : document.elements)
+        formats.insert(element.name(), element.blockFormat());
+    int count = 0;
+    QTextBlock block = document.text.findBlockByNumber(document.titlePageBlocks);
+    for (; block.isValid(); block = block.next()) {
+        const QTextBlockFormat format = block.blockFormat();
+        const auto element
+            = formats.constFind(format.stringProperty(MVRScriptElement::NameProperty));
+        if (element != formats.constEnd() && block.length() > 1
+            && !MVRScriptElement::equal(*element, format))
+            ++count;
+    }
+    return count;
+}
+
+void reportShapes(const Conversion &conversion, const Document &document)
+{
+    const int count = conversion.to->write == writeFdx ? ownShapes(document) : 0;
+    if (count > 0)
+        printMessage(displayName(conversion.output, QStringLiteral("standard output")),
+                     counted(count, "paragraph looks", "paragraphs look")
+                         + QLatin1String(" like the element now, not as set in the input"));
+}
+
 bool convert(const Conversion &conversion)
 {
     Progress progress;
@@ -141,6 +170,7 @@ bool convert(const Conversion &conversion)
         return false;
     }
     reportNotes(conversion, lost);
+    reportShapes(conversion, document);
     return true;
 }
 

@@ -1,5 +1,6 @@
 # Builds the example program the way MODE says and runs it.
 #   cmake -DMODE=installed|subdirectory -DSOURCE=... -DBUILD=... -DWORK=... -P run.cmake
+
 # Neither optimised nor with debug information: it is to build fast and to run once.
 set(settings -G Ninja -DCMAKE_BUILD_TYPE=None)
 find_program(ccache ccache)
@@ -14,7 +15,11 @@ if(MODE STREQUAL "installed")
     set(project ${SOURCE}/examples/host)
     list(APPEND settings -DCMAKE_PREFIX_PATH=${WORK}/prefix)
 else()
+    # With the bundled core it is configured only; to build that once more would take minutes.
     set(project ${SOURCE}/tests/consumer)
+    execute_process(COMMAND ${CMAKE_COMMAND} -S ${project} -B ${WORK}/bundled ${settings}
+        OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+    list(APPEND settings -DHOST_CORE=${BUILD}/core/libMvrCore.so)
 endif()
 
 execute_process(COMMAND ${CMAKE_COMMAND} -S ${project} -B ${WORK}/build ${settings}
