@@ -17,7 +17,7 @@ namespace {
 
 // Entities may add this much to a text, beside as much again as the text is long; honest files
 // define a few abbreviations. The parser itself bounds nested ones by maxEntityLength.
-constexpr qint64 entityAllowance = 64 * 1024;
+constexpr qint64 entityAllowance = 65536;
 constexpr int maxEntityLength = 4096;
 // Checking n attributes for duplicates takes the parser n * n steps.
 constexpr int maxAttributes = 256;

@@ -18,9 +18,9 @@ constexpr std::array<bool, 128> asciiWordEnds()
 {
     std::array<bool, 128> ends = {};
     for (const char separator : wordSeparators)
-        ends[size_t(separator)] = true;
+        ends[uchar(separator)] = true;
     for (const char space : {'\t', '\n', '\v', '\f', '\r', ' '})
-        ends[size_t(space)] = true;
+        ends[uchar(space)] = true;
     return ends;
 }
 

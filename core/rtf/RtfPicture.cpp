@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr qint64 mostPixels = 100 * 1000 * 1000;
+constexpr qint64 mostPixels = 100000000;
 constexpr double largestSide = rtfFarthestTwips / 20.0;
 
 int digitValue(char digit)
