@@ -40,6 +40,11 @@ public:
         m_paragraph.text.append(text.data(), static_cast<int>(text.size()));
     }
 
+    /*! Marks the place behind the text so far; gives the mark's number. */
+    int addMark();
+    /*! Where a mark came to stand; the document's end for one in a paragraph that was left out. */
+    int markPosition(int number) const;
+
     bool hasText() const { return !m_paragraph.text.isEmpty(); }
 
     void endParagraph(const RtfParagraphEnd &end);
@@ -79,6 +84,7 @@ private:
     std::vector<RtfTable> m_tables; // those that are open, the innermost last
     bool m_blockReady = true; // an empty block waits for the next paragraph
     bool m_started = false;
+    std::vector<int> m_markPositions; // -1 until the paragraph is inserted
     int m_cellStart = -1; // position of the cell that was begun last
 
     QHash<QPair<int, int>, QTextList *> m_lists; // by \ls and level

@@ -31,5 +31,14 @@ extern const RtfDestination oldList; /*!< \pn */
 extern const RtfDestination nestedRow; /*!< \nesttableprops */
 extern const RtfDestination picture;
 extern const RtfDestination exactProperties; /*!< \mvrprops */
+extern const RtfDestination note; /*!< \footnote, \annotation: body text of its own */
+extern const RtfDestination noteAuthor;
+extern const RtfDestination noteInitials;
+extern const RtfDestination noteRangeStart;
+extern const RtfDestination noteRangeEnd;
+extern const RtfDestination noteReference;
+extern const RtfDestination noteDate;
+extern const RtfDestination noteTime;
+extern const RtfDestination noteData; /*!< \mvrnote */
 
 }

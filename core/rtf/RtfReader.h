@@ -6,11 +6,14 @@
 #include <core/rtf/RtfFormats.h>
 #include <core/rtf/RtfHeader.h>
 #include <core/rtf/RtfLists.h>
+#include <core/rtf/RtfNotes.h>
 #include <core/rtf/RtfPicture.h>
 #include <core/rtf/RtfProps.h>
 #include <core/rtf/RtfStyles.h>
 #include <core/rtf/RtfTokenizer.h>
 
+#include <memory>
+#include <utility>
 #include <vector>
 
 struct RtfWord;
@@ -40,8 +43,11 @@ struct RtfGroup
 class RtfReader
 {
 public:
-    /*! \param rtf  the file, from its first `{` on; must outlive the reader */
-    RtfReader(const QByteArray &rtf, QTextDocument *document);
+    /*!
+        \param rtf    the file, from its first `{` on; must outlive the reader
+        \param notes  receives the notes of the file; null leaves them out
+    */
+    RtfReader(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes = nullptr);
 
     /*! Tells whether \a rtf begins, after white space, with `{\rtf`. */
     static bool isRtf(const QByteArray &rtf);
@@ -62,7 +68,12 @@ public:
     RtfRowFormat &row();
     RtfCellFormat &nextCell() { return m_nextCell; }
 
-    bool inBody() const { return m_group.destination == &RtfDestinations::body; }
+    /*! Text of the document or of a note. */
+    bool inBody() const
+    {
+        return m_group.destination == &RtfDestinations::body
+            || m_group.destination == &RtfDestinations::note;
+    }
     /*! Body text that a reader of the file would see: neither hidden nor a deleted revision. */
     bool isVisible() const { return inBody() && !m_group.chars.hidden && !m_group.chars.deleted; }
 
@@ -114,6 +125,19 @@ public:
     void finishFieldInstruction();
     void finishExactProperties();
 
+    void beginNote(MVRTextRtfNote::Kind kind);
+    void finishNote();
+    void openNoteWord(const RtfDestination *around, const RtfDestination *destination);
+    void setNoteNumber();
+    void setEndNote();
+    void setNoteAuthor() { m_noteAuthor = takeCollected(); }
+    void setNoteInitials() { m_noteInitials = takeCollected(); }
+    void addRangeEdge(bool isStart);
+    void setNoteReference();
+    void setNoteDate();
+    void setNoteTime(int component, int value);
+    void setNoteData();
+
 private:
     struct Field
     {
@@ -141,6 +165,10 @@ private:
     int lookUpCodePage() const;
     int charFormat();
     void insertParagraph();
+    void insertLastParagraph();
+    void resolveNotes();
+    QString takeCollected() { return std::exchange(m_collected, QString()); }
+    RtfOpenNote *openNote() { return m_openNotes.empty() ? nullptr : m_openNotes.back().get(); }
     RtfParagraphEnd paragraphEnd();
 
     RtfTokenizer m_tokens;
@@ -148,7 +176,8 @@ private:
     RtfTables m_tables;
     RtfLists m_lists;
     RtfFormatCache m_formats;
-    RtfBuilder m_builder;
+    RtfBuilder m_body;
+    RtfBuilder *m_builder = &m_body; // of the body or the innermost note
     RtfFontTable m_fontTable;
     RtfColorTable m_colorTable;
     RtfStyles m_styles;
@@ -180,6 +209,11 @@ private:
 
     RtfPicture m_picture;
     std::vector<Field> m_fields;
+    MVRTextRtfNotes *m_notes;
+    std::vector<std::unique_ptr<RtfOpenNote>> m_openNotes;
+    RtfFoundNotes m_foundNotes;
+    QString m_noteAuthor; // of the next comment
+    QString m_noteInitials;
     QString m_collected; // text of the destination that is open
     QTextCharFormat m_defaultFormat;
 };

@@ -141,7 +141,7 @@ void RtfReader::put(std::string_view ascii)
     if (m_inHeader && isBlank(ascii)) // a header holds no text: someone indented the file
         return;
     m_inHeader = false;
-    m_builder.append(ascii, charFormat());
+    m_builder->append(ascii, charFormat());
 }
 
 void RtfReader::put(QStringView text)
@@ -179,7 +179,7 @@ void RtfReader::putUnit(char16_t unit)
     if (!isVisible())
         return;
     m_inHeader = false;
-    m_builder.append(QStringView(units, count), charFormat());
+    m_builder->append(QStringView(units, count), charFormat());
 }
 
 void RtfReader::putLoneSurrogate()

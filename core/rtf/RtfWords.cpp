@@ -257,6 +257,25 @@ constexpr RtfWord words[] = {
     character("ltrmark", 0x200e),
     character("rtlmark", 0x200f),
 
+    // Notes ("Footnotes", "Comments (Annotations)")
+    destination("footnote", beginNote, &RtfDestinations::note),
+    destination("annotation", beginComment, &RtfDestinations::note),
+    destination("atnauthor", openNoteWord, &RtfDestinations::noteAuthor),
+    destination("atnid", openNoteWord, &RtfDestinations::noteInitials),
+    destination("atrfstart", openNoteWord, &RtfDestinations::noteRangeStart),
+    destination("atrfend", openNoteWord, &RtfDestinations::noteRangeEnd),
+    destination("atnref", openWithinNote, &RtfDestinations::noteReference),
+    destination("atndate", openWithinNote, &RtfDestinations::noteDate),
+    destination("atntime", openWithinNote, &RtfDestinations::noteTime),
+    destination("mvrnote", openWithinNote, &RtfDestinations::noteData),
+    formatting("chftn", setNoteNumber),
+    formatting("ftnalt", setEndNote),
+    header("yr", setNoteTime, 0),
+    header("mo", setNoteTime, 1),
+    header("dy", setNoteTime, 2),
+    header("hr", setNoteTime, 3),
+    header("min", setNoteTime, 4),
+
     // Destinations
     destination("fonttbl", openDestination, &RtfDestinations::fontTable),
     destination("colortbl", openColorTable, &RtfDestinations::colorTable),
@@ -278,9 +297,6 @@ constexpr RtfWord words[] = {
 
     // Destinations whose text is not the document's. All that begin with \* are passed over
     // without being named here.
-    skipped("annotation"),
-    skipped("atnauthor"),
-    skipped("atnid"),
     skipped("bkmkend"),
     skipped("bkmkstart"),
     skipped("comment"),
@@ -292,7 +308,6 @@ constexpr RtfWord words[] = {
     skipped("footerf"),
     skipped("footerl"),
     skipped("footerr"),
-    skipped("footnote"),
     skipped("ftncn"),
     skipped("ftnsep"),
     skipped("ftnsepc"),

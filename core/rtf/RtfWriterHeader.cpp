@@ -2,7 +2,7 @@
 #include <core/rtf/RtfLists.h>
 #include <core/rtf/RtfWriter.h>
 
-#include <QTextList>
+#include <QTextFormat>
 
 QByteArray RtfWriter::finished() const
 {
@@ -59,7 +59,7 @@ QByteArray RtfWriter::listTable() const
     QByteArray overrides = QByteArrayLiteral("{\\*\\listoverridetable");
     for (int i = 0; i < m_lists.size(); ++i) {
         const QByteArray number = QByteArray::number(i + 1);
-        const QTextListFormat format = m_lists.at(i)->format();
+        const QTextListFormat format = m_lists.at(i);
         lists += "{\\list\\listtemplateid" + number;
         // A level is found by its place, so those above it are there too.
         for (int level = 0; level < qBound(1, format.indent(), RtfLists::levels); ++level)
