@@ -26,6 +26,8 @@ void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *n
         reader.read();
         cursor.endEditBlock();
     }
+    if (!reader.info().title.isEmpty())
+        document->setMetaInformation(QTextDocument::DocumentTitle, reader.info().title);
     if (!reader.defaultFormat().isEmpty())
         document->setDefaultFont(reader.defaultFormat().font());
 }

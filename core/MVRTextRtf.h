@@ -26,8 +26,8 @@ public:
         Words that are not known are passed over by RTF's own rules, and a file that is damaged
         or cut off gives what stands before the damage. The \c \\par at the end of a file ends
         the last paragraph, it does not begin another one; programs that end a file without it
-        mean the same. Undo recording pauses meanwhile, so the document's undo history is empty
-        afterwards, and its setting is as it was.
+        mean the same. A title in the file becomes the document's. Undo recording pauses meanwhile,
+       so the document's undo history is empty afterwards, and its setting is as it was.
 
         \param rtf       the file
         \param document  receives the text; null reads nothing

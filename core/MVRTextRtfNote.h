@@ -26,7 +26,9 @@ struct MVRTextRtfNote
     QString author; /*!< of comments; may be empty */
     QString initials; /*!< of comments; may be empty */
     QDateTime time; /*!< local, of comments; invalid when it is not said */
-    QByteArray rtf; /*!< the content as a file of its own, as MVRTextRtf::toRtfCData() writes it */
+    QByteArray rtf; /*!< the content as a file of its own, as MVRTextRtf::toRtfCData() writes it;
+                         its \\info holds author and time, which the writer takes from there when
+                         they are not given */
     QByteArray data; /*!< anything of the caller's, which other programs skip and do not keep */
 };
 using MVRTextRtfNotes = QVector<MVRTextRtfNote>;

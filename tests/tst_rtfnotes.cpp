@@ -221,6 +221,12 @@ void TestRtfNotes::keepsWhoAndWhen()
     QCOMPARE(read.first().time, note.time);
     QCOMPARE(read.first().data, note.data);
 
+    // An inspector comment has them in its content.
+    QVERIFY(MVRTextDoc::fromRtf(MVRTextRtf::toRtfCData(&document, false, {note}), &document));
+    QVERIFY(MVRTextRtf::fromRtfCData(MVRTextDoc::toRtf(&document), &document, &read));
+    QCOMPARE(read.value(0).author, note.author);
+    QCOMPARE(read.value(0).time, note.time);
+
     QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 a{\\*\\annotation{\\*\\atntime\\yr2001\\mo12\\dy31"
                                      "\\hr8\\min5}x}}",
                                      &document, &read));

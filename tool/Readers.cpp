@@ -169,6 +169,7 @@ bool readRtf(const QByteArray &bytes, const ReadOptions &options, Document &docu
         *error = QStringLiteral("not an RTF file");
         return false;
     }
+    document.title = document.text.metaInformation(QTextDocument::DocumentTitle);
     document.text.setDocumentMargin(defaultMargin);
     document.elements = elementsForWriting(standardSettings());
     return true;

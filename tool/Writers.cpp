@@ -82,6 +82,7 @@ bool writeRtf(Document &document, const WriteOptions &options, QByteArray *bytes
 {
     Q_UNUSED(options)
     Q_UNUSED(error)
+    document.text.setMetaInformation(QTextDocument::DocumentTitle, document.title);
     *bytes = MVRTextDoc::toRtf(&document.text);
     return true;
 }

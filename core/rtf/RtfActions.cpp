@@ -377,4 +377,34 @@ void setNoteTime(RtfReader &reader, const RtfWord &word, bool hasParameter, int 
         reader.setNoteTime(word.value, parameter);
 }
 
+void openWithinInfo(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openWithin(&RtfDestinations::info,
+                      static_cast<const RtfDestination *>(word.destination));
+}
+
+void openWithinShape(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openWithin(&RtfDestinations::shape,
+                      static_cast<const RtfDestination *>(word.destination));
+}
+
+void openBookmark(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    if (reader.isVisible())
+        reader.openDestination(static_cast<const RtfDestination *>(word.destination));
+    else
+        reader.skipDestination();
+}
+
+void beginShape(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginShape();
+}
+
+void beginTextBox(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginTextBox();
+}
+
 } // namespace RtfActions

@@ -75,5 +75,10 @@ void openWithinNote(RtfReader &reader, const RtfWord &word, bool hasParameter, i
 void setNoteNumber(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setEndNote(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setNoteTime(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void openWithinInfo(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void openWithinShape(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void openBookmark(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void beginShape(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void beginTextBox(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 
 }

@@ -8,6 +8,7 @@
 #include <QTextCursor>
 
 #include <string_view>
+#include <utility>
 #include <vector>
 
 class QTextDocument;
@@ -39,6 +40,10 @@ public:
         beginRun(charFormat);
         m_paragraph.text.append(text.data(), static_cast<int>(text.size()));
     }
+
+    /*! Sets the paragraph that is being collected aside, so that others come before it. */
+    RtfParagraph takeParagraph() { return std::exchange(m_paragraph, {}); }
+    void giveParagraph(RtfParagraph paragraph) { m_paragraph = std::move(paragraph); }
 
     /*! Marks the place behind the text so far; gives the mark's number. */
     int addMark();

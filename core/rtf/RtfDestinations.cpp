@@ -13,7 +13,7 @@ void collect(RtfReader &reader, const QString &text)
 
 namespace RtfDestinations {
 
-const RtfDestination body {};
+const RtfDestination body {nullptr, nullptr, true};
 
 const RtfDestination ignored {};
 
@@ -52,7 +52,21 @@ const RtfDestination picture {nullptr, [](RtfReader &reader) { reader.finishPict
 const RtfDestination exactProperties {collect,
                                       [](RtfReader &reader) { reader.finishExactProperties(); }};
 
-const RtfDestination note {nullptr, [](RtfReader &reader) { reader.finishNote(); }};
+const RtfDestination note {nullptr, [](RtfReader &reader) { reader.finishNote(); }, true};
+
+const RtfDestination info {};
+
+const RtfDestination infoTitle {collect, [](RtfReader &reader) { reader.setTitle(); }};
+
+const RtfDestination infoAuthor {collect, [](RtfReader &reader) { reader.setAuthor(); }};
+
+const RtfDestination infoTime {};
+
+const RtfDestination bookmark {collect, [](RtfReader &reader) { reader.addBookmark(); }};
+
+const RtfDestination shape {};
+
+const RtfDestination textBox {nullptr, [](RtfReader &reader) { reader.finishTextBox(); }, true};
 
 const RtfDestination noteAuthor {collect, [](RtfReader &reader) { reader.setNoteAuthor(); }};
 

@@ -11,6 +11,14 @@
 
 class RtfBuilder;
 
+/*! What \info says about a file; of the content of a note, who wrote it and when. */
+struct RtfInfo
+{
+    QString title;
+    QString author;
+    QDateTime time; /*!< \creatim */
+};
+
 /*! A note whose content is being read, and what waits around it meanwhile. */
 struct RtfOpenNote
 {

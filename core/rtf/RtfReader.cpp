@@ -176,9 +176,9 @@ void RtfReader::finish()
 {
     flushBytes();
     // A file that breaks off within a destination ends with the text around it.
-    while ((!inBody() || openNote()) && m_outer.size() > 1) {
-        if (m_group.opensDestination && m_group.destination == &RtfDestinations::note)
-            finishNote();
+    while ((!inBody() || openNote() || !m_boxes.empty()) && m_outer.size() > 1) {
+        if (m_group.opensDestination && inBody())
+            m_group.destination->close(*this);
         m_group = m_outer.back();
         m_outer.pop_back();
     }
@@ -239,7 +239,7 @@ void RtfReader::endParagraph()
 
 RtfParagraphEnd RtfReader::paragraphEnd()
 {
-    constexpr int deepestTable = 8;
+    static constexpr int deepestTable = 8;
     RtfParaProps para = m_group.para;
     if (m_pageBreak || (m_sectionBreak && !m_continuousSection))
         para.pageBreakBefore = 1;
@@ -252,7 +252,12 @@ RtfParagraphEnd RtfReader::paragraphEnd()
     RtfParagraphEnd end;
     end.list = para.list;
     end.listLevel = para.listLevel;
-    end.tableLevel = qBound(0, para.tableLevel > 0 ? para.tableLevel : para.inTable, deepestTable);
+    const auto tableLevel = [](const RtfParaProps &props) {
+        return qBound(0, props.tableLevel > 0 ? props.tableLevel : props.inTable, deepestTable);
+    };
+    end.tableLevel = tableLevel(para);
+    if (!m_boxes.empty()) // a box does not end the table that it is anchored in
+        end.tableLevel = qMax(end.tableLevel, tableLevel(m_boxes.back().para));
     // Where a paragraph stands makes no other format of it.
     para.inTable = para.tableLevel = para.listLevel = 0;
     para.list = para.list != 0 ? 1 : 0;

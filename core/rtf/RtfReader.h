@@ -57,6 +57,9 @@ public:
     /*! The default character format that the file carries, see \mvrdefaults; may be empty. */
     const QTextCharFormat &defaultFormat() const { return m_defaultFormat; }
 
+    /*! What \info says about the file. */
+    const RtfInfo &info() const { return m_info; }
+
     // For the functions of the control words.
     RtfGroup &group() { return m_group; }
     RtfTables &tables() { return m_tables; }
@@ -68,12 +71,8 @@ public:
     RtfRowFormat &row();
     RtfCellFormat &nextCell() { return m_nextCell; }
 
-    /*! Text of the document or of a note. */
-    bool inBody() const
-    {
-        return m_group.destination == &RtfDestinations::body
-            || m_group.destination == &RtfDestinations::note;
-    }
+    /*! Text of the document, of a note or of a text box. */
+    bool inBody() const { return m_group.destination->isBody; }
     /*! Body text that a reader of the file would see: neither hidden nor a deleted revision. */
     bool isVisible() const { return inBody() && !m_group.chars.hidden && !m_group.chars.deleted; }
 
@@ -125,6 +124,13 @@ public:
     void finishFieldInstruction();
     void finishExactProperties();
 
+    void beginShape();
+    void beginTextBox();
+    void finishTextBox();
+    void addBookmark();
+    void setTitle() { m_info.title = takeCollected(); }
+    void setAuthor() { m_info.author = takeCollected(); }
+
     void beginNote(MVRTextRtfNote::Kind kind);
     void finishNote();
     void openNoteWord(const RtfDestination *around, const RtfDestination *destination);
@@ -146,6 +152,13 @@ private:
         int link = 0;
     };
 
+    /*! A paragraph that waits for the end of the text box that is anchored in it. */
+    struct Box
+    {
+        RtfParagraph paragraph;
+        RtfParaProps para;
+    };
+
     bool handle(const RtfToken &token);
     void handleWord(const RtfToken &token);
     void handleSymbol(char symbol);
@@ -164,6 +177,7 @@ private:
     int codePage();
     int lookUpCodePage() const;
     int charFormat();
+    int anchorFormat();
     void insertParagraph();
     void insertLastParagraph();
     void resolveNotes();
@@ -209,6 +223,10 @@ private:
 
     RtfPicture m_picture;
     std::vector<Field> m_fields;
+    std::vector<Box> m_boxes;
+    QStringList m_bookmarks; // that wait for the next character
+    RtfInfo m_info;
+
     MVRTextRtfNotes *m_notes;
     std::vector<std::unique_ptr<RtfOpenNote>> m_openNotes;
     RtfFoundNotes m_foundNotes;

@@ -48,6 +48,7 @@ void RtfReader::beginNote(MVRTextRtfNote::Kind kind)
         note->note.author = std::exchange(m_noteAuthor, QString());
         note->note.initials = std::exchange(m_noteInitials, QString());
     }
+    m_bookmarks.clear();
     note->isNested = openNote() != nullptr;
     note->mark = note->isNested ? openNote()->mark : m_body.addMark();
     note->content.setUndoRedoEnabled(false);
@@ -84,7 +85,9 @@ void RtfReader::finishNote()
 
     if (note->isNumbered)
         dropBlankBehindNumber(&note->content);
-    note->note.rtf = RtfWriter().write(note->content, false);
+    RtfWriter writer;
+    writer.setInfo({QString(), note->note.author, note->note.time});
+    note->note.rtf = writer.write(note->content, false);
     if (note->isNested) // its range would be one of the note around it
         note->reference = note->length = -1;
     m_foundNotes.add(*note);
@@ -105,7 +108,6 @@ void RtfReader::openNoteWord(const RtfDestination *around, const RtfDestination 
         return;
     }
     openDestination(destination);
-    m_collected.clear();
 }
 
 void RtfReader::setNoteNumber()
@@ -141,12 +143,13 @@ void RtfReader::setNoteDate()
         openNote()->note.time = RtfNotes::dateFromNumber(static_cast<quint32>(number));
 }
 
-// \atntime says part after part: year, month, day, hour, minute.
+// \atntime and \creatim say part after part: year, month, day, hour, minute.
 void RtfReader::setNoteTime(int component, int value)
 {
-    if (m_group.destination != &RtfDestinations::noteTime || !openNote())
+    const bool isOfInfo = m_group.destination == &RtfDestinations::infoTime;
+    if (!isOfInfo && (m_group.destination != &RtfDestinations::noteTime || !openNote()))
         return;
-    QDateTime &time = openNote()->note.time;
+    QDateTime &time = isOfInfo ? m_info.time : openNote()->note.time;
     if (!time.isValid())
         time = QDateTime(QDate(1900, 1, 1), QTime(0, 0));
     QDate date = time.date();

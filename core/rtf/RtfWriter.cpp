@@ -34,8 +34,10 @@ void appendTabs(const QList<QTextOption::Tab> &stops, QByteArray *words)
 QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults,
                             const MVRTextRtfNotes &notes)
 {
-    if (withDefaults)
+    if (withDefaults) {
+        m_info.title = document.metaInformation(QTextDocument::DocumentTitle);
         writeDefaults(document);
+    }
     setNotes(notes);
     writeBody(document);
     writeNotesUntil(std::numeric_limits<int>::max());
@@ -168,6 +170,7 @@ void RtfWriter::writeRuns(const QTextBlock &block)
         if (!sameLink)
             closeLink();
         writeNotesUntil(at);
+        writeBookmarks(next.bookmarks);
         if (!sameLink)
             openLink(next.link);
         const bool last
@@ -201,6 +204,22 @@ void RtfWriter::writeRun(const QTextCharFormat &format, const Run &run, QStringV
         m_body.endGroup();
 }
 
+// The names are among the exact properties too; other programs need these.
+void RtfWriter::writeBookmarks(const QStringList &names)
+{
+    if (names == m_bookmarks)
+        return;
+    for (const QString &name : names) {
+        for (const char *word : {"\\*\\bkmkstart", "\\*\\bkmkend"}) {
+            m_body.beginGroup();
+            m_body.words(word);
+            m_body.text(name);
+            m_body.endGroup();
+        }
+    }
+    m_bookmarks = names;
+}
+
 void RtfWriter::openLink(int link)
 {
     m_link = link;
@@ -232,6 +251,7 @@ const RtfWriter::Run &RtfWriter::run(int formatNumber, const QTextCharFormat &fo
         const RtfCharProps props = RtfFormats::fromCharFormat(format, true, &m_tables);
         Run added;
         added.link = props.link;
+        added.bookmarks = format.anchorNames();
         appendRtfWords(RtfCharProps(), props, &added.words);
         known = m_runs.insert(formatNumber, added);
     }

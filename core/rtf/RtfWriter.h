@@ -1,6 +1,6 @@
 #pragma once
 
-#include <core/MVRTextRtfNote.h>
+#include <core/rtf/RtfNotes.h>
 #include <core/rtf/RtfOutput.h>
 #include <core/rtf/RtfProps.h>
 #include <core/rtf/RtfTables.h>
@@ -33,6 +33,8 @@ public:
     /*! \param withDefaults  the default font goes out too, see MVRTextRtf::toRtfCData() */
     QByteArray write(const QTextDocument &document, bool withDefaults,
                      const MVRTextRtfNotes &notes = {});
+    /*! What \info is to say; a document's own title comes first. */
+    void setInfo(const RtfInfo &info) { m_info = info; }
     QByteArray write(const QString &text, const QTextCharFormat &format);
 
 private:
@@ -40,6 +42,7 @@ private:
     {
         QByteArray words;
         int link = 0;
+        QStringList bookmarks;
     };
 
     /*! How a paragraph ends: with \par, or as the last of a cell. */
@@ -70,13 +73,15 @@ private:
     void writeNote(int number);
     void writeComment(int number, const QByteArray &content);
     void writeFootnote(const MVRTextRtfNote &note, const QByteArray &content);
-    QByteArray noteContent(const MVRTextRtfNote &note);
+    QByteArray noteContent(MVRTextRtfNote *note);
     int listNumber(const QTextList *list);
     QByteArray listTable() const;
     QByteArray fontTable() const;
     QByteArray colorTable() const;
+    QByteArray infoGroup() const;
     void writeRuns(const QTextBlock &block);
     void writeDefaults(const QTextDocument &document);
+    void writeBookmarks(const QStringList &names);
     void openLink(int link);
     void closeLink();
     const Run &run(int formatNumber, const QTextCharFormat &format);
@@ -98,6 +103,8 @@ private:
     bool m_isNote = false; // what is written is the content of a note
     QByteArray m_paragraph; // words of the paragraph formatting in force
     QByteArray m_defaults;
+    RtfInfo m_info;
+    QStringList m_bookmarks; // of the run before
     bool m_breakBefore = false; // the block before ended its page
     int m_link = 0; // the field that is open
     bool m_openRun = false; // the last run's group waits for the paragraph's end

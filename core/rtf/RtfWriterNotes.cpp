@@ -44,8 +44,8 @@ void RtfWriter::writeNotesUntil(int position)
 
 void RtfWriter::writeNote(int number)
 {
-    const MVRTextRtfNote &note = m_notes.at(number);
-    const QByteArray content = noteContent(note);
+    MVRTextRtfNote &note = m_notes[number];
+    const QByteArray content = noteContent(&note);
     if (note.kind == MVRTextRtfNote::Comment)
         writeComment(number, content);
     else
@@ -92,13 +92,20 @@ void RtfWriter::writeFootnote(const MVRTextRtfNote &note, const QByteArray &cont
     m_body.endGroup();
 }
 
-// Uses the tables of the whole file; content that cannot be read is an empty note.
-QByteArray RtfWriter::noteContent(const MVRTextRtfNote &note)
+// Uses the tables of the whole file; content that cannot be read is an empty note. Who wrote it and
+// when may stand in the content itself, where the reader puts it.
+QByteArray RtfWriter::noteContent(MVRTextRtfNote *note)
 {
     QTextDocument content;
     content.setUndoRedoEnabled(false);
-    if (RtfReader::isRtf(note.rtf))
-        RtfReader(note.rtf, &content).read();
+    if (RtfReader::isRtf(note->rtf)) {
+        RtfReader reader(note->rtf, &content);
+        reader.read();
+        if (note->author.isEmpty())
+            note->author = reader.info().author;
+        if (!note->time.isValid())
+            note->time = reader.info().time;
+    }
 
     RtfWriter writer;
     std::swap(writer.m_tables, m_tables);
@@ -106,7 +113,7 @@ QByteArray RtfWriter::noteContent(const MVRTextRtfNote &note)
     writer.m_isNote = true;
     writer.m_paragraph = QByteArrayLiteral("\\pard");
     writer.m_body.words(writer.m_paragraph);
-    if (note.kind == MVRTextRtfNote::Footnote)
+    if (note->kind == MVRTextRtfNote::Footnote)
         writer.m_body.raw(QByteArrayLiteral("{\\super\\chftn} "));
     writer.writeBody(content);
     std::swap(writer.m_tables, m_tables);
