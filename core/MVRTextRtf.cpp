@@ -17,15 +17,17 @@ bool isPristine(const QTextDocument &document)
         && document.begin().charFormat().isEmpty();
 }
 
-void readInto(const QByteArray &rtf, QTextDocument *document)
+void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes)
 {
-    RtfReader reader(rtf, document);
+    RtfReader reader(rtf, document, notes);
     {
         QTextCursor cursor(document);
         cursor.beginEditBlock();
         reader.read();
         cursor.endEditBlock();
     }
+    if (!reader.info().title.isEmpty())
+        document->setMetaInformation(QTextDocument::DocumentTitle, reader.info().title);
     if (!reader.defaultFormat().isEmpty())
         document->setDefaultFont(reader.defaultFormat().font());
 }
@@ -56,18 +58,30 @@ QTextCharFormat formatOf(const QFont &font)
 
 bool MVRTextRtf::fromRtfCData(const QByteArray &rtf, QTextDocument *document)
 {
+    return fromRtfCData(rtf, document, nullptr);
+}
+
+bool MVRTextRtf::fromRtfCData(const QByteArray &rtf, QTextDocument *document,
+                              MVRTextRtfNotes *notes)
+{
     if (!document || !RtfReader::isRtf(rtf))
         return false;
     const UndoRecordingOff pause(document);
     if (!isPristine(*document))
         document->clear();
-    readInto(rtf, document);
+    readInto(rtf, document, notes);
     return true;
 }
 
 QByteArray MVRTextRtf::toRtfCData(const QTextDocument *document, bool withDefaults)
 {
-    return document ? RtfWriter().write(*document, withDefaults) : QByteArray();
+    return toRtfCData(document, withDefaults, {});
+}
+
+QByteArray MVRTextRtf::toRtfCData(const QTextDocument *document, bool withDefaults,
+                                  const MVRTextRtfNotes &notes)
+{
+    return document ? RtfWriter().write(*document, withDefaults, notes) : QByteArray();
 }
 
 QByteArray MVRTextRtf::textToRtf(const QString &text, const QFont *font)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <core/MVRTextRtfNote.h>
 #include <core/MvrCoreExport.h>
 
 #include <QByteArray>
@@ -13,8 +14,8 @@ class QTextDocument;
 
     What is written here is read back with the same text, paragraphs and formats, property by
     property; what RTF cannot say exactly (fractions of its units, this system's paragraph
-    properties) stands in destinations that other programs skip. Notes are not part of it: their
-    properties are neither written nor made.
+    properties) stands in destinations that other programs skip. Note properties are neither written
+    nor made: notes are handed over beside the document, or left out.
 */
 class MVRCORE_EXPORT MVRTextRtf
 {
@@ -25,8 +26,8 @@ public:
         Words that are not known are passed over by RTF's own rules, and a file that is damaged
         or cut off gives what stands before the damage. The \c \\par at the end of a file ends
         the last paragraph, it does not begin another one; programs that end a file without it
-        mean the same. Undo recording pauses meanwhile, so the document's undo history is empty
-        afterwards, and its setting is as it was.
+        mean the same. A title in the file becomes the document's. Undo recording pauses meanwhile,
+       so the document's undo history is empty afterwards, and its setting is as it was.
 
         \param rtf       the file
         \param document  receives the text; null reads nothing
@@ -35,6 +36,15 @@ public:
                 file without text
     */
     static bool fromRtfCData(const QByteArray &rtf, QTextDocument *document);
+
+    /*!
+        The same, and lists the footnotes and comments of the file.
+
+        \param notes  receives the notes in the order of the file, also those of deeper notes,
+                      which stand where the note around them does; null leaves notes out
+    */
+    static bool fromRtfCData(const QByteArray &rtf, QTextDocument *document,
+                             MVRTextRtfNotes *notes);
 
     /*!
         Writes a document as RTF.
@@ -47,6 +57,15 @@ public:
         \return the file, plain ASCII; empty for a null document
     */
     static QByteArray toRtfCData(const QTextDocument *document, bool withDefaults);
+
+    /*!
+        The same with footnotes and comments.
+
+        \param notes  in any order, their ranges inside the document; content that cannot be read
+                      is written as an empty note
+    */
+    static QByteArray toRtfCData(const QTextDocument *document, bool withDefaults,
+                                 const MVRTextRtfNotes &notes);
 
     /*!
         Writes plain text as RTF.

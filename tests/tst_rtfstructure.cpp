@@ -11,7 +11,7 @@
 
 #include <memory>
 
-// Lists, tables and pictures.
+// Lists, tables, pictures, text boxes, bookmarks and what a file says about itself.
 class TestRtfStructure : public QObject
 {
     Q_OBJECT
@@ -27,6 +27,10 @@ private Q_SLOTS:
     void tableAmongParagraphs();
     void pictures_data();
     void pictures();
+    void textBoxes_data();
+    void textBoxes();
+    void bookmarks();
+    void title();
     void sizes_data();
     void sizes();
 };
@@ -395,6 +399,69 @@ void TestRtfStructure::pictures()
     // Files that other programs cannot take for PNG or JPEG are written as PNG.
     if (!file.isEmpty() && !file.startsWith("BM"))
         QCOMPARE(copy.toByteArray(), file);
+}
+
+void TestRtfStructure::textBoxes_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *name, const QByteArray &body, const char *text) {
+        QTest::newRow(name) << body << QString::fromLatin1(text);
+    };
+    const QByteArray box(
+        "{\\shp{\\*\\shpinst\\shpleft9{\\sp{\\sn a}{\\sv b}}{\\shptxt \\pard box\\par two}}"
+        "{\\shprslt old}}");
+    row("before its paragraph", "one\\par here" + box + " on\\par", "one\nbox\ntwo\nhere on");
+    row("at the end of a file", "a\\par" + box, "a\nbox\ntwo");
+    row("in a table", "\\trowd\\cellx9\\cellx99\\intbl a\\cell " + box + "b\\cell\\row\\pard",
+        "\na\nbox\ntwo\nb\n");
+    row("box in a box", "{\\shp{\\shptxt x" + box + "}}y", "box\ntwo\nx\ny");
+    row("cut off", "a{\\shp{\\shptxt b{\\b c", "bc\na");
+    row("hidden", "a{\\v" + box + "}", "a");
+}
+
+void TestRtfStructure::textBoxes()
+{
+    QFETCH(const QByteArray, body);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 " + body + '}', &document));
+    QTEST(document.toPlainText(), "text");
+}
+
+void TestRtfStructure::bookmarks()
+{
+    const QByteArray rtf("{\\rtf1 a {\\*\\bkmkstart one}{\\*\\bkmkstart two}{\\*\\bkmkend two}"
+                         "\\par\\u233?b{\\*\\bkmkend one}}");
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData(rtf, &document));
+    // Other programs get them from our file, and exact properties are not needed to read them.
+    QByteArray ours = MVRTextRtf::toRtfCData(&document, true);
+    ours.replace("mvrx", "none");
+    for (const QByteArray &file : {rtf, ours}) {
+        QVERIFY(MVRTextRtf::fromRtfCData(file, &document));
+        QCOMPARE(document.toPlainText(), QString::fromUtf8("a \n\u00e9b"));
+        const QTextFragment first = document.lastBlock().begin().fragment();
+        QCOMPARE(first.length(), 1);
+        QCOMPARE(first.charFormat().anchorNames(),
+                 QStringList({QStringLiteral("one"), QStringLiteral("two")}));
+    }
+}
+
+void TestRtfStructure::title()
+{
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData(
+        "{\\rtf1{\\info{\\title A \\{B\\} \\u937?}{\\author X}{\\subject no}}"
+        "{\\title t}ext}",
+        &document));
+    const QString title = QString::fromUtf8("A {B} \u03a9");
+    QCOMPARE(document.metaInformation(QTextDocument::DocumentTitle), title);
+    QCOMPARE(document.toPlainText(), QStringLiteral("ext"));
+
+    QTextDocument read;
+    QVERIFY(MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&document, true), &read));
+    QCOMPARE(read.metaInformation(QTextDocument::DocumentTitle), title);
+    QVERIFY(!MVRTextRtf::toRtfCData(&document, false).contains("title")); // content has none
 }
 
 void TestRtfStructure::sizes_data()

@@ -286,6 +286,12 @@ void TestTool::placesNotes_data()
     QTest::newRow("inspector notes are lost in a file")
         << "inspector"
         << "fdx" << QByteArray(">Constance<") << note << true;
+    QTest::newRow("attached in RTF")
+        << ""
+        << "rtf" << QByteArray("annotation") << QByteArray("[Check") << false;
+    QTest::newRow("in brackets in RTF")
+        << "inline"
+        << "rtf" << QByteArray("[Check") << QByteArray("annotation") << false;
     QTest::newRow("dropped") << "drop"
                              << "fdx" << QByteArray(">Constance<") << note << true;
     QTest::newRow("no link is left of a note")
@@ -532,6 +538,13 @@ void TestTool::listsNotes()
     QCOMPARE(first.value(QLatin1String("start")).toInt(), 17);
     QCOMPARE(first.value(QLatin1String("end")).toInt(), 26);
     QVERIFY(QColor(first.value(QLatin1String("color")).toString()).isValid());
+
+    const QString rtf = path(QStringLiteral("notes.rtf"));
+    QCOMPARE(mvrtext({QStringLiteral("convert"), example(), rtf}).exitCode, 0);
+    const Run ofRtf = mvrtext({QStringLiteral("notes"), rtf});
+    QCOMPARE(ofRtf.output.count("comment "), 5);
+    QVERIFY2(ofRtf.output.contains("Check that no registered vessel has this name.\n"),
+             ofRtf.output.constData());
 
     const Run table = mvrtext({QStringLiteral("notes"), example()});
     QCOMPARE(table.output.count('\n'), 6);

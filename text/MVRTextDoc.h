@@ -253,6 +253,35 @@ public:
                                                             bool skipNoteWords, QTextCursor cursor);
 
     //@}
+    /*! \name RTF files with their notes */
+    //@{
+
+    /*!
+        Replaces a document's content by an RTF file (RTF 1.9.1), as MVRTextRtf::fromRtfCData()
+        does, and attaches its notes: footnotes and end notes become inspector footnotes,
+        annotations inspector comments.
+
+        A note is attached to the text that it was written for, or else to the word before its mark
+        in the same paragraph, else to a label such as "(Linked Footnote)". Where notes overlap, the
+        longer one gives way, and a comment and a footnote on one word share its letters. Notes of
+        one kind on the same text become one note, their contents in the order of the file, each
+        behind the name of its author. A comment's colour is the default one unless toRtf() wrote
+        the file.
+        \return false, the document being as it was, when \a rtf is no RTF or the document is null
+    */
+    static bool fromRtf(const QByteArray &rtf, QTextDocument *document);
+
+    /*!
+        Writes a document as an RTF file, its inspector notes as footnotes and annotations that
+        other programs show too.
+
+        fromRtf() gives the notes back with their kind, colour, range and content; only the letters
+        of content that is no RTF reach no other program. Inline notes are text like any other.
+        \return the file, plain ASCII; empty for a null document
+    */
+    static QByteArray toRtf(const QTextDocument *document);
+
+    //@}
     /*! \name Links to other items of the application
 
         Such a link is an anchor whose target is the item's id in decimal. */

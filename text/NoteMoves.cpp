@@ -7,6 +7,7 @@
 #include <core/MVRTextUtil.h>
 #include <core/NoteFormat_p.h>
 #include <core/STextDoc.h>
+#include <text/NoteLabel_p.h>
 #include <text/NoteRuns_p.h>
 
 #include <QSet>
@@ -131,26 +132,6 @@ QTextCursor freeWord(QTextDocument *document, int position, const InlineMove &mo
     return hasInspectorKind(word) ? QTextCursor() : word;
 }
 
-QString labelText(bool footnote)
-{
-    static const QString footnoteLabel = QObject::tr("(Linked Footnote)");
-    static const QString commentLabel = QObject::tr("(Linked Comment)");
-    return footnote ? footnoteLabel : commentLabel;
-}
-
-/*! Inserts the text that carries a note for want of a word, and selects it. */
-QTextCursor insertLabel(QTextDocument *document, int position, bool footnote)
-{
-    QTextCursor cursor(document);
-    cursor.setPosition(position);
-    // The label continues no note and no link that it happens to stand behind.
-    QTextCharFormat format = cursor.charFormat();
-    clearNoteProperties(format);
-    STextDoc::clearLinkProperties(&format);
-    cursor.insertText(labelText(footnote), format);
-    return MVRTextRange(position, cursor.position()).toTextCursor(document);
-}
-
 /*! The text that is to carry the note that stood at \a position, selected. */
 QTextCursor anchorText(QTextDocument *document, int position, const InlineMove &move)
 {
@@ -159,7 +140,7 @@ QTextCursor anchorText(QTextDocument *document, int position, const InlineMove &
         if (word.hasSelection())
             return word;
     }
-    return insertLabel(document, position, move.toFootnote);
+    return insertNoteLabel(document, position, move.toFootnote);
 }
 
 /*! Turns \a content, the text of an inline note, into that of an inspector note. */

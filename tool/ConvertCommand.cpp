@@ -14,7 +14,7 @@
 namespace {
 
 const char examples[] = R"(  mvrtext convert script.fdx script.pdf
-  mvrtext convert --notes inline script.fdx script.rtf
+  mvrtext convert --notes inline script.fdx script.txt
   mvrtext convert --page 2 --dpi 300 script.fdx page2.png
   mvrtext convert --from md --to html - - < chapter.md > chapter.html
 )";
@@ -39,8 +39,9 @@ void addOptions(CommandLine &commandLine)
     commandLine.addOption("to", "Format of OUT where its suffix does not tell.",
                           writableFormats().join(QLatin1Char('|')));
     commandLine.addOption("notes",
-                          "Put notes into the text (inline), take them out of it (inspector) or "
-                          "leave them out (drop). Default: inline for fdx, else drop.",
+                          "Put notes into the text (inline), attach them to words (inspector) or "
+                          "leave them out (drop). Default: inline for fdx, inspector for rtf, "
+                          "else drop.",
                           QStringLiteral("inline|inspector|drop"));
     commandLine.addOption("paper", "Paper of pdf, png, odt and html.", QStringLiteral("letter|a4"),
                           "letter");
@@ -161,7 +162,7 @@ bool convert(const Conversion &conversion)
 
     const QString name = displayName(conversion.output, QStringLiteral("standard output"));
     progress.setStep(QStringLiteral("Writing ") + name);
-    const int lost = placeNotes(document.text, conversion.notes, conversion.to->carriesNotes);
+    const int lost = placeNotes(document.text, conversion.notes, conversion.to->notes);
     QByteArray bytes;
     QString error;
     if (!conversion.to->write(document, conversion.options, &bytes, &error)

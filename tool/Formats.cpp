@@ -5,14 +5,14 @@
 namespace {
 
 constexpr Format formats[] = {
-    {"fdx", "Final Draft", "", readFdx, writeFdx, true},
-    {"rtf", "RTF", "", readRtf, writeRtf, false},
-    {"html", "HTML", "htm xhtml", readHtml, writeHtml, false},
-    {"txt", "plain text", "text", readText, writeText, false},
-    {"md", "Markdown", "markdown", readMarkdown, writeMarkdown, false},
-    {"odt", "ODT", "", nullptr, writeOdt, false},
-    {"pdf", "PDF", "", nullptr, writePdf, false},
-    {"png", "PNG", "", nullptr, writePng, false},
+    {"fdx", "Final Draft", "", readFdx, writeFdx, NoteSupport::InText},
+    {"rtf", "RTF", "", readRtf, writeRtf, NoteSupport::Attached},
+    {"html", "HTML", "htm xhtml", readHtml, writeHtml, NoteSupport::None},
+    {"txt", "plain text", "text", readText, writeText, NoteSupport::None},
+    {"md", "Markdown", "markdown", readMarkdown, writeMarkdown, NoteSupport::None},
+    {"odt", "ODT", "", nullptr, writeOdt, NoteSupport::None},
+    {"pdf", "PDF", "", nullptr, writePdf, NoteSupport::None},
+    {"png", "PNG", "", nullptr, writePng, NoteSupport::None},
 };
 
 template <typename Test> QStringList formatNames(Test test)

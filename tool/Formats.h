@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Notes.h"
 #include "Readers.h"
 #include "Writers.h"
 
@@ -14,7 +15,7 @@ struct Format
     const char *otherSuffixes; /*!< separated by blanks */
     ReadFunction read; /*!< null when it is not read */
     WriteFunction write; /*!< null when it is not written */
-    bool carriesNotes; /*!< it has notes in the text */
+    NoteSupport notes;
 };
 
 /*! The format called \a name (in any case); null when there is none. */

@@ -82,11 +82,11 @@ void bracketAnnotations(QTextDocument &document)
     MVRTextDoc::encloseAnnotations(&document, QStringLiteral(" ["), QStringLiteral("]"), true);
 }
 
-int placeInline(QTextDocument &document, bool carriesNotes)
+int placeInline(QTextDocument &document, NoteSupport support)
 {
     MVRTextDoc::convertInspectorCommentsToInlineAnnotations(&document, QTextCursor());
     MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(&document, QTextCursor());
-    if (!carriesNotes) {
+    if (support != NoteSupport::InText) {
         // One kind after the other: an annotation that touches a footnote keeps its own brackets.
         bracketAnnotations(document);
         MVRTextDoc::convertInlineFootnotesToInlineAnnotations(&document, QTextCursor());
@@ -95,11 +95,23 @@ int placeInline(QTextDocument &document, bool carriesNotes)
     return dropInspectorNotes(document); // those whose content cannot be read
 }
 
-int placeInInspector(QTextDocument &document)
+int placeInInspector(QTextDocument &document, NoteSupport support)
 {
     MVRTextDoc::convertInlineAnnotationsToInspectorComments(&document, false, QTextCursor());
     MVRTextDoc::convertInlineFootnotesToInspectorFootnotes(&document, false, QTextCursor());
-    return dropInspectorNotes(document);
+    return support == NoteSupport::Attached ? 0 : dropInspectorNotes(document);
+}
+
+NotesChoice choiceFor(NoteSupport support)
+{
+    switch (support) {
+    case NoteSupport::InText:
+        return NotesChoice::Inline;
+    case NoteSupport::Attached:
+        return NotesChoice::Inspector;
+    default:
+        return NotesChoice::Drop;
+    }
 }
 
 }
@@ -127,15 +139,13 @@ QVector<Note> notesOf(const QTextDocument &document)
     return notes;
 }
 
-int placeNotes(QTextDocument &document, NotesChoice choice, bool carriesNotes)
+int placeNotes(QTextDocument &document, NotesChoice choice, NoteSupport support)
 {
-    if (choice == NotesChoice::ByFormat)
-        choice = carriesNotes ? NotesChoice::Inline : NotesChoice::Drop;
-    switch (choice) {
+    switch (choice == NotesChoice::ByFormat ? choiceFor(support) : choice) {
     case NotesChoice::Inline:
-        return placeInline(document, carriesNotes);
+        return placeInline(document, support);
     case NotesChoice::Inspector:
-        return placeInInspector(document);
+        return placeInInspector(document, support);
     default:
         return dropInspectorNotes(document)
             + removeInlineNotes(document, MVRTextFormat::InlineAnnotationProperty)

@@ -24,9 +24,16 @@ QString kindName(Note::Kind kind);
 /*! All notes of \a document in the order of their places. */
 QVector<Note> notesOf(const QTextDocument &document);
 
-/*! What a conversion does with notes that the new format cannot carry. */
+/*! What notes a file format has. */
+enum class NoteSupport {
+    None,
+    InText, /*!< in the text, as Final Draft's script notes */
+    Attached /*!< attached to text, as RTF's comments and footnotes */
+};
+
+/*! What a conversion does with the notes of a document. */
 enum class NotesChoice {
-    ByFormat, /*!< inline for Final Draft, else drop */
+    ByFormat, /*!< inline for Final Draft, inspector for RTF, else drop */
     Inline, /*!< put them into the text */
     Inspector, /*!< take them out of the text and attach them to a word */
     Drop
@@ -37,8 +44,8 @@ enum class NotesChoice {
 
     \param document      changed in place
     \param choice        what the user wants
-    \param carriesNotes  whether the format has notes in the text; where it has not, inline notes
+    \param support       what the format has; where it has no notes in the text, inline notes
                          stand in brackets
     \return how many notes the written file will lack
 */
-int placeNotes(QTextDocument &document, NotesChoice choice, bool carriesNotes);
+int placeNotes(QTextDocument &document, NotesChoice choice, NoteSupport support);

@@ -5,8 +5,8 @@
 #include "ScreenplayElements.h"
 #include "TextDecoding.h"
 
-#include <core/MVRTextRtf.h>
 #include <finaldraft/MVRFinalDraftReader.h>
+#include <text/MVRTextDoc.h>
 
 #include <QBuffer>
 #include <QFont>
@@ -165,10 +165,11 @@ bool readRtf(const QByteArray &bytes, const ReadOptions &options, Document &docu
              QString *error)
 {
     Q_UNUSED(options)
-    if (!MVRTextRtf::fromRtfCData(bytes, &document.text)) {
+    if (!MVRTextDoc::fromRtf(bytes, &document.text)) {
         *error = QStringLiteral("not an RTF file");
         return false;
     }
+    document.title = document.text.metaInformation(QTextDocument::DocumentTitle);
     document.text.setDocumentMargin(defaultMargin);
     document.elements = elementsForWriting(standardSettings());
     return true;

@@ -6,8 +6,8 @@
 #include "Pages.h"
 #include "TitlePage.h"
 
-#include <core/MVRTextRtf.h>
 #include <finaldraft/MVRFinalDraftWriter.h>
+#include <text/MVRTextDoc.h>
 
 #include <QBuffer>
 #include <QImage>
@@ -82,7 +82,8 @@ bool writeRtf(Document &document, const WriteOptions &options, QByteArray *bytes
 {
     Q_UNUSED(options)
     Q_UNUSED(error)
-    *bytes = MVRTextRtf::toRtfCData(&document.text, true);
+    document.text.setMetaInformation(QTextDocument::DocumentTitle, document.title);
+    *bytes = MVRTextDoc::toRtf(&document.text);
     return true;
 }
 

@@ -339,4 +339,72 @@ void takeDefaults(RtfReader &reader, const RtfWord &, bool, int)
     reader.takeDefaults();
 }
 
+void beginNote(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginNote(MVRTextRtfNote::Footnote);
+}
+
+void beginComment(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginNote(MVRTextRtfNote::Comment);
+}
+
+void openNoteWord(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openNoteWord(&RtfDestinations::body,
+                        static_cast<const RtfDestination *>(word.destination));
+}
+
+void openWithinNote(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openNoteWord(&RtfDestinations::note,
+                        static_cast<const RtfDestination *>(word.destination));
+}
+
+void setNoteNumber(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.setNoteNumber();
+}
+
+void setEndNote(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.setEndNote();
+}
+
+void setNoteTime(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter)
+{
+    if (hasParameter)
+        reader.setNoteTime(word.value, parameter);
+}
+
+void openWithinInfo(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openWithin(&RtfDestinations::info,
+                      static_cast<const RtfDestination *>(word.destination));
+}
+
+void openWithinShape(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openWithin(&RtfDestinations::shape,
+                      static_cast<const RtfDestination *>(word.destination));
+}
+
+void openBookmark(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    if (reader.isVisible())
+        reader.openDestination(static_cast<const RtfDestination *>(word.destination));
+    else
+        reader.skipDestination();
+}
+
+void beginShape(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginShape();
+}
+
+void beginTextBox(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginTextBox();
+}
+
 } // namespace RtfActions

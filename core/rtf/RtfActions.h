@@ -68,5 +68,17 @@ void skipDestination(RtfReader &reader, const RtfWord &word, bool hasParameter, 
 void beginField(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void beginFieldResult(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void takeDefaults(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void beginNote(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void beginComment(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void openNoteWord(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void openWithinNote(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setNoteNumber(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setEndNote(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setNoteTime(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void openWithinInfo(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void openWithinShape(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void openBookmark(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void beginShape(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void beginTextBox(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 
 }

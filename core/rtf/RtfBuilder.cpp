@@ -35,6 +35,21 @@ void RtfBuilder::endParagraph(const RtfParagraphEnd &end)
     insert(m_paragraph);
     m_paragraph.text.resize(0); // keeps the capacity, unlike clear()
     m_paragraph.runs.clear();
+    m_paragraph.marks.clear();
+}
+
+int RtfBuilder::addMark()
+{
+    const int number = static_cast<int>(m_markPositions.size());
+    m_markPositions.push_back(-1);
+    m_paragraph.marks.push_back({m_paragraph.text.size(), number});
+    return number;
+}
+
+int RtfBuilder::markPosition(int number) const
+{
+    const int position = m_markPositions[number];
+    return position >= 0 ? position : m_cursor.document()->characterCount() - 1;
 }
 
 void RtfBuilder::endCell(RtfParagraphEnd end)
@@ -87,6 +102,9 @@ void RtfBuilder::insert(const RtfParagraph &paragraph)
         insertBlock(m_formats.blockFormat(paragraph.end.blockFormat),
                     m_formats.charFormat(paragraph.end.markFormat));
     m_lastList = paragraph.end.list;
+
+    for (const RtfMark &mark : paragraph.marks)
+        m_markPositions[mark.number] = m_cursor.position() + mark.offset;
 
     const std::vector<RtfRun> &runs = paragraph.runs;
     for (std::size_t i = 0; i < runs.size(); ++i) {

@@ -8,6 +8,7 @@
 #include <QTextCursor>
 
 #include <string_view>
+#include <utility>
 #include <vector>
 
 class QTextDocument;
@@ -39,6 +40,15 @@ public:
         beginRun(charFormat);
         m_paragraph.text.append(text.data(), static_cast<int>(text.size()));
     }
+
+    /*! Sets the paragraph that is being collected aside, so that others come before it. */
+    RtfParagraph takeParagraph() { return std::exchange(m_paragraph, {}); }
+    void giveParagraph(RtfParagraph paragraph) { m_paragraph = std::move(paragraph); }
+
+    /*! Marks the place behind the text so far; gives the mark's number. */
+    int addMark();
+    /*! Where a mark came to stand; the document's end for one in a paragraph that was left out. */
+    int markPosition(int number) const;
 
     bool hasText() const { return !m_paragraph.text.isEmpty(); }
 
@@ -79,6 +89,7 @@ private:
     std::vector<RtfTable> m_tables; // those that are open, the innermost last
     bool m_blockReady = true; // an empty block waits for the next paragraph
     bool m_started = false;
+    std::vector<int> m_markPositions; // -1 until the paragraph is inserted
     int m_cellStart = -1; // position of the cell that was begun last
 
     QHash<QPair<int, int>, QTextList *> m_lists; // by \ls and level

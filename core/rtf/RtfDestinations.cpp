@@ -2,9 +2,18 @@
 
 #include <core/rtf/RtfReader.h>
 
+namespace {
+
+void collect(RtfReader &reader, const QString &text)
+{
+    reader.addCollected(text);
+}
+
+} // namespace
+
 namespace RtfDestinations {
 
-const RtfDestination body {};
+const RtfDestination body {nullptr, nullptr, true};
 
 const RtfDestination ignored {};
 
@@ -32,9 +41,7 @@ const RtfDestination list {nullptr, [](RtfReader &reader) { reader.lists().finis
 
 const RtfDestination listLevel {};
 
-const RtfDestination levelText {
-    [](RtfReader &reader, const QString &text) { reader.addCollected(text); },
-    [](RtfReader &reader) { reader.finishLevelText(); }};
+const RtfDestination levelText {collect, [](RtfReader &reader) { reader.finishLevelText(); }};
 
 const RtfDestination oldList {};
 
@@ -42,8 +49,39 @@ const RtfDestination nestedRow {};
 
 const RtfDestination picture {nullptr, [](RtfReader &reader) { reader.finishPicture(); }};
 
-const RtfDestination exactProperties {
-    [](RtfReader &reader, const QString &text) { reader.addCollected(text); },
-    [](RtfReader &reader) { reader.finishExactProperties(); }};
+const RtfDestination exactProperties {collect,
+                                      [](RtfReader &reader) { reader.finishExactProperties(); }};
+
+const RtfDestination note {nullptr, [](RtfReader &reader) { reader.finishNote(); }, true};
+
+const RtfDestination info {};
+
+const RtfDestination infoTitle {collect, [](RtfReader &reader) { reader.setTitle(); }};
+
+const RtfDestination infoAuthor {collect, [](RtfReader &reader) { reader.setAuthor(); }};
+
+const RtfDestination infoTime {};
+
+const RtfDestination bookmark {collect, [](RtfReader &reader) { reader.addBookmark(); }};
+
+const RtfDestination shape {};
+
+const RtfDestination textBox {nullptr, [](RtfReader &reader) { reader.finishTextBox(); }, true};
+
+const RtfDestination noteAuthor {collect, [](RtfReader &reader) { reader.setNoteAuthor(); }};
+
+const RtfDestination noteInitials {collect, [](RtfReader &reader) { reader.setNoteInitials(); }};
+
+const RtfDestination noteRangeStart {collect, [](RtfReader &reader) { reader.addRangeEdge(true); }};
+
+const RtfDestination noteRangeEnd {collect, [](RtfReader &reader) { reader.addRangeEdge(false); }};
+
+const RtfDestination noteReference {collect, [](RtfReader &reader) { reader.setNoteReference(); }};
+
+const RtfDestination noteDate {collect, [](RtfReader &reader) { reader.setNoteDate(); }};
+
+const RtfDestination noteTime {};
+
+const RtfDestination noteData {collect, [](RtfReader &reader) { reader.setNoteData(); }};
 
 } // namespace RtfDestinations

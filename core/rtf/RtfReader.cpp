@@ -18,13 +18,14 @@ const char *skipSpace(const char *at, const char *end)
 
 } // namespace
 
-RtfReader::RtfReader(const QByteArray &rtf, QTextDocument *document)
+RtfReader::RtfReader(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes)
     : m_tokens(rtf)
     , m_document(document)
     , m_formats(m_tables)
-    , m_builder(document, m_formats, m_tables, m_lists)
+    , m_body(document, m_formats, m_tables, m_lists)
     , m_fontTable(&m_tables)
     , m_colorTable(&m_tables)
+    , m_notes(notes)
 {
     m_outer.reserve(8); // deep enough for most files
 }
@@ -175,15 +176,24 @@ void RtfReader::finish()
 {
     flushBytes();
     // A file that breaks off within a destination ends with the text around it.
-    while (!inBody() && m_outer.size() > 1) {
+    while ((!inBody() || openNote() || !m_boxes.empty()) && m_outer.size() > 1) {
+        if (m_group.opensDestination && inBody())
+            m_group.destination->close(*this);
         m_group = m_outer.back();
         m_outer.pop_back();
     }
+    insertLastParagraph();
+    if (m_notes)
+        resolveNotes();
+}
+
+void RtfReader::insertLastParagraph()
+{
     putLoneSurrogate();
     // The last \par ends the last paragraph, and no empty one follows it.
-    if (m_builder.hasText() || !m_builder.hasContent())
+    if (m_builder->hasText() || !m_builder->hasContent())
         insertParagraph();
-    m_builder.finish();
+    m_builder->finish();
 }
 
 void RtfReader::openDestination(const RtfDestination *destination)
@@ -229,7 +239,7 @@ void RtfReader::endParagraph()
 
 RtfParagraphEnd RtfReader::paragraphEnd()
 {
-    constexpr int deepestTable = 8;
+    static constexpr int deepestTable = 8;
     RtfParaProps para = m_group.para;
     if (m_pageBreak || (m_sectionBreak && !m_continuousSection))
         para.pageBreakBefore = 1;
@@ -242,7 +252,12 @@ RtfParagraphEnd RtfReader::paragraphEnd()
     RtfParagraphEnd end;
     end.list = para.list;
     end.listLevel = para.listLevel;
-    end.tableLevel = qBound(0, para.tableLevel > 0 ? para.tableLevel : para.inTable, deepestTable);
+    const auto tableLevel = [](const RtfParaProps &props) {
+        return qBound(0, props.tableLevel > 0 ? props.tableLevel : props.inTable, deepestTable);
+    };
+    end.tableLevel = tableLevel(para);
+    if (!m_boxes.empty()) // a box does not end the table that it is anchored in
+        end.tableLevel = qMax(end.tableLevel, tableLevel(m_boxes.back().para));
     // Where a paragraph stands makes no other format of it.
     para.inTable = para.tableLevel = para.listLevel = 0;
     para.list = para.list != 0 ? 1 : 0;
@@ -253,14 +268,14 @@ RtfParagraphEnd RtfReader::paragraphEnd()
 
 void RtfReader::insertParagraph()
 {
-    m_builder.endParagraph(paragraphEnd());
+    m_builder->endParagraph(paragraphEnd());
 }
 
 void RtfReader::breakPage()
 {
     if (!isVisible())
         return;
-    if (m_builder.hasText())
+    if (m_builder->hasText())
         endParagraph();
     m_pageBreak = true;
 }
@@ -269,7 +284,7 @@ void RtfReader::endSection()
 {
     if (!inBody())
         return;
-    if (m_builder.hasText())
+    if (m_builder->hasText())
         endParagraph();
     m_sectionBreak = true;
 }

@@ -6,11 +6,14 @@
 #include <core/rtf/RtfFormats.h>
 #include <core/rtf/RtfHeader.h>
 #include <core/rtf/RtfLists.h>
+#include <core/rtf/RtfNotes.h>
 #include <core/rtf/RtfPicture.h>
 #include <core/rtf/RtfProps.h>
 #include <core/rtf/RtfStyles.h>
 #include <core/rtf/RtfTokenizer.h>
 
+#include <memory>
+#include <utility>
 #include <vector>
 
 struct RtfWord;
@@ -40,8 +43,11 @@ struct RtfGroup
 class RtfReader
 {
 public:
-    /*! \param rtf  the file, from its first `{` on; must outlive the reader */
-    RtfReader(const QByteArray &rtf, QTextDocument *document);
+    /*!
+        \param rtf    the file, from its first `{` on; must outlive the reader
+        \param notes  receives the notes of the file; null leaves them out
+    */
+    RtfReader(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes = nullptr);
 
     /*! Tells whether \a rtf begins, after white space, with `{\rtf`. */
     static bool isRtf(const QByteArray &rtf);
@@ -50,6 +56,9 @@ public:
 
     /*! The default character format that the file carries, see \mvrdefaults; may be empty. */
     const QTextCharFormat &defaultFormat() const { return m_defaultFormat; }
+
+    /*! What \info says about the file. */
+    const RtfInfo &info() const { return m_info; }
 
     // For the functions of the control words.
     RtfGroup &group() { return m_group; }
@@ -62,7 +71,8 @@ public:
     RtfRowFormat &row();
     RtfCellFormat &nextCell() { return m_nextCell; }
 
-    bool inBody() const { return m_group.destination == &RtfDestinations::body; }
+    /*! Text of the document, of a note or of a text box. */
+    bool inBody() const { return m_group.destination->isBody; }
     /*! Body text that a reader of the file would see: neither hidden nor a deleted revision. */
     bool isVisible() const { return inBody() && !m_group.chars.hidden && !m_group.chars.deleted; }
 
@@ -114,12 +124,39 @@ public:
     void finishFieldInstruction();
     void finishExactProperties();
 
+    void beginShape();
+    void beginTextBox();
+    void finishTextBox();
+    void addBookmark();
+    void setTitle() { m_info.title = takeCollected(); }
+    void setAuthor() { m_info.author = takeCollected(); }
+
+    void beginNote(MVRTextRtfNote::Kind kind);
+    void finishNote();
+    void openNoteWord(const RtfDestination *around, const RtfDestination *destination);
+    void setNoteNumber();
+    void setEndNote();
+    void setNoteAuthor() { m_noteAuthor = takeCollected(); }
+    void setNoteInitials() { m_noteInitials = takeCollected(); }
+    void addRangeEdge(bool isStart);
+    void setNoteReference();
+    void setNoteDate();
+    void setNoteTime(int component, int value);
+    void setNoteData();
+
 private:
     struct Field
     {
         QString instruction;
         int parent = -1;
         int link = 0;
+    };
+
+    /*! A paragraph that waits for the end of the text box that is anchored in it. */
+    struct Box
+    {
+        RtfParagraph paragraph;
+        RtfParaProps para;
     };
 
     bool handle(const RtfToken &token);
@@ -140,7 +177,12 @@ private:
     int codePage();
     int lookUpCodePage() const;
     int charFormat();
+    int anchorFormat();
     void insertParagraph();
+    void insertLastParagraph();
+    void resolveNotes();
+    QString takeCollected() { return std::exchange(m_collected, QString()); }
+    RtfOpenNote *openNote() { return m_openNotes.empty() ? nullptr : m_openNotes.back().get(); }
     RtfParagraphEnd paragraphEnd();
 
     RtfTokenizer m_tokens;
@@ -148,7 +190,8 @@ private:
     RtfTables m_tables;
     RtfLists m_lists;
     RtfFormatCache m_formats;
-    RtfBuilder m_builder;
+    RtfBuilder m_body;
+    RtfBuilder *m_builder = &m_body; // of the body or the innermost note
     RtfFontTable m_fontTable;
     RtfColorTable m_colorTable;
     RtfStyles m_styles;
@@ -180,6 +223,15 @@ private:
 
     RtfPicture m_picture;
     std::vector<Field> m_fields;
+    std::vector<Box> m_boxes;
+    QStringList m_bookmarks; // that wait for the next character
+    RtfInfo m_info;
+
+    MVRTextRtfNotes *m_notes;
+    std::vector<std::unique_ptr<RtfOpenNote>> m_openNotes;
+    RtfFoundNotes m_foundNotes;
+    QString m_noteAuthor; // of the next comment
+    QString m_noteInitials;
     QString m_collected; // text of the destination that is open
     QTextCharFormat m_defaultFormat;
 };

@@ -141,7 +141,11 @@ void RtfReader::put(std::string_view ascii)
     if (m_inHeader && isBlank(ascii)) // a header holds no text: someone indented the file
         return;
     m_inHeader = false;
-    m_builder.append(ascii, charFormat());
+    if (!m_bookmarks.isEmpty()) {
+        m_builder->append(ascii.substr(0, 1), anchorFormat());
+        ascii.remove_prefix(1);
+    }
+    m_builder->append(ascii, charFormat());
 }
 
 void RtfReader::put(QStringView text)
@@ -179,7 +183,8 @@ void RtfReader::putUnit(char16_t unit)
     if (!isVisible())
         return;
     m_inHeader = false;
-    m_builder.append(QStringView(units, count), charFormat());
+    m_builder->append(QStringView(units, count),
+                      m_bookmarks.isEmpty() ? charFormat() : anchorFormat());
 }
 
 void RtfReader::putLoneSurrogate()

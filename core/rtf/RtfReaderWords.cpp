@@ -177,7 +177,7 @@ void RtfReader::finishPicture()
     const QTextImageFormat format = m_picture.store(m_document, m_formats.charFormat(charFormat()));
     const QChar object(QChar::ObjectReplacementCharacter);
     m_inHeader = false;
-    m_builder.append(QStringView(&object, 1), m_formats.addCharFormat(format));
+    m_builder->append(QStringView(&object, 1), m_formats.addCharFormat(format));
     m_picture = {};
 }
 
@@ -186,13 +186,13 @@ void RtfReader::endCell()
     if (!inBody())
         return;
     putLoneSurrogate();
-    m_builder.endCell(paragraphEnd());
+    m_builder->endCell(paragraphEnd());
 }
 
 void RtfReader::endRow()
 {
     if (inBody())
-        m_builder.endRow(1, m_row);
+        m_builder->endRow(1, m_row);
 }
 
 // Stands in \nesttableprops, or in the text when that destination is left out.
@@ -200,7 +200,7 @@ void RtfReader::endNestedRow()
 {
     const int level = qBound(2, m_group.para.tableLevel, 8);
     if (inBody() || m_group.destination == &RtfDestinations::nestedRow)
-        m_builder.endRow(level, m_nestedRow);
+        m_builder->endRow(level, m_nestedRow);
 }
 
 RtfRowFormat &RtfReader::row()

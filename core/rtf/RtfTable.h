@@ -23,10 +23,18 @@ struct RtfRun
     int charFormat; /*!< number in the format cache */
 };
 
+/*! A place in a paragraph whose position is asked for when the document is complete. */
+struct RtfMark
+{
+    int offset;
+    int number;
+};
+
 struct RtfParagraph
 {
     QString text;
     std::vector<RtfRun> runs;
+    std::vector<RtfMark> marks;
     RtfParagraphEnd end;
 };
 

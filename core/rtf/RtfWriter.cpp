@@ -12,6 +12,8 @@
 #include <QTextList>
 #include <QUrl>
 
+#include <limits>
+
 namespace {
 
 void appendTabs(const QList<QTextOption::Tab> &stops, QByteArray *words)
@@ -29,18 +31,28 @@ void appendTabs(const QList<QTextOption::Tab> &stops, QByteArray *words)
 
 } // namespace
 
-QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults)
+QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults,
+                            const MVRTextRtfNotes &notes)
+{
+    if (withDefaults) {
+        m_info.title = document.metaInformation(QTextDocument::DocumentTitle);
+        writeDefaults(document);
+    }
+    setNotes(notes);
+    writeBody(document);
+    writeNotesUntil(std::numeric_limits<int>::max());
+    return finished();
+}
+
+void RtfWriter::writeBody(const QTextDocument &document)
 {
     m_document = &document;
-    if (withDefaults)
-        writeDefaults(document);
     if (document.rootFrame()->childFrames().isEmpty()) {
         for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
             writeBlock(block, 0, ParagraphEnd);
     } else {
         writeFrame(*document.rootFrame(), 0);
     }
-    return finished();
 }
 
 QByteArray RtfWriter::write(const QString &text, const QTextCharFormat &format)
@@ -77,6 +89,10 @@ void RtfWriter::writeBlock(const QTextBlock &block, int tableLevel, BlockEnd end
     const QTextCharFormat format = block.charFormat();
     const QByteArray mark
         = format.objectIndex() < 0 ? markWords(block.charFormatIndex(), format) : QByteArray();
+    if (endsNote(block)) {
+        m_body.words(mark);
+        return;
+    }
     const bool ownGroup = !m_openRun && !mark.isEmpty();
     if (ownGroup) {
         m_body.beginGroup();
@@ -89,6 +105,13 @@ void RtfWriter::writeBlock(const QTextBlock &block, int tableLevel, BlockEnd end
         m_body.endGroup();
     m_openRun = false;
     m_body.lineEnd();
+}
+
+// A note's group ends its last paragraph, but for an empty one: that would not be seen.
+bool RtfWriter::endsNote(const QTextBlock &block) const
+{
+    return m_isNote && !block.next().isValid()
+        && (block.length() > 1 || !block.previous().isValid());
 }
 
 void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
@@ -123,7 +146,7 @@ int RtfWriter::listNumber(const QTextList *list)
 {
     auto known = m_listNumbers.find(list);
     if (known == m_listNumbers.end()) {
-        m_lists.append(list);
+        m_lists.append(list->format());
         known = m_listNumbers.insert(list, m_lists.size());
     }
     return known.value();
@@ -132,30 +155,69 @@ int RtfWriter::listNumber(const QTextList *list)
 void RtfWriter::writeRuns(const QTextBlock &block)
 {
     const QString text = block.text();
+    int at = block.position();
+    const int blockStart = at;
+    const int blockEnd = at + text.size();
+    const bool isLast = endsNote(block);
     for (auto it = block.begin(); !it.atEnd();) {
         const QTextFragment fragment = it.fragment();
         const int number = fragment.charFormatIndex();
+        const int end = at + fragment.length();
         ++it;
-        const Run &next = run(number, fragment.charFormat());
-        if (next.link != m_link) {
+        const QTextCharFormat format = fragment.charFormat();
+        const Run &next = run(number, format);
+        const bool sameLink = next.link == m_link;
+        if (!sameLink)
             closeLink();
+        writeNotesUntil(at);
+        writeBookmarks(next.bookmarks);
+        if (!sameLink)
             openLink(next.link);
+        const bool last
+            = it.atEnd() && !isLast && number == block.charFormatIndex() && next.link == 0;
+        while (at < end) {
+            const int to = qMin(end, nextEdge());
+            writeRun(format, next, QStringView(text).mid(at - blockStart, to - at),
+                     last && to == blockEnd && to < nextEdge());
+            at = to;
+            if (at < end)
+                writeNotesUntil(at);
         }
-        const bool last = it.atEnd() && number == block.charFormatIndex() && next.link == 0;
-        if (!next.words.isEmpty()) {
-            m_body.beginGroup();
-            m_body.words(next.words);
-        }
-        const int start = fragment.position() - block.position();
-        if (fragment.charFormat().isImageFormat())
-            writePictures(fragment.length(), fragment.charFormat());
-        else
-            m_body.text(QStringView(text).mid(start, fragment.length()));
-        m_openRun = last && !next.words.isEmpty();
-        if (!next.words.isEmpty() && !m_openRun)
-            m_body.endGroup();
     }
     closeLink();
+    writeNotesUntil(blockEnd);
+}
+
+void RtfWriter::writeRun(const QTextCharFormat &format, const Run &run, QStringView text,
+                         bool stayOpen)
+{
+    if (!run.words.isEmpty()) {
+        m_body.beginGroup();
+        m_body.words(run.words);
+    }
+    if (format.isImageFormat())
+        writePictures(static_cast<int>(text.size()), format);
+    else
+        m_body.text(text);
+    m_openRun = stayOpen && !run.words.isEmpty();
+    if (!run.words.isEmpty() && !m_openRun)
+        m_body.endGroup();
+}
+
+// The names are among the exact properties too; other programs need these.
+void RtfWriter::writeBookmarks(const QStringList &names)
+{
+    if (names == m_bookmarks)
+        return;
+    for (const QString &name : names) {
+        for (const char *word : {"\\*\\bkmkstart", "\\*\\bkmkend"}) {
+            m_body.beginGroup();
+            m_body.words(word);
+            m_body.text(name);
+            m_body.endGroup();
+        }
+    }
+    m_bookmarks = names;
 }
 
 void RtfWriter::openLink(int link)
@@ -189,6 +251,7 @@ const RtfWriter::Run &RtfWriter::run(int formatNumber, const QTextCharFormat &fo
         const RtfCharProps props = RtfFormats::fromCharFormat(format, true, &m_tables);
         Run added;
         added.link = props.link;
+        added.bookmarks = format.anchorNames();
         appendRtfWords(RtfCharProps(), props, &added.words);
         known = m_runs.insert(formatNumber, added);
     }

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <core/rtf/RtfNotes.h>
 #include <core/rtf/RtfOutput.h>
 #include <core/rtf/RtfProps.h>
 #include <core/rtf/RtfTables.h>
 
 #include <QHash>
+#include <QTextFormat>
 #include <QVector>
+
+#include <vector>
 
 class QTextBlock;
 class QTextBlockFormat;
@@ -27,7 +31,10 @@ class RtfWriter
 {
 public:
     /*! \param withDefaults  the default font goes out too, see MVRTextRtf::toRtfCData() */
-    QByteArray write(const QTextDocument &document, bool withDefaults);
+    QByteArray write(const QTextDocument &document, bool withDefaults,
+                     const MVRTextRtfNotes &notes = {});
+    /*! What \info is to say; a document's own title comes first. */
+    void setInfo(const RtfInfo &info) { m_info = info; }
     QByteArray write(const QString &text, const QTextCharFormat &format);
 
 private:
@@ -35,24 +42,46 @@ private:
     {
         QByteArray words;
         int link = 0;
+        QStringList bookmarks;
     };
 
     /*! How a paragraph ends: with \par, or as the last of a cell. */
     enum BlockEnd { ParagraphEnd, CellEnd };
+
+    /*! Where a note's text begins or ends; the note itself is written at the end. */
+    struct NoteEdge
+    {
+        int position;
+        bool isStart;
+        int note;
+    };
+
+    void writeBody(const QTextDocument &document);
 
     void writeFrame(const QTextFrame &frame, int tableLevel);
     void writeTable(const QTextTable &table, int tableLevel);
     void writeCell(const QTextTableCell &cell, int tableLevel);
     QByteArray rowWords(const QTextTable &table, int row, const QVector<int> &edges);
     void writeBlock(const QTextBlock &block, int tableLevel, BlockEnd end);
+    bool endsNote(const QTextBlock &block) const;
     void writeBlockFormat(const QTextBlock &block, int tableLevel);
+    void writeRun(const QTextCharFormat &format, const Run &run, QStringView text, bool stayOpen);
     void writePictures(int count, const QTextCharFormat &format);
+    void setNotes(const MVRTextRtfNotes &notes);
+    int nextEdge() const;
+    void writeNotesUntil(int position);
+    void writeNote(int number);
+    void writeComment(int number, const QByteArray &content);
+    void writeFootnote(const MVRTextRtfNote &note, const QByteArray &content);
+    QByteArray noteContent(MVRTextRtfNote *note);
     int listNumber(const QTextList *list);
     QByteArray listTable() const;
     QByteArray fontTable() const;
     QByteArray colorTable() const;
+    QByteArray infoGroup() const;
     void writeRuns(const QTextBlock &block);
     void writeDefaults(const QTextDocument &document);
+    void writeBookmarks(const QStringList &names);
     void openLink(int link);
     void closeLink();
     const Run &run(int formatNumber, const QTextCharFormat &format);
@@ -67,9 +96,15 @@ private:
     QHash<int, QByteArray> m_marks;
     QHash<qint64, QByteArray> m_paragraphs;
     QHash<const QTextList *, int> m_listNumbers;
-    QVector<const QTextList *> m_lists;
+    QVector<QTextListFormat> m_lists;
+    MVRTextRtfNotes m_notes;
+    std::vector<NoteEdge> m_edges; // in the order of the text
+    std::size_t m_nextEdge = 0;
+    bool m_isNote = false; // what is written is the content of a note
     QByteArray m_paragraph; // words of the paragraph formatting in force
     QByteArray m_defaults;
+    RtfInfo m_info;
+    QStringList m_bookmarks; // of the run before
     bool m_breakBefore = false; // the block before ended its page
     int m_link = 0; // the field that is open
     bool m_openRun = false; // the last run's group waits for the paragraph's end

@@ -2,7 +2,7 @@
 #include <core/rtf/RtfLists.h>
 #include <core/rtf/RtfWriter.h>
 
-#include <QTextList>
+#include <QTextFormat>
 
 QByteArray RtfWriter::finished() const
 {
@@ -20,7 +20,37 @@ QByteArray RtfWriter::header() const
     rtf += fontTable() + colorTable() + listTable();
     if (!m_tables.exactText().isEmpty())
         rtf += "{\\*\\mvrprops " + m_tables.exactText() + '}';
-    return rtf + m_defaults;
+    return rtf + infoGroup() + m_defaults;
+}
+
+QByteArray RtfWriter::infoGroup() const
+{
+    RtfOutput out;
+    const auto entry = [&out](const char *word, const QString &text) {
+        if (text.isEmpty())
+            return;
+        out.beginGroup();
+        out.words(word);
+        out.text(text);
+        out.endGroup();
+    };
+    entry("\\title", m_info.title);
+    entry("\\author", m_info.author);
+    if (m_info.time.isValid()) {
+        const QDate day = m_info.time.date();
+        const QTime clock = m_info.time.time();
+        const std::pair<const char *, int> parts[] = {{"\\yr", day.year()},
+                                                      {"\\mo", day.month()},
+                                                      {"\\dy", day.day()},
+                                                      {"\\hr", clock.hour()},
+                                                      {"\\min", clock.minute()}};
+        out.beginGroup();
+        out.words(QByteArrayLiteral("\\creatim"));
+        for (const auto &part : parts)
+            out.words(part.first + QByteArray::number(part.second));
+        out.endGroup();
+    }
+    return out.rtf().isEmpty() ? QByteArray() : "{\\info" + out.rtf() + '}';
 }
 
 QByteArray RtfWriter::fontTable() const
@@ -59,7 +89,7 @@ QByteArray RtfWriter::listTable() const
     QByteArray overrides = QByteArrayLiteral("{\\*\\listoverridetable");
     for (int i = 0; i < m_lists.size(); ++i) {
         const QByteArray number = QByteArray::number(i + 1);
-        const QTextListFormat format = m_lists.at(i)->format();
+        const QTextListFormat format = m_lists.at(i);
         lists += "{\\list\\listtemplateid" + number;
         // A level is found by its place, so those above it are there too.
         for (int level = 0; level < qBound(1, format.indent(), RtfLists::levels); ++level)

@@ -1,0 +1,264 @@
+#include <core/MVRTextRtf.h>
+#include <text/MVRTextDoc.h>
+
+#include <QElapsedTimer>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextTable>
+#include <QtTest>
+
+// Notes of RTF files become inspector notes, and the other way round.
+class TestRtfNotes : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void comesBackAsItWas();
+    void readsOtherPrograms_data();
+    void readsOtherPrograms();
+    void keepsTheThreadOfReplies();
+    void keepsWhoAndWhen();
+    void leavesNotesOutOfContent();
+    void attachesManyNotes();
+};
+
+namespace {
+
+QString describe(const QTextFormat &format)
+{
+    QString text;
+    QDebug(&text) << format.properties();
+    return text;
+}
+
+QStringList contentsOf(const QByteArray &rtf)
+{
+    QTextDocument document;
+    QStringList lines;
+    if (!MVRTextRtf::fromRtfCData(rtf, &document))
+        return {QString::fromLatin1(rtf)};
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        lines += describe(block.blockFormat()) + describe(block.charFormat());
+        for (auto it = block.begin(); !it.atEnd(); ++it)
+            lines += it.fragment().text() + describe(it.fragment().charFormat());
+    }
+    return lines;
+}
+
+QByteArray contentFromHtml(const char *html)
+{
+    QTextDocument document;
+    document.setHtml(QString::fromUtf8(html));
+    return MVRTextRtf::toRtfCData(&document, false);
+}
+
+// "kind text: content", notes in the order of the document.
+QStringList listOf(QTextDocument *document)
+{
+    QStringList lines;
+    const MVRTextCommentLinkMap notes = MVRTextDoc::commentsMap(document, -1, -1);
+    for (auto it = notes.cbegin(); it != notes.cend(); ++it) {
+        QTextDocument content;
+        MVRTextRtf::fromRtfCData(it->cdata, &content);
+        lines += (it->isFootnote ? QStringLiteral("f ") : QStringLiteral("c "))
+            + it.key().toTextCursor(document).selectedText().replace(QChar::ParagraphSeparator,
+                                                                     QLatin1Char('/'))
+            + QStringLiteral(": ")
+            + content.toPlainText().replace(QLatin1Char('\n'), QLatin1Char('/'));
+    }
+    return lines;
+}
+
+} // namespace
+
+void TestRtfNotes::comesBackAsItWas()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    cursor.insertHtml(QStringLiteral("<p>One <b>bold</b> word, <a href='http://x.y'>linked</a> "
+                                     "text</p><p>next and last</p>"));
+    cursor.insertTable(1, 2)->cellAt(0, 1).firstCursorPosition().insertText(
+        QStringLiteral("in a cell"));
+    const QString text = document.toPlainText();
+    const auto attach = [&](const QString &part, bool isFootnote, const QByteArray &content,
+                            const QColor &color = QColor()) {
+        MVRTextCommentLink link;
+        link.isFootnote = isFootnote;
+        link.color = color;
+        link.cdata = content;
+        QTextCursor place = document.find(part);
+        QVERIFY2(place.hasSelection(), qPrintable(part));
+        MVRTextDoc::setComment(place, link);
+    };
+    attach(QStringLiteral("One bold"), false, contentFromHtml("a <i>rich</i> {note}"),
+           QColor(1, 2, 3, 4));
+    attach(QStringLiteral(" "), true, contentFromHtml("<p>  on a blank</p><p><b>end</b></p>"));
+    attach(QStringLiteral("wo"), true, contentFromHtml("<ul><li>item<li>item</ul>"));
+    attach(QStringLiteral("rd"), false, QByteArray());
+    attach(QStringLiteral("cell"), true, QByteArray("no RTF"));
+    QTextCursor across = document.find(QStringLiteral("text"));
+    across.setPosition(document.find(QStringLiteral("next")).position(), QTextCursor::KeepAnchor);
+    MVRTextDoc::setCommentCData(across, contentFromHtml("<p>two<p>paragraphs<p><br>"), false);
+
+    QTextDocument read;
+    QVERIFY(MVRTextDoc::fromRtf(MVRTextDoc::toRtf(&document), &read));
+    QCOMPARE(read.toPlainText(), text);
+    QVERIFY(!read.isUndoAvailable());
+    const MVRTextCommentLinkMap expected = MVRTextDoc::commentsMap(&document, -1, -1);
+    const MVRTextCommentLinkMap actual = MVRTextDoc::commentsMap(&read, -1, -1);
+    QCOMPARE(expected.size(), 6);
+    QVERIFY(actual.keys() == expected.keys());
+    for (auto it = expected.cbegin(); it != expected.cend(); ++it) {
+        const MVRTextCommentLink link = actual.value(it.key());
+        QCOMPARE(link.isFootnote, it->isFootnote);
+        QCOMPARE(link.color, it->color);
+        QCOMPARE(contentsOf(link.cdata), contentsOf(it->cdata));
+    }
+    // What is not of the notes is as it was, too.
+    QCOMPARE(contentsOf(MVRTextRtf::toRtfCData(&read, true)),
+             contentsOf(MVRTextRtf::toRtfCData(&document, true)));
+}
+
+void TestRtfNotes::readsOtherPrograms_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("notes");
+    const auto row
+        = [](const char *name, const char *body, const char *text, const QStringList &notes) {
+              QTest::newRow(name) << QByteArray(body) << QString::fromUtf8(text) << notes;
+          };
+    const auto one = [](const char *note) { return QStringList(QString::fromUtf8(note)); };
+
+    row("footnote behind a word",
+        "A word.{\\super\\chftn}{\\footnote\\pard\\plain{\\super\\chftn} "
+        "See {\\i there}.\\par Or here.} More.",
+        "A word. More.", one("f word: See there./Or here."));
+    row("end note without number", "end{\\footnote\\ftnalt note}", "end", one("f end: note"));
+    row("starred, behind the last paragraph", "one\\par\\par two\\par{\\*\\footnote\\chftn\\tab n}",
+        "one\n\ntwo", one("f two: n"));
+    row("no word before", "... {\\footnote n}word", "... (Linked Footnote)word",
+        one("f (Linked Footnote): n"));
+    row("annotated range",
+        "a {\\*\\atrfstart 3}few words{\\*\\atrfend 3}{\\*\\atnid X}{\\*\\atnauthor Xi}\\chatn"
+        "{\\*\\annotation{\\*\\atnref 3}{\\*\\atndate 123}note} here",
+        "a few words here", one("c few words: note"));
+    row("hidden mark", "word{\\v\\fs16{\\*\\atnid X}\\chatn{\\*\\annotation note}} x", "word x",
+        one("c word: note"));
+    row("range crossed over",
+        "a{\\*\\atrfend 1}b{\\*\\atrfstart 1}{\\*\\annotation{\\*\\atnref 1}n}", "ab",
+        one("c ab: n"));
+    row("comment and footnote on one word",
+        "{\\*\\atrfstart 1}word{\\*\\atrfend 1}{\\footnote f}{\\*\\annotation{\\*\\atnref 1}c}",
+        "word", {QStringLiteral("c wor: c"), QStringLiteral("f d: f")});
+    row("footnote in an annotated range",
+        "{\\*\\atrfstart 1}long range of{\\footnote f} text{\\*\\atrfend 1}"
+        "{\\*\\annotation{\\*\\atnref 1}c}",
+        "long range of text", {QStringLiteral("c long range : c"), QStringLiteral("f of: f")});
+    row("two on one letter",
+        "{\\*\\atrfstart 1}I{\\*\\atrfend 1}{\\footnote f}{\\*\\annotation{\\*\\atnref 1}c} am",
+        "I(Linked Footnote) am",
+        {QStringLiteral("c I: c"), QStringLiteral("f (Linked Footnote): f")});
+    row("comment in a footnote", "word{\\footnote foot{\\*\\annotation deep}note}", "word",
+        {QStringLiteral("c wor: deep"), QStringLiteral("f d: footnote")});
+    row("in a table",
+        "\\trowd\\cellx100\\cellx200\\intbl a\\cell b{\\footnote n}\\cell\\row\\pard x",
+        "\na\nb\nx", one("f b: n"));
+    row("table and page break inside",
+        "a{\\footnote x\\page\\trowd\\cellx9\\intbl c\\cell\\row\\pard y}b", "ab",
+        one("f ab: x/c/y"));
+    row("deleted", "a{\\deleted b{\\footnote n}}c", "ac", {});
+    row("cut off", "a{\\footnote note{\\b b", "a", one("f a: noteb"));
+    row("half a pair around", "\\u-10179?{\\footnote n}\\u-8704?b",
+        "\xef\xbf\xbd(Linked Footnote)\xef\xbf\xbd"
+        "b",
+        one("f (Linked Footnote): n"));
+}
+
+void TestRtfNotes::readsOtherPrograms()
+{
+    QFETCH(const QByteArray, body);
+    QTextDocument document;
+    QVERIFY(MVRTextDoc::fromRtf("{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0 Arial;}}\n" + body + '}',
+                                &document));
+    QTEST(document.toPlainText(), "text");
+    QTEST(listOf(&document), "notes");
+}
+
+void TestRtfNotes::keepsTheThreadOfReplies()
+{
+    QByteArray body;
+    for (const char *number : {"1", "2", "3"})
+        body += QByteArray("{\\*\\atrfstart ") + number + '}';
+    body += "range";
+    for (const char *number : {"1", "2", "3"})
+        body += QByteArray("{\\*\\atrfend ") + number + "}{\\*\\atnauthor A" + number
+            + "}\\chatn{\\*\\annotation{\\*\\atnref " + number + "}{\\b said} " + number + "}";
+    QTextDocument document;
+    QVERIFY(MVRTextDoc::fromRtf("{\\rtf1 " + body + '}', &document));
+    QCOMPARE(listOf(&document),
+             QStringList(QStringLiteral("c range: A1: said 1/A2: said 2/A3: said 3")));
+}
+
+void TestRtfNotes::keepsWhoAndWhen()
+{
+    MVRTextRtfNote note;
+    note.kind = MVRTextRtfNote::Comment;
+    note.end = 4;
+    note.author = QString::fromUtf8("Zoë {Ω}");
+    note.initials = QStringLiteral("Z");
+    note.time = QDateTime(QDate(2024, 2, 29), QTime(23, 59)); // a Thursday: a negative number
+    note.rtf = MVRTextRtf::textToRtf(QStringLiteral("content"), nullptr);
+    note.data = QByteArray("\0;}", 3);
+    QTextDocument document(QStringLiteral("text"));
+    MVRTextRtfNotes read;
+    QVERIFY(MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&document, false, {note}), &document,
+                                     &read));
+    QCOMPARE(read.size(), 1);
+    QCOMPARE(read.first().author, note.author);
+    QCOMPARE(read.first().initials, note.initials);
+    QCOMPARE(read.first().time, note.time);
+    QCOMPARE(read.first().data, note.data);
+
+    // An inspector comment has them in its content.
+    QVERIFY(MVRTextDoc::fromRtf(MVRTextRtf::toRtfCData(&document, false, {note}), &document));
+    QVERIFY(MVRTextRtf::fromRtfCData(MVRTextDoc::toRtf(&document), &document, &read));
+    QCOMPARE(read.value(0).author, note.author);
+    QCOMPARE(read.value(0).time, note.time);
+
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 a{\\*\\annotation{\\*\\atntime\\yr2001\\mo12\\dy31"
+                                     "\\hr8\\min5}x}}",
+                                     &document, &read));
+    QCOMPARE(read.value(0).time, QDateTime(QDate(2001, 12, 31), QTime(8, 5)));
+}
+
+void TestRtfNotes::leavesNotesOutOfContent()
+{
+    const QByteArray rtf("{\\rtf1 a{\\*\\atrfstart 1}b{\\*\\atrfend 1}{\\*\\atnid X}"
+                         "{\\*\\annotation{\\*\\atnref 1}n}{\\footnote f}c}");
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData(rtf, &document));
+    QCOMPARE(document.toPlainText(), QStringLiteral("abc"));
+    QVERIFY(!MVRTextDoc::hasInspectorCommentsOrFootnotes(&document));
+}
+
+// A search from the document's or a long paragraph's beginning for each note would take minutes.
+void TestRtfNotes::attachesManyNotes()
+{
+    QByteArray rtf("{\\rtf1 word ");
+    for (int i = 0; i < 10000; ++i)
+        rtf += ". ......................................................... {\\footnote n}";
+    rtf += "{\\*\\atrfstart 1} x" + QByteArray("{\\footnote n}y ").repeated(5000)
+        + "{\\*\\atrfend 1}{\\*\\annotation{\\*\\atnref 1}c}}";
+    QTextDocument document;
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(MVRTextDoc::fromRtf(rtf, &document));
+    QVERIFY2(timer.elapsed() < 20000, qPrintable(QString::number(timer.elapsed())));
+    const MVRTextCommentLinkMap notes = MVRTextDoc::commentsMap(&document, -1, -1);
+    QVERIFY(notes.size() >= 4);
+}
+
+QTEST_MAIN(TestRtfNotes)
+#include "tst_rtfnotes.moc"

@@ -1,0 +1,30 @@
+#include <text/NoteLabel_p.h>
+
+#include <core/MVRTextRange.h>
+#include <core/NoteFormat_p.h>
+#include <core/STextDoc.h>
+
+#include <QTextDocument>
+
+namespace {
+
+QString labelText(bool footnote)
+{
+    static const QString footnoteLabel = QObject::tr("(Linked Footnote)");
+    static const QString commentLabel = QObject::tr("(Linked Comment)");
+    return footnote ? footnoteLabel : commentLabel;
+}
+
+} // namespace
+
+QTextCursor insertNoteLabel(QTextDocument *document, int position, bool footnote)
+{
+    QTextCursor cursor(document);
+    cursor.setPosition(position);
+    // The label continues no note and no link that it happens to stand behind.
+    QTextCharFormat format = cursor.charFormat();
+    clearNoteProperties(format);
+    STextDoc::clearLinkProperties(&format);
+    cursor.insertText(labelText(footnote), format);
+    return MVRTextRange(position, cursor.position()).toTextCursor(document);
+}

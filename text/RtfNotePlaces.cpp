@@ -1,0 +1,172 @@
+#include <text/RtfNotePlaces_p.h>
+
+#include <core/MVRTextUtil.h>
+
+#include <QTextBlock>
+#include <QTextDocument>
+
+#include <algorithm>
+#include <map>
+#include <numeric>
+#include <queue>
+#include <vector>
+
+namespace {
+
+/*! Finds the words before positions; asked in document order it looks at no text twice. */
+class WordsBefore
+{
+public:
+    explicit WordsBefore(QTextDocument *document)
+        : m_document(document)
+    {
+    }
+
+    /*! The word that \a position stands in or behind, in its paragraph; empty when there is none.
+     */
+    MVRTextRange word(int position)
+    {
+        const QTextBlock block = m_document->findBlock(position);
+        if (block.position() != m_blockStart) {
+            m_blockStart = block.position();
+            m_text = block.text();
+            m_asked = m_blockStart;
+            m_word = MVRTextRange(m_blockStart, m_blockStart);
+        }
+        int end = qMin(position, m_blockStart + m_text.size());
+        while (end > m_asked && !isOfWord(m_text.at(end - m_blockStart - 1)))
+            --end;
+        if (end > m_asked) {
+            const MVRTextRange at(end, end);
+            m_word = MVRTextRange(MVRTextUtil::closestWordCursor(at.toTextCursor(m_document), false,
+                                                                 MVRTextUtil::Backward, nullptr));
+        }
+        m_asked = qMax(m_asked, position);
+        return m_word;
+    }
+
+private:
+    // Half of a surrogate pair may be a letter; the search itself knows.
+    static bool isOfWord(QChar character)
+    {
+        return character.isLetterOrNumber() || character.isSurrogate();
+    }
+
+    QTextDocument *m_document;
+    QString m_text; // of the paragraph asked last
+    int m_blockStart = -1;
+    int m_asked = 0; // up to here the paragraph has been searched
+    MVRTextRange m_word;
+};
+
+/*! True when there is more than ends of paragraphs and cells, which carry no note. */
+bool holdsText(const QTextDocument &document, const MVRTextRange &range)
+{
+    const auto isMark = [](QChar character) {
+        return character == QChar::ParagraphSeparator || character == QChar(0xfdd0)
+            || character == QChar(0xfdd1);
+    };
+    int position = range.start;
+    while (position < range.end && isMark(document.characterAt(position)))
+        ++position;
+    return position < range.end;
+}
+
+/*! The first to begin comes first, of those the longest, of those the comment. */
+struct ComesLater
+{
+    bool operator()(const RtfNotePlace &a, const RtfNotePlace &b) const
+    {
+        if (a.range.start != b.range.start)
+            return a.range.start > b.range.start;
+        if (a.range.end != b.range.end)
+            return a.range.end < b.range.end;
+        return a.kind == MVRTextRtfNote::Footnote && b.kind == MVRTextRtfNote::Comment;
+    }
+};
+
+using PlaceQueue = std::priority_queue<RtfNotePlace, std::vector<RtfNotePlace>, ComesLater>;
+
+/*! Gives the last letter of what both want to \a second. */
+void shareText(const QTextDocument &document, RtfNotePlace *first, RtfNotePlace *second)
+{
+    int middle = first->range.end - 1;
+    if (middle > 0 && document.characterAt(middle).isLowSurrogate())
+        --middle;
+    if (middle > first->range.start)
+        first->range.end = second->range.start = middle;
+    else // a single letter
+        second->range.start = second->range.end;
+}
+
+/*! Places \a next behind the others, none of which begins later. */
+void place(const QTextDocument &document, RtfNotePlace next, QVector<RtfNotePlace> *places,
+           PlaceQueue *waiting)
+{
+    if (!places->isEmpty() && next.range.start < places->last().range.end) {
+        RtfNotePlace &last = places->last();
+        if (next.range.start > last.range.start) {
+            last.range.end = next.range.start;
+        } else if (next.range.end == last.range.end) {
+            shareText(document, &last, &next);
+            waiting->push(next);
+            return;
+        } else { // the longer one keeps what the shorter leaves
+            last.range.start = next.range.end;
+            waiting->push(places->takeLast());
+        }
+    }
+    places->append(next);
+}
+
+MVRTextRange wantedRange(const QTextDocument &document, const MVRTextRtfNote &note,
+                         WordsBefore *words)
+{
+    const MVRTextRange range(note.start, note.end);
+    if (range.start < range.end && holdsText(document, range))
+        return range;
+    const MVRTextRange word = words->word(note.end);
+    return word.start < word.end ? word : MVRTextRange(note.end, note.end);
+}
+
+/*! What each note wants; notes of one kind that want the same are together. */
+PlaceQueue wantedPlaces(QTextDocument *document, const MVRTextRtfNotes &notes)
+{
+    std::vector<int> order(notes.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(),
+                     [&notes](int a, int b) { return notes[a].end < notes[b].end; });
+    std::map<std::pair<MVRTextRange, int>, RtfNotePlace> places;
+    WordsBefore words(document);
+    for (const int number : order) {
+        const MVRTextRange range = wantedRange(*document, notes[number], &words);
+        RtfNotePlace &place = places[{range, notes[number].kind}];
+        place.range = range;
+        place.kind = notes[number].kind;
+        place.notes.append(number);
+    }
+    PlaceQueue queue;
+    for (auto &entry : places) {
+        std::sort(entry.second.notes.begin(), entry.second.notes.end());
+        queue.push(std::move(entry.second));
+    }
+    return queue;
+}
+
+} // namespace
+
+QVector<RtfNotePlace> placesForNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
+{
+    QVector<RtfNotePlace> places;
+    for (PlaceQueue waiting = wantedPlaces(document, notes); !waiting.empty();) {
+        const RtfNotePlace next = waiting.top();
+        waiting.pop();
+        place(*document, next, &places, &waiting);
+    }
+    // What is left of a range may be no text.
+    for (RtfNotePlace &place : places) {
+        if (!holdsText(*document, place.range))
+            place.range.start = place.range.end;
+    }
+    return places;
+}

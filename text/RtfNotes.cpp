@@ -1,0 +1,142 @@
+#include <text/MVRTextDoc.h>
+
+#include <core/EditBlock_p.h>
+#include <core/MVRSettings.h>
+#include <core/MVRTextRtf.h>
+#include <core/UndoRecordingOff_p.h>
+#include <text/NoteLabel_p.h>
+#include <text/RtfNotePlaces_p.h>
+
+#include <QDataStream>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+
+namespace {
+
+/*! What an RTF note cannot say about an inspector note; other programs skip it. */
+struct RtfNoteData
+{
+    QColor color;
+    bool keepsContent = false; // content that is no RTF
+    QByteArray content;
+};
+
+QByteArray toBytes(const RtfNoteData &data)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_5_15);
+    stream << data.color << data.keepsContent << data.content;
+    return bytes;
+}
+
+RtfNoteData fromBytes(const QByteArray &bytes)
+{
+    RtfNoteData data;
+    QDataStream stream(bytes);
+    stream.setVersion(QDataStream::Qt_5_15);
+    stream >> data.color >> data.keepsContent >> data.content;
+    return stream.status() == QDataStream::Ok ? data : RtfNoteData();
+}
+
+bool isReadable(const QByteArray &content)
+{
+    QTextDocument document;
+    return MVRTextRtf::fromRtfCData(content, &document);
+}
+
+MVRTextRtfNote toRtfNote(const MVRTextRange &range, const MVRTextCommentLink &link)
+{
+    MVRTextRtfNote note;
+    note.kind = link.isFootnote ? MVRTextRtfNote::Footnote : MVRTextRtfNote::Comment;
+    note.start = range.start;
+    note.end = range.end;
+    note.rtf = link.cdata;
+    RtfNoteData data;
+    data.color = link.color;
+    data.keepsContent = !isReadable(link.cdata);
+    if (data.keepsContent)
+        data.content = link.cdata;
+    if (data.color.isValid() || data.keepsContent)
+        note.data = toBytes(data);
+    return note;
+}
+
+void appendContent(const MVRTextRtfNote &note, QTextCursor *cursor)
+{
+    QTextDocument content;
+    content.setUndoRedoEnabled(false);
+    MVRTextRtf::fromRtfCData(note.rtf, &content);
+    if (!cursor->atStart())
+        cursor->insertBlock(content.begin().blockFormat(), content.begin().charFormat());
+    if (!note.author.isEmpty())
+        cursor->insertText(note.author + QLatin1String(": "), QTextCharFormat());
+    cursor->insertFragment(QTextDocumentFragment(&content));
+}
+
+/*! The contents of several notes one after the other, each behind its author's name. */
+QByteArray joinedContent(const MVRTextRtfNotes &notes, const QVector<int> &numbers)
+{
+    QTextDocument joined;
+    joined.setUndoRedoEnabled(false);
+    QTextCursor cursor(&joined);
+    for (const int number : numbers)
+        appendContent(notes.at(number), &cursor);
+    return MVRTextRtf::toRtfCData(&joined, false);
+}
+
+MVRTextCommentLink toLink(const RtfNotePlace &place, const MVRTextRtfNotes &notes,
+                          const QColor &defaultColor)
+{
+    const MVRTextRtfNote &first = notes.at(place.notes.first());
+    const RtfNoteData data = fromBytes(first.data);
+    MVRTextCommentLink link;
+    link.isFootnote = place.kind == MVRTextRtfNote::Footnote;
+    if (!link.isFootnote)
+        link.color = data.color.isValid() ? data.color : defaultColor;
+    if (place.notes.size() > 1)
+        link.cdata = joinedContent(notes, place.notes);
+    else
+        link.cdata = data.keepsContent ? data.content : first.rtf;
+    return link;
+}
+
+void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
+{
+    const UndoRecordingOff pause(document);
+    const QVector<RtfNotePlace> places = placesForNotes(document, notes);
+    const QColor defaultColor = mvrOptions().value(MVRSettings::CommentColorSetting);
+    const EditBlock edit(document);
+    // From the last to the first, so that a label moves no place still to be used.
+    for (auto place = places.crbegin(); place != places.crend(); ++place) {
+        const MVRTextCommentLink link = toLink(*place, notes, defaultColor);
+        const MVRTextRange &range = place->range;
+        MVRTextDoc::setComment(range.start < range.end
+                                   ? range.toTextCursor(document)
+                                   : insertNoteLabel(document, range.end, link.isFootnote),
+                               link);
+    }
+}
+
+} // namespace
+
+bool MVRTextDoc::fromRtf(const QByteArray &rtf, QTextDocument *document)
+{
+    MVRTextRtfNotes notes;
+    if (!MVRTextRtf::fromRtfCData(rtf, document, &notes))
+        return false;
+    if (!notes.isEmpty())
+        attachNotes(document, notes);
+    return true;
+}
+
+QByteArray MVRTextDoc::toRtf(const QTextDocument *document)
+{
+    MVRTextRtfNotes notes;
+    const MVRTextCommentLinkMap map = commentsMap(document, -1, -1);
+    notes.reserve(map.size());
+    for (auto it = map.cbegin(); it != map.cend(); ++it)
+        notes.append(toRtfNote(it.key(), it.value()));
+    return MVRTextRtf::toRtfCData(document, true, notes);
+}
