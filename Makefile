@@ -17,7 +17,9 @@ build: deps ## Build the libraries, the tool and the tests
 	@cmake --preset dev >/dev/null
 	@cmake --build --preset dev -j $(JOBS)
 
-demo: build ## Convert the example screenplay and show what comes out
+demo: deps ## Convert the example screenplay and show what comes out
+	@cmake --preset dev >/dev/null
+	@cmake --build --preset dev -j $(JOBS) --target mvrtext
 	@scripts/demo $(BUILD)
 
 test: build ## Run the whole test suite

@@ -25,4 +25,6 @@ install(FILES ${PROJECT_BINARY_DIR}/MvrTextConfig.cmake
 
 if(MVR_BUILD_TOOL)
     install(TARGETS mvrtext RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(FILES ${PROJECT_SOURCE_DIR}/docs/mvrtext.1
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endif()

@@ -20,6 +20,7 @@ function(mvr_configure_library target)
     set_target_properties(${target} PROPERTIES
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
+        INSTALL_RPATH "$ORIGIN"
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR})
     target_include_directories(${target} PUBLIC

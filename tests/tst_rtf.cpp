@@ -21,6 +21,8 @@ private Q_SLOTS:
     void readsText();
     void readsCharFormat_data();
     void readsCharFormat();
+    void readsStyles_data();
+    void readsStyles();
     void readsBlockFormat_data();
     void readsBlockFormat();
     void readsLinks_data();
@@ -97,7 +99,6 @@ void TestRtf::readsText_data()
     row("escaped braces", " \\{\\\\\\}", "{\\}");
     row("page break splits a paragraph", " a\\page b", "a\nb");
     row("section", " a\\par\\sect b\\sect c", "a\nb\nc");
-    row("table rows as lines", "\\trowd\\intbl a\\cell b\\cell\\row\\pard c", "a\tb\nc");
 
     row("code page of the file", "\\ansicpg1251 \\'cf\\'f0", "Пр");
     row("raw bytes", "\\ansicpg1251 \xcf\xf0!", "Пр!");
@@ -142,17 +143,19 @@ void TestRtf::readsText_data()
     row("unknown destination", "{\\*\\foo bar{baz}}x", "x");
     row("star without a destination", "{\\*\\b x}y", "y");
     row("not the document's text",
-        "{\\info{\\title T}}{\\header h}{\\footnote f}{\\*\\annotation a}{\\pict 00}"
+        "{\\info{\\title T}}{\\header h}{\\footnote f}{\\*\\annotation a}{\\nonshppict{\\pict 00}}"
         "{\\stylesheet{\\s1 S;}}{\\shp{\\*\\shpinst i}}{\\*\\bkmkstart b}{\\listtext\\tab 1.}{\\xe "
         "i}x",
         "x");
     row("object shows its result", "{\\object{\\*\\objdata 00}{\\result r}}", "r");
-    row("binary data", "{\\pict\\bin5 }}}{\\}a\\bin3 {{{b", "ab");
+    row("binary data", "{\\*\\x\\bin5 }}}{\\}{\\pict\\bin3 }}{}a\\bin3 {{{b", "\uFFFCab");
     row("binary data in text", " a\\bin3 {{{b", "ab");
     row("binary data longer than the file", " a\\bin2000000000 b", "a");
     row("hidden and deleted", " a{\\v h\\par}{\\deleted d}b", "ab");
     row("bad hex", "\\'zz\\'4g", "zz4g");
     row("too many ends", " a}b}c", "a");
+    row("destination without a group", " a\\stylesheet b\\nosupersub c", "abc");
+    row("broken off in a style", " a{\\b b\\stylesheet\\nosupersub c", "ab");
     row("name too long", "\\abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz1 x", "x");
 }
 
@@ -210,6 +213,44 @@ void TestRtf::readsCharFormat_data()
     row("\\cf99\\f99\\mvrx99 a", [](F &) {});
     row("{\\*\\mvrprops 2003i:200 zz 2001d:nan 2003x:1 100007b:1 2004b:1;}\\mvrx1 a",
         [](F &f) { f.setFontItalic(true); });
+}
+
+void TestRtf::readsStyles_data()
+{
+    QTest::addColumn<QByteArray>("rtf");
+    QTest::addColumn<int>("weight");
+    QTest::addColumn<double>("size");
+    QTest::addColumn<double>("margin");
+    const QByteArray sheet
+        = "{\\stylesheet{\\fs24 Normal;}{\\s1\\sbasedon0\\b\\li200 One;}"
+          "{\\s2\\sbasedon1\\b0\\fs40 Two;}{\\*\\cs5\\b\\fs30 Five;}"
+          "{\\s8\\sbasedon9\\fs10;}{\\s9\\sbasedon8\\b;}{\\s3\\sbasedon3\\b X;}}";
+    const auto row = [&](const char *body, int weight, double size, double margin) {
+        QTest::newRow(body) << sheet + body << weight << size << margin;
+    };
+    row("\\pard\\s1 a", QFont::Bold, 12, 10);
+    row("\\pard\\s1\\b0\\fs20\\li0 a", QFont::Normal, 10, 0);
+    row("\\pard\\fs20\\li100\\s1 a", QFont::Bold, 10, 5);
+    row("\\pard\\s2 a", QFont::Normal, 20, 10);
+    row("\\pard\\s1\\par\\pard\\plain a", QFont::Normal, 0, 0);
+    row("\\pard\\s0{\\cs5 a}", QFont::Bold, 15, 0);
+    row("{\\cs5 a}", QFont::Bold, 15, 0);
+    row("\\pard\\s9 a", QFont::Bold, 5, 0);
+    row("\\pard\\s3 a", QFont::Bold, 0, 0);
+    row("\\pard\\s77 a", QFont::Normal, 0, 0);
+}
+
+void TestRtf::readsStyles()
+{
+    QFETCH(const QByteArray, rtf);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1" + rtf + '}', &document));
+    const QTextBlock block = document.lastBlock();
+    QCOMPARE(block.text(), QStringLiteral("a"));
+    const QTextCharFormat format = block.begin().fragment().charFormat();
+    QTEST(format.fontWeight() == QFont::Bold ? int(QFont::Bold) : int(QFont::Normal), "weight");
+    QTEST(format.fontPointSize(), "size");
+    QTEST(block.blockFormat().leftMargin(), "margin");
 }
 
 void TestRtf::readsCharFormat()
@@ -353,7 +394,7 @@ void TestRtf::survivesEveryCut()
 {
     const QByteArray rtf
         = "{\\rtf1\\ansi{\\fonttbl{\\f0 A;}}{\\colortbl;\\red1;}\\f0\\b one\\par "
-          "{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt two}}\\'e9\\u8364?{\\pict\\bin3 abc}}";
+          "{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt two}}\\'e9\\u8364?{\\*\\x\\bin3 abc}}";
     QTextDocument whole;
     QVERIFY(MVRTextRtf::fromRtfCData(rtf, &whole));
     const QString text = textOf(whole);

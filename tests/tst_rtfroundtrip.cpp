@@ -26,6 +26,7 @@ private Q_SLOTS:
     void blockFormats_data();
     void blockFormats();
     void pageBreakBehindParagraph();
+    void tabStops();
     void linksOverRuns();
     void notesStayOut();
     void randomDocuments_data();
@@ -236,6 +237,28 @@ void TestRtfRoundTrip::pageBreakBehindParagraph()
     // Other programs have the word on the second paragraph only.
     const QByteArray rtf = MVRTextRtf::toRtfCData(&document, false);
     QVERIFY(rtf.indexOf("\\pagebb") > rtf.indexOf("one"));
+}
+
+void TestRtfRoundTrip::tabStops()
+{
+    using Tab = QTextOption::Tab;
+    for (const QList<Tab> &stops :
+         {QList<Tab> {Tab(36, QTextOption::LeftTab), Tab(100.5, QTextOption::RightTab)},
+          QList<Tab> {Tab(10.01, QTextOption::CenterTab),
+                      Tab(20, QTextOption::DelimiterTab, QLatin1Char(':'))}}) {
+        QTextBlockFormat format;
+        format.setTabPositions(stops);
+        QTextDocument document;
+        QTextCursor(&document).setBlockFormat(format);
+        QTextDocument read;
+        QVERIFY(MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&document, false), &read));
+        QCOMPARE(read.begin().blockFormat().tabPositions(), stops);
+    }
+    QTextDocument foreign;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1\\tx720\\tqr\\tx1440 a\\par\\pard b}", &foreign));
+    const QList<Tab> expected {Tab(36, QTextOption::LeftTab), Tab(72, QTextOption::RightTab)};
+    QCOMPARE(foreign.begin().blockFormat().tabPositions(), expected);
+    QVERIFY(foreign.lastBlock().blockFormat().isEmpty());
 }
 
 void TestRtfRoundTrip::linksOverRuns()

@@ -9,6 +9,31 @@
 
 #include <QFileInfo>
 #include <QFont>
+#include <QPair>
+#include <QTextFrame>
+#include <QVector>
+
+namespace {
+
+// Qt measures a table once for itself and once more for the one around it, so that each level
+// doubles the time: this many take a second.
+constexpr int maxTableDepth = 15;
+
+bool hasDeepTables(const QTextDocument &document)
+{
+    QVector<QPair<const QTextFrame *, int>> open {{document.rootFrame(), 0}};
+    while (!open.isEmpty()) {
+        const auto [frame, depth] = open.takeLast();
+        if (depth > maxTableDepth)
+            return true;
+        const QList<QTextFrame *> children = frame->childFrames();
+        for (const QTextFrame *child : children)
+            open.append({child, depth + 1});
+    }
+    return false;
+}
+
+}
 
 const Format *findFormat(const QString &path, const QString &name, QString *error)
 {
@@ -34,7 +59,12 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
     document.text.setUndoRedoEnabled(false);
     // Text that names no font has the same one on every system.
     document.text.setDefaultFont(QFont(QStringLiteral("Times New Roman"), 12));
-    if (!readInput(path, &bytes, &error) || !format.read(bytes, options, document, &error)) {
+    bool isRead = readInput(path, &bytes, &error) && format.read(bytes, options, document, &error);
+    if (isRead && hasDeepTables(document.text)) {
+        error = QStringLiteral("its tables are nested too deep");
+        isRead = false;
+    }
+    if (!isRead) {
         printMessage(name, error);
         return false;
     }

@@ -11,6 +11,7 @@
 #include <QBuffer>
 #include <QFont>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTextBlock>
 #include <QTextCodec>
 #include <QTextCursor>
@@ -20,10 +21,11 @@ namespace {
 // The distance of text from the paper's edge where a document does not give one, in points.
 constexpr double defaultMargin = 72.0;
 
-// Qt's tables are laid out and written by recursion, one level a table.
-constexpr int maxTableDepth = 50;
+// Qt's HTML parser walks up the open elements for each new one.
+constexpr int maxElementDepth = 1000;
 
 const char notText[] = "not a text file";
+const char nestedTooDeep[] = "its elements are nested too deep";
 
 bool loadFdx(MVRFinalDraftReader &reader, const QByteArray &bytes, QString *error)
 {
@@ -52,6 +54,15 @@ void dropLastBlock(QTextDocument &document)
     cursor.setBlockFormat(blockFormat);
     if (cursor.block().length() == 1)
         cursor.setBlockCharFormat(charFormat);
+}
+
+// Qt's Markdown writer runs out of memory on deep lists.
+bool hasDeepLists(const QString &markdown)
+{
+    static const QRegularExpression deepLine(
+        QStringLiteral("^(?:[ \\t]*+(?:>|[*+-][ \\t]|[0-9]{1,9}[.)][ \\t])){100}"),
+        QRegularExpression::MultilineOption);
+    return deepLine.match(markdown).hasMatch();
 }
 
 // Settings count indents from a margin of 72 points, the document from its own.
@@ -83,15 +94,29 @@ bool setPlainText(Document &document, const QString &text)
     return true;
 }
 
-int tableDepth(const QString &html)
+// Elements that need no end tag, or have none: they do not nest.
+bool isNesting(const QString &tag)
 {
-    static const QRegularExpression tag(QStringLiteral("<(/?)table\\b"),
-                                        QRegularExpression::CaseInsensitiveOption);
+    static const QSet<QString> others = [] {
+        const QString names = QStringLiteral(
+            "area base br col dd dt embed hr img input li link meta option p param source tbody td "
+            "tfoot th thead tr track wbr");
+        const QStringList list = names.split(QLatin1Char(' '));
+        return QSet<QString>(list.cbegin(), list.cend());
+    }();
+    return !others.contains(tag);
+}
+
+int elementDepth(const QString &html)
+{
+    static const QRegularExpression tag(QStringLiteral("<(/?)([a-zA-Z][a-zA-Z0-9]*+)"));
     int depth = 0;
     int deepest = 0;
     auto tags = tag.globalMatch(html);
     while (tags.hasNext()) {
-        depth = qMax(0, depth + (tags.next().capturedLength(1) > 0 ? -1 : 1));
+        const QRegularExpressionMatch match = tags.next();
+        if (isNesting(match.captured(2).toLower()))
+            depth = qMax(0, depth + (match.capturedLength(1) > 0 ? -1 : 1));
         deepest = qMax(deepest, depth);
     }
     return deepest;
@@ -159,8 +184,8 @@ bool readHtml(const QByteArray &bytes, const ReadOptions &options, Document &doc
         *error = QLatin1String(notText);
         return false;
     }
-    if (tableDepth(html) > maxTableDepth) {
-        *error = QStringLiteral("tables are nested too deep");
+    if (elementDepth(html) > maxElementDepth) {
+        *error = QLatin1String(nestedTooDeep);
         return false;
     }
     document.text.setHtml(withBoundedSpans(html));
@@ -190,6 +215,10 @@ bool readMarkdown(const QByteArray &bytes, const ReadOptions &options, Document 
     QString text;
     if (!decodeText(bytes, &text)) {
         *error = QLatin1String(notText);
+        return false;
+    }
+    if (hasDeepLists(text)) {
+        *error = QLatin1String(nestedTooDeep);
         return false;
     }
     // HTML inside is not taken as markup: it stays as text.

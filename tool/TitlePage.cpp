@@ -3,6 +3,7 @@
 #include "Document.h"
 
 #include <core/MVRDomDoc.h>
+#include <core/MVRTextFormat.h>
 #include <finaldraft/MVRFinalDraft.h>
 
 #include <QBuffer>
@@ -10,18 +11,24 @@
 
 namespace {
 
-QString paragraphTag()
+// A paragraph without text was read without a format; it has none to write either.
+bool hasShape(const QTextBlock &block)
 {
-    return QStringLiteral("Paragraph");
+    return block.blockFormat().hasProperty(MVRTextFormat::BlockRightIndentProperty);
 }
 
 // The runs of the paragraph go to a new one that says by itself what it looks like.
 void moveParagraph(MVRDomDoc &dom, QDomElement paragraph, const QTextBlock &block, double margin)
 {
-    MVRFinalDraft::ParagraphAttr attributes;
-    attributes.fromBlockFormat(block.blockFormat(), margin);
-    attributes.toDomDoc(&dom, paragraphTag());
-    QDomElement moved = dom.currentElement().lastChildElement(paragraphTag());
+    const QString tag = QStringLiteral("Paragraph");
+    if (hasShape(block)) {
+        MVRFinalDraft::ParagraphAttr attributes;
+        attributes.fromBlockFormat(block.blockFormat(), margin);
+        attributes.toDomDoc(&dom, tag);
+    } else if (dom.create(tag)) {
+        dom.cdUp();
+    }
+    QDomElement moved = dom.currentElement().lastChildElement(tag);
     while (paragraph.hasChildNodes())
         moved.appendChild(paragraph.firstChild());
     paragraph.parentNode().removeChild(paragraph);
@@ -37,7 +44,7 @@ bool moveTitlePage(MVRDomDoc &dom, const Document &document)
     for (int i = 0; i < document.titlePageBlocks && block.isValid(); ++i, block = block.next()) {
         const QDomElement next = paragraph.nextSiblingElement();
         // A note that begins a paragraph is written around it; then they no longer correspond.
-        if (paragraph.tagName() != paragraphTag())
+        if (paragraph.tagName() != QLatin1String("Paragraph"))
             return false;
         moveParagraph(dom, paragraph, block, document.text.documentMargin());
         paragraph = next;

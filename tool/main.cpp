@@ -6,6 +6,8 @@
 #include <QLoggingCategory>
 #include <QTextCodec>
 
+#include <new>
+
 namespace {
 
 const char help[] = R"(Usage: mvrtext COMMAND [OPTIONS] FILE...
@@ -42,6 +44,16 @@ constexpr Command commands[] = {
     {"info", runInfo},
 };
 
+int runWithinMemory(const Command &command, const QStringList &arguments)
+{
+    try {
+        return command.run(arguments);
+    } catch (const std::bad_alloc &) {
+        printMessage(QString(), QStringLiteral("out of memory"));
+        return Failure;
+    }
+}
+
 int run(const QStringList &arguments)
 {
     const QString word = arguments.value(0);
@@ -56,7 +68,7 @@ int run(const QStringList &arguments)
     }
     for (const Command &command : commands) {
         if (word == QLatin1String(command.name))
-            return command.run(arguments);
+            return runWithinMemory(command, arguments);
     }
     printMessage(QString(),
                  word.isEmpty() ? QStringLiteral("a command is missing")

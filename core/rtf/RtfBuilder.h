@@ -1,71 +1,87 @@
 #pragma once
 
 #include <core/rtf/RtfFormats.h>
+#include <core/rtf/RtfLists.h>
+#include <core/rtf/RtfTable.h>
 
+#include <QHash>
 #include <QTextCursor>
 
 #include <string_view>
 #include <vector>
 
 class QTextDocument;
+class QTextList;
+class QTextTable;
 
 /*!
     Puts what the reader found into a document, paragraph by paragraph.
 
     A paragraph is collected and inserted when its formatting is final, which in RTF is at its
-    end. So each block and each run is one insertion, and nothing is formatted afterwards.
+    end. So each block and each run is one insertion, and nothing is formatted afterwards. Tables
+    wait until their last row is known.
 */
 class RtfBuilder
 {
 public:
     /*! \param document  empty; filled from its first block on */
-    RtfBuilder(QTextDocument *document, const RtfFormatCache &formats);
+    RtfBuilder(QTextDocument *document, const RtfFormatCache &formats, const RtfTables &tables,
+               const RtfLists &lists);
 
     /*! Adds printable ASCII to the paragraph. */
     void append(std::string_view ascii, int charFormat)
     {
         beginRun(charFormat);
-        m_text.append(QLatin1String(ascii.data(), static_cast<int>(ascii.size())));
+        m_paragraph.text.append(QLatin1String(ascii.data(), static_cast<int>(ascii.size())));
     }
     void append(QStringView text, int charFormat)
     {
         beginRun(charFormat);
-        m_text.append(text.data(), static_cast<int>(text.size()));
+        m_paragraph.text.append(text.data(), static_cast<int>(text.size()));
     }
 
-    bool hasText() const { return !m_text.isEmpty(); }
+    bool hasText() const { return !m_paragraph.text.isEmpty(); }
 
-    /*! Takes \a last off the paragraph's end, if it stands there. */
-    void chop(char16_t last)
-    {
-        if (m_text.endsWith(QChar(last)))
-            m_text.chop(1);
-    }
-
-    /*!
-        Inserts the paragraph.
-        \param blockFormat  its formatting
-        \param markFormat   character formatting of its end, which an empty paragraph shows
-    */
-    void endParagraph(int blockFormat, int markFormat);
+    void endParagraph(const RtfParagraphEnd &end);
+    /*! Ends the paragraph and its cell; a paragraph in no table is taken for one of a cell. */
+    void endCell(RtfParagraphEnd end);
+    /*! Ends the row of the table at \a level, 1 for a table that is in no other. */
+    void endRow(int level, const RtfRowFormat &format);
+    /*! Inserts what is open; the document is complete then. */
+    void finish() { closeTables(0); }
+    /*! Tells whether there is anything but the paragraph that is being collected. */
+    bool hasContent() const { return m_started || !m_tables.empty(); }
 
 private:
-    struct Run
-    {
-        int start; // in m_text; the run ends where the next one starts
-        int charFormat;
-    };
-
     void beginRun(int charFormat)
     {
-        if (m_runs.empty() || m_runs.back().charFormat != charFormat)
-            m_runs.push_back({m_text.size(), charFormat});
+        std::vector<RtfRun> &runs = m_paragraph.runs;
+        if (runs.empty() || runs.back().charFormat != charFormat)
+            runs.push_back({m_paragraph.text.size(), charFormat});
     }
+    void openTables(int level);
+    void closeTables(int level);
+    void addToCell(const RtfParagraphEnd &end);
+
+    void insert(const RtfParagraph &paragraph);
     void insertBlock(const QTextBlockFormat &blockFormat, const QTextCharFormat &markFormat);
+    void insertItem(const RtfParagraph &paragraph);
+    void insertTable(const RtfTable &table);
+    void insertCell(const RtfCell &cell, QTextTable *table, const RtfGridCell &place,
+                    const RtfCellFormat &format);
+    void insertAsParagraphs(const RtfTable &table);
 
     QTextCursor m_cursor;
     const RtfFormatCache &m_formats;
-    QString m_text;
-    std::vector<Run> m_runs;
-    bool m_first = true;
+    const RtfTables &m_formatTables;
+    const RtfLists &m_listFormats;
+    RtfParagraph m_paragraph;
+    std::vector<RtfTable> m_tables; // those that are open, the innermost last
+    bool m_blockReady = true; // an empty block waits for the next paragraph
+    bool m_started = false;
+    int m_cellStart = -1; // position of the cell that was begun last
+
+    QHash<QPair<int, int>, QTextList *> m_lists; // by \ls and level
+    int m_lastList = 0;
+    int m_lastListLevel = 0;
 };

@@ -15,12 +15,35 @@ const RtfDestination fontTable {
 const RtfDestination colorTable {
     [](RtfReader &reader, const QString &text) { reader.colorTable().addText(text); }, nullptr};
 
+const RtfDestination styleSheet {[](RtfReader &reader, const QString &text) {
+                                     // Each definition ends with the semicolon behind its name.
+                                     if (text.endsWith(QLatin1Char(';')))
+                                         reader.finishStyle();
+                                 },
+                                 nullptr};
+
 const RtfDestination fieldInstruction {
     [](RtfReader &reader, const QString &text) { reader.addFieldInstruction(text); },
     [](RtfReader &reader) { reader.finishFieldInstruction(); }};
 
+const RtfDestination listTable {};
+
+const RtfDestination list {nullptr, [](RtfReader &reader) { reader.lists().finishList(); }};
+
+const RtfDestination listLevel {};
+
+const RtfDestination levelText {
+    [](RtfReader &reader, const QString &text) { reader.addCollected(text); },
+    [](RtfReader &reader) { reader.finishLevelText(); }};
+
+const RtfDestination oldList {};
+
+const RtfDestination nestedRow {};
+
+const RtfDestination picture {nullptr, [](RtfReader &reader) { reader.finishPicture(); }};
+
 const RtfDestination exactProperties {
-    [](RtfReader &reader, const QString &text) { reader.addExactProperties(text); },
+    [](RtfReader &reader, const QString &text) { reader.addCollected(text); },
     [](RtfReader &reader) { reader.finishExactProperties(); }};
 
 } // namespace RtfDestinations

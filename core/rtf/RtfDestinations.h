@@ -21,7 +21,15 @@ extern const RtfDestination body;
 extern const RtfDestination ignored; /*!< dropped, but looked through: the old half of \upr */
 extern const RtfDestination fontTable;
 extern const RtfDestination colorTable;
+extern const RtfDestination styleSheet;
 extern const RtfDestination fieldInstruction;
+extern const RtfDestination listTable;
+extern const RtfDestination list;
+extern const RtfDestination listLevel;
+extern const RtfDestination levelText;
+extern const RtfDestination oldList; /*!< \pn */
+extern const RtfDestination nestedRow; /*!< \nesttableprops */
+extern const RtfDestination picture;
 extern const RtfDestination exactProperties; /*!< \mvrprops */
 
 }

@@ -16,7 +16,8 @@ enum Type : char {
     Real = 'd',
     Text = 's',
     TextList = 'l',
-    Color = 'c'
+    Color = 'c',
+    Tabs = 't'
 };
 
 struct PropertyRow
@@ -51,6 +52,7 @@ constexpr PropertyRow propertyRows[] = {
     {MVRTextFormat::LineSpacingBaseProperty, Real, -farthest, farthest},
     {MVRTextFormat::LineSpacingBaseProperty, Integer, -farthest, farthest},
     {QTextFormat::BlockMarker, Integer, 0, 2},
+    {QTextFormat::TabPositions, Tabs, -farthest, farthest},
     {QTextFormat::PageBreakPolicy, Integer, 0, 0x11},
     {QTextFormat::FontCapitalization, Integer, 0, 4},
     {QTextFormat::FontLetterSpacing, Real, -farthest, farthest},
@@ -79,6 +81,9 @@ constexpr PropertyRow propertyRows[] = {
     {QTextFormat::IsAnchor, Boolean, 0, 1},
     {QTextFormat::AnchorHref, Text, 0, 0},
     {QTextFormat::AnchorName, TextList, 0, 0},
+    {QTextFormat::ImageName, Text, 0, 0},
+    {QTextFormat::ImageWidth, Real, 0, farthest},
+    {QTextFormat::ImageHeight, Real, 0, farthest},
 };
 
 Type typeOf(const QVariant &value)
@@ -99,6 +104,8 @@ Type typeOf(const QVariant &value)
     case QMetaType::QColor:
     case QMetaType::QBrush:
         return Color;
+    case QMetaType::QVariantList:
+        return Tabs;
     default:
         return Type();
     }
@@ -149,6 +156,25 @@ QByteArray colorText(const QVariant &value)
     return color.isValid() ? QByteArray::number(quint64(color.rgba64()), 16) : QByteArray();
 }
 
+QByteArray realText(double number)
+{
+    char digits[32];
+    const auto end = std::to_chars(digits, digits + sizeof digits, number);
+    return QByteArray(digits, static_cast<int>(end.ptr - digits));
+}
+
+QByteArray tabsText(const QVariant &value)
+{
+    QByteArray text;
+    const QVariantList stops = value.toList();
+    for (const QVariant &stop : stops) {
+        const auto tab = stop.value<QTextOption::Tab>();
+        text += realText(tab.position) + '/' + QByteArray::number(int(tab.type)) + '/'
+            + QByteArray::number(tab.delimiter.unicode()) + ',';
+    }
+    return text;
+}
+
 QByteArray valueText(const QVariant &value)
 {
     switch (typeOf(value)) {
@@ -156,11 +182,8 @@ QByteArray valueText(const QVariant &value)
         return value.toBool() ? QByteArrayLiteral("1") : QByteArrayLiteral("0");
     case Integer:
         return QByteArray::number(value.toInt());
-    case Real: {
-        char digits[32];
-        const auto end = std::to_chars(digits, digits + sizeof digits, value.toDouble());
-        return QByteArray(digits, static_cast<int>(end.ptr - digits));
-    }
+    case Real:
+        return realText(value.toDouble());
     case Text:
         return value.toString().toUtf8().toHex();
     case TextList: {
@@ -172,6 +195,8 @@ QByteArray valueText(const QVariant &value)
     }
     case Color:
         return colorText(value);
+    case Tabs:
+        return tabsText(value);
     }
     return {};
 }
@@ -199,6 +224,23 @@ QVariant realFromText(const PropertyRow &row, const QByteArray &text)
     return number;
 }
 
+QVariant tabsFromText(const PropertyRow &row, const QByteArray &text)
+{
+    QVariantList stops;
+    QList<QByteArray> parts = text.split(',');
+    parts.removeLast();
+    for (const QByteArray &part : qAsConst(parts)) {
+        const QList<QByteArray> fields = part.split('/');
+        const QVariant position = realFromText(row, fields.value(0));
+        const int type = qBound(0, fields.value(1).toInt(), int(QTextOption::DelimiterTab));
+        if (position.isValid())
+            stops.append(QVariant::fromValue(QTextOption::Tab(position.toDouble(),
+                                                              QTextOption::TabType(type),
+                                                              QChar(fields.value(2).toUShort()))));
+    }
+    return stops;
+}
+
 QVariant valueFromText(const PropertyRow &row, const QByteArray &text)
 {
     switch (row.type) {
@@ -223,6 +265,8 @@ QVariant valueFromText(const PropertyRow &row, const QByteArray &text)
     }
     case Color:
         return colorFromText(row, text);
+    case Tabs:
+        return tabsFromText(row, text);
     }
     return {};
 }
@@ -245,6 +289,14 @@ RtfExactProperty propertyFromText(const QByteArray &text)
     return value.isValid() ? RtfExactProperty {id, value} : RtfExactProperty();
 }
 
+bool isSame(int id, const QVariant &a, const QVariant &b)
+{
+    if (a.userType() != b.userType())
+        return false;
+    // A variant does not know how to compare the stops in its list.
+    return id == QTextFormat::TabPositions ? tabsText(a) == tabsText(b) : a == b;
+}
+
 } // namespace
 
 namespace RtfExact {
@@ -255,9 +307,8 @@ RtfExactProperties difference(const QTextFormat &wanted, const QTextFormat &got)
     const QMap<int, QVariant> wantedProperties = wanted.properties();
     const QMap<int, QVariant> gotProperties = got.properties();
     for (auto it = wantedProperties.cbegin(); it != wantedProperties.cend(); ++it) {
-        const QVariant value = gotProperties.value(it.key());
-        const bool same = value.userType() == it.value().userType() && value == it.value();
-        if (!same && canBeWritten(it.key(), it.value()))
+        if (!isSame(it.key(), it.value(), gotProperties.value(it.key()))
+            && canBeWritten(it.key(), it.value()))
             properties.append({it.key(), it.value()});
     }
     for (auto it = gotProperties.cbegin(); it != gotProperties.cend(); ++it) {

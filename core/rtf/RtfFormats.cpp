@@ -15,6 +15,7 @@ namespace {
 constexpr double twipsPerPoint = 20;
 constexpr double singleLine = 240; // \sl counts multiples of a line in 240ths
 constexpr int defaultTextWidth = 12240 - 2 * 1800; // letter paper less RTF's default margins
+constexpr int listIndent = 720; // half an inch a level, as other programs indent lists
 constexpr double indentWidth = 40; // QTextDocument's default step of QTextBlockFormat::indent()
 
 int twips(double points)
@@ -88,6 +89,16 @@ QString familyOf(const QTextCharFormat &format)
     return family.isEmpty() ? format.fontFamilies().toStringList().value(0) : family;
 }
 
+// Tab stops as \tx can say them.
+QList<QTextOption::Tab> inTwips(QList<QTextOption::Tab> stops)
+{
+    for (QTextOption::Tab &stop : stops) {
+        stop.position = points(twips(stop.position));
+        stop.delimiter = stop.type == QTextOption::DelimiterTab ? QLatin1Char('.') : QChar();
+    }
+    return stops;
+}
+
 // What there is a word for; the rest goes out exactly.
 int writable(int value, std::initializer_list<int> words)
 {
@@ -152,11 +163,13 @@ QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfTables &table
     QTextBlockFormat format;
     if (props.alignment)
         format.setAlignment(Qt::Alignment(props.alignment));
-    if (props.leftIndent)
+    // The list indents its items, and the number hangs in that indent.
+    const bool isItem = props.list != 0;
+    if (props.leftIndent && !isItem)
         format.setLeftMargin(points(props.leftIndent));
     if (props.rightIndent)
         format.setRightMargin(points(props.rightIndent));
-    if (props.firstIndent)
+    if (props.firstIndent && !isItem)
         format.setTextIndent(points(props.firstIndent));
     if (props.spaceBefore)
         format.setTopMargin(points(props.spaceBefore));
@@ -217,7 +230,7 @@ RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfTable
     return props;
 }
 
-RtfParaProps fromBlockFormat(const QTextBlockFormat &format, bool breakBefore, RtfTables *tables)
+RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place, RtfTables *tables)
 {
     RtfParaProps props;
     props.alignment = writable(format.alignment() & Qt::AlignHorizontal_Mask & ~Qt::AlignAbsolute,
@@ -233,14 +246,23 @@ RtfParaProps fromBlockFormat(const QTextBlockFormat &format, bool breakBefore, R
     props.spaceAfter = twips(format.bottomMargin());
     readLineHeight(format, &props);
     props.pageBreakBefore
-        = breakBefore || (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore) ? 1 : 0;
+        = place.breakBefore || (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore) ? 1
+                                                                                                : 0;
     props.keepTogether = format.nonBreakableLines() ? 1 : 0;
     props.rightToLeft = format.layoutDirection() == Qt::RightToLeft ? 1 : 0;
     props.shading = colorOf(format, QTextFormat::BackgroundBrush, tables);
     const QVariant heading = format.property(QTextFormat::HeadingLevel);
     if (heading.userType() == QMetaType::Int && heading.toInt() >= 1 && heading.toInt() <= 6)
         props.outline = heading.toInt() - 1;
-    props.tabs = tables->tabsNumber(format.tabPositions());
+    props.tabs = tables->tabsNumber(inTwips(format.tabPositions()));
+    props.inTable = place.tableLevel > 0 ? 1 : 0;
+    props.tableLevel = place.tableLevel > 1 ? place.tableLevel : 0;
+    props.list = place.list;
+    props.listLevel = place.listLevel;
+    if (props.list != 0) {
+        props.leftIndent = (props.listLevel + 1) * listIndent;
+        props.firstIndent = -listIndent / 2;
+    }
     props.extra = tables->exactNumber(RtfExact::difference(format, toBlockFormat(props, *tables)));
     return props;
 }
@@ -261,6 +283,12 @@ int RtfFormatCache::blockFormatNumber(const RtfParaProps &props)
     if (added.second)
         m_blockFormats.push_back(RtfFormats::toBlockFormat(props, m_tables));
     return added.first->second;
+}
+
+int RtfFormatCache::addCharFormat(const QTextCharFormat &format)
+{
+    m_charFormats.push_back(format);
+    return static_cast<int>(m_charFormats.size()) - 1;
 }
 
 void RtfFormatCache::tablesChanged()

@@ -5,6 +5,7 @@
 
 #include <QTextFormat>
 
+#include <algorithm>
 #include <cstring>
 #include <unordered_map>
 #include <vector>
@@ -27,11 +28,17 @@ QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfTables &table
 */
 RtfCharProps fromCharFormat(const QTextCharFormat &format, bool linked, RtfTables *tables);
 
-/*!
-    \param breakBefore  the paragraph before asks for a page break behind itself, which RTF can
-                        say only here
-*/
-RtfParaProps fromBlockFormat(const QTextBlockFormat &format, bool breakBefore, RtfTables *tables);
+/*! Where a paragraph stands, which its format alone does not say. */
+struct Place
+{
+    bool breakBefore = false; /*!< the paragraph before asks for a page break behind itself, which
+                                   RTF can say only here */
+    int list = 0; /*!< \ls, 0: in no list */
+    int listLevel = 0;
+    int tableLevel = 0; /*!< 0: in no table */
+};
+
+RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place, RtfTables *tables);
 
 }
 
@@ -40,10 +47,14 @@ struct RtfPropsHash
 {
     template <typename Props> std::size_t operator()(const Props &props) const
     {
-        const int *value = reinterpret_cast<const int *>(&props);
-        std::size_t hash = 0;
-        for (std::size_t i = 0; i < sizeof(Props) / sizeof(int); ++i)
-            hash = (hash ^ static_cast<unsigned>(value[i])) * 0x9e3779b97f4a7c15ULL >> 1;
+        const auto *bytes = reinterpret_cast<const char *>(&props);
+        quint64 hash = 0;
+        for (std::size_t at = 0; at < sizeof(Props); at += sizeof(quint64)) {
+            quint64 word = 0;
+            std::memcpy(&word, bytes + at, std::min(sizeof word, sizeof(Props) - at));
+            hash = (hash ^ word) * 0x9e3779b97f4a7c15ULL;
+            hash ^= hash >> 32;
+        }
         return hash;
     }
 };
@@ -67,6 +78,8 @@ public:
 
     int charFormatNumber(const RtfCharProps &props);
     int blockFormatNumber(const RtfParaProps &props);
+    /*! Adds a format that no properties stand for. */
+    int addCharFormat(const QTextCharFormat &format);
     const QTextCharFormat &charFormat(int number) const { return m_charFormats[number]; }
     const QTextBlockFormat &blockFormat(int number) const { return m_blockFormats[number]; }
 

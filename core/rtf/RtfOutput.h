@@ -17,6 +17,12 @@ public:
         m_rtf += words;
         m_afterWord = m_afterWord || !words.isEmpty();
     }
+    /*! Appends what ends by itself, as a group does. */
+    void raw(const QByteArray &rtf)
+    {
+        m_rtf += rtf;
+        m_afterWord = false;
+    }
     void beginGroup() { mark('{'); }
     void endGroup() { mark('}'); }
     /*! A line end in the file, which means nothing but reads better. */

@@ -45,6 +45,10 @@ struct RtfParaProps
     int rightToLeft = 0;
     int shading = 0; /*!< \cbpat: index of the colour table */
     int outline = -1; /*!< \outlinelevel: 0–8, -1: body text */
+    int list = 0; /*!< \ls: number of a list override, 0: in no list */
+    int listLevel = 0;
+    int inTable = 0; /*!< \intbl */
+    int tableLevel = 0; /*!< \itap: depth of nesting, which only newer files say */
     int tabs = 0; /*!< number of an interned set of tab stops */
     int extra = 0; /*!< \mvrp: number of a set of exact properties */
 };

@@ -1,7 +1,5 @@
 #include <core/rtf/RtfReader.h>
 
-#include <core/rtf/RtfExact.h>
-#include <core/rtf/RtfFields.h>
 #include <core/rtf/RtfWords.h>
 
 #include <cstring>
@@ -24,7 +22,7 @@ RtfReader::RtfReader(const QByteArray &rtf, QTextDocument *document)
     : m_tokens(rtf)
     , m_document(document)
     , m_formats(m_tables)
-    , m_builder(document, m_formats)
+    , m_builder(document, m_formats, m_tables, m_lists)
     , m_fontTable(&m_tables)
     , m_colorTable(&m_tables)
 {
@@ -76,7 +74,8 @@ bool RtfReader::handle(const RtfToken &token)
         addText(token);
         break;
     case RtfToken::Binary:
-        skipFallback();
+        if (!skipFallback() && inPicture())
+            m_picture.addBytes(token.text);
         break;
     }
     m_ignorable = false;
@@ -90,7 +89,9 @@ void RtfReader::handleWord(const RtfToken &token)
     const bool ignorable = m_ignorable;
     m_ignorable = false;
     const RtfWord *word = findRtfWord(token.text);
-    if (!word || (ignorable && word->kind != RtfWord::Destination)) {
+    // "\*\cs" begins a character style: the one place where a star stands before other words.
+    const bool starred = ignorable && !inStyleSheet();
+    if (!word || (starred && word->kind != RtfWord::Destination)) {
         if (ignorable)
             skipDestination();
         return;
@@ -173,10 +174,16 @@ bool RtfReader::popGroup()
 void RtfReader::finish()
 {
     flushBytes();
+    // A file that breaks off within a destination ends with the text around it.
+    while (!inBody() && m_outer.size() > 1) {
+        m_group = m_outer.back();
+        m_outer.pop_back();
+    }
     putLoneSurrogate();
     // The last \par ends the last paragraph, and no empty one follows it.
-    if (m_builder.hasText() || !m_paragraphs)
+    if (m_builder.hasText() || !m_builder.hasContent())
         insertParagraph();
+    m_builder.finish();
 }
 
 void RtfReader::openDestination(const RtfDestination *destination)
@@ -187,6 +194,8 @@ void RtfReader::openDestination(const RtfDestination *destination)
         skipDestination();
         return;
     }
+    if (m_outer.size() <= 1)
+        return; // the document itself is no destination
     m_group.destination = destination;
     m_group.opensDestination = true;
 }
@@ -210,31 +219,6 @@ void RtfReader::openUnicodeAlternative()
     m_group.uprOuter = nullptr;
 }
 
-void RtfReader::resetChars()
-{
-    const int link = m_group.chars.link; // comes from the field around, not from a word
-    const int deleted = m_group.chars.deleted;
-    m_group.chars = m_plain;
-    m_group.chars.link = link;
-    m_group.chars.deleted = deleted;
-    m_group.codePage = -1;
-    m_inHeader = false;
-    charsChanged();
-}
-
-void RtfReader::setFont(int number)
-{
-    m_group.chars.font = number;
-    m_group.codePage = -1;
-    charsChanged();
-}
-
-void RtfReader::resetPara()
-{
-    m_group.para = {};
-    m_inHeader = false;
-}
-
 void RtfReader::endParagraph()
 {
     if (!isVisible())
@@ -243,15 +227,33 @@ void RtfReader::endParagraph()
     insertParagraph();
 }
 
-void RtfReader::insertParagraph()
+RtfParagraphEnd RtfReader::paragraphEnd()
 {
+    constexpr int deepestTable = 8;
     RtfParaProps para = m_group.para;
     if (m_pageBreak || (m_sectionBreak && !m_continuousSection))
         para.pageBreakBefore = 1;
     m_pageBreak = m_sectionBreak = false;
     m_inHeader = false;
-    m_paragraphs = true;
-    m_builder.endParagraph(m_formats.blockFormatNumber(para), charFormat());
+    if (para.list != 0
+        && m_lists.format(para.list, para.listLevel).style() == QTextListFormat::ListStyleUndefined)
+        para.list = 0;
+
+    RtfParagraphEnd end;
+    end.list = para.list;
+    end.listLevel = para.listLevel;
+    end.tableLevel = qBound(0, para.tableLevel > 0 ? para.tableLevel : para.inTable, deepestTable);
+    // Where a paragraph stands makes no other format of it.
+    para.inTable = para.tableLevel = para.listLevel = 0;
+    para.list = para.list != 0 ? 1 : 0;
+    end.blockFormat = m_formats.blockFormatNumber(para);
+    end.markFormat = charFormat();
+    return end;
+}
+
+void RtfReader::insertParagraph()
+{
+    m_builder.endParagraph(paragraphEnd());
 }
 
 void RtfReader::breakPage()
@@ -272,18 +274,13 @@ void RtfReader::endSection()
     m_sectionBreak = true;
 }
 
-// A row of a table is a paragraph, its cells stand behind each other with tabs between.
-void RtfReader::endCell()
+// Opens a destination that means something within another one only.
+void RtfReader::openWithin(const RtfDestination *around, const RtfDestination *destination)
 {
-    appendCharacter('\t');
-}
-
-void RtfReader::endRow()
-{
-    if (!isVisible())
-        return;
-    m_builder.chop('\t');
-    endParagraph();
+    if (m_group.destination == around)
+        openDestination(destination);
+    else
+        skipDestination();
 }
 
 int RtfReader::charFormat()
@@ -291,90 +288,4 @@ int RtfReader::charFormat()
     if (m_group.charFormat < 0)
         m_group.charFormat = m_formats.charFormatNumber(m_group.chars);
     return m_group.charFormat;
-}
-
-void RtfReader::setCodePage(int codePage)
-{
-    m_codePage = codePage > 0 ? codePage : int(RtfCodePages::Western);
-    m_fromMac = m_fromMac || RtfCodePages::isMac(m_codePage);
-    m_group.codePage = -1;
-}
-
-void RtfReader::setFromMac()
-{
-    m_fromMac = true;
-    m_fontTable.setFaces();
-}
-
-void RtfReader::setCharset(int charset)
-{
-    // Charset 0 is Windows' 1252 whatever the file's code page is, but programs of the Macintosh
-    // mean the file's.
-    const int page = charset == 0 && m_fromMac ? 0 : RtfCodePages::fromCharset(charset);
-    m_fontTable.setCodePage(page);
-}
-
-void RtfReader::setDefaultFont(int number)
-{
-    m_plain.font = number;
-    setFont(number);
-}
-
-void RtfReader::takeDefaults()
-{
-    if (m_uncounted == 0 && m_outer.size() > 1) {
-        RtfGroup &outer = m_outer.back();
-        m_defaultFormat = RtfFormats::toCharFormat(outer.chars, m_tables);
-        m_plain = outer.chars = {};
-        outer.charFormat = outer.codePage = -1;
-    }
-    skipDestination();
-}
-
-void RtfReader::beginField()
-{
-    m_fields.push_back({{}, m_group.field, 0});
-    m_group.field = static_cast<int>(m_fields.size()) - 1;
-}
-
-void RtfReader::beginFieldResult()
-{
-    if (m_group.field < 0)
-        return;
-    const Field &field = m_fields[m_group.field];
-    if (m_group.destination == &RtfDestinations::fieldInstruction)
-        m_group.field = field.parent; // the result is part of the instruction around it
-    else if (field.link > 0)
-        m_group.chars.link = field.link;
-    charsChanged();
-}
-
-void RtfReader::addFieldInstruction(const QString &text)
-{
-    constexpr int longestInstruction = 64 * 1024;
-    if (m_group.field < 0)
-        return;
-    QString &instruction = m_fields[m_group.field].instruction;
-    if (instruction.size() < longestInstruction)
-        instruction += text;
-}
-
-void RtfReader::finishFieldInstruction()
-{
-    if (m_group.field < 0)
-        return;
-    Field &field = m_fields[m_group.field];
-    const QString target = RtfFields::linkTarget(field.instruction);
-    if (!target.isEmpty())
-        field.link = m_tables.linkNumber(target);
-    field.instruction.clear();
-}
-
-void RtfReader::finishExactProperties()
-{
-    if (m_tables.exact.isEmpty())
-        m_tables.exact.append(RtfExactProperties()); // sets are counted from 1
-    m_tables.exact += RtfExact::fromText(m_exactText.toLatin1());
-    m_exactText.clear();
-    m_formats.tablesChanged();
 }

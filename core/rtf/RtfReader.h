@@ -5,7 +5,10 @@
 #include <core/rtf/RtfDestinations.h>
 #include <core/rtf/RtfFormats.h>
 #include <core/rtf/RtfHeader.h>
+#include <core/rtf/RtfLists.h>
+#include <core/rtf/RtfPicture.h>
 #include <core/rtf/RtfProps.h>
+#include <core/rtf/RtfStyles.h>
 #include <core/rtf/RtfTokenizer.h>
 
 #include <vector>
@@ -53,14 +56,28 @@ public:
     RtfTables &tables() { return m_tables; }
     RtfFontTable &fontTable() { return m_fontTable; }
     RtfColorTable &colorTable() { return m_colorTable; }
+    RtfStyles &styles() { return m_styles; }
+    RtfLists &lists() { return m_lists; }
+    /*! The row that \trowd, \cellx and their kin describe. */
+    RtfRowFormat &row();
+    RtfCellFormat &nextCell() { return m_nextCell; }
 
     bool inBody() const { return m_group.destination == &RtfDestinations::body; }
     /*! Body text that a reader of the file would see: neither hidden nor a deleted revision. */
     bool isVisible() const { return inBody() && !m_group.chars.hidden && !m_group.chars.deleted; }
 
+    bool inPicture() const { return m_group.destination == &RtfDestinations::picture; }
+    bool inStyleSheet() const { return m_group.destination == &RtfDestinations::styleSheet; }
+
     void charsChanged() { m_group.charFormat = -1; }
     void setFont(int number);
     void resetChars();
+    void setTabType(QTextOption::TabType type) { m_tabType = type; }
+    void addTab(int twips);
+    void applyParagraphStyle(int number);
+    void applyCharStyle(int number);
+    void beginStyle();
+    void finishStyle();
     void resetPara();
     void appendCharacter(char16_t character);
     void appendUnicode(int value);
@@ -68,6 +85,13 @@ public:
     void breakPage();
     void endCell();
     void endRow();
+    void endNestedRow();
+    void beginRow();
+    void addCellFormat(int right);
+    void setOldList(QTextListFormat::Style style);
+    void addCollected(const QString &text) { m_collected += text; }
+    void finishLevelText();
+    void openWithin(const RtfDestination *around, const RtfDestination *destination);
     void endSection();
     void setSectionContinuous(bool continuous) { m_continuousSection = continuous; }
 
@@ -79,13 +103,15 @@ public:
     void setCharset(int charset);
     void setDefaultFont(int number);
     void setFromMac();
+    void beginPicture();
+    RtfPicture &picture() { return m_picture; }
+    void finishPicture();
     void takeDefaults();
 
     void beginField();
     void beginFieldResult();
     void addFieldInstruction(const QString &text);
     void finishFieldInstruction();
-    void addExactProperties(const QString &text) { m_exactText += text; }
     void finishExactProperties();
 
 private:
@@ -115,14 +141,17 @@ private:
     int lookUpCodePage() const;
     int charFormat();
     void insertParagraph();
+    RtfParagraphEnd paragraphEnd();
 
     RtfTokenizer m_tokens;
     QTextDocument *m_document;
     RtfTables m_tables;
+    RtfLists m_lists;
     RtfFormatCache m_formats;
     RtfBuilder m_builder;
     RtfFontTable m_fontTable;
     RtfColorTable m_colorTable;
+    RtfStyles m_styles;
     RtfCodePages m_codePages;
 
     std::vector<RtfGroup> m_outer; // the groups around m_group
@@ -140,12 +169,17 @@ private:
     bool m_fromMac = false;
     bool m_inHeader = true;
     bool m_ignorable = false; // the last token was \*
-    bool m_paragraphs = false; // a paragraph has been inserted
     bool m_pageBreak = false; // the next paragraph starts a page
     bool m_sectionBreak = false;
     bool m_continuousSection = false;
 
+    QTextOption::TabType m_tabType = QTextOption::LeftTab; // of the next \\tx
+    RtfRowFormat m_row;
+    RtfRowFormat m_nestedRow;
+    RtfCellFormat m_nextCell; // what was said since the last \cellx
+
+    RtfPicture m_picture;
     std::vector<Field> m_fields;
-    QString m_exactText;
+    QString m_collected; // text of the destination that is open
     QTextCharFormat m_defaultFormat;
 };

@@ -45,6 +45,10 @@ bool RtfReader::skipFallback()
 void RtfReader::addText(const RtfToken &token)
 {
     std::string_view bytes = token.text;
+    if (inPicture()) { // megabytes of hexadecimal digits
+        m_picture.addHex(bytes);
+        return;
+    }
     const auto skipped = std::min<std::size_t>(bytes.size(), m_fallback);
     bytes.remove_prefix(skipped);
     m_fallback -= static_cast<qint64>(skipped);
@@ -70,6 +74,8 @@ void RtfReader::addByte(unsigned char byte)
         flushBytes();
         if (byte == '\t')
             appendCharacter('\t');
+        else if (m_group.destination == &RtfDestinations::levelText) // counts and places
+            m_collected += QChar(ushort(byte));
         return;
     }
     if (m_bytes.isEmpty()) {
@@ -110,9 +116,13 @@ int RtfReader::codePage()
 
 int RtfReader::lookUpCodePage() const
 {
-    const int page = m_group.destination == &RtfDestinations::fontTable
-        ? m_fontTable.codePage()
-        : m_tables.fonts.value(m_group.chars.font).codePage;
+    int page = 0;
+    if (m_group.destination == &RtfDestinations::fontTable) {
+        page = m_fontTable.codePage();
+    } else {
+        const auto font = m_tables.fonts.constFind(m_group.chars.font);
+        page = font != m_tables.fonts.constEnd() ? font->codePage : 0;
+    }
     return page > 0 ? page : m_codePage;
 }
 

@@ -66,9 +66,15 @@ int RtfTables::tabsNumber(const QList<QTextOption::Tab> &stops)
 {
     if (stops.isEmpty())
         return 0;
-    if (!tabs.isEmpty() && tabs.constLast() == stops)
-        return tabs.size() - 1;
-    return appendNumbered(&tabs, stops);
+    QByteArray key;
+    for (const QTextOption::Tab &stop : stops)
+        key += QByteArray::number(stop.position) + char('0' + stop.type);
+    const auto known = m_tabsNumbers.constFind(key);
+    if (known != m_tabsNumbers.constEnd())
+        return known.value();
+    const int number = appendNumbered(&tabs, stops);
+    m_tabsNumbers.insert(key, number);
+    return number;
 }
 
 int RtfTables::exactNumber(const RtfExactProperties &properties)

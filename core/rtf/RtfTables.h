@@ -58,6 +58,7 @@ private:
     QHash<QString, int> m_fontNumbers;
     QHash<QRgb, int> m_colorNumbers;
     QHash<QString, int> m_linkNumbers;
+    QHash<QByteArray, int> m_tabsNumbers;
     QHash<QByteArray, int> m_exactNumbers;
     QByteArray m_exactText;
 };

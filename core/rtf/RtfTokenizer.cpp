@@ -1,6 +1,7 @@
 #include <core/rtf/RtfTokenizer.h>
 
 #include <array>
+#include <cstring>
 #include <limits>
 
 namespace {
@@ -27,6 +28,29 @@ constexpr std::array<ByteClass, 256> byteClasses = classifyBytes();
 ByteClass classOf(char byte)
 {
     return byteClasses[static_cast<unsigned char>(byte)];
+}
+
+constexpr quint64 eightTimes(unsigned char byte)
+{
+    return 0x0101010101010101ULL * byte;
+}
+
+// Non-zero when a byte of \a bytes is zero (exact as long as it is only asked whether).
+constexpr quint64 anyZero(quint64 bytes)
+{
+    return (bytes - eightTimes(1)) & ~bytes & eightTimes(0x80);
+}
+
+// Eight bytes at once: text is nearly all of a file. Takes 0x7f and all above for not ASCII.
+bool isAscii8(const char *at)
+{
+    quint64 bytes;
+    std::memcpy(&bytes, at, sizeof bytes);
+    const quint64 high = (bytes | (bytes + eightTimes(1))) & eightTimes(0x80);
+    const quint64 control = (bytes - eightTimes(0x20)) & ~bytes & eightTimes(0x80);
+    return (high | control | anyZero(bytes ^ eightTimes('\\')) | anyZero(bytes ^ eightTimes('{'))
+            | anyZero(bytes ^ eightTimes('}')))
+        == 0;
 }
 
 bool isLetter(char byte)
@@ -138,6 +162,8 @@ RtfToken RtfTokenizer::readBinary(int length)
 RtfToken RtfTokenizer::readText()
 {
     const char *text = m_at;
+    while (m_end - m_at >= 8 && isAscii8(m_at))
+        m_at += 8;
     while (m_at != m_end && classOf(*m_at) == Ascii)
         ++m_at;
     if (m_at != text)

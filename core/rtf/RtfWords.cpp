@@ -1,6 +1,7 @@
 #include <core/rtf/RtfWords.h>
 
-#include <core/rtf/RtfReader.h>
+#include <core/rtf/RtfActions.h>
+#include <core/rtf/RtfDestinations.h>
 
 #include <QByteArray>
 #include <QFont>
@@ -9,195 +10,7 @@
 
 namespace {
 
-// The functions of the rows.
-
-void setCharProp(RtfReader &reader, const RtfWord &word, bool, int parameter)
-{
-    reader.group().chars.*word.charProp = parameter;
-    reader.charsChanged();
-}
-
-// "\b" and "\b1" switch on, "\b0" off; likewise every kind of underline.
-void setCharConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter)
-{
-    reader.group().chars.*word.charProp = hasParameter && parameter == 0 ? 0 : word.value;
-    reader.charsChanged();
-}
-
-void setFontSize(RtfReader &reader, const RtfWord &, bool, int parameter)
-{
-    reader.group().chars.size = qBound(0, parameter, rtfLargestFont);
-    reader.charsChanged();
-}
-
-void setCharLength(RtfReader &reader, const RtfWord &word, bool, int parameter)
-{
-    reader.group().chars.*word.charProp = qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips);
-    reader.charsChanged();
-}
-
-// \up and \dn shift by half-points; Qt knows the two positions only.
-void setRise(RtfReader &reader, const RtfWord &word, bool, int parameter)
-{
-    reader.group().chars.vertical = parameter == 0 ? 0 : word.value;
-    reader.charsChanged();
-}
-
-void setFont(RtfReader &reader, const RtfWord &, bool, int parameter)
-{
-    if (reader.group().destination == &RtfDestinations::fontTable) {
-        reader.fontTable().begin(parameter);
-        return;
-    }
-    reader.setFont(parameter);
-}
-
-void setParaProp(RtfReader &reader, const RtfWord &word, bool, int parameter)
-{
-    reader.group().para.*word.paraProp = qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips);
-}
-
-void setParaConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter)
-{
-    reader.group().para.*word.paraProp = hasParameter && parameter == 0 ? 0 : word.value;
-}
-
-void resetChars(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.resetChars();
-}
-
-void resetPara(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.resetPara();
-}
-
-void appendCharacter(RtfReader &reader, const RtfWord &word, bool, int)
-{
-    reader.appendCharacter(static_cast<char16_t>(word.value));
-}
-
-void appendUnicode(RtfReader &reader, const RtfWord &, bool hasParameter, int parameter)
-{
-    if (hasParameter)
-        reader.appendUnicode(parameter);
-}
-
-void setUnicodeSkip(RtfReader &reader, const RtfWord &, bool, int parameter)
-{
-    reader.group().unicodeSkip = qMax(0, parameter);
-}
-
-void endParagraph(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.endParagraph();
-}
-
-void breakPage(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.breakPage();
-}
-
-void endSection(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.endSection();
-}
-
-void endCell(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.endCell();
-}
-
-void endRow(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.endRow();
-}
-
-void setSectionContinuous(RtfReader &reader, const RtfWord &word, bool, int)
-{
-    reader.setSectionContinuous(word.value != 0);
-}
-
-void setCodePage(RtfReader &reader, const RtfWord &, bool, int parameter)
-{
-    reader.setCodePage(parameter);
-}
-
-void setFixedCodePage(RtfReader &reader, const RtfWord &word, bool, int)
-{
-    reader.setCodePage(word.value);
-}
-
-void setDefaultFont(RtfReader &reader, const RtfWord &, bool, int parameter)
-{
-    reader.setDefaultFont(parameter);
-}
-
-void setFromMac(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.setFromMac();
-}
-
-void setCharset(RtfReader &reader, const RtfWord &, bool, int parameter)
-{
-    reader.setCharset(parameter);
-}
-
-void setFontCodePage(RtfReader &reader, const RtfWord &, bool, int parameter)
-{
-    reader.fontTable().setCodePage(parameter);
-}
-
-void setColorComponent(RtfReader &reader, const RtfWord &word, bool, int parameter)
-{
-    reader.colorTable().setComponent(word.value, parameter);
-}
-
-void openDestination(RtfReader &reader, const RtfWord &word, bool, int)
-{
-    reader.openDestination(static_cast<const RtfDestination *>(word.destination));
-}
-
-void openColorTable(RtfReader &reader, const RtfWord &word, bool, int)
-{
-    reader.openDestination(static_cast<const RtfDestination *>(word.destination));
-    if (reader.group().destination == word.destination)
-        reader.colorTable().begin();
-}
-
-void openBoth(RtfReader &reader, const RtfWord &, bool, int)
-{
-    RtfGroup &group = reader.group();
-    const RtfDestination *outer = group.destination;
-    reader.openDestination(&RtfDestinations::ignored);
-    if (group.destination == &RtfDestinations::ignored && outer != &RtfDestinations::ignored)
-        group.uprOuter = outer;
-}
-
-void openUnicodeAlternative(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.openUnicodeAlternative();
-}
-
-void skipDestination(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.skipDestination();
-}
-
-void beginField(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.beginField();
-}
-
-void beginFieldResult(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.beginFieldResult();
-}
-
-void takeDefaults(RtfReader &reader, const RtfWord &, bool, int)
-{
-    reader.takeDefaults();
-}
+using namespace RtfActions;
 
 // The kinds of rows.
 
@@ -215,9 +28,10 @@ constexpr RtfWord charConstant(std::string_view name, int RtfCharProps::*prop, i
     return {name, RtfWord::Formatting, apply, value, prop, nullptr, true, spelling == Writes};
 }
 
-constexpr RtfWord paraNumber(std::string_view name, int RtfParaProps::*prop, Spelling spelling)
+constexpr RtfWord paraNumber(std::string_view name, int RtfParaProps::*prop, Spelling spelling,
+                             RtfWord::Apply apply = setParaProp)
 {
-    return {name, RtfWord::Formatting, setParaProp, 0, nullptr, prop, false, spelling == Writes};
+    return {name, RtfWord::Formatting, apply, 0, nullptr, prop, false, spelling == Writes};
 }
 
 constexpr RtfWord paraConstant(std::string_view name, int RtfParaProps::*prop, int value,
@@ -235,6 +49,20 @@ constexpr RtfWord formatting(std::string_view name, RtfWord::Apply apply, int va
 constexpr RtfWord character(std::string_view name, char16_t unit)
 {
     return {name, RtfWord::Character, appendCharacter, unit};
+}
+
+constexpr RtfWord cellFlag(std::string_view name, bool RtfCellFormat::*flag)
+{
+    RtfWord word {name, RtfWord::Formatting, setCellFlag};
+    word.cellFlag = flag;
+    return word;
+}
+
+constexpr RtfWord pictureNumber(std::string_view name, int RtfPicture::*number)
+{
+    RtfWord word {name, RtfWord::Formatting, setPictureNumber};
+    word.pictureNumber = number;
+    return word;
 }
 
 constexpr RtfWord structure(std::string_view name, RtfWord::Apply apply, int value = 0)
@@ -321,6 +149,11 @@ constexpr RtfWord words[] = {
     charNumber("ulc", &C::underlineColor, Writes),
     charNumber("mvrx", &C::extra, Writes),
 
+    // Styles ("Style Sheet")
+    formatting("s", setStyle),
+    formatting("cs", setCharStyle),
+    formatting("sbasedon", setStyleBase),
+
     // Paragraphs ("Paragraph Formatting Properties")
     formatting("pard", resetPara),
     paraConstant("ql", &P::alignment, 0, Reads),
@@ -344,6 +177,53 @@ constexpr RtfWord words[] = {
     paraNumber("cbpat", &P::shading, Writes),
     paraNumber("outlinelevel", &P::outline, Writes),
     paraNumber("mvrp", &P::extra, Writes),
+    formatting("tqc", setTabType, QTextOption::CenterTab),
+    formatting("tqdec", setTabType, QTextOption::DelimiterTab),
+    formatting("tqr", setTabType, QTextOption::RightTab),
+    formatting("tx", addTab),
+
+    // Lists ("List Tables", "Bullets and Numbering")
+    paraNumber("ilvl", &P::listLevel, Writes),
+    paraNumber("ls", &P::list, Writes, setList),
+    header("listid", setListId),
+    header("levelnfc", setNumberFormat),
+    header("levelnfcn", setNumberFormat),
+    formatting("pnlvlblt", setOldList, QTextListFormat::ListDisc),
+    formatting("pnlvlbody", setOldList, QTextListFormat::ListDecimal),
+    formatting("pndec", setOldList, QTextListFormat::ListDecimal),
+    formatting("pnlcltr", setOldList, QTextListFormat::ListLowerAlpha),
+    formatting("pnlcrm", setOldList, QTextListFormat::ListLowerRoman),
+    formatting("pnlvlcont", setOldList, QTextListFormat::ListStyleUndefined),
+    formatting("pnucltr", setOldList, QTextListFormat::ListUpperAlpha),
+    formatting("pnucrm", setOldList, QTextListFormat::ListUpperRoman),
+
+    // Tables ("Table Definitions")
+    paraConstant("intbl", &P::inTable, 1, Writes),
+    paraNumber("itap", &P::tableLevel, Writes),
+    formatting("trowd", beginRow),
+    formatting("trleft", setRowLeft),
+    formatting("trhdr", setRowHeader),
+    formatting("cellx", addCellFormat),
+    formatting("clcbpat", setCellBackground),
+    cellFlag("clmrg", &RtfCellFormat::joinsLeft),
+    cellFlag("clvmrg", &RtfCellFormat::joinsAbove),
+    cellFlag("clbrdrb", &RtfCellFormat::border),
+    cellFlag("clbrdrl", &RtfCellFormat::border),
+    cellFlag("clbrdrr", &RtfCellFormat::border),
+    cellFlag("clbrdrt", &RtfCellFormat::border),
+
+    // Pictures ("Pictures"); kinds that are not named here are metafiles
+    destination("pict", beginPicture),
+    destination("shppict", readOn),
+    formatting("pngblip", setPictureKind, RtfPicture::Png),
+    formatting("jpegblip", setPictureKind, RtfPicture::Jpeg),
+    formatting("dibitmap", setPictureKind, RtfPicture::Dib),
+    pictureNumber("picw", &RtfPicture::width),
+    pictureNumber("pich", &RtfPicture::height),
+    pictureNumber("picwgoal", &RtfPicture::goalWidth),
+    pictureNumber("pichgoal", &RtfPicture::goalHeight),
+    pictureNumber("picscalex", &RtfPicture::scaleX),
+    pictureNumber("picscaley", &RtfPicture::scaleY),
 
     // Text ("Special Characters")
     structure("par", endParagraph),
@@ -352,7 +232,7 @@ constexpr RtfWord words[] = {
     structure("cell", endCell),
     structure("nestcell", endCell),
     structure("row", endRow),
-    structure("nestrow", endRow),
+    structure("nestrow", endNestedRow),
     structure("line", appendCharacter, QChar::LineSeparator),
     structure("lbr", appendCharacter, QChar::LineSeparator),
     structure("tab", appendCharacter, '\t'),
@@ -380,6 +260,14 @@ constexpr RtfWord words[] = {
     // Destinations
     destination("fonttbl", openDestination, &RtfDestinations::fontTable),
     destination("colortbl", openColorTable, &RtfDestinations::colorTable),
+    destination("stylesheet", openStyleSheet, &RtfDestinations::styleSheet),
+    destination("listtable", openDestination, &RtfDestinations::listTable),
+    destination("listoverridetable", openDestination, &RtfDestinations::listTable),
+    destination("list", beginList, &RtfDestinations::list),
+    destination("listlevel", beginListLevel, &RtfDestinations::listLevel),
+    destination("leveltext", openLevelText, &RtfDestinations::levelText),
+    destination("pn", openDestination, &RtfDestinations::oldList),
+    destination("nesttableprops", openDestination, &RtfDestinations::nestedRow),
     destination("field", beginField),
     destination("fldinst", openDestination, &RtfDestinations::fieldInstruction),
     destination("fldrslt", beginFieldResult),
@@ -417,24 +305,21 @@ constexpr RtfWord words[] = {
     skipped("headerl"),
     skipped("headerr"),
     skipped("info"),
-    skipped("listoverridetable"),
-    skipped("listtable"),
+    skipped("listname"),
     skipped("listtext"),
+    skipped("levelnumbers"),
     skipped("nonesttables"),
     skipped("nonshppict"),
     skipped("objclass"),
     skipped("objdata"),
     skipped("objname"),
     skipped("panose"),
-    skipped("pict"),
     skipped("pntext"),
     skipped("private"),
     skipped("rsidtbl"),
     skipped("revtbl"),
     skipped("rxe"),
     skipped("shp"),
-    skipped("shppict"),
-    skipped("stylesheet"),
     skipped("tc"),
     skipped("tcn"),
     skipped("template"),

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <core/rtf/RtfPicture.h>
 #include <core/rtf/RtfProps.h>
+#include <core/rtf/RtfTable.h>
 
 #include <string_view>
 
@@ -31,6 +33,8 @@ struct RtfWord
     bool constant = false; /*!< stands for value itself instead of carrying a number */
     bool written = false; /*!< the spelling that the writer uses for its property */
     const void *destination = nullptr;
+    bool RtfCellFormat::*cellFlag = nullptr;
+    int RtfPicture::*pictureNumber = nullptr;
 };
 
 /*! The table's row for \a name, or null for a word that is not known. */

@@ -2,17 +2,44 @@
 
 #include <core/rtf/RtfFields.h>
 #include <core/rtf/RtfFormats.h>
+#include <core/rtf/RtfLists.h>
+#include <core/rtf/RtfPicture.h>
 #include <core/rtf/RtfWords.h>
 
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextFrame>
+#include <QTextList>
+#include <QUrl>
+
+namespace {
+
+void appendTabs(const QList<QTextOption::Tab> &stops, QByteArray *words)
+{
+    for (const QTextOption::Tab &stop : stops) {
+        if (stop.type == QTextOption::RightTab)
+            *words += "\\tqr";
+        else if (stop.type == QTextOption::CenterTab)
+            *words += "\\tqc";
+        else if (stop.type == QTextOption::DelimiterTab)
+            *words += "\\tqdec";
+        *words += "\\tx" + QByteArray::number(qRound(stop.position * 20));
+    }
+}
+
+} // namespace
 
 QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults)
 {
+    m_document = &document;
     if (withDefaults)
         writeDefaults(document);
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
-        writeBlock(block);
+    if (document.rootFrame()->childFrames().isEmpty()) {
+        for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+            writeBlock(block, 0, ParagraphEnd);
+    } else {
+        writeFrame(*document.rootFrame(), 0);
+    }
     return finished();
 }
 
@@ -42,33 +69,47 @@ QByteArray RtfWriter::write(const QString &text, const QTextCharFormat &format)
     return finished();
 }
 
-void RtfWriter::writeBlock(const QTextBlock &block)
+void RtfWriter::writeBlock(const QTextBlock &block, int tableLevel, BlockEnd end)
 {
-    writeBlockFormat(block);
+    writeBlockFormat(block, tableLevel);
     writeRuns(block);
-    const QByteArray mark = markWords(block.charFormatIndex(), block.charFormat());
+    // At the edges of a table's cells this format is the cell's or the table's.
+    const QTextCharFormat format = block.charFormat();
+    const QByteArray mark
+        = format.objectIndex() < 0 ? markWords(block.charFormatIndex(), format) : QByteArray();
     const bool ownGroup = !m_openRun && !mark.isEmpty();
     if (ownGroup) {
         m_body.beginGroup();
         m_body.words(mark);
     }
-    m_body.words(QByteArrayLiteral("\\par"));
+    m_body.words(end == ParagraphEnd  ? QByteArrayLiteral("\\par")
+                     : tableLevel > 1 ? QByteArrayLiteral("\\nestcell")
+                                      : QByteArrayLiteral("\\cell"));
     if (ownGroup || m_openRun)
         m_body.endGroup();
     m_openRun = false;
     m_body.lineEnd();
 }
 
-void RtfWriter::writeBlockFormat(const QTextBlock &block)
+void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
 {
-    // Two entries a format: with the page break that the paragraph before asks for, and without.
-    const int key = block.blockFormatIndex() * 2 + (m_breakBefore ? 1 : 0);
+    // A format has an entry for each kind of place it stands in; its list is part of the format.
+    const qint64 key = (qint64(block.blockFormatIndex()) * 2 + (m_breakBefore ? 1 : 0)) * 16
+        + qMin(tableLevel, 15);
     auto known = m_paragraphs.find(key);
     if (known == m_paragraphs.end()) {
+        RtfFormats::Place place;
+        place.breakBefore = m_breakBefore;
+        place.tableLevel = tableLevel;
+        if (const QTextList *list = block.textList()) {
+            place.list = listNumber(list);
+            place.listLevel = qBound(0, list->format().indent() - 1, RtfLists::levels - 1);
+        }
+        const RtfParaProps props
+            = RtfFormats::fromBlockFormat(block.blockFormat(), place, &m_tables);
         QByteArray words = QByteArrayLiteral("\\pard");
-        appendRtfWords(RtfParaProps(),
-                       RtfFormats::fromBlockFormat(block.blockFormat(), m_breakBefore, &m_tables),
-                       &words);
+        appendRtfWords(RtfParaProps(), props, &words);
+        appendTabs(m_tables.tabs.value(props.tabs), &words);
         known = m_paragraphs.insert(key, words);
     }
     if (known.value() != m_paragraph) {
@@ -76,6 +117,16 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block)
         m_body.words(m_paragraph);
     }
     m_breakBefore = block.blockFormat().pageBreakPolicy() & QTextFormat::PageBreak_AlwaysAfter;
+}
+
+int RtfWriter::listNumber(const QTextList *list)
+{
+    auto known = m_listNumbers.find(list);
+    if (known == m_listNumbers.end()) {
+        m_lists.append(list);
+        known = m_listNumbers.insert(list, m_lists.size());
+    }
+    return known.value();
 }
 
 void RtfWriter::writeRuns(const QTextBlock &block)
@@ -95,8 +146,11 @@ void RtfWriter::writeRuns(const QTextBlock &block)
             m_body.beginGroup();
             m_body.words(next.words);
         }
-        m_body.text(
-            QStringView(text).mid(fragment.position() - block.position(), fragment.length()));
+        const int start = fragment.position() - block.position();
+        if (fragment.charFormat().isImageFormat())
+            writePictures(fragment.length(), fragment.charFormat());
+        else
+            m_body.text(QStringView(text).mid(start, fragment.length()));
         m_openRun = last && !next.words.isEmpty();
         if (!next.words.isEmpty() && !m_openRun)
             m_body.endGroup();
@@ -165,41 +219,12 @@ void RtfWriter::writeDefaults(const QTextDocument &document)
     m_defaults += "{\\*\\mvrdefaults}";
 }
 
-QByteArray RtfWriter::header() const
+void RtfWriter::writePictures(int count, const QTextCharFormat &format)
 {
-    RtfOutput out;
-    out.words(QByteArrayLiteral("{\\rtf1\\ansi\\ansicpg1252"));
-    if (!m_tables.fonts.isEmpty()) {
-        out.words(QByteArrayLiteral("{\\fonttbl"));
-        for (int number = 0; number < m_tables.fonts.size(); ++number) {
-            out.words("{\\f" + QByteArray::number(number) + "\\fnil");
-            QString family = m_tables.fonts.value(number).family;
-            out.text(family.remove(QLatin1Char(';')));
-            out.words(QByteArrayLiteral(";}"));
-        }
-        out.endGroup();
-    }
-    if (m_tables.colors.size() > 1) {
-        out.words(QByteArrayLiteral("{\\colortbl;"));
-        for (int number = 1; number < m_tables.colors.size(); ++number) {
-            const QColor color = m_tables.colors.at(number);
-            out.words("\\red" + QByteArray::number(color.red()) + "\\green"
-                      + QByteArray::number(color.green()) + "\\blue"
-                      + QByteArray::number(color.blue()) + ';');
-        }
-        out.endGroup();
-    }
-    if (!m_tables.exactText().isEmpty())
-        out.words("{\\*\\mvrprops " + m_tables.exactText() + '}');
-    return out.rtf() + m_defaults;
-}
-
-QByteArray RtfWriter::finished() const
-{
-    QByteArray rtf = header();
-    rtf.reserve(rtf.size() + m_body.rtf().size() + 8);
-    rtf += '\n';
-    rtf += m_body.rtf();
-    rtf += '}';
-    return rtf;
+    const QTextImageFormat image = format.toImageFormat();
+    const QVariant resource
+        = m_document->resource(QTextDocument::ImageResource, QUrl(image.name()));
+    const QByteArray rtf = RtfPicture::toRtf(resource, image);
+    for (int i = 0; i < count; ++i) // pictures that are equal share a run
+        m_body.raw(rtf);
 }

@@ -5,12 +5,16 @@
 #include <core/rtf/RtfTables.h>
 
 #include <QHash>
+#include <QVector>
 
 class QTextBlock;
 class QTextBlockFormat;
 class QTextCharFormat;
 class QTextDocument;
-class QTextFormat;
+class QTextFrame;
+class QTextList;
+class QTextTable;
+class QTextTableCell;
 
 /*!
     Writes a document as RTF.
@@ -33,8 +37,20 @@ private:
         int link = 0;
     };
 
-    void writeBlock(const QTextBlock &block);
-    void writeBlockFormat(const QTextBlock &block);
+    /*! How a paragraph ends: with \par, or as the last of a cell. */
+    enum BlockEnd { ParagraphEnd, CellEnd };
+
+    void writeFrame(const QTextFrame &frame, int tableLevel);
+    void writeTable(const QTextTable &table, int tableLevel);
+    void writeCell(const QTextTableCell &cell, int tableLevel);
+    QByteArray rowWords(const QTextTable &table, int row, const QVector<int> &edges);
+    void writeBlock(const QTextBlock &block, int tableLevel, BlockEnd end);
+    void writeBlockFormat(const QTextBlock &block, int tableLevel);
+    void writePictures(int count, const QTextCharFormat &format);
+    int listNumber(const QTextList *list);
+    QByteArray listTable() const;
+    QByteArray fontTable() const;
+    QByteArray colorTable() const;
     void writeRuns(const QTextBlock &block);
     void writeDefaults(const QTextDocument &document);
     void openLink(int link);
@@ -44,11 +60,14 @@ private:
     QByteArray header() const;
     QByteArray finished() const;
 
+    const QTextDocument *m_document = nullptr;
     RtfOutput m_body;
     RtfTables m_tables;
     QHash<int, Run> m_runs;
     QHash<int, QByteArray> m_marks;
-    QHash<int, QByteArray> m_paragraphs;
+    QHash<qint64, QByteArray> m_paragraphs;
+    QHash<const QTextList *, int> m_listNumbers;
+    QVector<const QTextList *> m_lists;
     QByteArray m_paragraph; // words of the paragraph formatting in force
     QByteArray m_defaults;
     bool m_breakBefore = false; // the block before ended its page

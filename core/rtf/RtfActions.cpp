@@ -1,0 +1,342 @@
+#include <core/rtf/RtfActions.h>
+
+#include <core/rtf/RtfReader.h>
+
+namespace {
+
+// In a style "off" has to be told from "not said", for the styles that are based on others.
+int forGroup(const RtfReader &reader, int value)
+{
+    return value == 0 && reader.inStyleSheet() ? RtfStyles::switchedOff : value;
+}
+
+} // namespace
+
+namespace RtfActions {
+
+void setCharProp(RtfReader &reader, const RtfWord &word, bool, int parameter)
+{
+    reader.group().chars.*word.charProp = forGroup(reader, parameter);
+    reader.charsChanged();
+}
+
+// "\b" and "\b1" switch on, "\b0" off; likewise every kind of underline.
+void setCharConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter)
+{
+    reader.group().chars.*word.charProp
+        = forGroup(reader, hasParameter && parameter == 0 ? 0 : word.value);
+    reader.charsChanged();
+}
+
+void setFontSize(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.group().chars.size = qBound(0, parameter, rtfLargestFont);
+    reader.charsChanged();
+}
+
+void setCharLength(RtfReader &reader, const RtfWord &word, bool, int parameter)
+{
+    reader.group().chars.*word.charProp = qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips);
+    reader.charsChanged();
+}
+
+// \up and \dn shift by half-points; Qt knows the two positions only.
+void setRise(RtfReader &reader, const RtfWord &word, bool, int parameter)
+{
+    reader.group().chars.vertical = forGroup(reader, parameter == 0 ? 0 : word.value);
+    reader.charsChanged();
+}
+
+void setFont(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    if (reader.group().destination == &RtfDestinations::fontTable) {
+        reader.fontTable().begin(parameter);
+        return;
+    }
+    reader.setFont(parameter);
+}
+
+void setParaProp(RtfReader &reader, const RtfWord &word, bool, int parameter)
+{
+    reader.group().para.*word.paraProp
+        = forGroup(reader, qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips));
+}
+
+void setParaConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter)
+{
+    reader.group().para.*word.paraProp
+        = forGroup(reader, hasParameter && parameter == 0 ? 0 : word.value);
+}
+
+void setTabType(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.setTabType(QTextOption::TabType(word.value));
+}
+
+void addTab(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.addTab(qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips));
+}
+
+void setStyle(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    if (reader.inStyleSheet())
+        reader.styles().begin(parameter);
+    else
+        reader.applyParagraphStyle(parameter);
+}
+
+void setCharStyle(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    if (reader.inStyleSheet())
+        reader.styles().begin(parameter);
+    else
+        reader.applyCharStyle(parameter);
+}
+
+void setStyleBase(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.styles().setBase(parameter);
+}
+
+void resetChars(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.resetChars();
+}
+
+void resetPara(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.resetPara();
+}
+
+void appendCharacter(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.appendCharacter(static_cast<char16_t>(word.value));
+}
+
+void appendUnicode(RtfReader &reader, const RtfWord &, bool hasParameter, int parameter)
+{
+    if (hasParameter)
+        reader.appendUnicode(parameter);
+}
+
+void setUnicodeSkip(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.group().unicodeSkip = qMax(0, parameter);
+}
+
+void endParagraph(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.endParagraph();
+}
+
+void breakPage(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.breakPage();
+}
+
+void endSection(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.endSection();
+}
+
+void endCell(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.endCell();
+}
+
+void endRow(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.endRow();
+}
+
+void endNestedRow(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.endNestedRow();
+}
+
+void beginRow(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginRow();
+}
+
+void setRowLeft(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.row().left = qBound(-rtfFarthestTwips, parameter, rtfFarthestTwips);
+}
+
+void setRowHeader(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.row().header = true;
+}
+
+void addCellFormat(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.addCellFormat(parameter);
+}
+
+void setCellFlag(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.nextCell().*word.cellFlag = true;
+}
+
+void setCellBackground(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.nextCell().background = parameter;
+}
+
+void beginList(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.lists().beginList();
+    reader.openWithin(&RtfDestinations::listTable,
+                      static_cast<const RtfDestination *>(word.destination));
+}
+
+void beginListLevel(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.lists().beginLevel();
+    reader.openWithin(&RtfDestinations::list,
+                      static_cast<const RtfDestination *>(word.destination));
+}
+
+void openLevelText(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openWithin(&RtfDestinations::listLevel,
+                      static_cast<const RtfDestination *>(word.destination));
+}
+
+void setNumberFormat(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.lists().setNumberFormat(parameter);
+}
+
+void setListId(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.lists().setId(parameter);
+}
+
+void setList(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    if (reader.group().destination == &RtfDestinations::listTable)
+        reader.lists().setOverride(parameter);
+    else
+        reader.group().para.list = qBound(0, parameter, RtfLists::firstOldList - 1);
+}
+
+void beginPicture(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginPicture();
+}
+
+void setPictureKind(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.picture().kind = RtfPicture::Kind(word.value);
+}
+
+void setPictureNumber(RtfReader &reader, const RtfWord &word, bool, int parameter)
+{
+    reader.picture().*word.pictureNumber = qBound(0, parameter, rtfFarthestTwips);
+}
+
+// The group's content counts, the destination itself only says which programs read it.
+void readOn(RtfReader &, const RtfWord &, bool, int) { }
+
+void setOldList(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.setOldList(QTextListFormat::Style(word.value));
+}
+
+void setSectionContinuous(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.setSectionContinuous(word.value != 0);
+}
+
+void setCodePage(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.setCodePage(parameter);
+}
+
+void setFixedCodePage(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.setCodePage(word.value);
+}
+
+void setDefaultFont(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.setDefaultFont(parameter);
+}
+
+void setFromMac(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.setFromMac();
+}
+
+void setCharset(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.setCharset(parameter);
+}
+
+void setFontCodePage(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.fontTable().setCodePage(parameter);
+}
+
+void setColorComponent(RtfReader &reader, const RtfWord &word, bool, int parameter)
+{
+    reader.colorTable().setComponent(word.value, parameter);
+}
+
+void openDestination(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openDestination(static_cast<const RtfDestination *>(word.destination));
+}
+
+void openColorTable(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openDestination(static_cast<const RtfDestination *>(word.destination));
+    if (reader.group().destination == word.destination)
+        reader.colorTable().begin();
+}
+
+void openStyleSheet(RtfReader &reader, const RtfWord &word, bool, int)
+{
+    reader.openDestination(static_cast<const RtfDestination *>(word.destination));
+    if (reader.inStyleSheet())
+        reader.beginStyle();
+}
+
+void openBoth(RtfReader &reader, const RtfWord &, bool, int)
+{
+    RtfGroup &group = reader.group();
+    const RtfDestination *outer = group.destination;
+    reader.openDestination(&RtfDestinations::ignored);
+    if (group.destination == &RtfDestinations::ignored && outer != &RtfDestinations::ignored)
+        group.uprOuter = outer;
+}
+
+void openUnicodeAlternative(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.openUnicodeAlternative();
+}
+
+void skipDestination(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.skipDestination();
+}
+
+void beginField(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginField();
+}
+
+void beginFieldResult(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.beginFieldResult();
+}
+
+void takeDefaults(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.takeDefaults();
+}
+
+} // namespace RtfActions

@@ -1,0 +1,93 @@
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QtTest>
+
+class TestDocs : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readmeShowsTheExampleProgram();
+    void linksLeadToFiles_data();
+    void linksLeadToFiles();
+    void manualNamesEveryOption_data();
+    void manualNamesEveryOption();
+};
+
+namespace {
+
+QString source(const QString &name)
+{
+    QFile file(QStringLiteral(MVR_SOURCE_DIR "/") + name);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+}
+
+void TestDocs::readmeShowsTheExampleProgram()
+{
+    static const QRegularExpression codeBlock(QStringLiteral("```cpp\\n(.*?)```"),
+                                              QRegularExpression::DotMatchesEverythingOption);
+    const QString shown = codeBlock.match(source(QStringLiteral("README.md"))).captured(1);
+    QVERIFY(!shown.isEmpty());
+    QCOMPARE(shown, source(QStringLiteral("examples/host/main.cpp")));
+}
+
+void TestDocs::linksLeadToFiles_data()
+{
+    QTest::addColumn<QString>("document");
+    const QDir root(QStringLiteral(MVR_SOURCE_DIR));
+    for (const char *folder : {".", "docs"}) {
+        const QDir documents(root.filePath(QLatin1String(folder)));
+        const QStringList names = documents.entryList({QStringLiteral("*.md")}, QDir::Files);
+        for (const QString &name : names) {
+            const QString path = root.relativeFilePath(documents.filePath(name));
+            QTest::newRow(qPrintable(path)) << path;
+        }
+    }
+}
+
+void TestDocs::linksLeadToFiles()
+{
+    QFETCH(const QString, document);
+    static const QRegularExpression link(QStringLiteral("\\]\\(([^)#:\\s]+)(#[^)]*)?\\)"));
+    const QDir folder = QFileInfo(QStringLiteral(MVR_SOURCE_DIR "/") + document).dir();
+    auto links = link.globalMatch(source(document));
+    while (links.hasNext()) {
+        const QString target = links.next().captured(1);
+        QVERIFY2(QFileInfo::exists(folder.filePath(target)), qPrintable(target));
+    }
+}
+
+void TestDocs::manualNamesEveryOption_data()
+{
+    QTest::addColumn<QString>("command");
+    for (const char *command : {"convert", "notes", "info"})
+        QTest::newRow(command) << command;
+}
+
+void TestDocs::manualNamesEveryOption()
+{
+    QFETCH(const QString, command);
+    QProcess tool;
+    tool.start(QStringLiteral(MVR_TOOL), {command, QStringLiteral("--help")});
+    QVERIFY(tool.waitForFinished());
+    const QString help = QString::fromUtf8(tool.readAllStandardOutput());
+    QString manual = source(QStringLiteral("docs/mvrtext.1"));
+    manual.replace(QLatin1String("\\-"), QLatin1String("-"));
+
+    static const QRegularExpression option(QStringLiteral("^  (?:-\\w, )?(--[a-z]+)"),
+                                           QRegularExpression::MultilineOption);
+    auto options = option.globalMatch(help);
+    QVERIFY(options.hasNext());
+    while (options.hasNext()) {
+        const QString name = options.next().captured(1);
+        QVERIFY2(manual.contains(name), qPrintable(name));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestDocs)
+#include "tst_docs.moc"

@@ -1,0 +1,434 @@
+#include <core/MVRTextRtf.h>
+
+#include <QBuffer>
+#include <QImage>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextList>
+#include <QTextTable>
+#include <QtTest>
+
+#include <memory>
+
+// Lists, tables and pictures.
+class TestRtfStructure : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void lists_data();
+    void lists();
+    void tables_data();
+    void tables();
+    void tableFormats();
+    void writesTables();
+    void writesLists();
+    void tableAmongParagraphs();
+    void pictures_data();
+    void pictures();
+    void sizes_data();
+    void sizes();
+};
+
+namespace {
+
+// "1. one" for an item, two blanks before it for each level.
+QStringList itemsOf(const QTextDocument &document)
+{
+    QStringList lines;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        const QTextList *list = block.textList();
+        if (!list) {
+            lines += block.text();
+            continue;
+        }
+        QString sign = list->itemText(block);
+        if (list->format().style() > QTextListFormat::ListDecimal)
+            sign = QString(QStringLiteral("*o#").at(-1 - list->format().style()));
+        lines += QString(2 * list->format().indent() - 2, QLatin1Char(' ')) + sign
+            + QLatin1Char(' ') + block.text();
+    }
+    return lines;
+}
+
+QString cellText(const QTextTableCell &cell);
+
+// "[a|b/c|-]": cells, rows; '-' where a cell reaches over from the left or from above.
+QString tableText(const QTextTable &table)
+{
+    QStringList rows;
+    for (int row = 0; row < table.rows(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < table.columns(); ++column) {
+            const QTextTableCell cell = table.cellAt(row, column);
+            const bool begins = cell.row() == row && cell.column() == column;
+            cells += begins ? cellText(cell) : QStringLiteral("-");
+        }
+        rows += cells.join(QLatin1Char('|'));
+    }
+    return QLatin1Char('[') + rows.join(QLatin1Char('/')) + QLatin1Char(']');
+}
+
+QString contentText(QTextFrame::iterator it)
+{
+    QStringList parts;
+    for (; !it.atEnd(); ++it) {
+        if (const auto *table = qobject_cast<QTextTable *>(it.currentFrame()))
+            parts += tableText(*table);
+        else
+            parts += it.currentBlock().text();
+    }
+    return parts.join(QLatin1Char(','));
+}
+
+QString cellText(const QTextTableCell &cell)
+{
+    return contentText(cell.begin());
+}
+
+QStringList lines(std::initializer_list<const char *> texts)
+{
+    QStringList list;
+    for (const char *text : texts)
+        list += QLatin1String(text);
+    return list;
+}
+
+std::unique_ptr<QTextDocument> writtenAndRead(const QTextDocument &document)
+{
+    auto read = std::make_unique<QTextDocument>();
+    MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&document, false), read.get());
+    return read;
+}
+
+QByteArray listTable(const QByteArray &levels)
+{
+    return "{\\*\\listtable{\\list\\listtemplateid1" + levels
+        + "{\\listname x;}\\listid9}}{\\*\\listoverridetable{\\listoverride\\listid9"
+          "\\listoverridecount0\\ls1}{\\listoverride\\listid9\\listoverridecount0\\ls2}}";
+}
+
+QByteArray level(int format, const QByteArray &text)
+{
+    return "{\\listlevel\\levelnfc" + QByteArray::number(format) + "\\levelstartat1{\\leveltext"
+        + text + ";}{\\levelnumbers\\'01;}\\fi-360\\li720}";
+}
+
+} // namespace
+
+void TestRtfStructure::lists_data()
+{
+    QTest::addColumn<QByteArray>("rtf");
+    QTest::addColumn<QStringList>("items");
+    const QByteArray table = listTable(level(0, "\\'02\\'00.") + level(4, "\\'03(\\'01)")
+                                       + level(23, "\\'01\\u-3913 ?") + level(23, "\\'01o"));
+    const auto item = [](int number, const char *text) {
+        return "\\pard\\ls1\\ilvl" + QByteArray::number(number)
+            + "\\li720\\fi-360{\\listtext 9.\\tab}" + text + "\\par ";
+    };
+    QTest::newRow("levels") << table + item(0, "a") + item(1, "b") + item(1, "c") + item(2, "d")
+            + item(0, "e")
+            + item(1, "f") << lines({"1. a", "  (a) b", "  (b) c", "    * d", "2. e", "  (a) f"});
+    QTest::newRow("goes on behind a paragraph")
+        << table + item(0, "a") + "\\pard x\\par " + item(0, "b") << lines({"1. a", "x", "2. b"});
+    QTest::newRow("another list of the same looks")
+        << table + item(0, "a") + "\\pard\\ls2 b" << lines({"1. a", "1. b"});
+    QTest::newRow("no such list") << table + "\\pard\\ls7 a\\par\\ls1\\ilvl8 b"
+                                  << lines({"a", "b"});
+    QTest::newRow("level beyond all")
+        << table + item(3, "a") + item(99, "b") << lines({"      o a", "b"});
+    QTest::newRow("old numbers") << QByteArray(
+        "\\pard{\\pntext 1.}{\\*\\pn\\pnlvlbody\\pnucrm{\\pntxta .}}a\\par b\\par\\pard x\\par"
+        "{\\*\\pn\\pnlvlbody\\pnucrm}c")
+                                 << lines({"I. a", "II. b", "x", "I. c"});
+    QTest::newRow("old bullets") << QByteArray(
+        "{\\pntext *}{\\*\\pn\\pnlvlblt{\\pntxtb\\'b7}}a\\par b")
+                                 << lines({"* a", "* b"});
+}
+
+void TestRtfStructure::lists()
+{
+    QFETCH(const QByteArray, rtf);
+    QFETCH(const QStringList, items);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 " + rtf + '}', &document));
+    QCOMPARE(itemsOf(document), items);
+    QCOMPARE(itemsOf(*writtenAndRead(document)), items);
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        QVERIFY(!block.textList() || block.blockFormat().leftMargin() == 0);
+}
+
+void TestRtfStructure::tables_data()
+{
+    QTest::addColumn<QByteArray>("rtf");
+    QTest::addColumn<QString>("content"); // of the document, see tableText()
+    const QByteArray two = "\\trowd\\cellx1000\\cellx2000\\pard\\intbl ";
+    QTest::newRow("two rows") << two + "a\\cell b\\cell\\row " + two
+            + "c\\cell d\\cell\\row\\pard x"
+                              << QStringLiteral(",[a|b/c|d],x");
+    QTest::newRow("definition once")
+        << two + "a\\cell b\\cell\\row c\\cell d\\cell\\row" << QStringLiteral(",[a|b/c|d],");
+    QTest::newRow("definition behind")
+        << QByteArray("\\intbl a\\cell b\\cell\\trowd\\cellx9\\cellx99\\row")
+        << QStringLiteral(",[a|b],");
+    QTest::newRow("paragraphs in a cell")
+        << two + "a\\par b\\cell\\cell\\row" << QStringLiteral(",[a,b|],");
+    QTest::newRow("no \\intbl") << QByteArray("\\trowd\\cellx900 a\\cell\\row\\pard x")
+                                << QStringLiteral(",[a],x");
+    QTest::newRow("no edges") << QByteArray("\\intbl a\\cell b\\cell\\row c\\cell\\row")
+                              << QStringLiteral(",[a|b/c|],");
+    QTest::newRow("edges that go back")
+        << QByteArray("\\trowd\\cellx900\\cellx100\\intbl a\\cell b\\cell\\row")
+        << QStringLiteral(",[a|b],");
+    QTest::newRow("row never ended") << two + "a\\cell b" << QStringLiteral(",[a|b],");
+    QTest::newRow("rows of other widths")
+        << two + "a\\cell b\\cell\\row\\trowd\\cellx500\\cellx2005 c\\cell d\\cell\\row"
+        << QStringLiteral(",[a|-|b/c|d|-],");
+    QTest::newRow("joined to the left")
+        << QByteArray("\\trowd\\clmgf\\cellx1000\\clmrg\\cellx2000\\intbl a\\cell\\cell\\row") + two
+            + "c\\cell d\\cell\\row"
+        << QStringLiteral(",[a|-/c|d],");
+    QTest::newRow("joined to above")
+        << QByteArray("\\trowd\\clvmgf\\cellx1000\\cellx2000\\intbl a\\cell b\\cell\\row"
+                      "\\trowd\\clvmrg\\cellx1000\\cellx2000\\cell d\\cell\\row")
+        << QStringLiteral(",[a|b/-|d],");
+    QTest::newRow("joined cell with text keeps it")
+        << QByteArray("\\trowd\\clmgf\\cellx1000\\clmrg\\cellx2000\\intbl a\\cell b\\cell\\row")
+        << QStringLiteral(",[a|b],");
+    QTest::newRow("table in a table") << two
+            + "a\\par\\pard\\intbl\\itap2 n\\nestcell "
+              "m\\nestcell{\\*\\nesttableprops\\trowd\\cellx400"
+              "\\cellx800\\nestrow}{\\nonesttables\\par}\\pard\\intbl\\itap1 z\\cell b\\cell\\row"
+                                      << QStringLiteral(",[a,[n|m],z|b],");
+    QTest::newRow("two tables") << two + "a\\cell b\\cell\\row\\pard x\\par" + two
+            + "c\\cell d\\cell\\row"
+                                << QStringLiteral(",[a|b],x,[c|d],");
+    QTest::newRow("cell words outside")
+        << QByteArray("a\\row b\\nestrow c") << QStringLiteral("abc");
+}
+
+void TestRtfStructure::tables()
+{
+    QFETCH(const QByteArray, rtf);
+    QFETCH(const QString, content);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 " + rtf + '}', &document));
+    QCOMPARE(contentText(document.rootFrame()->begin()), content);
+    QCOMPARE(contentText(writtenAndRead(document)->rootFrame()->begin()), content);
+}
+
+void TestRtfStructure::tableFormats()
+{
+    const QByteArray rtf
+        = "{\\rtf1{\\colortbl;\\red255;}\\trowd\\trhdr\\trleft-100\\clbrdrt\\brdrs"
+          "\\cellx900\\clcbpat1\\cellx2900\\intbl\\qc a\\cell{\\b b}\\cell\\row"
+          "\\trowd\\trleft-100\\cellx900\\cellx2900\\pard\\intbl c\\cell\\cell\\row}";
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData(rtf, &document));
+    const auto *table = qobject_cast<QTextTable *>(document.rootFrame()->childFrames().value(0));
+    QVERIFY(table);
+    QCOMPARE(table->format().border(), 1.0);
+    QCOMPARE(table->format().headerRowCount(), 1);
+    const QVector<QTextLength> widths = table->format().columnWidthConstraints();
+    QCOMPARE(widths.size(), 2);
+    QCOMPARE(widths.at(0).rawValue(), 50.0);
+    QCOMPARE(widths.at(1).rawValue(), 100.0);
+    QCOMPARE(table->cellAt(0, 1).format().background().color(), QColor(255, 0, 0));
+    QCOMPARE(table->cellAt(0, 0).begin().currentBlock().blockFormat().alignment(),
+             Qt::AlignHCenter);
+    QCOMPARE(table->cellAt(1, 0).begin().currentBlock().blockFormat().alignment(), Qt::AlignLeft);
+    QCOMPARE(
+        table->cellAt(0, 1).begin().currentBlock().begin().fragment().charFormat().fontWeight(),
+        int(QFont::Bold));
+}
+
+void TestRtfStructure::writesTables()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    cursor.insertText(QStringLiteral("before"));
+    QTextTableFormat format;
+    format.setBorder(1);
+    format.setHeaderRowCount(1);
+    format.setColumnWidthConstraints({QTextLength(QTextLength::FixedLength, 50),
+                                      QTextLength(QTextLength::PercentageLength, 50),
+                                      QTextLength(QTextLength::VariableLength, 0)});
+    QTextTable *table = cursor.insertTable(3, 3, format);
+    table->mergeCells(0, 1, 2, 2);
+    table->cellAt(2, 0).firstCursorPosition().insertText(QStringLiteral("a\nb"));
+    QTextTableCell cell = table->cellAt(2, 1);
+    QTextCharFormat red = cell.format();
+    red.setBackground(QColor(255, 0, 0));
+    cell.setFormat(red);
+    QTextCursor inner = table->cellAt(0, 1).firstCursorPosition();
+    inner.insertText(QStringLiteral("x"));
+    inner.insertTable(1, 2)->cellAt(0, 1).firstCursorPosition().insertText(QStringLiteral("y"));
+
+    const auto read = writtenAndRead(document);
+    QCOMPARE(contentText(read->rootFrame()->begin()), contentText(document.rootFrame()->begin()));
+    const auto *again = qobject_cast<QTextTable *>(read->rootFrame()->childFrames().value(0));
+    QVERIFY(again);
+    QCOMPARE(again->format().border(), 1.0);
+    QCOMPARE(again->format().headerRowCount(), 1);
+    QCOMPARE(again->format().columnWidthConstraints().value(0).rawValue(), 50.0);
+    QCOMPARE(again->format().columnWidthConstraints().value(1).rawValue(), 216.0);
+    QCOMPARE(again->cellAt(2, 1).format().background().color(), QColor(255, 0, 0));
+    QCOMPARE(again->cellAt(0, 1).rowSpan(), 2);
+}
+
+void TestRtfStructure::writesLists()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    QTextListFormat numbers;
+    numbers.setStyle(QTextListFormat::ListUpperRoman);
+    numbers.setNumberPrefix(QStringLiteral("(0"));
+    numbers.setNumberSuffix(QString::fromUtf8(";\u00a7)"));
+    numbers.setIndent(3);
+    cursor.insertList(numbers);
+    cursor.insertText(QStringLiteral("a"));
+    QTextBlockFormat indented = cursor.blockFormat();
+    indented.setLeftMargin(7.25);
+    cursor.setBlockFormat(indented);
+    cursor.insertBlock();
+    cursor.insertText(QStringLiteral("b"));
+    for (const auto style : {QTextListFormat::ListCircle, QTextListFormat::ListSquare}) {
+        cursor.insertList(style);
+        cursor.insertText(QStringLiteral("c"));
+    }
+    const auto read = writtenAndRead(document);
+    QCOMPARE(itemsOf(*read), itemsOf(document));
+    for (QTextBlock block = read->begin(), source = document.begin(); block.isValid();
+         block = block.next(), source = source.next()) {
+        QCOMPARE(block.blockFormat().leftMargin(), source.blockFormat().leftMargin());
+        if (source.textList())
+            QCOMPARE(block.textList()->format().properties(),
+                     source.textList()->format().properties());
+    }
+}
+
+// What is behind a table must not take the formatting of what is before it.
+void TestRtfStructure::tableAmongParagraphs()
+{
+    const QByteArray rtf = "{\\rtf1" + listTable(level(0, "\\'02\\'00."))
+        + "\\ls1 item\\par\\pard\\qr a\\par\\trowd\\cellx900\\pard\\intbl b\\cell\\row\\pard "
+          "c\\par}";
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData(rtf, &document));
+    QCOMPARE(contentText(document.rootFrame()->begin()), QStringLiteral("item,a,[b],c"));
+    QVERIFY(document.lastBlock().blockFormat().isEmpty());
+    QVERIFY(!document.lastBlock().textList());
+    QCOMPARE(document.lastBlock().previous().blockFormat().alignment(), Qt::AlignLeft);
+}
+
+void TestRtfStructure::pictures_data()
+{
+    QTest::addColumn<QByteArray>("picture"); // behind "{\\pict"
+    QTest::addColumn<QByteArray>("file"); // what the document keeps; empty: a placeholder
+    QTest::addColumn<QSizeF>("size");
+
+    QImage image(3, 2, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    const auto fileOf = [&](const char *format) {
+        QByteArray file;
+        QBuffer buffer(&file);
+        buffer.open(QIODevice::WriteOnly);
+        image.save(&buffer, format);
+        return file;
+    };
+    const QByteArray png = fileOf("PNG");
+    const QByteArray bitmap = fileOf("BMP");
+    QByteArray digits = png.toHex();
+    for (int at = 60; at < digits.size(); at += 61)
+        digits.insert(at, "\r\n"); // programs break the lines, between the digits of a byte too
+    QByteArray vast = png;
+    vast.replace(16, 8, QByteArray::fromHex("000186a0000186a0")); // 100,000 by 100,000 pixels
+
+    QTest::newRow("hexadecimal") << "\\pngblip\\picwgoal600\\pichgoal300 " + digits << png
+                                 << QSizeF(30, 15);
+    QTest::newRow("scaled") << "\\picscalex50\\picscaley200\\pngblip\\picwgoal600\\pichgoal300 "
+            + digits << png << QSizeF(15, 30);
+    QTest::newRow("pixels only") << "\\pngblip\\picw3\\pich2 " + digits << png << QSizeF(2.25, 1.5);
+    QTest::newRow("binary") << "{\\*\\blipuid 0011}\\pngblip\\bin" + QByteArray::number(png.size())
+            + ' '
+            + png << png << QSizeF(0, 0);
+    QTest::newRow("JPEG") << "\\jpegblip " + fileOf("JPG").toHex() << fileOf("JPG") << QSizeF(0, 0);
+    QTest::newRow("bitmap without its head")
+        << "\\dibitmap0 " + bitmap.mid(14).toHex() << bitmap << QSizeF(0, 0);
+    QTest::newRow("metafile") << QByteArray("\\wmetafile8\\picwgoal200\\pichgoal100 00112233")
+                              << QByteArray() << QSizeF(10, 5);
+    QTest::newRow("vast") << "\\pngblip " + vast.toHex() << QByteArray() << QSizeF(0, 0);
+    QTest::newRow("vast goal") << QByteArray("\\picwgoal2000000000\\pichgoal-5 00") << QByteArray()
+                               << QSizeF(10000, 0);
+    QTest::newRow("damaged") << QByteArray("\\pngblip 89504e47 xyz") << QByteArray()
+                             << QSizeF(0, 0);
+}
+
+void TestRtfStructure::pictures()
+{
+    QFETCH(const QByteArray, picture);
+    QFETCH(const QByteArray, file);
+    QFETCH(const QSizeF, size);
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 a{\\b{\\*\\shppict{\\pict" + picture
+                                         + "}}{\\nonshppict{\\pict 00}}}z}",
+                                     &document));
+    QCOMPARE(document.begin().text(), QStringLiteral("a\uFFFCz"));
+    QTextCursor cursor(&document);
+    cursor.setPosition(2);
+    const QTextImageFormat format = cursor.charFormat().toImageFormat();
+    QVERIFY(format.isValid());
+    QCOMPARE(QSizeF(format.width(), format.height()), size);
+    QCOMPARE(format.fontWeight(), int(QFont::Bold));
+    const QVariant resource = document.resource(QTextDocument::ImageResource, QUrl(format.name()));
+    QCOMPARE(resource.toByteArray(), file);
+    QCOMPARE(format.toolTip().isEmpty(), !file.isEmpty());
+    QVERIFY(!file.isEmpty() || !resource.value<QImage>().isNull());
+
+    const auto read = writtenAndRead(document);
+    QTextCursor again(read.get());
+    again.setPosition(2);
+    QCOMPARE(again.charFormat().properties(), format.properties());
+    const QVariant copy = read->resource(QTextDocument::ImageResource, QUrl(format.name()));
+    QVERIFY(!copy.isNull());
+    // Files that other programs cannot take for PNG or JPEG are written as PNG.
+    if (!file.isEmpty() && !file.startsWith("BM"))
+        QCOMPARE(copy.toByteArray(), file);
+}
+
+void TestRtfStructure::sizes_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QByteArray>("row");
+    QTest::addColumn<int>("count");
+    QTest::newRow("100,000 cells") << QByteArray("\\trowd\\cellx900\\cellx1800\\intbl ")
+                                   << QByteArray("a\\cell b\\cell\\row ") << 50000;
+    QTest::newRow("joined cells") << QByteArray("\\intbl ")
+                                  << QByteArray(
+                                         "\\trowd\\clmgf\\cellx900\\clmrg\\cellx1800\\cell\\cell"
+                                         "\\trowd\\cellx50\\cellx1800\\cell\\cell\\row ")
+                                  << 10000;
+    QTest::newRow("long row") << QByteArray("\\intbl ") << QByteArray("\\cellx900\\cell ")
+                              << 100000;
+    QTest::newRow("tables in tables")
+        << QByteArray() << QByteArray("\\intbl\\itap999 a\\par\\itap1 ") << 20000;
+    QTest::newRow("list of 20,000")
+        << QByteArray("{\\*\\pn\\pnlvlbody\\pndec}") << QByteArray("a\\par ") << 20000;
+}
+
+void TestRtfStructure::sizes()
+{
+    QFETCH(const QByteArray, body);
+    QFETCH(const QByteArray, row);
+    QFETCH(const int, count);
+    QElapsedTimer timer;
+    timer.start();
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1" + body + row.repeated(count) + '}', &document));
+    QVERIFY(document.blockCount() >= count);
+    QVERIFY2(timer.elapsed() < 20000, "grows faster than its input");
+}
+
+QTEST_MAIN(TestRtfStructure)
+#include "tst_rtfstructure.moc"

@@ -1,0 +1,562 @@
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <unistd.h>
+
+class TestTool : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void exitCodes_data();
+    void exitCodes();
+    void writesEveryFormat_data();
+    void writesEveryFormat();
+    void pictureIsTheWantedPage();
+    void screenplayComesBack();
+    void fileWithoutSettingsKeepsItsText();
+    void placesNotes_data();
+    void placesNotes();
+    void saysWhatIsNotRead();
+    void readsTextOfAnyEncoding_data();
+    void readsTextOfAnyEncoding();
+    void convertsStreams();
+    void badInputLeavesTheOutputAlone_data();
+    void badInputLeavesTheOutputAlone();
+    void neverOverwritesItsInput_data();
+    void neverOverwritesItsInput();
+    void survivesHostileFiles_data();
+    void survivesHostileFiles();
+    void fetchesNoPictures();
+    void listsNotes();
+    void tellsFigures();
+
+private:
+    QString path(const QString &name) const { return m_folder->filePath(name); }
+    QString write(const QString &name, const QByteArray &content) const;
+    QByteArray read(const QString &name) const;
+
+    QScopedPointer<QTemporaryDir> m_folder;
+};
+
+namespace {
+
+struct Run
+{
+    int exitCode = -1;
+    QByteArray output;
+    QByteArray errors;
+};
+
+Run mvrtext(const QStringList &arguments, const QByteArray &input = QByteArray(),
+            const QString &folder = QString())
+{
+    QProcess process;
+    process.setWorkingDirectory(folder);
+    process.start(QStringLiteral(MVR_TOOL), arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    Run run;
+    if (process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit)
+        run.exitCode = process.exitCode();
+    run.output = process.readAllStandardOutput();
+    run.errors = process.readAllStandardError();
+    return run;
+}
+
+QString example()
+{
+    return QStringLiteral(MVR_SOURCE_DIR "/examples/screenplay.fdx");
+}
+
+QByteArray script(const QByteArray &content, const QByteArray &rest = QByteArray())
+{
+    return "<FinalDraft DocumentType=\"Script\" Version=\"6\"><Content>" + content + "</Content>"
+        + rest + "</FinalDraft>";
+}
+
+QByteArray repeated(const QByteArray &text, int count)
+{
+    return text.repeated(count);
+}
+
+}
+
+void TestTool::init()
+{
+    m_folder.reset(new QTemporaryDir);
+    QVERIFY(m_folder->isValid());
+}
+
+QString TestTool::write(const QString &name, const QByteArray &content) const
+{
+    QFile file(path(name));
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? path(name)
+                                                                                    : QString();
+}
+
+QByteArray TestTool::read(const QString &name) const
+{
+    QFile file(path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void TestTool::exitCodes_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("says");
+
+    QTest::newRow("help") << "--help" << 0 << "Commands:";
+    QTest::newRow("help of a command") << "convert --help" << 0 << "Examples:";
+    QTest::newRow("version") << "--version" << 0 << "mvrtext [0-9]";
+    QTest::newRow("no command") << "" << 2 << "mvrtext: ";
+    QTest::newRow("unknown command") << "convrt a b" << 2 << "convrt";
+    QTest::newRow("unknown option") << "info --jsn a.txt" << 2 << "jsn";
+    QTest::newRow("missing file name") << "convert a.fdx" << 2 << "missing";
+    QTest::newRow("too many file names") << "info a.txt b.txt" << 2 << "too many";
+    QTest::newRow("unknown suffix") << "convert a.doc b.rtf" << 2 << "a\\.doc";
+    QTest::newRow("unknown format") << "convert --to docx a.fdx b" << 2 << "docx";
+    QTest::newRow("format that is not read") << "convert a.pdf b.rtf" << 2 << "PDF is not read";
+    QTest::newRow("stream without a format") << "info -" << 2 << "name its format";
+    QTest::newRow("bad choice") << "convert --notes keep a.fdx b.rtf" << 2 << "keep";
+    QTest::newRow("bad number") << "convert --dpi 10000 a.fdx b.png" << 2 << "dpi";
+    QTest::newRow("no such file") << "notes nowhere.fdx" << 1 << "mvrtext: nowhere\\.fdx: ";
+    QTest::newRow("folder as input") << "info --from txt /" << 1 << "mvrtext: /: ";
+}
+
+void TestTool::exitCodes()
+{
+    QFETCH(const QString, arguments);
+    QFETCH(const QString, says);
+
+    const Run run = mvrtext(arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    QTEST(run.exitCode, "exitCode");
+    const QByteArray &said = run.exitCode == 0 ? run.output : run.errors;
+    QVERIFY2(QRegularExpression(says).match(QString::fromUtf8(said)).hasMatch(), said.constData());
+    QVERIFY(run.exitCode == 0 ? run.errors.isEmpty() : run.output.isEmpty());
+}
+
+void TestTool::writesEveryFormat_data()
+{
+    QTest::addColumn<QString>("suffix");
+    QTest::addColumn<QByteArray>("begins");
+    QTest::addColumn<QByteArray>("holds");
+
+    const QByteArray heading = "EXT. ANSELM LANDING - NIGHT";
+    QTest::newRow("fdx") << "fdx" << QByteArray("<?xml") << heading;
+    QTest::newRow("rtf") << "rtf" << QByteArray("{\\rtf1") << heading;
+    QTest::newRow("html") << "html" << QByteArray("<!DOCTYPE") << heading;
+    QTest::newRow("text") << "txt" << QByteArray("\n") << "\n\n" + heading + "\n\nFog.";
+    QTest::newRow("Markdown") << "md" << QByteArray("**_THE LAST") << heading + "\n\nFog.";
+    QTest::newRow("odt") << "odt" << QByteArray("PK") << QByteArray("opendocument.text");
+    QTest::newRow("pdf") << "pdf" << QByteArray("%PDF-") << QByteArray("/MediaBox [0 0 612");
+    QTest::newRow("png") << "png" << QByteArray("\x89PNG") << QByteArray("IEND");
+}
+
+void TestTool::writesEveryFormat()
+{
+    QFETCH(const QString, suffix);
+    QFETCH(const QByteArray, begins);
+    QFETCH(const QByteArray, holds);
+
+    const QString name = QStringLiteral("out.") + suffix;
+    const Run run = mvrtext({QStringLiteral("convert"), example(), path(name)});
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY(run.output.isEmpty());
+    const QByteArray written = read(name);
+    QVERIFY2(written.startsWith(begins), written.left(40).constData());
+    QVERIFY2(written.contains(holds), written.left(2000).constData());
+}
+
+void TestTool::pictureIsTheWantedPage()
+{
+    const QStringList first {QStringLiteral("convert"), QStringLiteral("--dpi"),
+                             QStringLiteral("100"), example(), path(QStringLiteral("1.png"))};
+    QCOMPARE(mvrtext(first).exitCode, 0);
+    const QImage titlePage(path(QStringLiteral("1.png")));
+    QCOMPARE(titlePage.size(), QSize(850, 1100));
+
+    QCOMPARE(mvrtext({QStringLiteral("convert"), QStringLiteral("--dpi"), QStringLiteral("100"),
+                      QStringLiteral("--page"), QStringLiteral("2"), example(),
+                      path(QStringLiteral("2.png"))})
+                 .exitCode,
+             0);
+    const QImage script(path(QStringLiteral("2.png")));
+    const auto inkIn = [](const QImage &page, const QRect &area) {
+        int ink = 0;
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            for (int x = area.left(); x <= area.right(); ++x)
+                ink += qGray(page.pixel(x, y)) < 128 ? 1 : 0;
+        }
+        return ink;
+    };
+    // Action begins an inch and a half from the left; nothing stands in the margins.
+    const QRect actionColumn(150, 100, 50, 900);
+    QVERIFY(inkIn(script, actionColumn) > inkIn(titlePage, actionColumn));
+    QCOMPARE(inkIn(script, QRect(0, 0, 145, 1100)), 0);
+    QCOMPARE(inkIn(script, QRect(755, 0, 95, 1100)), 0);
+
+    const Run beyond = mvrtext({QStringLiteral("convert"), QStringLiteral("--page"),
+                                QStringLiteral("99"), example(), path(QStringLiteral("99.png"))});
+    QCOMPARE(beyond.exitCode, 1);
+    QVERIFY2(beyond.errors.contains("no page 99"), beyond.errors.constData());
+}
+
+void TestTool::screenplayComesBack()
+{
+    const QString once = path(QStringLiteral("once.fdx"));
+    const QString twice = path(QStringLiteral("twice.fdx"));
+    QCOMPARE(mvrtext({QStringLiteral("convert"), example(), once}).exitCode, 0);
+    QCOMPARE(mvrtext({QStringLiteral("convert"), once, twice}).exitCode, 0);
+    QCOMPARE(read(QStringLiteral("twice.fdx")), read(QStringLiteral("once.fdx")));
+
+    const QStringList info {QStringLiteral("info"), QStringLiteral("--json")};
+    const Run before = mvrtext(info + QStringList(example()));
+    const Run after = mvrtext(info + QStringList(once));
+    QCOMPARE(after.output, before.output); // paragraphs, types, notes, title page, pages
+
+    // The letters stay as typed, indents count from the paper's edge.
+    const QString typed = write(QStringLiteral("typed.fdx"),
+                                script("<Paragraph Type=\"Character\"><Text>Ann</Text></Paragraph>",
+                                       "<PageLayout TopMargin=\"36\"/>"));
+    QCOMPARE(mvrtext({QStringLiteral("convert"), typed, once}).exitCode, 0);
+    const QByteArray written = read(QStringLiteral("once.fdx"));
+    QVERIFY(written.contains(">Ann<"));
+    QVERIFY2(written.contains("LeftIndent=\"3.50\""), written.constData());
+    QCOMPARE(mvrtext({QStringLiteral("convert"), typed, path(QStringLiteral("t.txt"))}).exitCode,
+             0);
+    QCOMPARE(read(QStringLiteral("t.txt")), QByteArray("ANN\n"));
+}
+
+void TestTool::fileWithoutSettingsKeepsItsText()
+{
+    const QString input
+        = write(QStringLiteral("bare.fdx"),
+                script("<Paragraph><Text>no type</Text></Paragraph>"
+                       "<Paragraph Type=\"Singing\"><Text>unknown type</Text></Paragraph>"
+                       "<Paragraph Type=\"Shot\"><Text>a shot</Text></Paragraph>"
+                       "<Paragraph Type=\"Dialogue\"><Text>spoken</Text></Paragraph>"));
+    const QString output = path(QStringLiteral("bare.html"));
+    QCOMPARE(mvrtext({QStringLiteral("convert"), input, output}).exitCode, 0);
+    const QByteArray html = read(QStringLiteral("bare.html"));
+    QVERIFY(html.contains("no type"));
+    QVERIFY(html.contains("unknown type"));
+    QVERIFY2(html.contains("A SHOT"), html.constData());
+    QVERIFY2(html.contains("margin-left:144px"), html.constData()); // dialogue: 1.5 inches
+
+    const QString again = path(QStringLiteral("again.fdx"));
+    QCOMPARE(mvrtext({QStringLiteral("convert"), input, again}).exitCode, 0);
+    QVERIFY(read(QStringLiteral("again.fdx")).contains("<Paragraph Type=\"Shot\">"));
+}
+
+void TestTool::placesNotes_data()
+{
+    QTest::addColumn<QString>("choice");
+    QTest::addColumn<QString>("suffix");
+    QTest::addColumn<QByteArray>("holds");
+    QTest::addColumn<QByteArray>("lacks");
+    QTest::addColumn<bool>("saysLoss");
+
+    const QByteArray note = "Check that no registered";
+    const QByteArray inBrackets = "Constance [Check that no registered vessel has this name.],";
+    QTest::newRow("script notes by default") << ""
+                                             << "fdx" << note << QByteArray("[Check") << false;
+    QTest::newRow("left out by default") << ""
+                                         << "txt" << QByteArray("Constance, leans") << note << true;
+    QTest::newRow("in brackets") << "inline"
+                                 << "txt" << inBrackets << QByteArray("  [") << false;
+    QTest::newRow("inspector notes are lost in a file")
+        << "inspector"
+        << "fdx" << QByteArray(">Constance<") << note << true;
+    QTest::newRow("dropped") << "drop"
+                             << "fdx" << QByteArray(">Constance<") << note << true;
+    QTest::newRow("no link is left of a note")
+        << ""
+        << "html" << QByteArray("Constance") << QByteArray("href") << true;
+}
+
+void TestTool::placesNotes()
+{
+    QFETCH(const QString, choice);
+    QFETCH(const QString, suffix);
+    QFETCH(const QByteArray, holds);
+    QFETCH(const QByteArray, lacks);
+
+    QStringList arguments {QStringLiteral("convert"), example(),
+                           path(QStringLiteral("out.") + suffix)};
+    if (!choice.isEmpty())
+        arguments << QStringLiteral("--notes") << choice;
+    const Run run = mvrtext(arguments);
+    QCOMPARE(run.exitCode, 0);
+    const QByteArray written = read(QStringLiteral("out.") + suffix);
+    QVERIFY2(written.contains(holds), written.constData());
+    QVERIFY2(!written.contains(lacks), written.constData());
+    QTEST(run.errors.contains("5 notes left out"), "saysLoss");
+}
+
+void TestTool::saysWhatIsNotRead()
+{
+    const QByteArray note = "<ScriptNote Range=\"0,1\"><Paragraph><Text>x</Text></Paragraph>"
+                            "</ScriptNote>";
+    const QByteArray empty = "<ScriptNote Range=\"0,1\"><Paragraph><Text> </Text></Paragraph>"
+                             "</ScriptNote>";
+    const QByteArray body
+        = "<Paragraph Type=\"Scene Heading\"><SceneProperties><Summary><Paragraph><Text>s</Text>"
+          "</Paragraph></Summary></SceneProperties><Text>OMITTED</Text><OmittedScene><Paragraph>"
+          "<Text>o</Text></Paragraph><Paragraph><Text>o</Text></Paragraph></OmittedScene>"
+          "</Paragraph>";
+    const QByteArray rest = "<ScriptNotes>" + note + empty + "</ScriptNotes>"
+        + "<UnanchoredScriptNotes>" + note
+        + "</UnanchoredScriptNotes><AltCollection><Alt Id=\"1\">"
+          "<Paragraph><Text>a</Text></Paragraph></Alt></AltCollection>";
+    const Run run = mvrtext(
+        {QStringLiteral("info"), write(QStringLiteral("losses.fdx"), script(body, rest))});
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(
+        run.errors.endsWith("losses.fdx: not read: 2 notes kept beside the script, 1 alternate, "
+                            "2 paragraphs of omitted scenes, 1 scene summary\n"),
+        run.errors.constData());
+}
+
+void TestTool::readsTextOfAnyEncoding_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+
+    const auto utf16 = [](bool bigEndian) {
+        QByteArray bytes;
+        for (const int unit : {0xfeff, 0x61, 0x20, 0xe9, 0x201c, 0x0d, 0x0a, 0x62, 0x0a})
+            bytes.append(char(bigEndian ? unit >> 8 : unit & 0xff))
+                .append(char(bigEndian ? unit & 0xff : unit >> 8));
+        return bytes;
+    };
+    QTest::newRow("UTF-8") << QByteArray("a \xc3\xa9\xe2\x80\x9c\nb\n");
+    QTest::newRow("UTF-8, marked") << QByteArray("\xef\xbb\xbf"
+                                                 "a \xc3\xa9\xe2\x80\x9c\nb\n");
+    QTest::newRow("UTF-16, little-endian") << utf16(false);
+    QTest::newRow("UTF-16, big-endian") << utf16(true);
+    QTest::newRow("Windows-1252") << QByteArray("a \xe9\x93\r\nb\r\n");
+    QTest::newRow("old Mac line ends, a stray NUL") << QByteArray("a \xe9\x93\rb\0\r", 8);
+}
+
+void TestTool::readsTextOfAnyEncoding()
+{
+    QFETCH(const QByteArray, bytes);
+
+    const QString input = write(QStringLiteral("in.txt"), bytes);
+    QCOMPARE(mvrtext({QStringLiteral("convert"), input, path(QStringLiteral("out.txt"))}).exitCode,
+             0);
+    QCOMPARE(read(QStringLiteral("out.txt")).trimmed(), QByteArray("a \xc3\xa9\xe2\x80\x9c\nb"));
+}
+
+void TestTool::convertsStreams()
+{
+    const Run run = mvrtext({QStringLiteral("convert"), QStringLiteral("--from"),
+                             QStringLiteral("md"), QStringLiteral("--to"), QStringLiteral("html"),
+                             QStringLiteral("-"), QStringLiteral("-")},
+                            "A *good* day <script>");
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.errors.isEmpty(), run.errors.constData());
+    QVERIFY2(run.output.contains("font-style:italic;\">good<"), run.output.constData());
+    QVERIFY(run.output.contains("&lt;script&gt;"));
+
+    QFile input(example());
+    QVERIFY(input.open(QIODevice::ReadOnly));
+    const Run binary = mvrtext({QStringLiteral("convert"), QStringLiteral("--from"),
+                                QStringLiteral("fdx"), QStringLiteral("--to"),
+                                QStringLiteral("png"), QStringLiteral("-"), QStringLiteral("-")},
+                               input.readAll());
+    QCOMPARE(binary.exitCode, 0);
+    QVERIFY(!QImage::fromData(binary.output, "PNG").isNull());
+}
+
+void TestTool::badInputLeavesTheOutputAlone_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("reason");
+
+    QTest::newRow("broken XML") << "a.fdx" << script("<Paragraph>").chopped(5) << "Line 1";
+    QTest::newRow("XML of another kind") << "a.fdx" << QByteArray("<opml/>") << "Final Draft";
+    QTest::newRow("no script") << "a.fdx" << QByteArray("<FinalDraft/>") << "Content";
+    QTest::newRow("nested too deep") << "a.fdx" << repeated("<a>", 100000) << "";
+    QTest::newRow("entity bomb") << "a.fdx"
+                                 << QByteArray(
+                                        "<!DOCTYPE a [<!ENTITY b \"bbbbbbbbbb\"><!ENTITY c \"")
+            + repeated("&b;", 1000) + "\"><!ENTITY d \"" + repeated("&c;", 1000) + "\">]>"
+            + script("<Paragraph><Text>&d;</Text></Paragraph>")
+                                 << "";
+    QTest::newRow("empty screenplay") << "a.fdx" << QByteArray() << "";
+    QTest::newRow("not RTF") << "a.rtf" << QByteArray("plain text") << "RTF";
+    QTest::newRow("binary as text") << "a.txt"
+                                    << QByteArray("\x7f"
+                                                  "ELF\1\0\0\0\2\0>\0",
+                                                  12)
+                                    << "text";
+    QTest::newRow("binary as Markdown") << "a.md" << QByteArray(100, '\0') << "text";
+    QTest::newRow("binary as HTML") << "a.html" << QByteArray("<p>\0", 4) << "text";
+    QTest::newRow("deep elements") << "a.html" << repeated("<div>", 100000) << "nested";
+    QTest::newRow("deep Markdown") << "a.md" << repeated("- ", 30000) + "x"
+                                   << "nested";
+    QTest::newRow("deep tables") << "a.html" << repeated("<table><tr><td>", 300) << "nested";
+}
+
+void TestTool::badInputLeavesTheOutputAlone()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QByteArray, content);
+    QFETCH(const QString, reason);
+
+    write(name, content);
+    write(QStringLiteral("out.rtf"), "what was there");
+    const Run run = mvrtext({QStringLiteral("convert"), name, QStringLiteral("out.rtf")},
+                            QByteArray(), m_folder->path());
+    QCOMPARE(run.exitCode, 1);
+    const QByteArray start = "mvrtext: " + name.toUtf8() + ": ";
+    QVERIFY2(run.errors.startsWith(start) && run.errors.size() > start.size() + 4,
+             run.errors.constData());
+    QVERIFY2(run.errors.contains(reason.toUtf8()), run.errors.constData());
+    QCOMPARE(read(QStringLiteral("out.rtf")), QByteArray("what was there"));
+}
+
+void TestTool::neverOverwritesItsInput_data()
+{
+    QTest::addColumn<QString>("output");
+
+    QTest::newRow("same name") << "in.txt";
+    QTest::newRow("another path") << "folder/../in.txt";
+    QTest::newRow("symbolic link") << "link.txt";
+    QTest::newRow("hard link") << "hard.txt";
+}
+
+void TestTool::neverOverwritesItsInput()
+{
+    QFETCH(const QString, output);
+
+    const QString input = write(QStringLiteral("in.txt"), "text\n");
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("folder")));
+    QVERIFY(QFile::link(input, path(QStringLiteral("link.txt"))));
+    QCOMPARE(::link(QFile::encodeName(input), QFile::encodeName(path(QStringLiteral("hard.txt")))),
+             0);
+    const Run run = mvrtext({QStringLiteral("convert"), input, path(output)});
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY2(run.errors.contains("input"), run.errors.constData());
+    QCOMPARE(read(QStringLiteral("in.txt")), QByteArray("text\n"));
+}
+
+void TestTool::survivesHostileFiles_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+
+    QTest::newRow("HTML, deep lists") << "a.html" << repeated("<ul><li>x", 900);
+    QTest::newRow("HTML, deep quotes") << "a.html" << repeated("<blockquote>x", 900);
+    QTest::newRow("HTML, a huge span")
+        << "a.html" << QByteArray("<table><tr><td colspan=2000000000>x</td></tr></table>");
+    QTest::newRow("HTML, cut off")
+        << "a.html" << QByteArray("<p style=\"margin:1e300px\">x<a href=");
+    QTest::newRow("Markdown, deep quotes") << "a.md" << repeated("> ", 99) + "x";
+    QTest::newRow("Markdown, deep lists") << "a.md" << repeated("- ", 99) + "x";
+    QTest::newRow("RTF, endless groups") << "a.rtf"
+                                         << "{\\rtf1 " + repeated("{", 200000) + "x";
+    QTest::newRow("RTF, cut off") << "a.rtf" << QByteArray("{\\rtf1\\ansi x\\'");
+    QTest::newRow("screenplay, absurd numbers")
+        << "a.fdx"
+        << script("<Paragraph Type=\"Action\" LeftIndent=\"1e308\" RightIndent=\"-1e308\" "
+                  "SpaceBefore=\"2147483647\" Spacing=\"1e30\"><Text Size=\"1e30\">x</Text>"
+                  "</Paragraph>",
+                  "<PageLayout TopMargin=\"1e18\"/>");
+    QTest::newRow("screenplay, one long word")
+        << "a.fdx" << script("<Paragraph><Text>" + QByteArray(200000, 'x') + "</Text></Paragraph>");
+}
+
+void TestTool::survivesHostileFiles()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QByteArray, content);
+
+    const QString input = write(name, content);
+    for (const char *suffix : {"pdf", "html", "odt", "fdx", "md"}) {
+        const QString output = path(QStringLiteral("out.") + QLatin1String(suffix));
+        const Run run = mvrtext({QStringLiteral("convert"), input, output});
+        QVERIFY2(run.exitCode == 0 || (run.exitCode == 1 && !run.errors.isEmpty()), suffix);
+    }
+}
+
+void TestTool::fetchesNoPictures()
+{
+    QImage red(40, 40, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    QVERIFY(red.save(path(QStringLiteral("secret.png"))));
+    const QByteArray file = QFile::encodeName(path(QStringLiteral("secret.png")));
+    const QString input = write(QStringLiteral("in.html"),
+                                "<img src=\"" + file + "\"><img src=\"file://" + file
+                                    + "\"><img src=\"secret.png\"><p style=\"background-image:url("
+                                    + file + ")\">text</p>");
+    const QString output = path(QStringLiteral("out.png"));
+    QCOMPARE(mvrtext({QStringLiteral("convert"), input, output}, QByteArray(), m_folder->path())
+                 .exitCode,
+             0);
+    QVERIFY(QImage(output).allGray());
+}
+
+void TestTool::listsNotes()
+{
+    const Run run = mvrtext({QStringLiteral("notes"), QStringLiteral("--json"), example()});
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY(run.errors.isEmpty());
+    const QJsonArray notes = QJsonDocument::fromJson(run.output).array();
+    QCOMPARE(notes.size(), 5);
+    const QJsonObject first = notes.first().toObject();
+    QCOMPARE(first.value(QLatin1String("kind")).toString(), QStringLiteral("comment"));
+    QCOMPARE(first.value(QLatin1String("text")).toString(), QStringLiteral("Constance"));
+    QCOMPARE(first.value(QLatin1String("content")).toString(),
+             QStringLiteral("Check that no registered vessel has this name."));
+    QCOMPARE(first.value(QLatin1String("start")).toInt(), 17);
+    QCOMPARE(first.value(QLatin1String("end")).toInt(), 26);
+    QVERIFY(QColor(first.value(QLatin1String("color")).toString()).isValid());
+
+    const Run table = mvrtext({QStringLiteral("notes"), example()});
+    QCOMPARE(table.output.count('\n'), 6);
+    QVERIFY(table.output.contains("  Does the audience know by now that the lighthouse burned down "
+                                  "in 1974? Plant it in the first scene.\n"));
+}
+
+void TestTool::tellsFigures()
+{
+    const QString text
+        = write(QStringLiteral("a.txt"), "Don\xe2\x80\x99t stop \xe2\x80\x94 now.\n\nTwo");
+    const QStringList info {QStringLiteral("info"), QStringLiteral("--json")};
+    const QJsonObject plain
+        = QJsonDocument::fromJson(mvrtext(info + QStringList(text)).output).object();
+    QCOMPARE(plain.value(QLatin1String("paragraphs")).toInt(), 3);
+    QCOMPARE(plain.value(QLatin1String("words")).toInt(), 4);
+    QCOMPARE(plain.value(QLatin1String("characters")).toInt(), 22);
+    QCOMPARE(plain.value(QLatin1String("pages")).toInt(), 1);
+    QVERIFY(!plain.contains(QLatin1String("elements")));
+
+    const QJsonObject play
+        = QJsonDocument::fromJson(mvrtext(info + QStringList(example())).output).object();
+    const QJsonObject elements = play.value(QLatin1String("elements")).toObject();
+    QCOMPARE(elements.value(QLatin1String("Scene Heading")).toInt(), 4); // three and a shot
+    QCOMPARE(elements.value(QLatin1String("Dialogue")).toInt(), 26);
+    QCOMPARE(play.value(QLatin1String("notes")).toObject().value(QLatin1String("comment")).toInt(),
+             5);
+    QCOMPARE(play.value(QLatin1String("scaling")).toDouble(), 100.0);
+    QCOMPARE(play.value(QLatin1String("showInvisibles")), QJsonValue(false));
+    QCOMPARE(play.value(QLatin1String("pages")).toInt(), 5);
+}
+
+QTEST_GUILESS_MAIN(TestTool)
+#include "tst_tool.moc"
