@@ -1,0 +1,237 @@
+#include <bbcode/MVRBbCodeConverter.h>
+
+#include <bbcode/XhtmlLimits_p.h>
+#include <core/MVRTextXhtmlExporter.h>
+
+#include <QCoreApplication>
+#include <QDomDocument>
+#include <QMap>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+// Stands for the line feed of a paragraph while those of the text are dropped.
+const QLatin1String paragraphMarker("<p>");
+
+struct StyleTag
+{
+    const char *declaration; // spelled as the toolkit writes it
+    const char *name;
+};
+
+constexpr StyleTag styleTags[] = {
+    {"font-weight:600", "b"},
+    {"font-style:italic", "i"},
+    {"text-decoration: underline", "u"},
+    {"text-decoration: underline line-through", "s"},
+};
+
+/*! The opening and the closing BBCode tags of a run; both grow at the end. */
+struct Tags
+{
+    QString open;
+    QString close;
+
+    void add(const QString &name, const QString &value = QString())
+    {
+        open += QLatin1Char('[') + name + value + QLatin1Char(']');
+        close += QLatin1String("[/") + name + QLatin1Char(']');
+    }
+    QString around(const QString &text) const
+    {
+        return open.isEmpty() ? text : open + text + close;
+    }
+};
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("QObject", text);
+}
+
+/*! A text as the local 8-bit encoding can hold it, and up to the first null character. */
+QString throughLocal8Bit(const QString &text)
+{
+    // Every encoding of a locale has these characters at their place.
+    const auto isAscii = [](QChar c) { return c.unicode() > 0 && c.unicode() < 0x80; };
+    if (std::all_of(text.cbegin(), text.cend(), isAscii))
+        return text;
+    return QString::fromLocal8Bit(text.toLocal8Bit().constData());
+}
+
+/*! The values of the attributes, sorted by name: the node map's own order differs from run to run.
+ */
+QStringList attributeValues(const QDomElement &element)
+{
+    const QDomNamedNodeMap attributes = element.attributes();
+    if (attributes.count() == 1)
+        return {attributes.item(0).nodeValue()};
+    QMap<QString, QString> values;
+    for (int i = 0; i < attributes.count(); ++i) {
+        const QDomNode attribute = attributes.item(i);
+        values.insert(attribute.nodeName(), attribute.nodeValue());
+    }
+    return values.values();
+}
+
+/*! What semicolons divide the values of the attributes into. */
+QStringList attributeParts(const QDomElement &element)
+{
+    QStringList parts;
+    const QStringList values = attributeValues(element);
+    for (const QString &value : values) {
+        const QVector<QStringRef> split
+            = QStringRef(&value).trimmed().split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        for (const QStringRef &part : split)
+            parts += throughLocal8Bit(part.trimmed().toString());
+    }
+    return parts;
+}
+
+QDomNode lastDescendant(QDomNode node)
+{
+    while (node.hasChildNodes())
+        node = node.lastChild();
+    return node;
+}
+
+// The column is the width of the line number's field, and the second placeholder stays: callers
+// know the text like that.
+QString parseError(int line, int column, const QString &message)
+{
+    return translated("Error Line: %1; Error Column: %2").arg(line, column) + QLatin1String("; ")
+        + message;
+}
+
+/*! Parses XHTML; on failure the element is null and \a error receives a message. */
+QDomElement parsedBody(const QString &xhtml, QDomDocument *tree, QString *error)
+{
+    if (const std::optional<XhtmlFault> fault = findXhtmlFault(xhtml)) {
+        *error = parseError(fault->line, fault->column, fault->message);
+        return QDomElement();
+    }
+    QString message;
+    int line = 0;
+    int column = 0;
+    if (!tree->setContent(xhtml, &message, &line, &column)) {
+        *error = parseError(line, column, message);
+        return QDomElement();
+    }
+    const QDomNodeList bodies = tree->elementsByTagName(QStringLiteral("body"));
+    if (bodies.count() == 1)
+        return bodies.at(0).toElement();
+    *error = translated("Missing or more than one <body> tag inside html");
+    return QDomElement();
+}
+
+}
+
+QString MVRBbCodeConverter::fromHtml(const QString &html, QString *error)
+{
+    const QString xhtml = html.isEmpty() ? QString() : MVRTextXhtmlExporter::htmlToXhtml(html);
+    if (xhtml.isEmpty())
+        return QString();
+    {
+        QDomDocument tree;
+        QString message;
+        const QDomElement body = parsedBody(xhtml, &tree, &message);
+        if (body.isNull()) {
+            if (error)
+                *error = message;
+            return QString();
+        }
+        walkTree(body);
+    }
+    QString text = pieces.join(QString());
+    text.remove(QLatin1Char('\n'));
+    text = cleanQuotedText(text);
+    text.replace(paragraphMarker, QLatin1String("\n"));
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
+/*! Gathers the pieces of a node and all below it, the last one first and parents last. */
+QDomNode MVRBbCodeConverter::walkTree(const QDomNode &node)
+{
+    for (QDomNode current = lastDescendant(node);;) {
+        if (current.isElement())
+            sanitizeElement(current.toElement());
+        if (current == node)
+            return node;
+        const QDomNode previous = current.previousSibling();
+        current = previous.isNull() ? current.parentNode() : lastDescendant(previous);
+    }
+}
+
+QDomElement MVRBbCodeConverter::sanitizeElement(const QDomElement &element)
+{
+    const QString tag = element.tagName();
+    if (tag == QLatin1String("p") || tag == QLatin1String("br"))
+        pieces.prepend(paragraphMarker);
+    else if (tag == QLatin1String("span"))
+        cleanSpanTag(element);
+    else if (tag == QLatin1String("a"))
+        cleanAnchorTag(element);
+    else if (tag == QLatin1String("ul"))
+        pieces.prepend(QLatin1String("[list]") + listItems(element) + QLatin1String("[/list]"));
+    else if (tag == QLatin1String("ol"))
+        pieces.prepend(QLatin1String("[list=1]") + listItems(element) + QLatin1String("[/list]"));
+    return element;
+}
+
+void MVRBbCodeConverter::cleanSpanTag(const QDomElement &span)
+{
+    Tags tags;
+    const QStringList declarations = attributeParts(span);
+    for (const QString &declaration : declarations) {
+        const auto known
+            = std::find_if(std::begin(styleTags), std::end(styleTags), [&](const StyleTag &tag) {
+                  return declaration == QLatin1String(tag.declaration);
+              });
+        if (known != std::end(styleTags))
+            tags.add(QString::fromLatin1(known->name));
+        else if (declaration.contains(QLatin1String("color:#"), Qt::CaseInsensitive))
+            tags.add(QStringLiteral("color"), QLatin1String("=#") + declaration.right(6));
+    }
+    pieces.prepend(tags.around(span.text()));
+}
+
+void MVRBbCodeConverter::cleanAnchorTag(const QDomElement &anchor)
+{
+    const QLatin1String mailScheme("mailto");
+    Tags tags;
+    QString address;
+    const QStringList parts = attributeParts(anchor);
+    for (const QString &part : parts) {
+        const bool isMail = part.contains(mailScheme, Qt::CaseInsensitive);
+        tags.add(isMail ? QStringLiteral("email") : QStringLiteral("url"));
+        address = isMail ? part.mid(mailScheme.size() + 1) : part;
+    }
+    // The visible text follows as that of a span.
+    pieces.prepend(tags.around(parts.isEmpty() ? anchor.text() : address));
+}
+
+QString MVRBbCodeConverter::listItems(const QDomElement &list) const
+{
+    QString items;
+    for (QDomNode child = list.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        const QString text = child.toElement().text();
+        if (!text.isEmpty())
+            items += QLatin1String("[*] ") + text;
+    }
+    return items;
+}
+
+/*! Makes quotations and code of the paragraphs that begin like them. */
+QString MVRBbCodeConverter::cleanQuotedText(const QString &text) const
+{
+    QStringList paragraphs = text.split(paragraphMarker);
+    for (QString &paragraph : paragraphs) {
+        paragraph = throughLocal8Bit(paragraph);
+        if (paragraph.startsWith(QLatin1Char('>')))
+            paragraph = QLatin1String("[quote]") + paragraph.midRef(1) + QLatin1String("[/quote]");
+        else if (paragraph.startsWith(QLatin1Char('{')))
+            paragraph = QLatin1String("[code]") + paragraph.midRef(1) + QLatin1String("[/code]");
+    }
+    return paragraphs.join(paragraphMarker);
+}
