@@ -10,6 +10,7 @@ constexpr Format formats[] = {
     {"html", "HTML", "htm xhtml", readHtml, writeHtml, false},
     {"txt", "plain text", "text", readText, writeText, false},
     {"md", "Markdown", "markdown", readMarkdown, writeMarkdown, false},
+    {"bbcode", "BBCode", "", nullptr, writeBbCode, false},
     {"odt", "ODT", "", nullptr, writeOdt, false},
     {"pdf", "PDF", "", nullptr, writePdf, false},
     {"png", "PNG", "", nullptr, writePng, false},
