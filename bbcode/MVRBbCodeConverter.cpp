@@ -18,14 +18,15 @@ const QLatin1String paragraphMarker("<p>");
 struct StyleTag
 {
     const char *declaration; // spelled as the toolkit writes it
-    const char *name;
+    const char *open;
+    const char *close;
 };
 
 constexpr StyleTag styleTags[] = {
-    {"font-weight:600", "b"},
-    {"font-style:italic", "i"},
-    {"text-decoration: underline", "u"},
-    {"text-decoration: underline line-through", "s"},
+    {"font-weight:600", "[b]", "[/b]"},
+    {"font-style:italic", "[i]", "[/i]"},
+    {"text-decoration: underline", "[u]", "[/u]"},
+    {"text-decoration: underline line-through", "[s]", "[/s]"},
 };
 
 /*! The opening and the closing BBCode tags of a run; both grow at the end. */
@@ -34,10 +35,10 @@ struct Tags
     QString open;
     QString close;
 
-    void add(const QString &name, const QString &value = QString())
+    void add(const char *opening, const char *closing)
     {
-        open += QLatin1Char('[') + name + value + QLatin1Char(']');
-        close += QLatin1String("[/") + name + QLatin1Char(']');
+        open += QLatin1String(opening);
+        close += QLatin1String(closing);
     }
     QString around(const QString &text) const
     {
@@ -60,40 +61,52 @@ QString throughLocal8Bit(const QString &text)
     return QString::fromLocal8Bit(text.toLocal8Bit().constData());
 }
 
-/*! The values of the attributes, sorted by name: the node map's own order differs from run to run.
- */
-QStringList attributeValues(const QDomElement &element)
+/*! Calls \a use with each part of an attribute's value; semicolons end a part. */
+template <typename Use> void forEachPart(const QString &value, const Use &use)
 {
+    const QString local = throughLocal8Bit(value);
+    const QVector<QStringRef> parts
+        = QStringRef(&local).trimmed().split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    for (const QStringRef &part : parts)
+        use(part.trimmed());
+}
+
+/*! The same with all attributes of an element, sorted by their names. */
+template <typename Use> void forEachAttributePart(const QDomElement &element, const Use &use)
+{
+    if (!element.hasAttributes())
+        return;
     const QDomNamedNodeMap attributes = element.attributes();
-    if (attributes.count() == 1)
-        return {attributes.item(0).nodeValue()};
-    QMap<QString, QString> values;
+    if (attributes.count() == 1) {
+        forEachPart(attributes.item(0).nodeValue(), use);
+        return;
+    }
+    QMap<QString, QString> values; // the node map's own order differs from run to run
     for (int i = 0; i < attributes.count(); ++i) {
         const QDomNode attribute = attributes.item(i);
         values.insert(attribute.nodeName(), attribute.nodeValue());
     }
-    return values.values();
+    for (const QString &value : qAsConst(values))
+        forEachPart(value, use);
 }
 
-/*! What semicolons divide the values of the attributes into. */
-QStringList attributeParts(const QDomElement &element)
+/*! The text of an element and of all below it. */
+QString textOf(const QDomElement &element)
 {
-    QStringList parts;
-    const QStringList values = attributeValues(element);
-    for (const QString &value : values) {
-        const QVector<QStringRef> split
-            = QStringRef(&value).trimmed().split(QLatin1Char(';'), Qt::SkipEmptyParts);
-        for (const QStringRef &part : split)
-            parts += throughLocal8Bit(part.trimmed().toString());
+    const QDomNode child = element.firstChild();
+    const bool isOnlyText = child.isText() && child.nextSibling().isNull();
+    return isOnlyText ? child.nodeValue() : element.text(); // which would copy it
+}
+
+/*! The last child of the last child of ... \a element, which may hold none. */
+QDomElement lastDescendant(QDomElement element)
+{
+    for (;;) {
+        const QDomElement last = element.lastChildElement();
+        if (last.isNull())
+            return element;
+        element = last;
     }
-    return parts;
-}
-
-QDomNode lastDescendant(QDomNode node)
-{
-    while (node.hasChildNodes())
-        node = node.lastChild();
-    return node;
 }
 
 // The column is the width of the line number's field, and the second placeholder stays: callers
@@ -129,20 +142,19 @@ QDomElement parsedBody(const QString &xhtml, QDomDocument *tree, QString *error)
 
 QString MVRBbCodeConverter::fromHtml(const QString &html, QString *error)
 {
+    // Goes last: behind its many small pieces, a large string takes long to be freed.
+    QDomDocument tree;
     const QString xhtml = html.isEmpty() ? QString() : MVRTextXhtmlExporter::htmlToXhtml(html);
     if (xhtml.isEmpty())
         return QString();
-    {
-        QDomDocument tree;
-        QString message;
-        const QDomElement body = parsedBody(xhtml, &tree, &message);
-        if (body.isNull()) {
-            if (error)
-                *error = message;
-            return QString();
-        }
-        walkTree(body);
+    QString message;
+    const QDomElement body = parsedBody(xhtml, &tree, &message);
+    if (body.isNull()) {
+        if (error)
+            *error = message;
+        return QString();
     }
+    walkTree(body);
     QString text = pieces.join(QString());
     text.remove(QLatin1Char('\n'));
     text = cleanQuotedText(text);
@@ -150,17 +162,17 @@ QString MVRBbCodeConverter::fromHtml(const QString &html, QString *error)
     return text.isNull() ? QStringLiteral("") : text;
 }
 
-/*! Gathers the pieces of a node and all below it, the last one first and parents last. */
+/*! Gathers the pieces of all elements of a tree, the last one first and parents last. */
 QDomNode MVRBbCodeConverter::walkTree(const QDomNode &node)
 {
-    for (QDomNode current = lastDescendant(node);;) {
-        if (current.isElement())
-            sanitizeElement(current.toElement());
+    for (QDomElement current = lastDescendant(node.toElement()); !current.isNull();) {
+        sanitizeElement(current);
         if (current == node)
-            return node;
-        const QDomNode previous = current.previousSibling();
-        current = previous.isNull() ? current.parentNode() : lastDescendant(previous);
+            break;
+        const QDomElement previous = current.previousSiblingElement();
+        current = previous.isNull() ? current.parentNode().toElement() : lastDescendant(previous);
     }
+    return node;
 }
 
 QDomElement MVRBbCodeConverter::sanitizeElement(const QDomElement &element)
@@ -182,18 +194,19 @@ QDomElement MVRBbCodeConverter::sanitizeElement(const QDomElement &element)
 void MVRBbCodeConverter::cleanSpanTag(const QDomElement &span)
 {
     Tags tags;
-    const QStringList declarations = attributeParts(span);
-    for (const QString &declaration : declarations) {
+    forEachAttributePart(span, [&tags](const QStringRef &declaration) {
         const auto known
             = std::find_if(std::begin(styleTags), std::end(styleTags), [&](const StyleTag &tag) {
                   return declaration == QLatin1String(tag.declaration);
               });
-        if (known != std::end(styleTags))
-            tags.add(QString::fromLatin1(known->name));
-        else if (declaration.contains(QLatin1String("color:#"), Qt::CaseInsensitive))
-            tags.add(QStringLiteral("color"), QLatin1String("=#") + declaration.right(6));
-    }
-    pieces.prepend(tags.around(span.text()));
+        if (known != std::end(styleTags)) {
+            tags.add(known->open, known->close);
+        } else if (declaration.contains(QLatin1String("color:#"), Qt::CaseInsensitive)) {
+            tags.add("[color=#", "[/color]");
+            tags.open += declaration.right(6) + QLatin1Char(']');
+        }
+    });
+    pieces.prepend(tags.around(textOf(span)));
 }
 
 void MVRBbCodeConverter::cleanAnchorTag(const QDomElement &anchor)
@@ -201,14 +214,13 @@ void MVRBbCodeConverter::cleanAnchorTag(const QDomElement &anchor)
     const QLatin1String mailScheme("mailto");
     Tags tags;
     QString address;
-    const QStringList parts = attributeParts(anchor);
-    for (const QString &part : parts) {
+    forEachAttributePart(anchor, [&](const QStringRef &part) {
         const bool isMail = part.contains(mailScheme, Qt::CaseInsensitive);
-        tags.add(isMail ? QStringLiteral("email") : QStringLiteral("url"));
-        address = isMail ? part.mid(mailScheme.size() + 1) : part;
-    }
+        tags.add(isMail ? "[email]" : "[url]", isMail ? "[/email]" : "[/url]");
+        address = part.mid(isMail ? mailScheme.size() + 1 : 0).toString();
+    });
     // The visible text follows as that of a span.
-    pieces.prepend(tags.around(parts.isEmpty() ? anchor.text() : address));
+    pieces.prepend(tags.around(tags.open.isEmpty() ? textOf(anchor) : address));
 }
 
 QString MVRBbCodeConverter::listItems(const QDomElement &list) const

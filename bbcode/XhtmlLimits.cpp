@@ -4,8 +4,9 @@
 
 #include <QCoreApplication>
 
-#include <array>
+#include <algorithm>
 #include <bitset>
+#include <iterator>
 
 namespace {
 
@@ -15,7 +16,7 @@ constexpr int maxDepth = 256;
 constexpr int maxAttributes = 256;
 // A text comes again for each span, list and bare anchor around it; real ones nest a few times.
 constexpr qint64 maxGrowth = 16;
-constexpr qint64 growthAllowance = 64 * 1024;
+constexpr qint64 growthAllowance = 65536;
 
 constexpr const char *copyingElements[] = {"span", "ul", "ol", "a"};
 

@@ -86,22 +86,22 @@ bool isXmlCharacter(uint code)
         || (code >= 0xe000 && code < 0xfffe) || code >= 0x10000;
 }
 
-void appendReference(QString *xml, const QStringRef &text, const HtmlReference &reference)
+/*! The XML for a reference that is spelled \a text. */
+QString xmlReference(const QStringRef &text, const HtmlReference &reference)
 {
-    const bool isPredefined
-        = std::find(std::begin(predefinedInXml), std::end(predefinedInXml), reference.code)
-        != std::end(predefinedInXml);
-    if (reference.kind == HtmlReference::None
-        || (reference.kind == HtmlReference::Name && isPredefined))
-        *xml += text;
-    else if (reference.kind == HtmlReference::Name && reference.code == 0)
-        *xml += QLatin1String("&amp;") + text.mid(1);
-    else if (reference.kind == HtmlReference::Name)
-        *xml += QStringLiteral("&#%1;").arg(reference.code);
-    else if (reference.code > 0xffff) // QDomDocument takes the low half for the character
-        *xml += QString::fromUcs4(&reference.code, 1);
-    else if (isXmlCharacter(reference.code))
-        *xml += text;
+    if (reference.kind == HtmlReference::Name) {
+        if (reference.code == 0)
+            return QLatin1String("&amp;") + text.mid(1);
+        const bool isPredefined
+            = std::find(std::begin(predefinedInXml), std::end(predefinedInXml), reference.code)
+            != std::end(predefinedInXml);
+        return isPredefined ? text.toString() : QStringLiteral("&#%1;").arg(reference.code);
+    }
+    if (reference.kind == HtmlReference::Number && reference.code > 0xffff)
+        return QString::fromUcs4(&reference.code, 1); // QDomDocument would cut the number
+    if (reference.kind == HtmlReference::Number && !isXmlCharacter(reference.code))
+        return QString();
+    return text.toString();
 }
 
 }
@@ -141,7 +141,7 @@ void appendAsXml(QString *xml, const QStringRef &text, HtmlPlace place)
     for (int start = 0; start < text.size();) {
         const auto found = std::find_if(text.cbegin() + start, text.cend(), isSpecial);
         const int position = int(found - text.cbegin());
-        *xml += text.mid(start, position - start);
+        xml->append(text.data() + start, position - start);
         if (position == text.size())
             return;
         if (*found == QLatin1Char('<')) {
@@ -152,7 +152,7 @@ void appendAsXml(QString *xml, const QStringRef &text, HtmlPlace place)
             if (reference.kind == HtmlReference::None && place == HtmlPlace::LooseValue)
                 *xml += QLatin1String("&amp;");
             else
-                appendReference(xml, text.mid(position, reference.end - position), reference);
+                *xml += xmlReference(text.mid(position, reference.end - position), reference);
             start = reference.end;
         }
     }

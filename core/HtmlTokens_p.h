@@ -56,7 +56,9 @@ inline bool isHtmlTagStart(const QString &text, int position)
     if (name >= text.size())
         return false;
     const QChar first = text.at(name);
-    return first.isLetter() || first == QLatin1Char('_') || first == QLatin1Char(':');
+    // XML has more characters that begin a name than are letters today.
+    return first.isLetter() || first.unicode() >= 0x80 || first == QLatin1Char('_')
+        || first == QLatin1Char(':');
 }
 
 /*!

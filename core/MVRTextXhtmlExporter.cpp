@@ -5,6 +5,7 @@
 #include <core/XmlText_p.h>
 
 #include <algorithm>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -23,7 +24,7 @@ enum class Role {
 
 struct Element
 {
-    const char *name;
+    std::string_view name;
     Role role;
 };
 
@@ -44,7 +45,7 @@ constexpr Element elements[] = {
 Role roleOf(const QStringRef &name)
 {
     for (const Element &element : elements) {
-        const QLatin1String known(element.name);
+        const QLatin1String known(element.name.data(), int(element.name.size()));
         if (name.size() == known.size() && name.compare(known, Qt::CaseInsensitive) == 0)
             return element.role;
     }
@@ -63,7 +64,7 @@ public:
     explicit XhtmlWriter(const QString &html)
         : m_html(html)
     {
-        m_xhtml.reserve(html.size() + html.size() / 8);
+        m_xhtml.reserve(html.size() + html.size() / 2); // many short runs get a span each
     }
 
     QString write();
@@ -94,6 +95,7 @@ private:
     Role parentRole() const { return m_open.empty() ? Role::Other : m_open.back().role; }
     // The toolkit does not escape what stands in front of a list item's number.
     HtmlPlace valuePlace() const { return m_isToolkits ? HtmlPlace::LooseValue : HtmlPlace::Text; }
+    void copy(int start, int end) { m_xhtml.append(m_html.constData() + start, end - start); }
     QStringRef ref(int start, int end) const { return m_html.midRef(start, end - start); }
     QStringRef name() const { return ref(m_tag.nameStart, m_tag.nameEnd); }
     QStringRef name(const HtmlAttribute &attribute) const
@@ -146,7 +148,7 @@ int XhtmlWriter::writeMarkup(int start)
             end = start + 1;
         }
     }
-    m_xhtml += ref(start, end);
+    copy(start, end);
     return end;
 }
 
@@ -237,13 +239,14 @@ void XhtmlWriter::writeStartTag(Role role)
     const int written = writeAttributes();
     const bool isVoid = role == Role::Void;
     if (m_tag.isCut) {
-        m_xhtml += ref(written, m_tag.end);
+        copy(written, m_tag.end);
         if (m_isToolkits && role == Role::ListItem) // an item that is a rule: "<li<hr />"
             m_xhtml += QLatin1Char('>');
     } else if (isVoid && !m_tag.isSelfClosed) {
-        m_xhtml += ref(written, m_tag.end - 1) + QLatin1String(" />");
+        copy(written, m_tag.end - 1);
+        m_xhtml += QLatin1String(" />");
     } else {
-        m_xhtml += ref(written, m_tag.end);
+        copy(written, m_tag.end);
     }
     if (!isVoid && !m_tag.isSelfClosed)
         open(name(), role, false);
@@ -262,13 +265,13 @@ int XhtmlWriter::writeAttributes()
     int previousEnd = m_tag.nameEnd;
     for (const HtmlAttribute &attribute : attributes) {
         if (hasStyles && isStyle(attribute)) {
-            m_xhtml += ref(written, hasWritten ? qMax(written, previousEnd) : attribute.start);
+            copy(written, hasWritten ? qMax(written, previousEnd) : attribute.start);
             if (!hasWritten)
                 writeStyle();
             hasWritten = true;
             written = attribute.end;
         } else if (hasMarkup(value(attribute))) {
-            m_xhtml += ref(written, attribute.valueStart);
+            copy(written, attribute.valueStart);
             appendAsXml(&m_xhtml, value(attribute), valuePlace());
             written = attribute.valueEnd;
         }
@@ -297,7 +300,7 @@ void XhtmlWriter::writeEndTag(Role role)
 {
     if (role == Role::Void || (m_isToolkits && endInList(role)))
         return;
-    m_xhtml += ref(m_tag.start, m_tag.end);
+    copy(m_tag.start, m_tag.end);
     if (!m_open.empty())
         forgetLast();
 }

@@ -237,7 +237,7 @@ void TestBbCode::survivesHostileText_data()
     const auto repeated
         = [](const char *text, int times) { return QString::fromLatin1(text).repeated(times); };
     const auto nested = [&](const char *name, int depth) {
-        const QString tag = QString::fromLatin1(name);
+        const QString tag = QString::fromUtf8(name);
         return repeated("<%1>x", depth).replace(QStringLiteral("%1"), tag)
             + repeated("</%1>", depth).replace(QStringLiteral("%1"), tag);
     };
@@ -249,6 +249,8 @@ void TestBbCode::survivesHostileText_data()
     QTest::newRow("nested behind false end tags")
         << inBody(repeated("<i><!--</i>--><![CDATA[</i>]]><?x </i>?>", many))
         << QStringLiteral("256 levels deep");
+    QTest::newRow("nested by a sign that XML takes for a letter")
+        << inBody(nested("\u212e", many)) << QStringLiteral("256 levels deep");
     QTest::newRow("nested in the toolkit's lists")
         << asToolkits(nested("ul", many)) << QStringLiteral("256 levels deep");
     QTest::newRow("deep enough") << inBody(nested("b", 200)) << QString();

@@ -160,6 +160,8 @@ void TestTool::writesEveryFormat_data()
     QTest::newRow("html") << "html" << QByteArray("<!DOCTYPE") << heading;
     QTest::newRow("text") << "txt" << QByteArray("\n") << "\n\n" + heading + "\n\nFog.";
     QTest::newRow("Markdown") << "md" << QByteArray("**_THE LAST") << heading + "\n\nFog.";
+    QTest::newRow("BBCode") << "bbcode" << QByteArray("[b][u]THE LAST")
+                            << "\n\n" + heading + "\n\nFog.";
     QTest::newRow("odt") << "odt" << QByteArray("PK") << QByteArray("opendocument.text");
     QTest::newRow("pdf") << "pdf" << QByteArray("%PDF-") << QByteArray("/MediaBox [0 0 612");
     QTest::newRow("png") << "png" << QByteArray("\x89PNG") << QByteArray("IEND");

@@ -10,6 +10,7 @@ constexpr Format formats[] = {
     {"html", "HTML", "htm xhtml", readHtml, writeHtml, NoteSupport::None},
     {"txt", "plain text", "text", readText, writeText, NoteSupport::None},
     {"md", "Markdown", "markdown", readMarkdown, writeMarkdown, NoteSupport::None},
+    {"bbcode", "BBCode", "", nullptr, writeBbCode, NoteSupport::None},
     {"odt", "ODT", "", nullptr, writeOdt, NoteSupport::None},
     {"pdf", "PDF", "", nullptr, writePdf, NoteSupport::None},
     {"png", "PNG", "", nullptr, writePng, NoteSupport::None},

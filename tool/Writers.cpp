@@ -6,6 +6,8 @@
 #include "Pages.h"
 #include "TitlePage.h"
 
+#include <bbcode/MVRBbCodeConverter.h>
+#include <core/FormatEdits_p.h>
 #include <finaldraft/MVRFinalDraftWriter.h>
 #include <text/MVRTextDoc.h>
 
@@ -47,18 +49,55 @@ QByteArray withFinalNewline(QString text)
     return text.toUtf8();
 }
 
-// Paragraphs that only take up space on a page; Markdown has no space but between paragraphs.
-void dropBlankParagraphs(QString &markdown)
+// Paragraphs that only take up space on a page; one empty line is space enough elsewhere.
+void dropBlankParagraphs(QString &text)
 {
     static const QRegularExpression blankLines(QStringLiteral("\\n(?:[ \\t]*\\n){2,}"));
-    markdown.replace(blankLines, QStringLiteral("\n\n"));
-    markdown = markdown.trimmed();
+    text.replace(blankLines, QStringLiteral("\n\n"));
+    text = text.trimmed();
 }
 
 // Final Draft sets off elements by space before them, plain text by an empty line.
 bool hasSpaceBefore(const QTextBlock &block)
 {
     return block.blockNumber() > 0 && block.blockFormat().topMargin() >= 6.0;
+}
+
+// A forum page has a colour of its own for text, and BBCode neither backgrounds nor link targets.
+void leaveForumFormats(QTextCharFormat &format)
+{
+    if (format.foreground().color() == QColor(Qt::black))
+        format.clearForeground();
+    format.clearBackground();
+    format.clearProperty(QTextFormat::AnchorName);
+}
+
+// Headings, rules and unbreakable lines would not even begin a line in BBCode.
+void leaveForumFormats(QTextBlockFormat &format)
+{
+    format.clearProperty(QTextFormat::HeadingLevel);
+    format.clearProperty(QTextFormat::BlockTrailingHorizontalRulerWidth);
+    format.clearProperty(QTextFormat::BlockNonBreakableLines);
+}
+
+void prepareForForum(Document &document)
+{
+    QTextCursor cursor(&document.text);
+    const EditBlock editBlock(cursor);
+    const auto change = [](QTextCharFormat &format) { leaveForumFormats(format); };
+    const QVector<FormatEdit> edits
+        = collectFormatEdits(&document.text, -1, document.text.characterCount() - 1, change);
+    for (const FormatEdit &edit : edits)
+        edit.apply(cursor);
+    for (QTextBlock block = document.text.begin(); block.isValid(); block = block.next()) {
+        QTextBlockFormat format = block.blockFormat();
+        leaveForumFormats(format);
+        cursor.setPosition(block.position());
+        if (format != block.blockFormat())
+            cursor.setBlockFormat(format);
+        if (document.isScreenplay && hasSpaceBefore(block))
+            cursor.insertText(QString(QChar::LineSeparator), QTextCharFormat());
+    }
 }
 
 }
@@ -127,6 +166,24 @@ bool writeMarkdown(Document &document, const WriteOptions &options, QByteArray *
     Q_UNUSED(options)
     Q_UNUSED(error)
     QString text = document.text.toMarkdown();
+    if (document.isScreenplay)
+        dropBlankParagraphs(text);
+    *bytes = withFinalNewline(text);
+    return true;
+}
+
+bool writeBbCode(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
+{
+    Q_UNUSED(options)
+    prepareForForum(document);
+    QString fault;
+    QString text = MVRBbCodeConverter().fromHtml(document.text.toHtml(), &fault);
+    if (text.isNull()) {
+        *error = QStringLiteral("cannot be written as BBCode: %1").arg(fault.simplified());
+        return false;
+    }
+    if (text.startsWith(QLatin1Char('\n'))) // each paragraph comes behind its line feed
+        text.remove(0, 1);
     if (document.isScreenplay)
         dropBlankParagraphs(text);
     *bytes = withFinalNewline(text);

@@ -30,6 +30,8 @@ bool writeHtml(Document &document, const WriteOptions &options, QByteArray *byte
 bool writeText(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error);
 bool writeMarkdown(Document &document, const WriteOptions &options, QByteArray *bytes,
                    QString *error);
+bool writeBbCode(Document &document, const WriteOptions &options, QByteArray *bytes,
+                 QString *error);
 bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error);
 bool writePdf(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error);
 bool writePng(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error);

@@ -23,7 +23,7 @@ Options:
   -h, --help      Show this help; after a command, the help of the command.
   -v, --version   Show the version.
 
-Reads fdx (Final Draft), rtf, html, txt, md; writes these and odt, pdf, png.
+Reads fdx (Final Draft), rtf, html, txt, md; writes these and bbcode, odt, pdf, png.
 The exit code is 0, or 1 for a failure, or 2 for wrong arguments.
 
 Examples:
