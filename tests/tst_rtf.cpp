@@ -134,6 +134,13 @@ void TestRtf::readsText_data()
     row("beyond 16 bits", "\\u128512?\\u9999999999?", "😀\uFFFD");
     row("characters the document keeps for itself", "\\u64976?\\u8233?a\\u0?\\u65534?",
         "\uFFFD\na\uFFFD");
+    row("letters and what ends a run of them",
+        "\\u1076\\'3f\\u1086 ?m \\u-3?\\u55349?\\u56576?\\u1076?\\u8233?\\u1076?{\\u1077}\\u1078"
+        "\\~\\u1079?\\u123456?x",
+        "доm \uFFFD\U0001D500д\nдежз\U0001E240x");
+    row("run of letters longer than any buffer",
+        (QByteArray("\\u1078?").repeated(255) + "a\\u1078?\\u1079?x").constData(),
+        (QString(255, QChar(0x436)) + QString::fromUtf8("aжзx")).toUtf8().constData());
     row("no number", "\\u x", "x");
     row("both spellings", "{\\upr{old}{\\*\\ud{n\\u233?w}}}", "néw");
     row("both spellings of a destination",

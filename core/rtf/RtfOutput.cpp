@@ -1,6 +1,7 @@
 #include <core/rtf/RtfOutput.h>
 
 #include <array>
+#include <charconv>
 
 namespace {
 
@@ -15,7 +16,9 @@ int westernByte(char16_t unit)
 {
     if (unit >= 0xa0 && unit <= 0xff)
         return unit;
-    if (unit < 0x152 || unit > 0x2122)
+    // Nearly all letters of other scripts lie in the gap.
+    const bool isInGap = unit > 0x192 && unit < 0x2013 && unit != 0x2c6 && unit != 0x2dc;
+    if (unit < 0x152 || unit > 0x2122 || isInGap)
         return 0;
     for (int i = 0; i < 32; ++i) {
         if (western[i] == unit)
@@ -34,6 +37,16 @@ bool joinsWord(char character)
 {
     return character == ' ' || character == '-' || (character >= '0' && character <= '9')
         || (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+}
+
+// Programs without Unicode show the letter below the accent.
+char fallbackFor(char16_t unit)
+{
+    if (QChar(unit).decompositionTag() == QChar::NoDecomposition)
+        return '?';
+    const QString parts = QChar(unit).decomposition();
+    const char16_t base = parts.isEmpty() ? u'?' : parts.at(0).unicode();
+    return isPlain(base) && base != ' ' ? static_cast<char>(base) : '?';
 }
 
 const char *escapeFor(char16_t unit)
@@ -106,14 +119,13 @@ void RtfOutput::character(char16_t unit)
 
 void RtfOutput::unicode(char16_t unit)
 {
-    m_rtf += "\\u";
-    m_rtf += QByteArray::number(static_cast<short>(unit)); // RTF counts it as signed
-    // Programs without Unicode show the letter below the accent.
-    const QString parts = QChar(unit).decomposition();
-    const char16_t base = parts.isEmpty() ? u'?' : parts.at(0).unicode();
-    const char fallback = isPlain(base) && base != ' ' ? static_cast<char>(base) : '?';
+    char word[16] = {'\\', 'u'};
+    // RTF counts it as signed.
+    char *end = std::to_chars(word + 2, word + sizeof word, static_cast<short>(unit)).ptr;
+    const char fallback = fallbackFor(unit);
     if (joinsWord(fallback))
-        m_rtf += ' ';
-    m_rtf += fallback;
+        *end++ = ' ';
+    *end++ = fallback;
+    m_rtf.append(word, static_cast<int>(end - word));
     m_afterWord = false;
 }

@@ -173,6 +173,7 @@ private:
     void put(QStringView text);
     void putUnit(char16_t unit);
     void putLoneSurrogate();
+    void putUnicodeRun();
     bool skipFallback();
     int codePage();
     int lookUpCodePage() const;

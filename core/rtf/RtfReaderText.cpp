@@ -216,4 +216,20 @@ void RtfReader::appendUnicode(int value)
                                               : char16_t(QChar::ReplacementCharacter));
     }
     m_fallback = m_group.unicodeSkip;
+    if (m_fallback == 1 && isVisible() && m_highSurrogate == 0 && m_bookmarks.isEmpty())
+        putUnicodeRun();
+}
+
+// Most \u stand among others, in text that is not Latin: these take no way through the tokens.
+void RtfReader::putUnicodeRun()
+{
+    char16_t units[256];
+    bool fallback = true;
+    int count = 0;
+    do {
+        count = m_tokens.readUnicodeRun(units, 256, &fallback);
+        if (count > 0)
+            m_builder->append(QStringView(units, count), charFormat());
+    } while (count == 256 && fallback);
+    m_fallback = fallback ? 1 : 0;
 }

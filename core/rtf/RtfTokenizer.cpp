@@ -173,6 +173,61 @@ RtfToken RtfTokenizer::readText()
     return {RtfToken::Text, false, false, 0, std::string_view(text, m_at - text)};
 }
 
+int RtfTokenizer::readUnicodeRun(char16_t *units, int size, bool *fallback)
+{
+    int count = 0;
+    *fallback = true;
+    while (count < size && skipFallback()) {
+        *fallback = false;
+        while (count < size && m_at != m_end && classOf(*m_at) == Ascii)
+            units[count++] = static_cast<unsigned char>(*m_at++);
+        if (count == size || !readUnicode(&units[count]))
+            break;
+        ++count;
+        *fallback = true;
+    }
+    return count;
+}
+
+// One character, as itself or as \'xx.
+bool RtfTokenizer::skipFallback()
+{
+    if (m_at != m_end && classOf(*m_at) == Ascii) {
+        ++m_at;
+        return true;
+    }
+    const bool isHex = m_end - m_at >= 4 && m_at[0] == '\\' && m_at[1] == '\''
+        && hexValue(m_at[2]) >= 0 && hexValue(m_at[3]) >= 0;
+    m_at += isHex ? 4 : 0;
+    return isHex;
+}
+
+// A \u word for an ordinary character; what is none stays where it is.
+bool RtfTokenizer::readUnicode(char16_t *unit)
+{
+    constexpr int mostDigits = 5;
+    if (m_end - m_at < 3 + mostDigits || m_at[0] != '\\' || m_at[1] != 'u')
+        return false;
+    const bool negative = m_at[2] == '-';
+    const char *at = m_at + (negative ? 3 : 2);
+    const char *digits = at;
+    int number = 0;
+    for (; at != m_end && isDigit(*at) && at - digits < mostDigits; ++at)
+        number = number * 10 + (*at - '0');
+    if (at == digits || at == m_end || isDigit(*at))
+        return false;
+    number = negative ? 0x10000 - number : number;
+    constexpr int firstSpecial
+        = 0x2028; // line separator; behind it are surrogates and noncharacters
+    const bool isOrdinary = number >= 0xa0 && number < 0xfdd0 && number / 2 != firstSpecial / 2
+        && !(number >= 0xd800 && number < 0xe000);
+    if (!isOrdinary)
+        return false;
+    *unit = static_cast<char16_t>(number);
+    m_at = *at == ' ' ? at + 1 : at;
+    return true;
+}
+
 void RtfTokenizer::skipGroup()
 {
     qint64 depth = 1;

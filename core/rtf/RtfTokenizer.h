@@ -43,6 +43,17 @@ public:
     RtfToken next();
 
     /*!
+        Reads on behind a \u word, in text of which most characters are such words.
+
+        Takes what stands between them, too, as long as every \u has one fallback character and
+        stands for an ordinary character; anything else ends the run.
+        \param units     receives the characters
+        \param fallback  true when the fallback of the last \u is still to be skipped
+        \return number of characters
+    */
+    int readUnicodeRun(char16_t *units, int size, bool *fallback);
+
+    /*!
         Passes over the rest of the group that the tokenizer stands in, its closing brace
         included, minding escapes and \bin data. Nesting is counted, not stacked.
     */
@@ -54,6 +65,8 @@ private:
     RtfToken readWord();
     RtfToken readBinary(int length);
     RtfToken readText();
+    bool skipFallback();
+    bool readUnicode(char16_t *unit);
 
     const char *m_at;
     const char *m_end;
