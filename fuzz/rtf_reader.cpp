@@ -1,5 +1,6 @@
 // Reads any bytes as RTF; what was read must come through writing and reading again unchanged.
 #include <core/MVRTextRtf.h>
+#include <text/MVRTextDoc.h>
 
 #include <QGuiApplication>
 #include <QTextBlock>
@@ -45,6 +46,19 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
             std::abort();
     }
     if (block.isValid() || again.isValid())
+        std::abort();
+
+    MVRTextRtfNotes notes;
+    MVRTextRtf::fromRtfCData(input, &first, &notes);
+    if (notes.isEmpty())
+        return 0;
+    MVRTextRtfNotes notesAgain;
+    MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&first, true, notes), &second, &notesAgain);
+    if (notesAgain.size() != notes.size())
+        std::abort();
+    MVRTextDoc::fromRtf(input, &first);
+    MVRTextDoc::fromRtf(MVRTextDoc::toRtf(&first), &second);
+    if (!MVRTextDoc::hasInspectorCommentsOrFootnotes(&second))
         std::abort();
     return 0;
 }

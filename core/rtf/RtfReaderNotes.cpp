@@ -146,10 +146,14 @@ void RtfReader::setNoteDate()
 // \atntime and \creatim say part after part: year, month, day, hour, minute.
 void RtfReader::setNoteTime(int component, int value)
 {
-    const bool isOfInfo = m_group.destination == &RtfDestinations::infoTime;
-    if (!isOfInfo && (m_group.destination != &RtfDestinations::noteTime || !openNote()))
+    QDateTime *place = nullptr;
+    if (m_group.destination == &RtfDestinations::infoTime)
+        place = &m_info.time;
+    else if (RtfOpenNote *note = openNote())
+        place = m_group.destination == &RtfDestinations::noteTime ? &note->note.time : nullptr;
+    if (!place)
         return;
-    QDateTime &time = isOfInfo ? m_info.time : openNote()->note.time;
+    QDateTime &time = *place;
     if (!time.isValid())
         time = QDateTime(QDate(1900, 1, 1), QTime(0, 0));
     QDate date = time.date();
