@@ -146,14 +146,11 @@ void RtfReader::setNoteDate()
 // \atntime and \creatim say part after part: year, month, day, hour, minute.
 void RtfReader::setNoteTime(int component, int value)
 {
-    QDateTime *place = nullptr;
-    if (m_group.destination == &RtfDestinations::infoTime)
-        place = &m_info.time;
-    else if (RtfOpenNote *note = openNote())
-        place = m_group.destination == &RtfDestinations::noteTime ? &note->note.time : nullptr;
-    if (!place)
+    const bool isOfDocument = m_group.destination == &RtfDestinations::infoTime;
+    RtfOpenNote *note = openNote();
+    if (!isOfDocument && (!note || m_group.destination != &RtfDestinations::noteTime))
         return;
-    QDateTime &time = *place;
+    QDateTime &time = isOfDocument ? m_info.time : note->note.time;
     if (!time.isValid())
         time = QDateTime(QDate(1900, 1, 1), QTime(0, 0));
     QDate date = time.date();
