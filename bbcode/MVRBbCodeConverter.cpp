@@ -3,9 +3,9 @@
 #include <bbcode/XhtmlLimits_p.h>
 #include <core/MVRTextXhtmlExporter.h>
 
-#include <QCoreApplication>
 #include <QDomDocument>
 #include <QMap>
+#include <QObject>
 
 #include <algorithm>
 #include <iterator>
@@ -45,11 +45,6 @@ struct Tags
         return open.isEmpty() ? text : open + text + close;
     }
 };
-
-QString translated(const char *text)
-{
-    return QCoreApplication::translate("QObject", text);
-}
 
 /*! A text as the local 8-bit encoding can hold it, and up to the first null character. */
 QString throughLocal8Bit(const QString &text)
@@ -113,7 +108,7 @@ QDomElement lastDescendant(QDomElement element)
 // know the text like that.
 QString parseError(int line, int column, const QString &message)
 {
-    return translated("Error Line: %1; Error Column: %2").arg(line, column) + QLatin1String("; ")
+    return QObject::tr("Error Line: %1; Error Column: %2").arg(line, column) + QLatin1String("; ")
         + message;
 }
 
@@ -134,7 +129,7 @@ QDomElement parsedBody(const QString &xhtml, QDomDocument *tree, QString *error)
     const QDomNodeList bodies = tree->elementsByTagName(QStringLiteral("body"));
     if (bodies.count() == 1)
         return bodies.at(0).toElement();
-    *error = translated("Missing or more than one <body> tag inside html");
+    *error = QObject::tr("Missing or more than one <body> tag inside html");
     return QDomElement();
 }
 

@@ -2,7 +2,7 @@
 
 #include <core/HtmlTokens_p.h>
 
-#include <QCoreApplication>
+#include <QObject>
 
 #include <algorithm>
 #include <bitset>
@@ -19,11 +19,6 @@ constexpr qint64 maxGrowth = 16;
 constexpr qint64 growthAllowance = 65536;
 
 constexpr const char *copyingElements[] = {"span", "ul", "ol", "a"};
-
-QString translated(const char *text)
-{
-    return QCoreApplication::translate("QObject", text);
-}
 
 bool copiesText(const QStringRef &name)
 {
@@ -73,7 +68,7 @@ QString LimitCheck::run()
         // A CDATA section is text as well.
         m_copied += qint64((isTag ? m_position : next) - textStart) * m_copyDepth;
         if (m_copied > maxGrowth * m_xhtml.size() + growthAllowance)
-            return translated("Elements in each other make the text grow too much.");
+            return QObject::tr("Elements in each other make the text grow too much.");
         if (isTag && tag.isEnd) {
             leave();
         } else if (isTag) {
@@ -88,11 +83,11 @@ QString LimitCheck::run()
 QString LimitCheck::enter(const HtmlTag &tag)
 {
     if (tag.attributes.size() > maxAttributes)
-        return translated("An element has more than %1 attributes.").arg(maxAttributes);
+        return QObject::tr("An element has more than %1 attributes.").arg(maxAttributes);
     if (tag.isSelfClosed)
         return QString();
     if (m_depth == maxDepth)
-        return translated("Elements are nested more than %1 levels deep.").arg(maxDepth);
+        return QObject::tr("Elements are nested more than %1 levels deep.").arg(maxDepth);
     ++m_depth;
     m_copies[size_t(m_depth)]
         = copiesText(m_xhtml.midRef(tag.nameStart, tag.nameEnd - tag.nameStart));

@@ -5,7 +5,6 @@
 
 #include <QColor>
 #include <QDomDocument>
-#include <QGuiApplication>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextListFormat>
@@ -98,13 +97,4 @@ BENCHMARK(convert)->Arg(10 * megabyte)->Unit(benchmark::kMillisecond);
 BENCHMARK(parseFloor)->Arg(40 * megabyte)->Unit(benchmark::kMillisecond);
 BENCHMARK(convert)->Arg(40 * megabyte)->Unit(benchmark::kMillisecond);
 
-}
-
-int main(int argc, char **argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
 }

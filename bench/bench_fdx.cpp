@@ -8,7 +8,6 @@
 
 #include <QBuffer>
 #include <QDomDocument>
-#include <QGuiApplication>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -183,13 +182,4 @@ BENCHMARK(read)->Arg(30 * megabyte)->Unit(benchmark::kMillisecond);
 BENCHMARK(writeFloor)->Arg(30 * megabyte)->Unit(benchmark::kMillisecond);
 BENCHMARK(write)->Arg(30 * megabyte)->Unit(benchmark::kMillisecond);
 
-}
-
-int main(int argc, char **argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
 }

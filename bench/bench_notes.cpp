@@ -9,7 +9,6 @@
 #include <text/MVRTextDoc.h>
 
 #include <QFont>
-#include <QGuiApplication>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -193,12 +192,3 @@ BENCHMARK(moveIntoText)->Apply(sizes);
 BENCHMARK(moveToInspector)->Apply(sizes);
 
 } // namespace
-
-int main(int argc, char **argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

@@ -4,9 +4,9 @@
 #include <core/XmlTreeReader_p.h>
 #include <core/XmlTreeWriter_p.h>
 
-#include <QCoreApplication>
 #include <QIODevice>
 #include <QLocale>
+#include <QObject>
 
 #include <algorithm>
 #include <cmath>
@@ -43,16 +43,17 @@ bool MVRDomDoc::setContent(QIODevice *device)
     if (device && device->isReadable())
         tree = readXmlTree(device->readAll(), maxDepth);
     else
-        tree.errorString = QCoreApplication::translate("QObject", "The file cannot be read.");
-    m_document = tree.document;
-    m_current = m_document.documentElement();
-    m_errorString = tree.errorString;
-    return m_errorString.isNull();
+        tree.errorString = QObject::tr("The file cannot be read.");
+    return setTree(tree);
 }
 
 bool MVRDomDoc::setContent(const QString &text)
 {
-    const XmlTree tree = readXmlTree(text, maxDepth);
+    return setTree(readXmlTree(text, maxDepth));
+}
+
+bool MVRDomDoc::setTree(const XmlTree &tree)
+{
     m_document = tree.document;
     m_current = m_document.documentElement();
     m_errorString = tree.errorString;
@@ -126,7 +127,7 @@ bool MVRDomDoc::set(const QString &path, const QString &value)
     return true;
 }
 
-bool MVRDomDoc::getAttr(const QString &name, QString *value, const QDomElement &element) const
+bool MVRDomDoc::getAttr(const QString &name, QString *value, const QDomElement &element)
 {
     const QString text = element.attribute(name);
     if (text.isNull() && !element.hasAttribute(name))
@@ -135,7 +136,7 @@ bool MVRDomDoc::getAttr(const QString &name, QString *value, const QDomElement &
     return true;
 }
 
-bool MVRDomDoc::getAttr(const QString &name, bool *value, const QDomElement &element) const
+bool MVRDomDoc::getAttr(const QString &name, bool *value, const QDomElement &element)
 {
     static constexpr struct
     {
@@ -154,7 +155,7 @@ bool MVRDomDoc::getAttr(const QString &name, bool *value, const QDomElement &ele
     return false;
 }
 
-bool MVRDomDoc::getAttr(const QString &name, double *value, const QDomElement &element) const
+bool MVRDomDoc::getAttr(const QString &name, double *value, const QDomElement &element)
 {
     bool isNumber = false;
     const double number = element.attribute(name).toDouble(&isNumber);
@@ -165,7 +166,7 @@ bool MVRDomDoc::getAttr(const QString &name, double *value, const QDomElement &e
     return false;
 }
 
-bool MVRDomDoc::getAttr(const QString &name, int *value, const QDomElement &element) const
+bool MVRDomDoc::getAttr(const QString &name, int *value, const QDomElement &element)
 {
     bool isNumber = false;
     const int number = element.attribute(name).toInt(&isNumber);

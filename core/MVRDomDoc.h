@@ -6,6 +6,7 @@
 #include <QString>
 
 class QIODevice;
+struct XmlTree;
 
 /*!
     An XML tree with a cursor.
@@ -89,10 +90,10 @@ public:
         \param element  the element that has it
         \return whether \a value was written
     */
-    bool getAttr(const QString &name, QString *value, const QDomElement &element) const;
-    bool getAttr(const QString &name, bool *value, const QDomElement &element) const;
-    bool getAttr(const QString &name, double *value, const QDomElement &element) const;
-    bool getAttr(const QString &name, int *value, const QDomElement &element) const;
+    static bool getAttr(const QString &name, QString *value, const QDomElement &element);
+    static bool getAttr(const QString &name, bool *value, const QDomElement &element);
+    static bool getAttr(const QString &name, double *value, const QDomElement &element);
+    static bool getAttr(const QString &name, int *value, const QDomElement &element);
 
     /*!
         Sets an attribute.
@@ -125,6 +126,8 @@ public:
     bool save(QIODevice &device) const;
 
 private:
+    bool setTree(const XmlTree &tree);
+
     QDomDocument m_document;
     QDomElement m_current;
     QString m_errorString;

@@ -4,7 +4,7 @@
 
 #include <QBuffer>
 #include <QByteArray>
-#include <QCoreApplication>
+#include <QObject>
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
@@ -21,11 +21,6 @@ constexpr qint64 entityAllowance = 65536;
 constexpr int maxEntityLength = 4096;
 // Checking n attributes for duplicates takes the parser n * n steps.
 constexpr int maxAttributes = 256;
-
-QString translated(const char *text)
-{
-    return QCoreApplication::translate("QObject", text);
-}
 
 /*! Hands out shared strings for short texts: files repeat a few dozen names and values. */
 class StringPool
@@ -69,7 +64,7 @@ public:
         if (!m_xml.hasError())
             return {m_document, m_encoding, QString()};
         return {QDomDocument(), m_encoding,
-                translated("Line %1, column %2: %3")
+                QObject::tr("Line %1, column %2: %3")
                     .arg(m_xml.lineNumber())
                     .arg(m_xml.columnNumber() + 1)
                     .arg(m_xml.errorString())};
@@ -153,7 +148,7 @@ void TreeBuilder::checkEntities()
     const QXmlStreamEntityDeclarations declarations = m_xml.entityDeclarations();
     for (const QXmlStreamEntityDeclaration &declaration : declarations) {
         if (!declaration.systemId().isEmpty()) { // its text would be left out without a word
-            m_xml.raiseError(translated("The entity \"%1\" lies outside the file.")
+            m_xml.raiseError(QObject::tr("The entity \"%1\" lies outside the file.")
                                  .arg(declaration.name().toString()));
             return;
         }
@@ -161,7 +156,7 @@ void TreeBuilder::checkEntities()
         longest = qMax(longest, isNested ? maxEntityLength : declaration.value().size());
     }
     if (longest > maxEntityLength || longest * m_references > entityAllowance + m_size)
-        m_xml.raiseError(translated("Entities make the text grow too much."));
+        m_xml.raiseError(QObject::tr("Entities make the text grow too much."));
 }
 
 void TreeBuilder::openElement()
@@ -169,7 +164,7 @@ void TreeBuilder::openElement()
     flushText(Element);
     if (++m_depth > m_maxDepth) {
         m_xml.raiseError(
-            translated("Elements are nested more than %1 levels deep.").arg(m_maxDepth));
+            QObject::tr("Elements are nested more than %1 levels deep.").arg(m_maxDepth));
         return;
     }
     QDomElement element = m_document.createElement(m_strings.shared(m_xml.qualifiedName()));
@@ -245,7 +240,7 @@ bool hasAttributeFlood(const QByteArray &text)
 XmlTree attributeFlood()
 {
     return {QDomDocument(), QString(),
-            translated("An element has more than %1 attributes.").arg(maxAttributes)};
+            QObject::tr("An element has more than %1 attributes.").arg(maxAttributes)};
 }
 
 bool isUtf16(const QByteArray &bytes)

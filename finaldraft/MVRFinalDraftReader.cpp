@@ -3,16 +3,15 @@
 #include <finaldraft/NoteAnchor_p.h>
 #include <finaldraft/RunInserter_p.h>
 
-#include <core/EditBlock_p.h>
 #include <core/MVRDomDoc.h>
 #include <core/MVRTextRtf.h>
 #include <core/STextDoc.h>
 #include <core/UndoRecordingOff_p.h>
 #include <text/MVRTextDoc.h>
 
-#include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
+#include <QObject>
 #include <QTextDocument>
 
 #include <algorithm>
@@ -29,11 +28,6 @@ constexpr double maxMargin = 7200.0; // beyond any paper
 
 const QLatin1String scriptNoteTag("ScriptNote");
 const QLatin1String textTag("Text");
-
-QString translated(const char *text)
-{
-    return QCoreApplication::translate("QObject", text);
-}
 
 bool isSameFormat(const ParagraphAttr &a, const ParagraphAttr &b)
 {
@@ -134,7 +128,6 @@ bool MVRFinalDraftReader::read(QTextDocument *document, const QList<MVRScriptEle
     bool isRead = false;
     {
         Walk walk(document);
-        const EditBlock oneChange(walk.script.cursor());
         m_walk = &walk;
         isRead = parseFile();
         walk.script.finish();
@@ -159,7 +152,7 @@ bool MVRFinalDraftReader::parseFile()
 {
     parsePageLayout();
     if (!parseElementSettings()) {
-        m_errorString = translated("'ElementSettings' not found in Final Draft file.");
+        m_errorString = QObject::tr("'ElementSettings' not found in Final Draft file.");
         return false;
     }
     if (m_domDoc->cd(QStringLiteral("/FinalDraft/TitlePage/Content"))) {
@@ -168,7 +161,7 @@ bool MVRFinalDraftReader::parseFile()
         m_titlePageBlockCount = m_walk->document->blockCount() - 1;
     }
     if (!m_domDoc->cd(QStringLiteral("/FinalDraft/Content"))) {
-        m_errorString = translated("'/FinalDraft/Content' not found in Final Draft file.");
+        m_errorString = QObject::tr("'/FinalDraft/Content' not found in Final Draft file.");
         return false;
     }
     parseParagraphTags(QString());

@@ -50,20 +50,18 @@ QString indentText(double inches)
 constexpr double maxInches = 1000.0;
 constexpr double maxSpacing = 100.0;
 
-bool readNumber(const MVRDomDoc &dom, const QDomElement &element, const QString &name, double limit,
-                double *number)
+bool readNumber(const QDomElement &element, const QString &name, double limit, double *number)
 {
     double value = 0.0;
-    if (!dom.getAttr(name, &value, element) || qAbs(value) > limit)
+    if (!MVRDomDoc::getAttr(name, &value, element) || qAbs(value) > limit)
         return false;
     *number = value;
     return true;
 }
 
-void readIndent(const MVRDomDoc &dom, const QDomElement &element, const QString &name,
-                double leftMargin, double *indent)
+void readIndent(const QDomElement &element, const QString &name, double leftMargin, double *indent)
 {
-    if (readNumber(dom, element, name, maxInches, indent))
+    if (readNumber(element, name, maxInches, indent))
         *indent -= toInches(leftMargin);
 }
 
@@ -120,20 +118,20 @@ void ParagraphAttr::fromBlockFormat(const QTextBlockFormat &format, double leftM
 
 bool ParagraphAttr::fromDomElement(const QDomElement &element, double leftMargin)
 {
-    const MVRDomDoc dom;
-    readIndent(dom, element, QStringLiteral("LeftIndent"), leftMargin, &leftIndent);
-    readIndent(dom, element, QStringLiteral("RightIndent"), leftMargin, &rightIndent);
-    readNumber(dom, element, QStringLiteral("FirstIndent"), maxInches, &firstIndent);
+    readIndent(element, QStringLiteral("LeftIndent"), leftMargin, &leftIndent);
+    readIndent(element, QStringLiteral("RightIndent"), leftMargin, &rightIndent);
+    readNumber(element, QStringLiteral("FirstIndent"), maxInches, &firstIndent);
     QString text;
-    if (dom.getAttr(QStringLiteral("Alignment"), &text, element))
+    if (MVRDomDoc::getAttr(QStringLiteral("Alignment"), &text, element))
         alignment = toAlignment(text, Qt::AlignLeft);
-    if (dom.getAttr(QStringLiteral("Leading"), &text, element))
+    if (MVRDomDoc::getAttr(QStringLiteral("Leading"), &text, element))
         leading = toLeadingParStyle(text);
     int space = 0;
-    if (dom.getAttr(QStringLiteral("SpaceBefore"), &space, element) && qAbs(space) <= maxSpace)
+    if (MVRDomDoc::getAttr(QStringLiteral("SpaceBefore"), &space, element)
+        && qAbs(space) <= maxSpace)
         spaceBefore = space;
-    readNumber(dom, element, QStringLiteral("Spacing"), maxSpacing, &spacing);
-    dom.getAttr(QStringLiteral("StartsNewPage"), &startsNewPage, element);
+    readNumber(element, QStringLiteral("Spacing"), maxSpacing, &spacing);
+    MVRDomDoc::getAttr(QStringLiteral("StartsNewPage"), &startsNewPage, element);
     return true;
 }
 

@@ -6,7 +6,7 @@
 #include <QVector>
 
 /*!
-    Writes paragraphs and runs at the end of a document.
+    Writes paragraphs and runs at the end of a document; all that one object writes is one change.
 
     Text is kept back until its format ends, because files cut runs where the format goes on. A
     paragraph's closing break is kept back until more text comes, so that the next paragraph gets
@@ -19,7 +19,10 @@ public:
     explicit RunInserter(QTextDocument *document)
         : m_cursor(document)
     {
+        m_cursor.beginEditBlock();
     }
+    ~RunInserter() { m_cursor.endEditBlock(); }
+    Q_DISABLE_COPY_MOVE(RunInserter)
 
     /*! Gives the paragraph at the end its format. */
     void startParagraph(const QTextBlockFormat &format);

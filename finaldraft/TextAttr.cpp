@@ -63,21 +63,20 @@ void TextAttr::fromCharFormat(const QTextCharFormat &format, const QColor &defau
 
 bool TextAttr::fromDomElement(const QDomElement &element)
 {
-    const MVRDomDoc dom;
     int adornment = 0;
-    dom.getAttr(QStringLiteral("AdornmentStyle"), &adornment, element);
+    MVRDomDoc::getAttr(QStringLiteral("AdornmentStyle"), &adornment, element);
     QString colorText;
-    dom.getAttr(QStringLiteral("Color"), &colorText, element);
+    MVRDomDoc::getAttr(QStringLiteral("Color"), &colorText, element);
     QString backgroundText;
-    dom.getAttr(QStringLiteral("Background"), &backgroundText, element);
-    dom.getAttr(QStringLiteral("Font"), &font, element);
+    MVRDomDoc::getAttr(QStringLiteral("Background"), &backgroundText, element);
+    MVRDomDoc::getAttr(QStringLiteral("Font"), &font, element);
     QString styleText;
-    dom.getAttr(QStringLiteral("Style"), &styleText, element);
+    MVRDomDoc::getAttr(QStringLiteral("Style"), &styleText, element);
     double points = 0;
-    if (dom.getAttr(QStringLiteral("Size"), &points, element) && points > 0
+    if (MVRDomDoc::getAttr(QStringLiteral("Size"), &points, element) && points > 0
         && points <= maxPointSize)
         size = points;
-    dom.getAttr(QStringLiteral("RevisionID"), &revisionId, element);
+    MVRDomDoc::getAttr(QStringLiteral("RevisionID"), &revisionId, element);
 
     if (!colorText.isEmpty())
         color = toColor(colorText, Qt::black);
