@@ -20,14 +20,26 @@ void CommandLine::addFlag(const char *name, const char *description)
 void CommandLine::addOption(const char *name, const char *description, const QString &valueName,
                             const char *defaultValue)
 {
-    m_parser.addOption({QString::fromLatin1(name), QString::fromLatin1(description), valueName,
-                        QString::fromLatin1(defaultValue)});
+    QStringList names(QString::fromLatin1(name));
+    if (names.first() == QLatin1String("output"))
+        names.prepend(QStringLiteral("o"));
+    m_parser.addOption(
+        {names, QString::fromLatin1(description), valueName, QString::fromLatin1(defaultValue)});
 }
 
 void CommandLine::addFile(const char *name, const char *description)
 {
     m_parser.addPositionalArgument(QString::fromLatin1(name), QString::fromLatin1(description));
     ++m_fileCount;
+}
+
+void CommandLine::addFiles(const char *name, const char *description)
+{
+    const QString text = QString::fromLatin1(name);
+    m_parser.addPositionalArgument(text, QString::fromLatin1(description),
+                                   text + QLatin1String("..."));
+    ++m_fileCount;
+    m_takesMore = true;
 }
 
 std::optional<int> CommandLine::parse(const QStringList &arguments)
@@ -40,7 +52,7 @@ std::optional<int> CommandLine::parse(const QStringList &arguments)
     if (!isParsed)
         return usageError(m_parser.errorText());
     const int given = m_parser.positionalArguments().size() - 1;
-    if (given == m_fileCount)
+    if (given == m_fileCount || (given > m_fileCount && m_takesMore))
         return std::nullopt;
     return usageError(given < m_fileCount ? QStringLiteral("a file name is missing")
                                           : QStringLiteral("too many file names"));
@@ -59,6 +71,11 @@ QString CommandLine::value(const char *name) const
 QString CommandLine::file(int index) const
 {
     return m_parser.positionalArguments().value(index + 1);
+}
+
+QStringList CommandLine::files() const
+{
+    return m_parser.positionalArguments().mid(1);
 }
 
 int CommandLine::usageError(const QString &reason) const

@@ -19,11 +19,14 @@ public:
 
     /*! Adds an option that takes no value. */
     void addFlag(const char *name, const char *description);
-    /*! Adds an option with a value; \a valueName says in the help what it is. */
+    /*! Adds an option with a value; \a valueName says in the help what it is. "output" is "o" for
+        short. */
     void addOption(const char *name, const char *description, const QString &valueName,
                    const char *defaultValue = "");
     /*! Adds a file argument; all of them must be given. */
     void addFile(const char *name, const char *description);
+    /*! Adds the last file argument, of which there can be any number but none. */
+    void addFiles(const char *name, const char *description);
 
     /*!
         Parses the arguments, from the name of the subcommand on.
@@ -36,6 +39,7 @@ public:
     bool isSet(const char *name) const;
     QString value(const char *name) const;
     QString file(int index) const;
+    QStringList files() const;
 
     /*! Says on the standard error what is wrong and where help is; \return UsageError. */
     int usageError(const QString &reason) const;
@@ -47,4 +51,5 @@ private:
     QString m_examples;
     QCommandLineParser m_parser;
     int m_fileCount = 0;
+    bool m_takesMore = false;
 };

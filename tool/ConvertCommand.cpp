@@ -4,12 +4,11 @@
 #include "Formats.h"
 #include "Loading.h"
 #include "Messages.h"
-#include "Notes.h"
 #include "Output.h"
 #include "Progress.h"
+#include "Saving.h"
 
 #include <QHash>
-#include <QTextBlock>
 
 namespace {
 
@@ -100,54 +99,11 @@ bool readFormats(const CommandLine &commandLine, Conversion *conversion, QString
 {
     conversion->input = commandLine.file(0);
     conversion->output = commandLine.file(1);
-    conversion->from = findFormat(conversion->input, commandLine.value("from"), error);
+    conversion->from = readableFormat(conversion->input, commandLine.value("from"), error);
     if (!conversion->from)
         return false;
     conversion->to = findFormat(conversion->output, commandLine.value("to"), error);
-    if (!conversion->to)
-        return false;
-    if (!conversion->from->read)
-        *error = QStringLiteral("%1 is not read").arg(QString::fromLatin1(conversion->from->title));
-    return conversion->from->read != nullptr;
-}
-
-void reportNotes(const Conversion &conversion, int lost)
-{
-    if (lost == 0)
-        return;
-    QString text = QStringLiteral("%1 left out").arg(counted(lost, "note", "notes"));
-    if (conversion.notes == NotesChoice::ByFormat || conversion.notes == NotesChoice::Inspector)
-        text += QStringLiteral(" that %1 cannot carry; --notes inline keeps them in the text")
-                    .arg(QString::fromLatin1(conversion.to->title));
-    printMessage(displayName(conversion.output, QStringLiteral("standard output")), text);
-}
-
-// The writer of screenplays gives a paragraph its element and nothing of its own.
-int ownShapes(const Document &document)
-{
-    QHash<QString, QTextBlockFormat> formats;
-    for (const MVRScriptElement &element : document.elements)
-        formats.insert(element.name(), element.blockFormat());
-    int count = 0;
-    QTextBlock block = document.text.findBlockByNumber(document.titlePageBlocks);
-    for (; block.isValid(); block = block.next()) {
-        const QTextBlockFormat format = block.blockFormat();
-        const auto element
-            = formats.constFind(format.stringProperty(MVRScriptElement::NameProperty));
-        if (element != formats.constEnd() && block.length() > 1
-            && !MVRScriptElement::equal(*element, format))
-            ++count;
-    }
-    return count;
-}
-
-void reportShapes(const Conversion &conversion, const Document &document)
-{
-    const int count = conversion.to->write == writeFdx ? ownShapes(document) : 0;
-    if (count > 0)
-        printMessage(displayName(conversion.output, QStringLiteral("standard output")),
-                     counted(count, "paragraph looks", "paragraphs look")
-                         + QLatin1String(" like the element now, not as set in the input"));
+    return conversion->to != nullptr;
 }
 
 bool convert(const Conversion &conversion)
@@ -157,22 +113,9 @@ bool convert(const Conversion &conversion)
     ReadOptions readOptions;
     // A screenplay file keeps the letters as typed; its reader puts them in capitals again.
     readOptions.capitals = conversion.to->write != writeFdx;
-    if (!loadDocument(conversion.input, *conversion.from, readOptions, document, progress))
-        return false;
-
-    const QString name = displayName(conversion.output, QStringLiteral("standard output"));
-    progress.setStep(QStringLiteral("Writing ") + name);
-    const int lost = placeNotes(document.text, conversion.notes, conversion.to->notes);
-    QByteArray bytes;
-    QString error;
-    if (!conversion.to->write(document, conversion.options, &bytes, &error)
-        || !writeOutput(conversion.output, bytes, &error)) {
-        printMessage(name, error);
-        return false;
-    }
-    reportNotes(conversion, lost);
-    reportShapes(conversion, document);
-    return true;
+    return loadDocument(conversion.input, *conversion.from, readOptions, document, progress)
+        && saveDocument(conversion.output, *conversion.to, conversion.notes, conversion.options,
+                        document, progress);
 }
 
 }

@@ -49,6 +49,15 @@ const Format *findFormat(const QString &path, const QString &name, QString *erro
     return nullptr;
 }
 
+const Format *readableFormat(const QString &path, const QString &name, QString *error)
+{
+    const Format *format = findFormat(path, name, error);
+    if (!format || format->read)
+        return format;
+    *error = QStringLiteral("%1 is not read").arg(QString::fromLatin1(format->title));
+    return nullptr;
+}
+
 bool loadDocument(const QString &path, const Format &format, const ReadOptions &options,
                   Document &document, Progress &progress)
 {
@@ -79,12 +88,9 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
 int loadForReport(const CommandLine &commandLine, Document &document, Progress &progress)
 {
     QString error;
-    const Format *format = findFormat(commandLine.file(0), commandLine.value("from"), &error);
+    const Format *format = readableFormat(commandLine.file(0), commandLine.value("from"), &error);
     if (!format)
         return commandLine.usageError(error);
-    if (!format->read)
-        return commandLine.usageError(
-            QStringLiteral("%1 is not read").arg(QString::fromLatin1(format->title)));
     ReadOptions options;
     options.capitals = false;
     return loadDocument(commandLine.file(0), *format, options, document, progress) ? Success

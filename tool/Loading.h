@@ -18,6 +18,9 @@ struct Format;
 */
 const Format *findFormat(const QString &path, const QString &name, QString *error);
 
+/*! The same for a file that is going to be read: null also when the format is only written. */
+const Format *readableFormat(const QString &path, const QString &name, QString *error);
+
 /*!
     Reads a file, or the standard input for "-", into \a document.
 

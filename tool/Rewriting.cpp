@@ -1,0 +1,56 @@
+#include "Rewriting.h"
+
+#include "CommandLine.h"
+#include "Document.h"
+#include "Formats.h"
+#include "Loading.h"
+#include "Messages.h"
+#include "Output.h"
+#include "Saving.h"
+
+Rewriting::Rewriting(CommandLine &commandLine)
+    : m_commandLine(commandLine)
+{
+    commandLine.addFile("IN", "The file to read; - is the standard input.");
+    commandLine.addOption("output", "The file to write; - is the standard output.",
+                          QStringLiteral("OUT"));
+    commandLine.addOption("from", "Format of IN where its suffix does not tell.",
+                          readableFormats().join(QLatin1Char('|')));
+    commandLine.addOption("as", "Format of OUT where its suffix does not tell.",
+                          writableFormats().join(QLatin1Char('|')));
+}
+
+bool Rewriting::readArguments(bool needsOutput, QString *error)
+{
+    m_from = readableFormat(m_commandLine.file(0), m_commandLine.value("from"), error);
+    if (!m_from)
+        return false;
+    m_output = m_commandLine.value("output");
+    if (m_output.isEmpty()) {
+        *error = QStringLiteral("say where to write: -o OUT");
+        return !needsOutput;
+    }
+    m_to = findFormat(m_output, m_commandLine.value("as"), error);
+    return m_to != nullptr;
+}
+
+bool Rewriting::isSafe() const
+{
+    if (!isSameFile(m_commandLine.file(0), m_output))
+        return true;
+    printMessage(m_output, QStringLiteral("is the input itself; nothing was written"));
+    return false;
+}
+
+bool Rewriting::load(Document &document, Progress &progress) const
+{
+    ReadOptions options;
+    // What is written as a screenplay keeps the letters as typed; so does what is only looked at.
+    options.capitals = m_to && m_to->write != writeFdx;
+    return loadDocument(m_commandLine.file(0), *m_from, options, document, progress);
+}
+
+bool Rewriting::save(NotesChoice choice, Document &document, Progress &progress) const
+{
+    return saveDocument(m_output, *m_to, choice, WriteOptions(), document, progress);
+}

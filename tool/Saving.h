@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Notes.h"
+
+#include <QString>
+
+class Progress;
+struct Document;
+struct Format;
+struct WriteOptions;
+
+/*!
+    Writes \a document to a file, or to the standard output for "-", and says what was left out.
+
+    \param format    the format, one that is written
+    \param choice    what becomes of notes
+    \param document  its notes are prepared for the format
+    \return false when that failed; the reason was printed
+*/
+bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
+                  const WriteOptions &options, Document &document, Progress &progress);
