@@ -152,7 +152,7 @@ void fillAtRandom(QTextDocument *document, QRandomGenerator &random)
         if (random.bounded(4) == 0)
             format.setFontWeight(random.bounded(2) == 0 ? QFont::Bold : QFont::Normal);
         QTextCharFormat image
-            = linkedImage(random.bounded(1, 2000), random.bounded(1, 2000),
+            = linkedImage(random.bounded(1, 40), random.bounded(1, 40),
                           QStringLiteral("/no such folder/%1.png").arg(random.bounded(3)));
         image.merge(format);
         switch (random.bounded(8)) {
