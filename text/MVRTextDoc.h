@@ -4,11 +4,13 @@
 #include <text/MVRTextCommentLink.h>
 #include <text/MvrTextExport.h>
 
+#include <QList>
 #include <QPair>
 #include <QStringList>
 #include <QTextCharFormat>
 #include <QTextCursor>
 
+class MVRFormat;
 class QAbstractTextDocumentLayout;
 class QColor;
 class QMimeData;
@@ -309,6 +311,74 @@ public:
     /*! Removes every anchor of the document, web links included; the text keeps its other
         formatting. */
     static void clearInternalLinks(QTextDocument *document);
+
+    //@}
+    /*! \name Inline markup
+
+        What plain and RTF text cannot carry, spelled out in codes: inline annotations, inline
+        footnotes and text whose formatting is to be kept each between an opening and a closing
+        code, images that are linked to a file as "{$MVRImageLink[w:320;h:200]=/pics/a.png}". */
+    //@{
+
+    /*!
+        Writes codes for inline notes, preserved formatting and linked images into the text, and
+        removes the inspector notes, for which there is no code.
+
+        The marked text stays where it is and is ordinary text afterwards. Sizes and paths of images
+        are written as they are, also those that are not read back: a fraction of a pixel, or a
+        brace in a path.
+
+        Every edit is an undo step of its own. A document with a layout is laid out anew after each,
+        unless the caller has opened an edit block.
+    */
+    static void toInlineMarkup(QTextDocument *document);
+
+    /*!
+        Turns codes in the text into marked text and images, and deletes the marker
+        "<$MvrKeepWithNext>" in any case of letters.
+
+        A code lies within one paragraph, what a pair encloses need not. An opening code belongs to
+        the first closing code of its kind behind it; what is not paired or not spelled right stays
+        text. Images are those of fromInlineMarkupImageLinks().
+
+        No undo step: the undo history is cleared, and recording is on afterwards.
+    */
+    static void fromInlineMarkup(QTextDocument *document);
+
+    /*!
+        Turns image codes into images that are loaded from their files and shown at the size that
+        the code gives, in pixels; 0 stands for 1, a number beyond an int for 800 (width) or 600
+        (height).
+
+        A path is relative to the current directory, also one with a leading slash that finds
+        nothing itself. Where there is no file, or none that can be shown, the image is a
+        placeholder: the application's resource ":/Icons/Application/MsgAlert", else a question
+        mark. The path is kept in MVRTextFormat::ImageLinkProperty either way. Bitmaps of up to 50
+        million pixels in files of up to 128 MiB are loaded, JPEG files of up to 200 million reduced
+        to a quarter of their sides. Equal images share one resource of the document.
+
+        Every image is an undo step of its own; as to a layout, see toInlineMarkup().
+    */
+    static void fromInlineMarkupImageLinks(QTextDocument *document);
+
+    /*!
+        Takes the inline footnotes out of the text, for exports that list them elsewhere, and leaves
+        a superscript number in place of each.
+
+        \param firstNumber  the first note's number; the others follow
+        \param noteFormat   merged into the notes that are returned; the marks have the format of
+                            their note's last character, its footnote property included
+        \param format       MultiMarkdown: a mark reads "[^fn1]"; an electronic book: it is an
+       anchor named "fn1" and a link to "footnotes.xhtml#fn1"; else the number alone \return the
+       notes in the order of the text
+    */
+    static QList<QTextDocumentFragment> inlineFootnotesToEndNotes(QTextDocument *document,
+                                                                  int firstNumber,
+                                                                  const QTextCharFormat &noteFormat,
+                                                                  const MVRFormat &format);
+    /*! The same with the notes as they are and numbers alone for marks. */
+    static QList<QTextDocumentFragment> inlineFootnotesToEndNotes(QTextDocument *document,
+                                                                  int firstNumber);
 
     //@}
     /*! \name Counting */
