@@ -9,3 +9,6 @@ class QStringList;
 int runConvert(const QStringList &arguments);
 int runNotes(const QStringList &arguments);
 int runInfo(const QStringList &arguments);
+int runCount(const QStringList &arguments);
+int runReplace(const QStringList &arguments);
+int runAppend(const QStringList &arguments);

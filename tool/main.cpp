@@ -18,6 +18,9 @@ Commands:
   convert IN OUT  Convert a document; the suffixes tell the formats.
   notes FILE      List the notes of a document.
   info FILE       Count what is in a document.
+  count FILE...   Count the words and characters of documents.
+  replace IN      Replace text in a document.
+  append IN MORE  Put documents one behind the other.
 
 Options:
   -h, --help      Show this help; after a command, the help of the command.
@@ -30,6 +33,8 @@ Examples:
   mvrtext convert script.fdx script.pdf
   mvrtext notes script.fdx
   mvrtext info --json script.fdx
+  mvrtext count --with-footnotes chapter*.rtf
+  mvrtext append chapter1.rtf chapter2.rtf -o book.rtf
 )";
 
 struct Command
@@ -39,9 +44,8 @@ struct Command
 };
 
 constexpr Command commands[] = {
-    {"convert", runConvert},
-    {"notes", runNotes},
-    {"info", runInfo},
+    {"convert", runConvert}, {"notes", runNotes},     {"info", runInfo},
+    {"count", runCount},     {"replace", runReplace}, {"append", runAppend},
 };
 
 int runWithinMemory(const Command &command, const QStringList &arguments)
