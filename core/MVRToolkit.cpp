@@ -5,8 +5,10 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QFont>
+#include <QGuiApplication>
 #include <QHash>
 #include <QLoggingCategory>
+#include <QPalette>
 #include <QPen>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -85,6 +87,17 @@ QString MVRToolkit::rawFontName(const QFont &font)
     }();
     Q_UNUSED(said)
     return font.family();
+}
+
+void MVRToolkit::clearLinkLook(QTextCharFormat *format)
+{
+    if (!format || !format->fontUnderline()
+        || format->foreground().color() != QGuiApplication::palette().color(QPalette::Link))
+        return;
+    for (const int property :
+         {int(QTextFormat::FontUnderline), int(QTextFormat::TextUnderlineStyle),
+          int(QTextFormat::ForegroundBrush)})
+        format->clearProperty(property);
 }
 
 void MVRToolkit::toStockParagraphs(QTextDocument *document, double textWidth)

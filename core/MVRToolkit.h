@@ -7,6 +7,7 @@
 class QFont;
 class QPen;
 class QSizeF;
+class QTextCharFormat;
 class QTextDocument;
 class QAbstractTextDocumentLayout;
 
@@ -25,6 +26,12 @@ public:
         the debug output: a wrong face name would break every exported screenplay.
     */
     static QString rawFontName(const QFont &font);
+
+    /*!
+        Takes away the look that Qt's HTML reader gives to links: underlined, in the palette's
+        colour for links. Both go, or neither. Does nothing for null.
+    */
+    static void clearLinkLook(QTextCharFormat *format);
 
     /*!
         Translates the application's paragraph properties to those that stock Qt lays out.

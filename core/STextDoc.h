@@ -41,8 +41,9 @@ public:
     static void clearCommentPropertiesCursor(QTextCursor *cursor);
 
     /*!
-        Removes what makes \a format an anchor: target, names and the anchor flag. Other formatting
-        stays, and so does the anchor of an inspector note.
+        Removes what makes \a format an anchor: target, names and the anchor flag, and the look that
+        Qt's HTML reader gives to links. Other formatting stays, and so does the anchor of an
+        inspector note.
     */
     static void clearLinkProperties(QTextCharFormat *format);
 

@@ -268,7 +268,7 @@ public:
     /*!
         Replaces a document's content by an RTF file (RTF 1.9.1), as MVRTextRtf::fromRtfCData()
         does, and attaches its notes: footnotes and end notes become inspector footnotes,
-        annotations inspector comments.
+        annotations inspector comments, text between markup codes inline notes.
 
         A note is attached to the text that it was written for, or else to the word before its mark
         in the same paragraph, else to a label such as "(Linked Footnote)". Where notes overlap, the
@@ -280,15 +280,22 @@ public:
     */
     static bool fromRtf(const QByteArray &rtf, QTextDocument *document);
 
+    /*! What becomes of inline notes in an RTF file. */
+    enum InlineNotesInRtf {
+        InlineNotesAsCodes, /*!< markup codes around their text, as toInlineMarkup() writes them */
+        InlineNotesAsNotes /*!< footnotes and annotations; see swapInlineToInspector() */
+    };
+
     /*!
         Writes a document as an RTF file, its inspector notes as footnotes and annotations that
         other programs show too.
 
         fromRtf() gives the notes back with their kind, colour, range and content; only the letters
-        of content that is no RTF reach no other program. Inline notes are text like any other.
+        of content that is no RTF reach no other program.
         \return the file, plain ASCII; empty for a null document
     */
-    static QByteArray toRtf(const QTextDocument *document);
+    static QByteArray toRtf(const QTextDocument *document,
+                            InlineNotesInRtf inlineNotes = InlineNotesAsCodes);
 
     //@}
     /*! \name Links to other items of the application

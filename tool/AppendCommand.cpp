@@ -2,7 +2,6 @@
 #include "Commands.h"
 #include "Document.h"
 #include "Messages.h"
-#include "Notes.h"
 #include "Progress.h"
 #include "Rewriting.h"
 
@@ -57,7 +56,7 @@ bool appendAll(const Rewriting &rewriting, bool onNewPages)
             return false;
         append(document, more, onNewPages);
     }
-    return rewriting.save(NotesChoice::ByFormat, document, progress);
+    return rewriting.save(document, progress);
 }
 
 }

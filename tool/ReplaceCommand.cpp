@@ -2,7 +2,6 @@
 #include "Commands.h"
 #include "Document.h"
 #include "Messages.h"
-#include "Notes.h"
 #include "Progress.h"
 #include "Rewriting.h"
 
@@ -84,7 +83,7 @@ int runReplace(const QStringList &arguments)
             return Failure;
         progress.setStep(QStringLiteral("Replacing"));
         count = replaceIn(document, replacement);
-        if (!rewriting.save(NotesChoice::ByFormat, document, progress))
+        if (!rewriting.save(document, progress))
             return Failure;
     }
     printMessage(rewriting.outputName(),

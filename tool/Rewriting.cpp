@@ -60,8 +60,16 @@ bool Rewriting::load(Document &document, Progress &progress, int number) const
                         progress);
 }
 
-bool Rewriting::save(NotesChoice choice, Document &document, Progress &progress) const
+bool Rewriting::save(Document &document, Progress &progress) const
 {
+    return saveWithNotes(false, document, progress);
+}
+
+bool Rewriting::saveWithNotes(bool keepsInline, Document &document, Progress &progress) const
+{
+    const NotesChoice choice = keepsInline && m_to->notes == NoteSupport::None
+        ? NotesChoice::Inline
+        : NotesChoice::ByFormat;
     return saveDocument(m_output, *m_to, choice, WriteOptions(), document, progress);
 }
 

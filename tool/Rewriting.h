@@ -5,7 +5,6 @@
 
 class CommandLine;
 class Progress;
-enum class NotesChoice;
 struct Document;
 struct Format;
 
@@ -38,7 +37,10 @@ public:
     /*! Reads the input \a number, counted from 0; false when that failed, and said why. */
     bool load(Document &document, Progress &progress, int number = 0) const;
     /*! Writes the output; false when that failed, and said why. */
-    bool save(NotesChoice choice, Document &document, Progress &progress) const;
+    bool save(Document &document, Progress &progress) const;
+    /*! The same. Notes in the text that the format does not know go out in brackets where
+        \a keepsInline says so. */
+    bool saveWithNotes(bool keepsInline, Document &document, Progress &progress) const;
 
     int inputCount() const { return m_from.size(); }
     /*! What messages call the output. */

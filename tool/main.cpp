@@ -16,7 +16,8 @@ Converts and examines the documents of writers: screenplays, manuscripts and the
 
 Commands:
   convert IN OUT  Convert a document; the suffixes tell the formats.
-  notes FILE      List the notes of a document.
+  notes IN        List, move, trim or remove the notes of a document.
+  links IN        List or remove links to other items of the application.
   info FILE       Count what is in a document.
   count FILE...   Count the words and characters of documents.
   replace IN      Replace text in a document.
@@ -44,7 +45,7 @@ struct Command
 };
 
 constexpr Command commands[] = {
-    {"convert", runConvert}, {"notes", runNotes},     {"info", runInfo},
+    {"convert", runConvert}, {"notes", runNotes},     {"links", runLinks},   {"info", runInfo},
     {"count", runCount},     {"replace", runReplace}, {"append", runAppend},
 };
 
