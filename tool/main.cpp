@@ -19,6 +19,9 @@ Commands:
   notes IN        List, move, trim or remove the notes of a document.
   links IN        List or remove links to other items of the application.
   info FILE       Count what is in a document.
+  count FILE...   Count the words and characters of documents.
+  replace IN      Replace text in a document.
+  append IN MORE  Put documents one behind the other.
 
 Options:
   -h, --help      Show this help; after a command, the help of the command.
@@ -31,6 +34,8 @@ Examples:
   mvrtext convert script.fdx script.pdf
   mvrtext notes script.fdx
   mvrtext info --json script.fdx
+  mvrtext count --with-footnotes chapter*.rtf
+  mvrtext append chapter1.rtf chapter2.rtf -o book.rtf
 )";
 
 struct Command
@@ -40,10 +45,8 @@ struct Command
 };
 
 constexpr Command commands[] = {
-    {"convert", runConvert},
-    {"notes", runNotes},
-    {"links", runLinks},
-    {"info", runInfo},
+    {"convert", runConvert}, {"notes", runNotes},     {"links", runLinks},   {"info", runInfo},
+    {"count", runCount},     {"replace", runReplace}, {"append", runAppend},
 };
 
 int runWithinMemory(const Command &command, const QStringList &arguments)
