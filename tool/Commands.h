@@ -9,3 +9,5 @@ class QStringList;
 int runConvert(const QStringList &arguments);
 int runNotes(const QStringList &arguments);
 int runInfo(const QStringList &arguments);
+int runMarkup(const QStringList &arguments);
+int runEndNotes(const QStringList &arguments);

@@ -18,6 +18,8 @@ Commands:
   convert IN OUT  Convert a document; the suffixes tell the formats.
   notes FILE      List the notes of a document.
   info FILE       Count what is in a document.
+  markup IN       Write notes as codes into the text, or read such codes.
+  endnotes IN     Take footnotes out of the text and list them by number.
 
 Options:
   -h, --help      Show this help; after a command, the help of the command.
@@ -39,9 +41,8 @@ struct Command
 };
 
 constexpr Command commands[] = {
-    {"convert", runConvert},
-    {"notes", runNotes},
-    {"info", runInfo},
+    {"convert", runConvert}, {"notes", runNotes},       {"info", runInfo},
+    {"markup", runMarkup},   {"endnotes", runEndNotes},
 };
 
 int runWithinMemory(const Command &command, const QStringList &arguments)
@@ -100,8 +101,13 @@ int main(int argc, char *argv[])
     quietLibraries();
     // File names are bytes to the system; without a locale Qt would take them for Latin-1.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    // The toolkit would take options of its own out of them, "--style" among these.
+    argc = qMin(argc, 1);
     const QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("mvrtext"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MVRTEXT_VERSION));
-    return run(QCoreApplication::arguments().mid(1));
+    return run(arguments);
 }
