@@ -65,7 +65,7 @@ void TestDocs::linksLeadToFiles()
 void TestDocs::manualNamesEveryOption_data()
 {
     QTest::addColumn<QString>("command");
-    for (const char *command : {"convert", "notes", "info", "markup", "endnotes"})
+    for (const char *command : {"convert", "notes", "links", "info", "markup", "endnotes"})
         QTest::newRow(command) << command;
 }
 

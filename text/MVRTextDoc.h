@@ -5,12 +5,18 @@
 #include <text/MvrTextExport.h>
 
 #include <QList>
+#include <QPair>
 #include <QStringList>
 #include <QTextCharFormat>
 #include <QTextCursor>
 
 class MVRFormat;
+class QAbstractTextDocumentLayout;
 class QColor;
+class QMimeData;
+class QPen;
+class QRegExp;
+class QSizeF;
 class QTextDocument;
 class QTextDocumentFragment;
 class QUrl;
@@ -262,7 +268,7 @@ public:
     /*!
         Replaces a document's content by an RTF file (RTF 1.9.1), as MVRTextRtf::fromRtfCData()
         does, and attaches its notes: footnotes and end notes become inspector footnotes,
-        annotations inspector comments.
+        annotations inspector comments, text between markup codes inline notes.
 
         A note is attached to the text that it was written for, or else to the word before its mark
         in the same paragraph, else to a label such as "(Linked Footnote)". Where notes overlap, the
@@ -274,15 +280,22 @@ public:
     */
     static bool fromRtf(const QByteArray &rtf, QTextDocument *document);
 
+    /*! What becomes of inline notes in an RTF file. */
+    enum InlineNotesInRtf {
+        InlineNotesAsCodes, /*!< markup codes around their text, as toInlineMarkup() writes them */
+        InlineNotesAsNotes /*!< footnotes and annotations; see swapInlineToInspector() */
+    };
+
     /*!
         Writes a document as an RTF file, its inspector notes as footnotes and annotations that
         other programs show too.
 
         fromRtf() gives the notes back with their kind, colour, range and content; only the letters
-        of content that is no RTF reach no other program. Inline notes are text like any other.
+        of content that is no RTF reach no other program.
         \return the file, plain ASCII; empty for a null document
     */
-    static QByteArray toRtf(const QTextDocument *document);
+    static QByteArray toRtf(const QTextDocument *document,
+                            InlineNotesInRtf inlineNotes = InlineNotesAsCodes);
 
     //@}
     /*! \name Links to other items of the application
@@ -375,6 +388,98 @@ public:
                                                                   int firstNumber);
 
     //@}
+    /*! \name Counting */
+    //@{
+
+    /*!
+        Counts the words and characters of a document; see STextDoc::wordCountTextDocument() for
+        what a word is. Paragraph ends between paragraphs and blanks are characters.
+
+        \param withComments     adds the content of the inspector comments
+        \param withFootnotes    adds the content of the inspector footnotes
+        \param countWords       false: the number of words stays 0
+        \param countCharacters  false: the number of characters stays 0
+        \return words and characters; both 0 for a null document
+    */
+    static QPair<int, int> wordCharacterCount(const QTextDocument *document, bool withComments,
+                                              bool withFootnotes, bool countWords,
+                                              bool countCharacters);
+    /*!
+        Counts the words and characters in the inspector notes of one kind; content that cannot be
+        read counts nothing.
+
+        \param noteProperty  the kind, as for commentsMapByType()
+    */
+    static QPair<int, int> wordCharacterCountNotes(const QTextDocument *document, int noteProperty,
+                                                   bool countWords, bool countCharacters);
+    /*! One of the two numbers of wordCharacterCount(). */
+    static int wordCount(const QTextDocument &document, bool withComments, bool withFootnotes);
+    static int characterCount(const QTextDocument &document, bool withComments, bool withFootnotes);
+
+    /*! See MVRTextFinder::formatCount(). */
+    static int formatCount(const QTextDocument *document, int property, const QVariant &value);
+
+    /*! The pages of \a size that a document would fill, see MVRToolkit::pageCount(); 0 for null. */
+    static int pageCount(const QTextDocument *document, const QSizeF &size);
+
+    //@}
+    /*! \name Appending and replacing */
+    //@{
+
+    /*! See STextDoc::appendDocument(). */
+    static void appendDocument(QTextCursor &cursor, QTextDocument *source);
+    /*! See STextDoc::appendFragment(). */
+    static void appendFragment(QTextCursor &cursor, const QTextDocumentFragment &fragment);
+
+    /*!
+        Appends a document like appendDocument(), but leaves the page break, or other policy of
+        page breaks, that the cursor's paragraph has.
+
+        The empty paragraphs that \a source begins with become empty paragraphs too: the first of
+        them is the cursor's, whose format it gives to the paragraph behind as well. An empty item
+        of a list counts as text, and so does a paragraph right before a table.
+        \param cursor  where to insert; stands behind the text afterwards
+        \param source  is changed: it loses those empty paragraphs, or its first paragraph gets the
+                       policy
+    */
+    static void appendDocumentPreservePageBreak(QTextCursor &cursor, QTextDocument *source);
+    /*! The same for a fragment; an empty one does nothing. */
+    static void appendFragmentPreservePageBreak(QTextCursor &cursor,
+                                                const QTextDocumentFragment &fragment);
+
+    /*!
+        Replaces every match from the cursor on (from the end of its selection, when it has one)
+        as repeated QTextDocument::find() would find them: within paragraphs, no-break spaces as
+        blanks, never in what was inserted.
+
+        \param expression  matches letters by its own case sensitivity; one that matches nothing,
+                           like "$", is used once a place, and there \a after is inserted
+        \param before      the text to replace, whatever the case of its letters
+        \param after       is inserted as it is, in the format of the last character replaced; a
+                           line feed begins a paragraph
+        \return how many matches were replaced
+    */
+    static int replace(const QRegExp &expression, const QString &after, const QTextCursor &from);
+    static int replace(const QString &before, const QString &after, const QTextCursor &from);
+
+    //@}
+    /*! \name Clipboard */
+    //@{
+
+    /*!
+        Fills \a data with RTF and plain text in which inline notes, preserved formatting and linked
+        images stand as markup; see toInlineMarkup(). Inspector notes are left out. Nothing happens
+        when either is null.
+    */
+    static void setMovarinMarkupRtfMimeData(QMimeData *data, const QTextDocument *document);
+    /*!
+        Replaces a document's content by the RTF in \a data and turns its markup back.
+
+        \return false, the document being as it was, when there is no RTF or either is null
+    */
+    static bool fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocument *document);
+
+    //@}
     /*! \name Document settings */
     //@{
 
@@ -388,6 +493,19 @@ public:
     */
     static void setDefaultCharFormatColors(QTextDocument *document, const QColor &foreground,
                                            const QColor &background);
+    /*! Sets the font of the default character format and of all text and paragraphs, with all
+        that a font says (family, size, weight and so on); other formatting stays. */
+    static void setFont(QTextDocument *document, const QFont &font);
+
+    /*! See MVRToolkit::typographyPen(). No undo step. */
+    static QPen typographyPen(const QTextDocument &document);
+    static void setTypographyPen(QTextDocument *document, const QPen &pen);
+    /*! See MVRToolkit::isAutoCorrected(). No undo step. */
+    static void setAutoCorrection(QTextDocument &document, bool on);
 
     //@}
 };
+
+/*! The page size of a layout, see MVRToolkit::pageSize(); invalid for a layout of no document. */
+MVRTEXT_EXPORT QSizeF mvrPageSize(const QAbstractTextDocumentLayout &layout);
+MVRTEXT_EXPORT void mvrSetPageSize(QAbstractTextDocumentLayout &layout, const QSizeF &size);

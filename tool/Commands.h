@@ -8,6 +8,7 @@ class QStringList;
 */
 int runConvert(const QStringList &arguments);
 int runNotes(const QStringList &arguments);
+int runLinks(const QStringList &arguments);
 int runInfo(const QStringList &arguments);
 int runMarkup(const QStringList &arguments);
 int runEndNotes(const QStringList &arguments);

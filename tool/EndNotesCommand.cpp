@@ -215,8 +215,7 @@ bool makeEndNotes(const Rewriting &rewriting, const EndNotes &endNotes)
         appendNotes(document.text, notes, endNotes);
     else if (!saveNotes(notes, endNotes, document, progress))
         return false;
-    const bool hasNotes = rewriting.outputFormat()->notes != NoteSupport::None;
-    return rewriting.save(hasNotes ? NotesChoice::ByFormat : NotesChoice::Drop, document, progress);
+    return rewriting.saveWithNotes(true, document, progress);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "Document.h"
 #include "Formats.h"
 #include "Messages.h"
+#include "Notes.h"
 #include "Progress.h"
 #include "Rewriting.h"
 
@@ -67,6 +68,9 @@ void readMarkup(QTextDocument &text, const Format &output, const QString &name)
 {
     MVRTextDoc::fromInlineMarkup(&text);
     text.setUndoRedoEnabled(false); // reading has switched it on
+    // In the text they would be codes again.
+    if (output.notes == NoteSupport::Attached)
+        placeNotes(text, NotesChoice::Inspector, output.notes);
     if (namesPictures(output))
         nameByFile(text);
     const int pictures = hasNoPictures(output) ? linkedPictures(text) : 0;
@@ -110,8 +114,6 @@ int runMarkup(const QStringList &arguments)
         writeMarkup(document.text, name);
     else
         readMarkup(document.text, output, name);
-    // Notes that were spelled out so as not to be lost are not to be lost now.
-    const NotesChoice notes
-        = output.notes == NoteSupport::None ? NotesChoice::Inline : NotesChoice::ByFormat;
-    return rewriting.save(notes, document, progress) ? Success : Failure;
+    // What was spelled out so as not to be lost is not to be lost now.
+    return rewriting.saveWithNotes(true, document, progress) ? Success : Failure;
 }

@@ -16,7 +16,8 @@ Converts and examines the documents of writers: screenplays, manuscripts and the
 
 Commands:
   convert IN OUT  Convert a document; the suffixes tell the formats.
-  notes FILE      List the notes of a document.
+  notes IN        List, move, trim or remove the notes of a document.
+  links IN        List or remove links to other items of the application.
   info FILE       Count what is in a document.
   markup IN       Write notes as codes into the text, or read such codes.
   endnotes IN     Take footnotes out of the text and list them by number.
@@ -41,8 +42,8 @@ struct Command
 };
 
 constexpr Command commands[] = {
-    {"convert", runConvert}, {"notes", runNotes},       {"info", runInfo},
-    {"markup", runMarkup},   {"endnotes", runEndNotes},
+    {"convert", runConvert}, {"notes", runNotes},   {"links", runLinks},
+    {"info", runInfo},       {"markup", runMarkup}, {"endnotes", runEndNotes},
 };
 
 int runWithinMemory(const Command &command, const QStringList &arguments)
