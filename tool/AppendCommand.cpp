@@ -57,7 +57,7 @@ bool appendAll(const Rewriting &rewriting, bool onNewPages)
             return false;
         append(document, more, onNewPages);
     }
-    return rewriting.save(NotesChoice::ByFormat, document, progress);
+    return rewriting.save(document, progress);
 }
 
 }

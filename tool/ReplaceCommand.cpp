@@ -84,7 +84,7 @@ int runReplace(const QStringList &arguments)
             return Failure;
         progress.setStep(QStringLiteral("Replacing"));
         count = replaceIn(document, replacement);
-        if (!rewriting.save(NotesChoice::ByFormat, document, progress))
+        if (!rewriting.save(document, progress))
             return Failure;
     }
     printMessage(rewriting.outputName(),
