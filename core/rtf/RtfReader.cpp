@@ -68,8 +68,10 @@ bool RtfReader::handle(const RtfToken &token)
         handleSymbol(token.text.front());
         return true;
     case RtfToken::Hex:
-        if (!skipFallback())
+        if (!skipFallback()) {
             addByte(static_cast<unsigned char>(token.parameter));
+            putCodedRun();
+        }
         break;
     case RtfToken::Text:
         addText(token);

@@ -9,12 +9,14 @@
 #include <QTextFormat>
 #include <QVector>
 
+#include <optional>
 #include <vector>
 
 class QTextBlock;
 class QTextBlockFormat;
 class QTextCharFormat;
 class QTextDocument;
+class QTextFragment;
 class QTextFrame;
 class QTextList;
 class QTextTable;
@@ -43,6 +45,7 @@ private:
         QByteArray words;
         int link = 0;
         QStringList bookmarks;
+        std::optional<QTextImageFormat> image;
     };
 
     /*! How a paragraph ends: with \par, or as the last of a cell. */
@@ -65,8 +68,8 @@ private:
     void writeBlock(const QTextBlock &block, int tableLevel, BlockEnd end);
     bool endsNote(const QTextBlock &block) const;
     void writeBlockFormat(const QTextBlock &block, int tableLevel);
-    void writeRun(const QTextCharFormat &format, const Run &run, QStringView text, bool stayOpen);
-    void writePictures(int count, const QTextCharFormat &format);
+    void writeRun(const Run &run, QStringView text, bool stayOpen);
+    void writePictures(int count, const QTextImageFormat &image);
     void setNotes(const MVRTextRtfNotes &notes);
     int nextEdge() const;
     void writeNotesUntil(int position);
@@ -79,15 +82,16 @@ private:
     QByteArray fontTable() const;
     QByteArray colorTable() const;
     QByteArray infoGroup() const;
-    void writeRuns(const QTextBlock &block);
+    void writeRuns(const QTextBlock &block, int markFormat);
     void writeDefaults(const QTextDocument &document);
     void writeBookmarks(const QStringList &names);
     void openLink(int link);
     void closeLink();
-    const Run &run(int formatNumber, const QTextCharFormat &format);
-    const QByteArray &markWords(int formatNumber, const QTextCharFormat &format);
+    const Run &run(int formatNumber, const QTextFragment &fragment);
+    Run makeRun(const QTextCharFormat &format);
+    const QByteArray &markWords(int formatNumber, const QTextBlock &block);
     QByteArray header() const;
-    QByteArray finished() const;
+    QByteArray finished();
 
     const QTextDocument *m_document = nullptr;
     RtfOutput m_body;

@@ -4,19 +4,16 @@
 
 #include <QTextFormat>
 
-QByteArray RtfWriter::finished() const
+QByteArray RtfWriter::finished()
 {
-    QByteArray rtf = header();
-    rtf.reserve(rtf.size() + m_body.rtf().size() + 8);
-    rtf += '\n';
-    rtf += m_body.rtf();
+    QByteArray rtf = m_body.take();
     rtf += '}';
-    return rtf;
+    return rtf.prepend(header() + '\n'); // in place: a long document does not stand there twice
 }
 
 QByteArray RtfWriter::header() const
 {
-    QByteArray rtf = QByteArrayLiteral("{\\rtf1\\ansi\\ansicpg1252");
+    QByteArray rtf = QByteArrayLiteral("{\\rtf1\\ansi\\ansicpg1252\\uc0");
     rtf += fontTable() + colorTable() + listTable();
     if (!m_tables.exactText().isEmpty())
         rtf += "{\\*\\mvrprops " + m_tables.exactText() + '}';
