@@ -124,6 +124,8 @@ public:
     void finishFieldInstruction();
     void finishExactProperties();
 
+    void beginFrame(int exact);
+    void endFrame();
     void beginShape();
     void beginTextBox();
     void finishTextBox();
@@ -185,6 +187,8 @@ private:
     QString takeCollected() { return std::exchange(m_collected, QString()); }
     RtfOpenNote *openNote() { return m_openNotes.empty() ? nullptr : m_openNotes.back().get(); }
     RtfParagraphEnd paragraphEnd();
+    int tableLevel() const;
+    bool isOwnMark() const;
 
     RtfTokenizer m_tokens;
     QTextDocument *m_document;

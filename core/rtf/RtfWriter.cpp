@@ -1,5 +1,6 @@
 #include <core/rtf/RtfWriter.h>
 
+#include <core/MVRTextRtf.h>
 #include <core/rtf/RtfFields.h>
 #include <core/rtf/RtfFormats.h>
 #include <core/rtf/RtfLists.h>
@@ -34,7 +35,10 @@ void appendTabs(const QList<QTextOption::Tab> &stops, QByteArray *words)
 QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults,
                             const MVRTextRtfNotes &notes)
 {
+    m_page = RtfPage::of(document);
     if (withDefaults) {
+        m_saysPage = true;
+        m_info.author = document.property(MVRTextRtf::authorProperty).toString();
         m_info.title = document.metaInformation(QTextDocument::DocumentTitle);
         writeDefaults(document);
     }
@@ -122,6 +126,7 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
         RtfFormats::Place place;
         place.breakBefore = m_breakBefore;
         place.tableLevel = tableLevel;
+        place.textWidth = m_page.textWidth();
         if (const QTextList *list = block.textList()) {
             place.list = listNumber(list);
             place.listLevel = qBound(0, list->format().indent() - 1, RtfLists::levels - 1);
@@ -129,14 +134,22 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
         const RtfParaProps props
             = RtfFormats::fromBlockFormat(block.blockFormat(), place, &m_tables);
         QByteArray words = QByteArrayLiteral("\\pard");
+        if (props.outline >= 0) { // the navigators of other programs go by the style
+            m_tables.headings |= 1 << props.outline;
+            words += "\\s" + QByteArray::number(props.outline + 1);
+        }
         appendRtfWords(RtfParaProps(), props, &words);
         appendTabs(m_tables.tabs.value(props.tabs), &words);
         known = m_paragraphs.insert(key, words);
     }
-    if (known.value() != m_paragraph) {
+    if (known.value() != m_paragraph || m_frameBorder != m_border) {
         m_paragraph = known.value();
+        m_border = m_frameBorder;
         m_body.words(m_paragraph);
+        m_body.words(m_border);
     }
+    if (!m_frameStart.isEmpty())
+        m_body.raw(std::exchange(m_frameStart, {}));
     m_breakBefore = block.blockFormat().pageBreakPolicy() & QTextFormat::PageBreak_AlwaysAfter;
 }
 
