@@ -40,6 +40,16 @@ void setCharLength(RtfReader &reader, const RtfWord &word, bool, int parameter)
     reader.charsChanged();
 }
 
+// Number 0 is the automatic colour; where the table gives it one, only text that says so has it.
+void setTextColor(RtfReader &reader, const RtfWord &word, bool, int parameter)
+{
+    RtfTables &tables = reader.tables();
+    const QColor first = tables.colors.value(0);
+    if (parameter == 0 && first.isValid() && first != QColor(Qt::black))
+        parameter = tables.colorNumber(first);
+    setCharProp(reader, word, true, parameter);
+}
+
 // \up and \dn shift by half-points; Qt knows the two positions only.
 void setRise(RtfReader &reader, const RtfWord &word, bool, int parameter)
 {

@@ -122,7 +122,7 @@ constexpr RtfWord words[] = {
     charConstant("scaps", &C::capitalization, QFont::SmallCaps, Writes),
     charConstant("v", &C::hidden, 1, Reads),
     charConstant("deleted", &C::deleted, 1, Reads),
-    charNumber("cf", &C::foreground, Writes),
+    charNumber("cf", &C::foreground, Writes, 0, setTextColor),
     charNumber("cb", &C::background, Writes),
     charNumber("chcbpat", &C::background, Writes),
     charNumber("highlight", &C::highlight, Reads),
