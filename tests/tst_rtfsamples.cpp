@@ -7,8 +7,8 @@
 #include <QTextDocument>
 #include <QtTest>
 
-// Files that other programs wrote; origins and licences are in data/README.md. Beside each stands
-// its text as read by eye: a line for each paragraph, a picture as U+FFFC.
+// Files that other programs wrote; origins and licences are in data/README.md, and how the text
+// beside each was extracted: a line for each paragraph, a picture as U+FFFC.
 class TestRtfSamples : public QObject
 {
     Q_OBJECT

@@ -20,6 +20,9 @@ QByteArray RtfWriter::header() const
     rtf += fontTable() + colorTable() + listTable();
     if (!m_tables.exactText().isEmpty())
         rtf += "{\\*\\mvrprops " + m_tables.exactText() + '}';
+    // Without a generator LibreOffice takes neighbouring blanks for something that they are not.
+    if (!m_defaults.isEmpty())
+        rtf += "{\\*\\generator MvrText;}";
     return rtf + infoGroup() + m_defaults;
 }
 

@@ -43,7 +43,9 @@ public:
         for (auto it = m_found.begin(); it != m_found.end(); ++it) {
             const QStringList cells {it.key().at(0), it.key().at(1), it.key().at(2),
                                      QString::number(it->count), it->first};
-            rows += QLatin1String("| ") + cells.join(QLatin1String(" | ")) + QLatin1String(" |\n");
+            QString row = cells.join(QLatin1String(" | "));
+            row.replace(QLatin1Char('\n'), QLatin1String("\\n"));
+            rows += QLatin1String("| ") + row + QLatin1String(" |\n");
         }
         return rows;
     }
@@ -54,10 +56,13 @@ private:
     {
         bool leftIsNumber = false;
         bool rightIsNumber = false;
-        const double a = left.isEmpty() ? 0 : left.section(QLatin1Char(' '), 0, 0).toDouble(&leftIsNumber);
-        const double b = right.isEmpty() ? 0 : right.section(QLatin1Char(' '), 0, 0).toDouble(&rightIsNumber);
+        const double a
+            = left.isEmpty() ? 0 : left.section(QLatin1Char(' '), 0, 0).toDouble(&leftIsNumber);
+        const double b
+            = right.isEmpty() ? 0 : right.section(QLatin1Char(' '), 0, 0).toDouble(&rightIsNumber);
         const bool isLength = leftIsNumber || rightIsNumber;
-        const bool sameUnit = left.section(QLatin1Char(' '), 1) == right.section(QLatin1Char(' '), 1);
+        const bool sameUnit
+            = left.section(QLatin1Char(' '), 1) == right.section(QLatin1Char(' '), 1);
         return left == right || (isLength && sameUnit && qAbs(a - b) <= 0.11);
     }
 
@@ -91,7 +96,8 @@ QVector<QPair<int, int>> aligned(const Content &left, const Content &right)
     return pairs;
 }
 
-void addMissing(const Content &content, const QSet<int> &found, bool isLeft, Differences *differences)
+void addMissing(const Content &content, const QSet<int> &found, bool isLeft,
+                Differences *differences)
 {
     for (int i = 0; i < content.paragraphs.size(); ++i) {
         const QString text = content.paragraphs.at(i).text.left(60);
@@ -115,8 +121,11 @@ void compareRuns(const Content::Paragraph &left, const Content::Paragraph &right
         while (rightEnd <= at)
             rightEnd += right.runs.at(++rightRun).length;
         const int end = std::min(leftEnd, rightEnd);
-        differences->add(QString(), left.runs.at(leftRun).format, right.runs.at(rightRun).format,
-                         end - at, left.text.mid(at, std::min(end - at, 30)));
+        const bool isPicture = left.text.at(at) == QChar::ObjectReplacementCharacter;
+        if (!isPicture) // nobody sees its font
+            differences->add(QString(), left.runs.at(leftRun).format,
+                             right.runs.at(rightRun).format, end - at,
+                             left.text.mid(at, std::min(end - at, 30)));
         at = end;
     }
 }

@@ -26,10 +26,11 @@ struct Table
 
 double pointsOf(const QString &length)
 {
-    static const QHash<QString, double> units {
-        {QStringLiteral("cm"), 72 / 2.54}, {QStringLiteral("mm"), 72 / 25.4},
-        {QStringLiteral("in"), 72},        {QStringLiteral("pt"), 1},
-        {QStringLiteral("px"), 0.75}};
+    static const QHash<QString, double> units {{QStringLiteral("cm"), 72 / 2.54},
+                                               {QStringLiteral("mm"), 72 / 25.4},
+                                               {QStringLiteral("in"), 72},
+                                               {QStringLiteral("pt"), 1},
+                                               {QStringLiteral("px"), 0.75}};
     return length.chopped(qMin(2, length.size())).toDouble() * units.value(length.right(2), 0);
 }
 
@@ -77,13 +78,15 @@ Properties charProperties(const Properties &style, const QHash<QString, QString>
         return QString::fromLatin1(value(name) == QLatin1String(wanted) ? text : "");
     };
     Properties properties;
-    setProperty(&properties, "font", fonts.value(value("style:font-name"), value("fo:font-family")));
+    setProperty(&properties, "font",
+                fonts.value(value("style:font-name"), value("fo:font-family")));
     setProperty(&properties, "size", lengthText(pointsOf(value("fo:font-size"))));
     setProperty(&properties, "bold", is("fo:font-weight", "bold", "yes"));
     setProperty(&properties, "italic", is("fo:font-style", "italic", "yes"));
     setProperty(&properties, "underline", underlineText(style));
     const QString underlineColor = value("style:text-underline-color");
-    if (underlineColor.startsWith(QLatin1Char('#')) && properties.contains(QStringLiteral("underline")))
+    if (underlineColor.startsWith(QLatin1Char('#'))
+        && properties.contains(QStringLiteral("underline")))
         setProperty(&properties, "underline colour", underlineColor);
     const QString strike = value("style:text-line-through-style");
     setProperty(&properties, "strike",
@@ -111,10 +114,9 @@ QString lineHeightText(const Properties &style)
 
 QString alignmentText(const QString &value)
 {
-    static const QHash<QString, QString> names {
-        {QStringLiteral("start"), {}},
-        {QStringLiteral("left"), {}},
-        {QStringLiteral("end"), QStringLiteral("right")}};
+    static const QHash<QString, QString> names {{QStringLiteral("start"), {}},
+                                                {QStringLiteral("left"), {}},
+                                                {QStringLiteral("end"), QStringLiteral("right")}};
     return names.value(value, value);
 }
 
@@ -156,10 +158,7 @@ private:
     {
         return m_xml.attributes().value(QLatin1String(name)).toString();
     }
-    bool isElement(const char *name) const
-    {
-        return m_xml.qualifiedName() == QLatin1String(name);
-    }
+    bool isElement(const char *name) const { return m_xml.qualifiedName() == QLatin1String(name); }
     static QString key(const QString &family, const QString &name)
     {
         return family + QLatin1Char(' ') + name;
@@ -318,7 +317,8 @@ QString FlatOdtReader::tabsText(const Style &style) const
     QStringList stops;
     for (int i = 0; i + 1 < style.tabs.size(); i += 2) {
         const QString type = style.tabs.at(i + 1);
-        stops += lengthText(pointsOf(style.tabs.at(i)) + (m_tabsFollowIndent ? indent : 0))
+        stops += QString::number(
+                     qRound(pointsOf(style.tabs.at(i)) + (m_tabsFollowIndent ? indent : 0)))
             + QLatin1Char(' ') + (type.isEmpty() ? QStringLiteral("left") : type);
     }
     return stops.join(QLatin1String(", "));
@@ -333,8 +333,9 @@ void FlatOdtReader::readBlocks()
 void FlatOdtReader::readBlock()
 {
     static const QSet<QString> containers {
-        QStringLiteral("office:text"), QStringLiteral("text:section"), QStringLiteral("text:list-item"),
-        QStringLiteral("text:list-header"), QStringLiteral("draw:text-box")};
+        QStringLiteral("office:text"), QStringLiteral("text:section"),
+        QStringLiteral("text:list-item"), QStringLiteral("text:list-header"),
+        QStringLiteral("draw:text-box")};
     if (isElement("text:p") || isElement("text:h"))
         readParagraph();
     else if (isElement("text:list"))
@@ -391,7 +392,8 @@ void FlatOdtReader::readRow()
             readBlocks();
         } else {
             if (isElement("table:covered-table-cell"))
-                m_tables.last().column += qMax(1, attribute("table:number-columns-repeated").toInt());
+                m_tables.last().column
+                    += qMax(1, attribute("table:number-columns-repeated").toInt());
             m_xml.skipCurrentElement();
         }
     }
@@ -473,7 +475,8 @@ void FlatOdtReader::readInline(Content::Paragraph *paragraph, const Properties &
     }
 }
 
-// The text of a frame stands before the paragraph that it is anchored in; a picture stands for itself.
+// The text of a frame stands before the paragraph that it is anchored in; a picture stands for
+// itself.
 void FlatOdtReader::readDrawing(Content::Paragraph *paragraph, const Properties &style,
                                 const QString &link)
 {
@@ -502,8 +505,9 @@ bool FlatOdtReader::readCharacter(Content::Paragraph *paragraph, const Propertie
         append(paragraph, QString(qMax(1, attribute("text:c").toInt()), QLatin1Char(' ')), style,
                link);
     else if (name == QLatin1String("text:bookmark-start") || name == QLatin1String("text:bookmark"))
-        m_bookmark = attribute("text:name").startsWith(QLatin1String("__")) ? m_bookmark
-                                                                           : attribute("text:name");
+        m_bookmark = attribute("text:name").startsWith(QLatin1String("__"))
+            ? m_bookmark
+            : attribute("text:name");
     else if (name == QLatin1String("office:annotation-end")
              && m_comments.contains(attribute("office:name")))
         m_content->notes[m_comments.value(attribute("office:name"))].before

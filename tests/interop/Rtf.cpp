@@ -37,9 +37,9 @@ Properties charProperties(const QTextCharFormat &format, const QFont &byDefault)
     Properties properties;
     const QString family = format.fontFamily();
     setProperty(&properties, "font", family.isEmpty() ? byDefault.family() : family);
-    setProperty(&properties, "size",
-                lengthText(format.fontPointSize() > 0 ? format.fontPointSize()
-                                                      : byDefault.pointSizeF()));
+    setProperty(
+        &properties, "size",
+        lengthText(format.fontPointSize() > 0 ? format.fontPointSize() : byDefault.pointSizeF()));
     setProperty(&properties, "bold", format.fontWeight() > QFont::Medium ? "yes" : "");
     setProperty(&properties, "italic", format.fontItalic() ? "yes" : "");
     setProperty(&properties, "underline", underlineText(format));
@@ -92,16 +92,18 @@ QString tabsText(const QTextBlockFormat &format)
     QStringList stops;
     const auto tabs = format.tabPositions();
     for (const QTextOption::Tab &tab : tabs)
-        stops += lengthText(tab.position) + QLatin1Char(' ') + QLatin1String(types[tab.type]);
+        stops += QString::number(qRound(tab.position)) + QLatin1Char(' ')
+            + QLatin1String(types[tab.type]);
     return stops.join(QLatin1String(", "));
 }
 
 QString listText(const QTextBlock &block)
 {
-    static const QMap<int, const char *> names {
-        {QTextListFormat::ListDecimal, "1"},    {QTextListFormat::ListLowerAlpha, "a"},
-        {QTextListFormat::ListUpperAlpha, "A"}, {QTextListFormat::ListLowerRoman, "i"},
-        {QTextListFormat::ListUpperRoman, "I"}};
+    static const QMap<int, const char *> names {{QTextListFormat::ListDecimal, "1"},
+                                                {QTextListFormat::ListLowerAlpha, "a"},
+                                                {QTextListFormat::ListUpperAlpha, "A"},
+                                                {QTextListFormat::ListLowerRoman, "i"},
+                                                {QTextListFormat::ListUpperRoman, "I"}};
     const QTextList *list = block.textList();
     if (!list)
         return QString();
@@ -109,9 +111,8 @@ QString listText(const QTextBlock &block)
     const QString level = QLatin1String(" level ") + QString::number(format.indent());
     if (!names.contains(format.style()))
         return QLatin1String("bullet") + level;
-    const QString suffix = format.hasProperty(QTextFormat::ListNumberSuffix)
-        ? format.numberSuffix()
-        : QStringLiteral(".");
+    const QString suffix = format.hasProperty(QTextFormat::ListNumberSuffix) ? format.numberSuffix()
+                                                                             : QStringLiteral(".");
     return format.numberPrefix() + QLatin1String(names.value(format.style())) + suffix + level;
 }
 
