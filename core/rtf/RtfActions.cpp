@@ -50,6 +50,12 @@ void setTextColor(RtfReader &reader, const RtfWord &word, bool, int parameter)
     setCharProp(reader, word, true, parameter);
 }
 
+void setQuarterPoints(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter)
+{
+    constexpr int most = rtfFarthestTwips / 5;
+    setCharLength(reader, word, hasParameter, qBound(-most, parameter, most) * 5);
+}
+
 // \up and \dn shift by half-points; Qt knows the two positions only.
 void setRise(RtfReader &reader, const RtfWord &word, bool, int parameter)
 {

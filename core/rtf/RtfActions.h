@@ -15,6 +15,7 @@ void setFontSize(RtfReader &reader, const RtfWord &word, bool hasParameter, int 
 void setCharLength(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setRise(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setTextColor(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setQuarterPoints(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setFont(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setParaProp(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setParaConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);

@@ -1,5 +1,8 @@
 #include <core/rtf/RtfFields.h>
 
+#include <core/rtf/RtfCodePages.h>
+#include <core/rtf/RtfSymbolFonts.h>
+
 #include <QByteArray>
 
 namespace {
@@ -24,6 +27,20 @@ QString nextArgument(const QString &instruction, int *at)
         argument += instruction.at(*at);
     }
     return argument;
+}
+
+QString signText(uint code, const QString &font, bool isUnicode)
+{
+    if (isUnicode && code >= 0x20 && code < 0x110000 && !QChar::isSurrogate(code))
+        return QString::fromUcs4(&code, 1);
+    if (code < 0x20 || code > 0xff)
+        return {};
+    const auto byte = static_cast<unsigned char>(code);
+    if (!font.isEmpty())
+        return RtfSymbolFonts::character(RtfSymbolFonts::codePage(font), byte);
+    QString text;
+    RtfCodePages().decode(RtfCodePages::Western, QByteArray(1, static_cast<char>(byte)), &text);
+    return text;
 }
 
 QString quoted(QString text)
@@ -62,6 +79,24 @@ QString linkTarget(const QString &instruction)
         }
     }
     return bookmark.isEmpty() ? target : target + QLatin1Char('#') + bookmark;
+}
+
+QString symbolText(const QString &instruction)
+{
+    int at = 0;
+    if (nextArgument(instruction, &at).compare(QLatin1String("SYMBOL"), Qt::CaseInsensitive) != 0)
+        return {};
+    bool isNumber = false;
+    const uint code = nextArgument(instruction, &at).toUInt(&isNumber, 0); // 0x is hexadecimal
+    QString font;
+    bool isUnicode = false;
+    while (at < instruction.size()) {
+        const QString argument = nextArgument(instruction, &at).toLower();
+        if (argument == QLatin1String("\\f"))
+            font = nextArgument(instruction, &at);
+        isUnicode = isUnicode || argument == QLatin1String("\\u");
+    }
+    return isNumber ? signText(code, font, isUnicode) : QString();
 }
 
 QString linkInstruction(const QString &target)

@@ -13,6 +13,12 @@ namespace RtfFields {
 */
 QString linkTarget(const QString &instruction);
 
+/*!
+    \return the sign that a SYMBOL instruction names, in Unicode where its font is one that is known;
+            empty for other fields
+*/
+QString symbolText(const QString &instruction);
+
 /*! The instruction, not yet as RTF, whose linkTarget() is \a target. */
 QString linkInstruction(const QString &target);
 

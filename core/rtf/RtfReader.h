@@ -150,6 +150,7 @@ private:
         QString instruction;
         int parent = -1;
         int link = 0;
+        QString symbol; // what it shows whatever its result says
     };
 
     /*! A paragraph that waits for the end of the text box that is anchored in it. */
@@ -175,6 +176,7 @@ private:
     void putLoneSurrogate();
     void putUnicodeRun();
     bool skipFallback();
+    void takeRawTrailByte();
     int codePage();
     int lookUpCodePage() const;
     int charFormat();
