@@ -28,6 +28,9 @@ void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *n
     }
     if (!reader.info().title.isEmpty())
         document->setMetaInformation(QTextDocument::DocumentTitle, reader.info().title);
+    const QString &author = reader.info().author;
+    document->setProperty(MVRTextRtf::authorProperty,
+                          author.isEmpty() ? QVariant() : QVariant(author));
     if (!reader.defaultFormat().isEmpty())
         document->setDefaultFont(reader.defaultFormat().font());
 }

@@ -1,5 +1,6 @@
 #include <core/rtf/RtfWriter.h>
 
+#include <core/MVRTextRtf.h>
 #include <core/rtf/RtfFields.h>
 #include <core/rtf/RtfFormats.h>
 #include <core/rtf/RtfLists.h>
@@ -36,6 +37,7 @@ QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults,
 {
     if (withDefaults) {
         m_info.title = document.metaInformation(QTextDocument::DocumentTitle);
+        m_info.author = document.property(MVRTextRtf::authorProperty).toString();
         writeDefaults(document);
     }
     setNotes(notes);
