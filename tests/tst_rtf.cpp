@@ -99,6 +99,7 @@ void TestRtf::readsText_data()
     row("escaped braces", " \\{\\\\\\}", "{\\}");
     row("page break splits a paragraph", " a\\page b", "a\nb");
     row("column break splits a paragraph", " a\\column b", "a\nb");
+    row("break in a section of two columns", "\\cols2 a\\column b\\sectd", "a\nb");
     row("section", " a\\par\\sect b\\sect c", "a\nb\nc");
 
     row("code page of the file", "\\ansicpg1251 \\'cf\\'f0", "Пр");
@@ -173,6 +174,13 @@ void TestRtf::readsText_data()
     row("binary data longer than the file", " a\\bin2000000000 b", "a");
     row("drawing of older files", " a{\\*\\do\\dobxpage{\\dptxbx{\\dptxbxtext box\\par}}\\dpx5}b",
         "box\nab");
+    row("letters drawn as a shape",
+        " a{\\shp{\\*\\shpinst{\\sp{\\sn x}{\\sv no}}{\\sp{\\sn gtextUNICODE}{\\sv Big}}}}b",
+        "Big\nab");
+    row("words with their reading",
+        "{\\field{\\*\\fldinst EQ \\\\* jc2 \\\\o\\\\ad(\\\\s\\\\up 9(kana),words)}{\\fldrslt}}"
+        "{\\field{\\*\\fldinst EQ \\\\s\\\\up(),}{\\fldrslt r}}",
+        "words（kana）r");
     row("hidden and deleted", " a{\\v h\\par}{\\deleted d}b", "ab");
     row("bad hex", "\\'zz\\'4g", "zz4g");
     row("too many ends", " a}b}c", "a");

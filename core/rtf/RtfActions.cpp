@@ -151,6 +151,16 @@ void breakPage(RtfReader &reader, const RtfWord &, bool, int)
     reader.breakPage();
 }
 
+void breakColumn(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.breakColumn();
+}
+
+void setColumns(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.setColumns(parameter);
+}
+
 void endSection(RtfReader &reader, const RtfWord &, bool, int)
 {
     reader.endSection();
@@ -265,6 +275,8 @@ void setOldList(RtfReader &reader, const RtfWord &word, bool, int)
 void setSectionContinuous(RtfReader &reader, const RtfWord &word, bool, int)
 {
     reader.setSectionContinuous(word.value != 0);
+    if (word.value == 0)
+        reader.setColumns(1);
 }
 
 void setCodePage(RtfReader &reader, const RtfWord &, bool, int parameter)

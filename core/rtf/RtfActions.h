@@ -31,6 +31,8 @@ void appendUnicode(RtfReader &reader, const RtfWord &word, bool hasParameter, in
 void setUnicodeSkip(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endParagraph(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void breakPage(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void breakColumn(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setColumns(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endSection(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endCell(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endRow(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);

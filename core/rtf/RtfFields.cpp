@@ -43,6 +43,34 @@ QString signText(uint code, const QString &font, bool isUnicode)
     return text;
 }
 
+QString symbolText(const QString &instruction, int at)
+{
+    bool isNumber = false;
+    const uint code = nextArgument(instruction, &at).toUInt(&isNumber, 0); // 0x is hexadecimal
+    QString font;
+    bool isUnicode = false;
+    while (at < instruction.size()) {
+        const QString argument = nextArgument(instruction, &at).toLower();
+        if (argument == QLatin1String("\\f"))
+            font = nextArgument(instruction, &at);
+        isUnicode = isUnicode || argument == QLatin1String("\\u");
+    }
+    return isNumber ? signText(code, font, isUnicode) : QString();
+}
+
+// EQ \o\ad(\s\up 9(reading),words): LibreOffice and Word write phonetic guides so.
+QString wordsWithReading(const QString &instruction)
+{
+    const int raised = instruction.indexOf(QLatin1String("\\s\\up"));
+    const int start = instruction.indexOf(QLatin1Char('('), raised) + 1;
+    const int comma = instruction.indexOf(QLatin1String("),"), start);
+    const int end = instruction.lastIndexOf(QLatin1Char(')'));
+    if (raised < 0 || start <= 0 || comma < 0 || end < comma + 2)
+        return {};
+    return instruction.mid(comma + 2, end - comma - 2) + QChar(0xff08)
+        + instruction.mid(start, comma - start) + QChar(0xff09);
+}
+
 QString quoted(QString text)
 {
     text.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
@@ -81,22 +109,13 @@ QString linkTarget(const QString &instruction)
     return bookmark.isEmpty() ? target : target + QLatin1Char('#') + bookmark;
 }
 
-QString symbolText(const QString &instruction)
+QString shownText(const QString &instruction)
 {
     int at = 0;
-    if (nextArgument(instruction, &at).compare(QLatin1String("SYMBOL"), Qt::CaseInsensitive) != 0)
-        return {};
-    bool isNumber = false;
-    const uint code = nextArgument(instruction, &at).toUInt(&isNumber, 0); // 0x is hexadecimal
-    QString font;
-    bool isUnicode = false;
-    while (at < instruction.size()) {
-        const QString argument = nextArgument(instruction, &at).toLower();
-        if (argument == QLatin1String("\\f"))
-            font = nextArgument(instruction, &at);
-        isUnicode = isUnicode || argument == QLatin1String("\\u");
-    }
-    return isNumber ? signText(code, font, isUnicode) : QString();
+    const QString kind = nextArgument(instruction, &at).toUpper();
+    if (kind == QLatin1String("SYMBOL"))
+        return symbolText(instruction, at);
+    return kind == QLatin1String("EQ") ? wordsWithReading(instruction) : QString();
 }
 
 QString linkInstruction(const QString &target)

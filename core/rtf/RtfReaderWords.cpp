@@ -128,8 +128,8 @@ void RtfReader::beginFieldResult()
     else if (field.link > 0)
         m_group.chars.link = field.link;
     charsChanged();
-    if (m_group.destination->isBody && !field.symbol.isEmpty()) { // most have no result
-        put(QStringView(field.symbol));
+    if (m_group.destination->isBody && !field.shown.isEmpty()) {
+        put(QStringView(field.shown));
         m_group.destination = &RtfDestinations::ignored;
     }
 }
@@ -152,7 +152,7 @@ void RtfReader::finishFieldInstruction()
     const QString target = RtfFields::linkTarget(field.instruction);
     if (!target.isEmpty())
         field.link = m_tables.linkNumber(target);
-    field.symbol = RtfFields::symbolText(field.instruction);
+    field.shown = RtfFields::shownText(field.instruction);
     field.instruction.clear();
 }
 
