@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QTextCursor>
+#include <QTextDocument>
+
+#include <optional>
 
 /*! Joins every edit made while it lives into one undo step. */
 class EditBlock
@@ -21,4 +24,21 @@ public:
 
 private:
     QTextCursor m_cursor;
+};
+
+/*!
+    For operations that leave the undo steps to their caller: joins edits only where none are
+    recorded. There the toolkit would move the whole text together after every single removal.
+*/
+class UnrecordedEditBlock
+{
+public:
+    explicit UnrecordedEditBlock(QTextDocument *document)
+    {
+        if (!document->isUndoRedoEnabled())
+            m_editBlock.emplace(document);
+    }
+
+private:
+    std::optional<EditBlock> m_editBlock;
 };

@@ -7,6 +7,7 @@
 #include <QString>
 
 class QFont;
+class QMimeData;
 class QTextDocument;
 
 /*!
@@ -83,4 +84,23 @@ public:
         \return the file, plain ASCII
     */
     static QByteArray textToRtf(const QString &text, const QFont *font);
+
+    /*!
+        Puts a document on the clipboard, or what else mime data serves: as "text/rtf" and
+        "application/rtf", and as plain text, which lacks its pictures. Other formats that \a data
+        holds stay. Nothing happens when \a data or \a document is null.
+
+        \param withDefaults  as for toRtfCData()
+    */
+    static void setMovarinMarkupRtfMimeData(QMimeData *data, const QTextDocument *document,
+                                            bool withDefaults);
+
+    /*!
+        Replaces a document's content by the RTF in \a data, as fromRtfCData() does.
+
+        \param data  its "text/rtf" counts, else "application/rtf", else "text/richtext", as which
+                     some programs offer RTF; the first that is RTF is read
+        \return false, the document being as it was, when there is none or either is null
+    */
+    static bool fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocument *document);
 };

@@ -1,3 +1,5 @@
+#include "ToolRun.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -5,9 +7,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <unistd.h>
@@ -43,37 +43,17 @@ private Q_SLOTS:
     void tellsFigures();
 
 private:
-    QString path(const QString &name) const { return m_folder->filePath(name); }
-    QString write(const QString &name, const QByteArray &content) const;
-    QByteArray read(const QString &name) const;
+    QString path(const QString &name) const { return m_folder->path(name); }
+    QString write(const QString &name, const QByteArray &content) const
+    {
+        return m_folder->write(name, content);
+    }
+    QByteArray read(const QString &name) const { return m_folder->read(name); }
 
-    QScopedPointer<QTemporaryDir> m_folder;
+    QScopedPointer<ToolFolder> m_folder;
 };
 
 namespace {
-
-struct Run
-{
-    int exitCode = -1;
-    QByteArray output;
-    QByteArray errors;
-};
-
-Run mvrtext(const QStringList &arguments, const QByteArray &input = QByteArray(),
-            const QString &folder = QString())
-{
-    QProcess process;
-    process.setWorkingDirectory(folder);
-    process.start(QStringLiteral(MVR_TOOL), arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    Run run;
-    if (process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit)
-        run.exitCode = process.exitCode();
-    run.output = process.readAllStandardOutput();
-    run.errors = process.readAllStandardError();
-    return run;
-}
 
 QString example()
 {
@@ -95,21 +75,8 @@ QByteArray repeated(const QByteArray &text, int count)
 
 void TestTool::init()
 {
-    m_folder.reset(new QTemporaryDir);
+    m_folder.reset(new ToolFolder);
     QVERIFY(m_folder->isValid());
-}
-
-QString TestTool::write(const QString &name, const QByteArray &content) const
-{
-    QFile file(path(name));
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? path(name)
-                                                                                    : QString();
-}
-
-QByteArray TestTool::read(const QString &name) const
-{
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void TestTool::exitCodes_data()

@@ -8,4 +8,5 @@ class QStringList;
 */
 int runConvert(const QStringList &arguments);
 int runNotes(const QStringList &arguments);
+int runLinks(const QStringList &arguments);
 int runInfo(const QStringList &arguments);

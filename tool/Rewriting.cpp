@@ -50,7 +50,15 @@ bool Rewriting::load(Document &document, Progress &progress) const
     return loadDocument(m_commandLine.file(0), *m_from, options, document, progress);
 }
 
-bool Rewriting::save(NotesChoice choice, Document &document, Progress &progress) const
+bool Rewriting::save(Document &document, Progress &progress) const
 {
+    return saveWithNotes(false, document, progress);
+}
+
+bool Rewriting::saveWithNotes(bool keepsInline, Document &document, Progress &progress) const
+{
+    const NotesChoice choice = keepsInline && m_to->notes == NoteSupport::None
+        ? NotesChoice::Inline
+        : NotesChoice::ByFormat;
     return saveDocument(m_output, *m_to, choice, WriteOptions(), document, progress);
 }

@@ -4,7 +4,6 @@
 
 class CommandLine;
 class Progress;
-enum class NotesChoice;
 struct Document;
 struct Format;
 
@@ -32,7 +31,10 @@ public:
     /*! Reads the input; false when that failed, and said why. */
     bool load(Document &document, Progress &progress) const;
     /*! Writes the output; false when that failed, and said why. */
-    bool save(NotesChoice choice, Document &document, Progress &progress) const;
+    bool save(Document &document, Progress &progress) const;
+    /*! The same. Notes in the text that the format does not know go out in brackets where
+        \a keepsInline says so. */
+    bool saveWithNotes(bool keepsInline, Document &document, Progress &progress) const;
 
 private:
     CommandLine &m_commandLine;

@@ -16,7 +16,8 @@ Converts and examines the documents of writers: screenplays, manuscripts and the
 
 Commands:
   convert IN OUT  Convert a document; the suffixes tell the formats.
-  notes FILE      List the notes of a document.
+  notes IN        List, move, trim or remove the notes of a document.
+  links IN        List or remove links to other items of the application.
   info FILE       Count what is in a document.
 
 Options:
@@ -41,6 +42,7 @@ struct Command
 constexpr Command commands[] = {
     {"convert", runConvert},
     {"notes", runNotes},
+    {"links", runLinks},
     {"info", runInfo},
 };
 

@@ -1,0 +1,145 @@
+#include "MarkedText.h"
+
+#include <core/MVRTextRtf.h>
+#include <core/STextDoc.h>
+#include <text/MVRTextDoc.h>
+
+#include <QAbstractTextDocumentLayout>
+#include <QtTest>
+
+using Counts = QPair<int, int>;
+
+class TestCounts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void countsWords_data();
+    void countsWords();
+    void dividesThai();
+    void formatsDivideNoWord();
+    void countsCharacters();
+    void addsNotes();
+    void countsPages();
+};
+
+void TestCounts::countsWords_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("words");
+
+    QTest::newRow("empty") << "" << 0;
+    QTest::newRow("blanks of all kinds") << " a\tb\u00a0c\u2028d\u3000e\nf " << 6;
+    QTest::newRow("apostrophes") << "don't l\u2019homme rock 'n' roll \u2019tis" << 6;
+    QTest::newRow("hyphens") << "well-known non\u2011breaking mother-in-law - x" << 4;
+    QTest::newRow("dashes without blanks") << "one\u2014two\u2013three--four" << 4;
+    QTest::newRow("ellipses") << "Wait...what\u2026 no... e.g. U.S.A." << 5;
+    QTest::newRow("numbers") << "3.14 1,000 \u20ac5 50% 3:30 2021-05-03 \u00bd" << 7;
+    QTest::newRow("only signs") << "* & \u2013 ... -- ___ \u2603 \U0001F600" << 0;
+    QTest::newRow("signs inside") << "file(s) and/or AT&T a@b.org http://x.org/a_b \"q\"" << 6;
+    QTest::newRow("soft hyphens and joiners")
+        << "aut\u00adhor zero\u200dwidth word\u2060joiner" << 3;
+    QTest::newRow("zero width space") << "one\u200btwo" << 2;
+    QTest::newRow("picture") << "a\ufffcb \ufffc" << 2;
+    QTest::newRow("combining marks") << "e\u0301te\u0301 nai\u0308ve" << 2;
+    QTest::newRow("Cyrillic, Greek, Arabic, Hebrew, Korean")
+        << "\u0441\u043b\u043e\u0432\u043e \u03bb\u03cc\u03b3\u03bf\u03c2 "
+           "\u0643\u0644\u0645\u0629 \u05de\u05d9\u05dc\u05d4 \ud55c\uad6d\uc5b4 \ub2e8\uc5b4"
+        << 6;
+    QTest::newRow("Chinese") << "\u6f22\u5b57\uff0c\u3007 \U00020000\u3002" << 4;
+    QTest::newRow("Japanese") << "\u30e9\u30fc\u30e1\u30f3\u3092\u98df\u3079" << 7;
+    QTest::newRow("Latin beside Chinese") << "HTML5\u6587\u6863 v2" << 4;
+    QTest::newRow("beyond the first plane") << "\U0001D4D0\U0001D4D1 \U0001D4D2" << 2;
+    QTest::newRow("lone surrogates")
+        << QString(QChar(0xd800)) + QLatin1Char('a') + QChar(0xdc00) << 1;
+}
+
+void TestCounts::countsWords()
+{
+    QFETCH(const QString, text);
+    QTextDocument document;
+    document.setPlainText(text);
+    QTEST(MVRTextDoc::wordCount(document, false, false), "words");
+}
+
+void TestCounts::dividesThai()
+{
+    QTextDocument document;
+    document.setPlainText(QStringLiteral(u"\u0e2a\u0e27\u0e31\u0e2a\u0e14\u0e35"
+                                         u"\u0e0a\u0e32\u0e27\u0e42\u0e25\u0e01 abc"));
+    // With a dictionary these are three words, else as many as there are syllable signs.
+    QVERIFY(MVRTextDoc::wordCount(document, false, false) >= 4);
+}
+
+void TestCounts::formatsDivideNoWord()
+{
+    QTextDocument document;
+    MarkedText::fill(&document, QStringLiteral("undivided\nand x"),
+                     QStringLiteral("BB.aa11f.....B."));
+    QCOMPARE(MVRTextDoc::wordCount(document, false, false), 3);
+}
+
+void TestCounts::countsCharacters()
+{
+    QTextDocument document;
+    QCOMPARE(MVRTextDoc::characterCount(document, true, true), 0);
+    document.setPlainText(QStringLiteral("Two words"));
+    QCOMPARE(MVRTextDoc::characterCount(document, false, false), 9);
+    document.setPlainText(QStringLiteral("a\nb"));
+    QCOMPARE(MVRTextDoc::characterCount(document, false, false), 3);
+    QCOMPARE(MVRTextDoc::wordCharacterCount(nullptr, true, true, true, true), Counts(0, 0));
+}
+
+void TestCounts::addsNotes()
+{
+    QTextDocument document;
+    document.setPlainText(QStringLiteral("one two three four"));
+    const auto attach = [&document](int start, const QByteArray &content, bool isFootnote) {
+        MVRTextDoc::setCommentCData(MarkedText::select(&document, start, start + 3), content,
+                                    isFootnote);
+    };
+    attach(0, MVRTextRtf::textToRtf(QStringLiteral("a comment"), nullptr), false);
+    attach(4, MVRTextRtf::textToRtf(QStringLiteral("the foot note"), nullptr), true);
+    attach(8, "no RTF", false);
+    attach(14, QByteArray(), true);
+
+    QCOMPARE(MVRTextDoc::wordCount(document, false, false), 4);
+    QCOMPARE(MVRTextDoc::wordCount(document, true, false), 6);
+    QCOMPARE(MVRTextDoc::wordCount(document, false, true), 7);
+    QCOMPARE(MVRTextDoc::characterCount(document, true, true), 18 + 9 + 13);
+    QCOMPARE(MVRTextDoc::wordCharacterCount(&document, true, true, false, true), Counts(0, 40));
+    QCOMPARE(MVRTextDoc::wordCharacterCountNotes(
+                 &document, MVRTextFormat::InspectorFootnoteProperty, true, false),
+             Counts(3, 0));
+    QCOMPARE(MVRTextDoc::formatCount(&document, MVRTextFormat::InspectorCommentProperty, true), 2);
+}
+
+void TestCounts::countsPages()
+{
+    QTextDocument document;
+    document.setPlainText(QStringLiteral("line\n").repeated(100));
+    QCOMPARE(MVRTextDoc::pageCount(nullptr, QSizeF(100, 100)), 0);
+    for (const QSizeF &size : {QSizeF(), QSizeF(300, 0), QSizeF(300, -5)})
+        QCOMPARE(MVRTextDoc::pageCount(&document, size), 1);
+    document.setPageSize(QSizeF(300, 200));
+    const int pages = document.pageCount();
+    QVERIFY(pages > 3);
+    document.setPageSize(QSizeF(300, 1000));
+    const int longPages = document.pageCount();
+    QVERIFY(longPages < pages);
+    QCOMPARE(MVRTextDoc::pageCount(&document, QSizeF(300, 200)), pages);
+    QCOMPARE(mvrPageSize(*document.documentLayout()), QSizeF(300, 1000));
+    mvrSetPageSize(*document.documentLayout(), QSizeF(300, 200));
+    QCOMPARE(document.pageCount(), pages);
+
+    // Twice the line spacing of the application is twice the height.
+    QTextBlockFormat spacing;
+    spacing.setProperty(MVRTextFormat::LineSpacingProperty, 2.0);
+    QTextCursor all(&document);
+    all.select(QTextCursor::Document);
+    all.mergeBlockFormat(spacing);
+    QVERIFY(MVRTextDoc::pageCount(&document, QSizeF(300, 200)) > pages * 3 / 2);
+}
+
+QTEST_MAIN(TestCounts)
+#include "tst_counts.moc"
