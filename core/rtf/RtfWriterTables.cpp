@@ -61,6 +61,7 @@ void RtfWriter::writeTable(const QTextTable &table, int tableLevel)
 {
     const QVector<int> edges = columnEdges(table, m_page.textWidth());
     const bool nested = tableLevel > 1;
+    const bool hasInner = !nested && !table.childFrames().isEmpty();
     for (int row = 0; row < table.rows(); ++row) {
         const QByteArray words = rowWords(table, row, edges);
         if (!nested)
@@ -73,10 +74,15 @@ void RtfWriter::writeTable(const QTextTable &table, int tableLevel)
                 m_body.words(nested ? QByteArrayLiteral("\\nestcell")
                                     : QByteArrayLiteral("\\cell"));
         }
-        if (nested)
+        if (nested) {
             m_body.raw("{\\*\\nesttableprops" + words + "\\nestrow}{\\nonesttables\\par}");
-        else
+            if (row + 1 < table.rows()) // LibreOffice forgets the level with the row
+                m_body.raw("\\itap" + QByteArray::number(tableLevel));
+        } else {
+            if (hasInner) // Word forgets the row's words with those of the inner table
+                m_body.words(words);
             m_body.words(QByteArrayLiteral("\\row"));
+        }
         m_body.lineEnd();
     }
 }
