@@ -13,3 +13,5 @@ int runInfo(const QStringList &arguments);
 int runCount(const QStringList &arguments);
 int runReplace(const QStringList &arguments);
 int runAppend(const QStringList &arguments);
+int runMarkup(const QStringList &arguments);
+int runEndNotes(const QStringList &arguments);

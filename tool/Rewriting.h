@@ -31,6 +31,10 @@ public:
     */
     bool readArguments(bool needsOutput, QString *error);
 
+    const QString &output() const { return m_output; }
+    /*! Null without an output. */
+    const Format *outputFormat() const { return m_to; }
+
     /*! False, and said so, when the output is an input itself. */
     bool isSafe() const;
 

@@ -14,6 +14,8 @@ void setCharConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, 
 void setFontSize(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setCharLength(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setRise(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setTextColor(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setQuarterPoints(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setFont(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setParaProp(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setParaConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
@@ -29,6 +31,8 @@ void appendUnicode(RtfReader &reader, const RtfWord &word, bool hasParameter, in
 void setUnicodeSkip(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endParagraph(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void breakPage(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void breakColumn(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setColumns(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endSection(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endCell(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endRow(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
@@ -38,6 +42,11 @@ void setRowLeft(RtfReader &reader, const RtfWord &word, bool hasParameter, int p
 void setRowHeader(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void addCellFormat(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setCellFlag(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setCellExact(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setTableExact(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setListExact(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void beginFrame(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void endFrame(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setCellBackground(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void beginList(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void beginListLevel(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);

@@ -93,6 +93,7 @@ public:
     void appendUnicode(int value);
     void endParagraph();
     void breakPage();
+    void breakColumn();
     void endCell();
     void endRow();
     void endNestedRow();
@@ -103,6 +104,7 @@ public:
     void finishLevelText();
     void openWithin(const RtfDestination *around, const RtfDestination *destination);
     void endSection();
+    void setColumns(int columns) { m_columns = columns; }
     void setSectionContinuous(bool continuous) { m_continuousSection = continuous; }
 
     void openDestination(const RtfDestination *destination);
@@ -124,9 +126,13 @@ public:
     void finishFieldInstruction();
     void finishExactProperties();
 
+    void beginFrame(int exact);
+    void endFrame();
     void beginShape();
     void beginTextBox();
     void finishTextBox();
+    void setShapeProperty() { m_shapeProperty = takeCollected(); }
+    void addShapeText();
     void addBookmark();
     void setTitle() { m_info.title = takeCollected(); }
     void setAuthor() { m_info.author = takeCollected(); }
@@ -150,6 +156,7 @@ private:
         QString instruction;
         int parent = -1;
         int link = 0;
+        QString shown; // in place of its result
     };
 
     /*! A paragraph that waits for the end of the text box that is anchored in it. */
@@ -173,8 +180,9 @@ private:
     void put(QStringView text);
     void putUnit(char16_t unit);
     void putLoneSurrogate();
-    void putUnicodeRun();
+    void putCodedRun();
     bool skipFallback();
+    void takeRawTrailByte();
     int codePage();
     int lookUpCodePage() const;
     int charFormat();
@@ -185,6 +193,8 @@ private:
     QString takeCollected() { return std::exchange(m_collected, QString()); }
     RtfOpenNote *openNote() { return m_openNotes.empty() ? nullptr : m_openNotes.back().get(); }
     RtfParagraphEnd paragraphEnd();
+    int tableLevel() const;
+    bool isOwnMark() const;
 
     RtfTokenizer m_tokens;
     QTextDocument *m_document;
@@ -206,7 +216,7 @@ private:
     int m_bytesCodePage = 0;
     bool m_leadByte = false; // m_bytes ends within a character
     char16_t m_highSurrogate = 0; // waits for its second half
-    qint64 m_fallback = 0; // characters still to be skipped behind a \u
+    int m_fallback = 0; // characters still to be skipped behind a \u
 
     RtfCharProps m_plain; // what \plain goes back to
     int m_codePage = RtfCodePages::Western;
@@ -216,6 +226,7 @@ private:
     bool m_pageBreak = false; // the next paragraph starts a page
     bool m_sectionBreak = false;
     bool m_continuousSection = false;
+    int m_columns = 1; // of the section
 
     QTextOption::TabType m_tabType = QTextOption::LeftTab; // of the next \\tx
     RtfRowFormat m_row;
@@ -225,6 +236,7 @@ private:
     RtfPicture m_picture;
     std::vector<Field> m_fields;
     std::vector<Box> m_boxes;
+    QString m_shapeProperty; // whose value comes next
     QStringList m_bookmarks; // that wait for the next character
     RtfInfo m_info;
 

@@ -51,7 +51,7 @@ void RtfReader::addText(const RtfToken &token)
     }
     const auto skipped = std::min<std::size_t>(bytes.size(), m_fallback);
     bytes.remove_prefix(skipped);
-    m_fallback -= static_cast<qint64>(skipped);
+    m_fallback -= static_cast<int>(skipped);
 
     if (m_leadByte && !bytes.empty()) {
         addByte(static_cast<unsigned char>(bytes.front()));
@@ -59,13 +59,29 @@ void RtfReader::addText(const RtfToken &token)
     }
     if (bytes.empty())
         return;
-    if (token.ascii) {
+    if (token.ascii && !RtfCodePages::isSigns(codePage())) {
         flushBytes();
         put(bytes);
         return;
     }
     for (const char byte : bytes)
         addByte(static_cast<unsigned char>(byte));
+    if (m_leadByte)
+        takeRawTrailByte();
+}
+
+// Files of eight bits have characters whose second byte is a backslash or brace.
+void RtfReader::takeRawTrailByte()
+{
+    const char trail = m_tokens.peek();
+    if (trail != '\\' && trail != '{' && trail != '}')
+        return;
+    QString character;
+    m_codePages.decode(m_bytesCodePage, m_bytes.right(1) + trail, &character);
+    if (character.size() == 1 && character.at(0) != QChar::ReplacementCharacter) {
+        m_tokens.skipByte();
+        addByte(static_cast<unsigned char>(trail));
+    }
 }
 
 void RtfReader::addByte(unsigned char byte)
@@ -206,6 +222,8 @@ void RtfReader::appendUnicode(int value)
     flushBytes();
     if (value < 0)
         value += 0x10000; // \u takes a signed number of 16 bits
+    if (value > 0xf020 && value < 0xf100 && inBody() && RtfCodePages::isSigns(codePage()))
+        value = m_codePages.singleBytes(codePage())[value - 0xf000].unicode();
     if (value == QChar::ParagraphSeparator) {
         endParagraph();
     } else if (value >= 0x10000 && value <= 0x10ffff) { // not RTF, but some programs write it
@@ -216,20 +234,26 @@ void RtfReader::appendUnicode(int value)
                                               : char16_t(QChar::ReplacementCharacter));
     }
     m_fallback = m_group.unicodeSkip;
-    if (m_fallback == 1 && isVisible() && m_highSurrogate == 0 && m_bookmarks.isEmpty())
-        putUnicodeRun();
+    putCodedRun();
 }
 
-// Most \u stand among others, in text that is not Latin: these take no way through the tokens.
-void RtfReader::putUnicodeRun()
+// Most \u and \'xx stand among others: these take no way through the tokens.
+void RtfReader::putCodedRun()
 {
-    char16_t units[256];
-    bool fallback = true;
+    if (m_inHeader || !isVisible() || m_highSurrogate != 0 || !m_bookmarks.isEmpty()
+        || !m_bytes.isEmpty() || RtfCodePages::isSigns(codePage()))
+        return;
+    RtfTokenizer::CodedRun run;
+    run.characters = m_codePages.singleBytes(codePage());
+    run.fallbackLength = m_group.unicodeSkip;
+    run.fallback = m_fallback;
+    constexpr int size = 256;
+    char16_t units[size];
     int count = 0;
     do {
-        count = m_tokens.readUnicodeRun(units, 256, &fallback);
+        count = m_tokens.readCodedRun(&run, units, size);
         if (count > 0)
             m_builder->append(QStringView(units, count), charFormat());
-    } while (count == 256 && fallback);
-    m_fallback = fallback ? 1 : 0;
+    } while (count == size);
+    m_fallback = run.fallback;
 }

@@ -22,7 +22,7 @@ std::size_t countCells(const RtfTable &table)
 bool isEmpty(const RtfCell &cell)
 {
     return std::all_of(cell.begin(), cell.end(), [](const RtfCellContent &content) {
-        return !content.table && content.paragraph.text.isEmpty();
+        return content.kind != RtfCellContent::Table && content.paragraph.text.isEmpty();
     });
 }
 
@@ -38,6 +38,10 @@ void RtfTable::endRow(const RtfRowFormat &format)
 {
     if (!cell.empty())
         endCell();
+    // Some programs end cells behind the last one that the row has.
+    const auto described = static_cast<std::size_t>(format.cells.size());
+    while (described > 0 && cells.size() > described && isEmpty(cells.back()))
+        cells.pop_back();
     if (cells.empty())
         return;
     rows.push_back({format, std::move(cells)});
