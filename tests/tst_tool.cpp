@@ -99,12 +99,6 @@ void TestTool::exitCodes_data()
     QTest::newRow("stream without a format") << "info -" << 2 << "name its format";
     QTest::newRow("bad choice") << "convert --notes keep a.fdx b.rtf" << 2 << "keep";
     QTest::newRow("bad number") << "convert --dpi 10000 a.fdx b.png" << 2 << "dpi";
-    QTest::newRow("neither way") << "markup a.txt -o b.txt" << 2 << "either";
-    QTest::newRow("bad style") << "endnotes --style pdf a.txt -o b.txt" << 2 << "pdf";
-    QTest::newRow("notes of a book without a file")
-        << "endnotes --style ebook a.txt -o - --as html" << 2 << "--notes-out";
-    QTest::newRow("notes over the input")
-        << "endnotes a.txt -o b.txt --notes-out b.txt" << 1 << "nothing was written";
     QTest::newRow("no such file") << "notes nowhere.fdx" << 1 << "mvrtext: nowhere\\.fdx: ";
     QTest::newRow("folder as input") << "info --from txt /" << 1 << "mvrtext: /: ";
 }
