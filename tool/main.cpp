@@ -19,6 +19,9 @@ Commands:
   notes IN        List, move, trim or remove the notes of a document.
   links IN        List or remove links to other items of the application.
   info FILE       Count what is in a document.
+  count FILE...   Count the words and characters of documents.
+  replace IN      Replace text in a document.
+  append IN MORE  Put documents one behind the other.
   markup IN       Write notes as codes into the text, or read such codes.
   endnotes IN     Take footnotes out of the text and list them by number.
 
@@ -33,6 +36,8 @@ Examples:
   mvrtext convert script.fdx script.pdf
   mvrtext notes script.fdx
   mvrtext info --json script.fdx
+  mvrtext count --with-footnotes chapter*.rtf
+  mvrtext append chapter1.rtf chapter2.rtf -o book.rtf
 )";
 
 struct Command
@@ -43,7 +48,8 @@ struct Command
 
 constexpr Command commands[] = {
     {"convert", runConvert}, {"notes", runNotes},   {"links", runLinks},
-    {"info", runInfo},       {"markup", runMarkup}, {"endnotes", runEndNotes},
+    {"info", runInfo},       {"count", runCount},   {"replace", runReplace},
+    {"append", runAppend},   {"markup", runMarkup}, {"endnotes", runEndNotes},
 };
 
 int runWithinMemory(const Command &command, const QStringList &arguments)
