@@ -62,7 +62,9 @@ QImage decoded(QByteArray &bytes)
             return QImage();
         reader.setScaledSize(size / 4);
     }
-    return reader.read();
+    const QImage image = reader.read();
+    // Twice the memory shows nothing more.
+    return image.depth() > 32 ? image.convertToFormat(QImage::Format_ARGB32) : image;
 }
 
 QImage questionMark(const QSize &size)
