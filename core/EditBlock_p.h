@@ -5,7 +5,12 @@
 
 #include <optional>
 
-/*! Joins every edit made while it lives into one undo step. */
+/*!
+    Joins every edit made while it lives into one undo step.
+
+    Single edits are worth one too: outside of a block a cursor itemizes all of its paragraph behind
+    every edit, to know where it stands on the line.
+*/
 class EditBlock
 {
 public:

@@ -28,9 +28,10 @@ void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *n
     }
     if (!reader.info().title.isEmpty())
         document->setMetaInformation(QTextDocument::DocumentTitle, reader.info().title);
-    const QString &author = reader.info().author;
-    document->setProperty(MVRTextRtf::authorProperty,
-                          author.isEmpty() ? QVariant() : QVariant(author));
+    const QString author = reader.info().author;
+    if (!author.isEmpty() || document->property(MVRTextRtf::authorProperty).isValid())
+        document->setProperty(MVRTextRtf::authorProperty,
+                              author.isEmpty() ? QVariant() : QVariant(author));
     if (!reader.defaultFormat().isEmpty())
         document->setDefaultFont(reader.defaultFormat().font());
 }

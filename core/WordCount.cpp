@@ -140,10 +140,25 @@ int endOfUnspaced(QStringView text, int start)
 
 int unspacedWords(QStringView text)
 {
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Word, text.data(), int(text.size()));
+    // Qt's search in a dictionary takes time that grows with the square of the text.
+    constexpr qsizetype pieceSize = 1000;
     int words = 0;
-    while (finder.toNextBoundary() >= 0)
-        ++words;
+    while (!text.isEmpty()) {
+        const QStringView piece = text.left(qMin(pieceSize, text.size()));
+        QTextBoundaryFinder finder(QTextBoundaryFinder::Word, piece.data(), int(piece.size()));
+        int start = 0; // of the last word
+        int end = 0;
+        int found = 0;
+        for (int next = finder.toNextBoundary(); next >= 0; next = finder.toNextBoundary()) {
+            ++found;
+            start = end;
+            end = next;
+        }
+        // The last word may go on behind the piece.
+        const bool isCut = piece.size() < text.size() && found > 1;
+        words += isCut ? found - 1 : found;
+        text = text.mid(isCut ? start : int(piece.size()));
+    }
     return words;
 }
 

@@ -60,3 +60,16 @@ public:
 private:
     QTemporaryDir m_folder;
 };
+
+/*! The example screenplay. */
+inline QString example()
+{
+    return QStringLiteral(MVR_SOURCE_DIR "/examples/screenplay.fdx");
+}
+
+/*! A Final Draft file. */
+inline QByteArray script(const QByteArray &content, const QByteArray &rest = QByteArray())
+{
+    return "<FinalDraft DocumentType=\"Script\" Version=\"6\"><Content>" + content + "</Content>"
+        + rest + "</FinalDraft>";
+}

@@ -65,7 +65,8 @@ void TestDocs::linksLeadToFiles()
 void TestDocs::manualNamesEveryOption_data()
 {
     QTest::addColumn<QString>("command");
-    for (const char *command : {"convert", "notes", "links", "info"})
+    for (const char *command :
+         {"convert", "notes", "links", "info", "count", "replace", "append", "markup", "endnotes"})
         QTest::newRow(command) << command;
 }
 

@@ -414,13 +414,12 @@ void TestInlineMarkup::saysWhatDoesNotComeBack()
 void TestInlineMarkup::leavesUndoAsItShould()
 {
     QTextDocument document;
-    fill(&document, QStringLiteral("anote"), QStringLiteral(".ffff"));
+    fill(&document, QStringLiteral("afbf"), QStringLiteral(".f.f"));
     MVRTextDoc::toInlineMarkup(&document);
+    document.undo(); // of one note only
+    QCOMPARE(marks(document).count(QLatin1Char('f')), 1);
     document.undo();
-    QVERIFY(document.isUndoAvailable()); // every edit is a step
-    while (document.isUndoAvailable())
-        document.undo();
-    QCOMPARE(marks(document), QStringLiteral(".ffff"));
+    QCOMPARE(marks(document), QStringLiteral(".f.f"));
 
     MVRTextDoc::toInlineMarkup(&document);
     document.setUndoRedoEnabled(false);

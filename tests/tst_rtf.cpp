@@ -152,6 +152,12 @@ void TestRtf::readsText_data()
         "\\u1076\\'3f\\u1086 ?m \\u-3?\\u55349?\\u56576?\\u1076?\\u8233?\\u1076?{\\u1077}\\u1078"
         "\\~\\u1079?\\u123456?x",
         "доm \uFFFD\U0001D500д\nдежз\U0001E240x");
+    row("letters without fallback",
+        "\\uc0\\u1076\\u1086\\u1084 \\u26085\\u26412  \\u1076 "
+        "1\\u1076\n1\\u-3\\u8232\\u1076\\u26085",
+        "дом日本 д1д1\uFFFD\u2028д日");
+    row("letters as words and as bytes", "\\ansicpg1251\\uc0 \\'cf\\u1088\\'e8,\\u233 t\\'e9\\'9",
+        "При,étй9");
     row("run of letters longer than any buffer",
         (QByteArray("\\u1078?").repeated(255) + "a\\u1078?\\u1079?x").constData(),
         (QString(255, QChar(0x436)) + QString::fromUtf8("aжзx")).toUtf8().constData());

@@ -126,9 +126,9 @@ void TestRtfNotes::comesBackAsItWas()
 void TestRtfNotes::keepsInlineNotes()
 {
     QTextDocument document;
-    MarkedText::fill(&document, QStringLiteral("one two\nthree four"),
-                     QStringLiteral("...aaaaaa...fffff."));
-    QTextCursor cursor = document.find(QStringLiteral("on"));
+    MarkedText::fill(&document, QStringLiteral("one two\nthree four five"),
+                     QStringLiteral("...aaaa......fffff....."));
+    QTextCursor cursor = document.find(QStringLiteral("five"));
     MVRTextDoc::setComment(cursor, QStringLiteral("beside"), false);
     const QString text = document.toPlainText();
     const QString marks = MarkedText::marks(document);
@@ -142,7 +142,7 @@ void TestRtfNotes::keepsInlineNotes()
     QVERIFY(
         MVRTextDoc::fromRtf(MVRTextDoc::toRtf(&document, MVRTextDoc::InlineNotesAsNotes), &read));
     QCOMPARE(MVRTextDoc::inspectorNotesToPlainText(&read).join(QLatin1Char('|')),
-             QStringLiteral("beside|two\nt|e fou"));
+             QStringLiteral("two|four|beside"));
     QCOMPARE(document.toPlainText(), text);
 }
 

@@ -6,6 +6,8 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextList>
+#include <QTextTable>
 #include <QtTest>
 
 #include <functional>
@@ -36,20 +38,71 @@ private Q_SLOTS:
 
 namespace {
 
+// Without the numbers of objects, which differ between documents.
 QString describe(const QTextFormat &format)
 {
+    QMap<int, QVariant> properties = format.properties();
+    properties.remove(QTextFormat::ObjectIndex);
     QString text;
-    QDebug(&text) << format.properties();
+    QDebug(&text) << properties;
     return text;
 }
 
-// Every block and run with its properties, as lines that a failed comparison can show.
-QStringList contentsOf(const QTextDocument &document)
+// Everything in a document with its properties, as lines that a failed comparison can show.
+class Contents
 {
+public:
+    explicit Contents(const QTextDocument &document)
+    {
+        const QTextFrame &root = *document.rootFrame();
+        add(root.begin(), root.end());
+    }
+
     QStringList lines;
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+
+private:
+    void add(QTextFrame::iterator at, const QTextFrame::iterator &end)
+    {
+        for (; at != end; ++at) {
+            const QTextFrame *frame = at.currentFrame();
+            if (const auto *table = qobject_cast<const QTextTable *>(frame)) {
+                addTable(*table);
+            } else if (frame) {
+                lines += QStringLiteral("frame ") + describe(frame->frameFormat());
+                add(frame->begin(), frame->end());
+                lines += QStringLiteral("end of frame");
+            } else {
+                addBlock(at.currentBlock());
+            }
+        }
+    }
+
+    void addTable(const QTextTable &table)
+    {
+        lines += QStringLiteral("table ") + describe(table.format());
+        for (int row = 0; row < table.rows(); ++row) {
+            for (int column = 0; column < table.columns(); ++column) {
+                const QTextTableCell cell = table.cellAt(row, column);
+                if (cell.row() != row || cell.column() != column)
+                    continue;
+                lines
+                    += QStringLiteral("cell %1 %2 ").arg(row).arg(column) + describe(cell.format());
+                add(cell.begin(), cell.end());
+            }
+        }
+        lines += QStringLiteral("end of table");
+    }
+
+    void addBlock(const QTextBlock &block)
+    {
         lines += QStringLiteral("block ") + describe(block.blockFormat())
             + describe(block.charFormat());
+        if (QTextList *list = block.textList()) {
+            if (!m_lists.contains(list))
+                m_lists.append(list);
+            lines += QStringLiteral(" item of list %1 ").arg(m_lists.indexOf(list))
+                + describe(list->format());
+        }
         const QString text = block.text();
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
@@ -58,8 +111,9 @@ QStringList contentsOf(const QTextDocument &document)
                 + QLatin1Char(' ') + describe(fragment.charFormat());
         }
     }
-    return lines;
-}
+
+    QVector<QTextList *> m_lists;
+};
 
 void compareRoundTrip(const QTextDocument &document)
 {
@@ -67,8 +121,8 @@ void compareRoundTrip(const QTextDocument &document)
         const QByteArray rtf = MVRTextRtf::toRtfCData(&document, withDefaults);
         QTextDocument read;
         QVERIFY(MVRTextRtf::fromRtfCData(rtf, &read));
-        const QStringList expected = contentsOf(document);
-        const QStringList actual = contentsOf(read);
+        const QStringList expected = Contents(document).lines;
+        const QStringList actual = Contents(read).lines;
         for (int i = 0; i < qMin(expected.size(), actual.size()); ++i)
             QCOMPARE(actual.at(i), expected.at(i));
         QCOMPARE(actual.size(), expected.size());
@@ -324,16 +378,68 @@ public:
         QTextCursor cursor(document);
         cursor.setBlockFormat(blockFormat());
         cursor.setBlockCharFormat(charFormat());
-        const int blocks = m_random.bounded(12);
-        for (int block = 0; block <= blocks; ++block) {
-            for (int run = m_random.bounded(5); run > 0; --run)
-                cursor.insertText(text(), charFormat());
-            if (block < blocks)
-                cursor.insertBlock(blockFormat(), charFormat());
-        }
+        fill(&cursor, 12, 0);
     }
 
 private:
+    void fill(QTextCursor *cursor, int most, int depth)
+    {
+        const int blocks = m_random.bounded(most);
+        for (int block = 0; block <= blocks; ++block) {
+            for (int run = m_random.bounded(5); run > 0; --run)
+                cursor->insertText(text(), charFormat());
+            if (chance(8))
+                cursor->createList(listFormat());
+            if (chance(10) && depth < 3)
+                insertTable(cursor, depth);
+            if (chance(10) && depth < 3)
+                insertFrame(cursor, depth);
+            if (block < blocks)
+                insertBlock(cursor);
+        }
+    }
+
+    // The next paragraph may belong to the list of the one before.
+    void insertBlock(QTextCursor *cursor)
+    {
+        QTextBlockFormat format = blockFormat();
+        if (cursor->currentList() && chance(2))
+            format.setObjectIndex(cursor->currentList()->objectIndex());
+        cursor->insertBlock(format, charFormat());
+    }
+
+    void insertTable(QTextCursor *cursor, int depth)
+    {
+        const int rows = 1 + m_random.bounded(4);
+        const int columns = 1 + m_random.bounded(4);
+        QTextTable *table = cursor->insertTable(rows, columns, tableFormat(columns));
+        if (chance(2))
+            table->mergeCells(m_random.bounded(rows), m_random.bounded(columns),
+                              1 + m_random.bounded(rows), 1 + m_random.bounded(columns));
+        for (int row = 0; row < rows; ++row) {
+            for (int column = 0; column < columns; ++column) {
+                QTextTableCell cell = table->cellAt(row, column);
+                if (cell.row() != row || cell.column() != column)
+                    continue;
+                if (chance(3))
+                    setCellFormat(&cell);
+                QTextCursor inner = cell.firstCursorPosition();
+                fill(&inner, 3, depth + 1);
+            }
+        }
+        cursor->setPosition(table->lastPosition() + 1);
+    }
+
+    void insertFrame(QTextCursor *cursor, int depth)
+    {
+        QTextFrameFormat format;
+        setFrameProperties(&format);
+        QTextFrame *frame = cursor->insertFrame(format);
+        QTextCursor inner = frame->firstCursorPosition();
+        fill(&inner, 4, depth + 1);
+        cursor->setPosition(frame->lastPosition() + 1);
+    }
+
     bool chance(int outOf) { return m_random.bounded(outOf) == 0; }
     double length() { return chance(2) ? m_random.bounded(200) : m_random.bounded(200.0) - 50; }
     QColor color() { return QColor(m_random.bounded(3) * 127, m_random.bounded(256), 9); }
@@ -341,7 +447,7 @@ private:
     QString text()
     {
         static const QString letters
-            = QString::fromUtf8("ab1 -{}\\\t\u2028\u00a0\u00ad\u2011é—日Č‚;");
+            = QString::fromUtf8("ab1 -{}\\\t\u2028\u00a0\u00ad\u2011é—日Č‚;дом");
         QString drawn;
         for (int i = m_random.bounded(9); i >= 0; --i)
             drawn += letters.at(m_random.bounded(letters.size()));
@@ -375,6 +481,76 @@ private:
                 set();
         }
         return format;
+    }
+
+    QTextListFormat listFormat()
+    {
+        QTextListFormat format;
+        format.setStyle(QTextListFormat::Style(-m_random.bounded(9)));
+        format.setIndent(m_random.bounded(4));
+        if (chance(3))
+            format.setNumberPrefix(text());
+        if (chance(3))
+            format.setNumberSuffix(text());
+        return format;
+    }
+
+    QTextLength textLength()
+    {
+        return QTextLength(QTextLength::Type(m_random.bounded(3)), 5 + m_random.bounded(90.0));
+    }
+
+    void setFrameProperties(QTextFrameFormat *format)
+    {
+        const std::function<void()> setters[] = {
+            [&] { format->setBorder(m_random.bounded(3.0)); },
+            [&] { format->setBorderBrush(color()); },
+            [&] { format->setBorderStyle(QTextFrameFormat::BorderStyle(m_random.bounded(11))); },
+            [&] { format->setMargin(length()); },
+            [&] { format->setPadding(m_random.bounded(20)); },
+            [&] { format->setWidth(textLength()); },
+            [&] { format->setHeight(m_random.bounded(200.0)); },
+            [&] { format->setBackground(color()); },
+            [&] { format->setPosition(QTextFrameFormat::Position(m_random.bounded(3))); },
+            [&] { format->setPageBreakPolicy(QTextFormat::PageBreak_AlwaysAfter); },
+        };
+        for (const auto &set : setters) {
+            if (chance(4))
+                set();
+        }
+    }
+
+    QTextTableFormat tableFormat(int columns)
+    {
+        QTextTableFormat format;
+        setFrameProperties(&format);
+        if (chance(2)) {
+            QVector<QTextLength> widths;
+            while (widths.size() < columns)
+                widths.append(textLength());
+            format.setColumnWidthConstraints(widths);
+        }
+        if (chance(3))
+            format.setCellPadding(m_random.bounded(9.0));
+        if (chance(3))
+            format.setCellSpacing(m_random.bounded(9));
+        if (chance(3))
+            format.setAlignment(Qt::Alignment(1 << m_random.bounded(4)));
+        if (chance(3))
+            format.setHeaderRowCount(m_random.bounded(3));
+        if (chance(3))
+            format.setBorderCollapse(chance(2));
+        return format;
+    }
+
+    void setCellFormat(QTextTableCell *cell)
+    {
+        QTextTableCellFormat format = cell->format().toTableCellFormat();
+        format.setBackground(color());
+        format.setLeftPadding(m_random.bounded(9.0));
+        format.setTopBorder(m_random.bounded(3));
+        format.setVerticalAlignment(QTextCharFormat::VerticalAlignment(m_random.bounded(7)));
+        cell->setFormat(format);
     }
 
     QTextBlockFormat blockFormat()
@@ -429,7 +605,7 @@ void TestRtfRoundTrip::smallAndPlain()
     cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
     QCOMPARE(
         MVRTextRtf::toRtfCData(&document, false),
-        QByteArray("{\\rtf1\\ansi\\ansicpg1252\n\\pard a{\\b b \\'97 \\u268 C}\\par\n\\par\n}"));
+        QByteArray("{\\rtf1\\ansi\\ansicpg1252\\uc0\n\\pard a{\\b b \\'97 \\u268}\\par\n\\par\n}"));
 }
 
 QTEST_MAIN(TestRtfRoundTrip)

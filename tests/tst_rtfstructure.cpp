@@ -275,10 +275,9 @@ void TestRtfStructure::writesTables()
     QCOMPARE(contentText(read->rootFrame()->begin()), contentText(document.rootFrame()->begin()));
     const auto *again = qobject_cast<QTextTable *>(read->rootFrame()->childFrames().value(0));
     QVERIFY(again);
-    QCOMPARE(again->format().border(), 1.0);
-    QCOMPARE(again->format().headerRowCount(), 1);
-    QCOMPARE(again->format().columnWidthConstraints().value(0).rawValue(), 50.0);
-    QCOMPARE(again->format().columnWidthConstraints().value(1).rawValue(), 216.0);
+    QCOMPARE(again->format().properties(), table->format().properties());
+    // Others have the widths in twips: of the text's 6.5 inches half, and a third.
+    QVERIFY(MVRTextRtf::toRtfCData(&document, false).contains("\\cellx8800"));
     QCOMPARE(again->cellAt(2, 1).format().background().color(), QColor(255, 0, 0));
     QCOMPARE(again->cellAt(0, 1).rowSpan(), 2);
 }

@@ -76,6 +76,7 @@ void insertPicture(QTextCursor &cursor, const ImageLink &link, LinkedPictures &p
     QString toolTip = QCoreApplication::translate("QObject", "Image Link: '%1'").arg(file.path);
     if (!file.exists)
         toolTip.prepend(QCoreApplication::translate("QObject", "Missing "));
+    const EditBlock undoStep(cursor);
     cursor.setPosition(link.range.start);
     cursor.setPosition(link.range.end, QTextCursor::KeepAnchor);
     QTextImageFormat format;

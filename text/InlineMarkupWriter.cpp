@@ -53,6 +53,7 @@ void enclose(QTextDocument *document, const Codes &codes)
     QTextCursor cursor(document);
     // From the last to the first, so that the codes move no run still to be done.
     for (auto run = runs.crbegin(); run != runs.crend(); ++run) {
+        const EditBlock undoStep(cursor);
         cursor.setPosition(run->start);
         cursor.setPosition(run->end, QTextCursor::KeepAnchor);
         cursor.mergeCharFormat(unmarked);
@@ -99,6 +100,7 @@ void writeImageCodes(QTextDocument *document)
     const QTextCharFormat unlinked = switchedOff(MVRTextFormat::ImageLinkProperty);
     QTextCursor cursor(document);
     for (auto code = codes.crbegin(); code != codes.crend(); ++code) {
+        const EditBlock undoStep(cursor);
         cursor.setPosition(code->position);
         cursor.setPosition(code->position + 1, QTextCursor::KeepAnchor);
         cursor.mergeCharFormat(unlinked);

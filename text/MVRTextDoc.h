@@ -335,8 +335,8 @@ public:
         are written as they are, also those that are not read back: a fraction of a pixel, or a
         brace in a path.
 
-        Every edit is an undo step of its own. A document with a layout is laid out anew after each,
-        unless the caller has opened an edit block.
+        Every note and image is an undo step of its own. A document with a layout is laid out anew
+        after each, unless the caller has opened an edit block.
     */
     static void toInlineMarkup(QTextDocument *document);
 

@@ -89,8 +89,12 @@ int replaceAll(const Search &search, const QString &after, const QTextCursor &fr
         return 0;
     const EditBlock undoStep(from);
     // From the last to the first, so that none moves those that are still to be replaced.
-    for (auto match = matches.crbegin(); match != matches.crend(); ++match)
-        match->toTextCursor(from.document()).insertText(after);
+    QTextCursor cursor(from.document());
+    for (auto match = matches.crbegin(); match != matches.crend(); ++match) {
+        cursor.setPosition(match->start);
+        cursor.setPosition(match->end, QTextCursor::KeepAnchor);
+        cursor.insertText(after);
+    }
     return matches.size();
 }
 

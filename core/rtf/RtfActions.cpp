@@ -211,6 +211,31 @@ void setCellBackground(RtfReader &reader, const RtfWord &, bool, int parameter)
     reader.nextCell().background = parameter;
 }
 
+void setCellExact(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.nextCell().extra = parameter;
+}
+
+void setTableExact(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.row().extra = parameter;
+}
+
+void setListExact(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.lists().setExact(parameter);
+}
+
+void beginFrame(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.beginFrame(parameter);
+}
+
+void endFrame(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.endFrame();
+}
+
 void beginList(RtfReader &reader, const RtfWord &word, bool, int)
 {
     reader.lists().beginList();

@@ -42,6 +42,11 @@ void setRowLeft(RtfReader &reader, const RtfWord &word, bool hasParameter, int p
 void setRowHeader(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void addCellFormat(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setCellFlag(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setCellExact(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setTableExact(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setListExact(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void beginFrame(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void endFrame(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setCellBackground(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void beginList(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void beginListLevel(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);

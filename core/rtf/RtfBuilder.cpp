@@ -83,14 +83,14 @@ void RtfBuilder::closeTables(int level)
         if (m_tables.empty())
             insertTable(*table);
         else
-            m_tables.back().cell.push_back({{}, std::move(table)});
+            m_tables.back().cell.push_back({RtfCellContent::Table, {}, std::move(table), 0});
     }
 }
 
 void RtfBuilder::addToCell(const RtfParagraphEnd &end)
 {
     m_paragraph.end = end;
-    m_tables.back().cell.push_back({std::move(m_paragraph), nullptr});
+    m_tables.back().cell.push_back({RtfCellContent::Paragraph, std::move(m_paragraph), nullptr, 0});
     m_paragraph = {};
 }
 
@@ -131,7 +131,7 @@ void RtfBuilder::insertBlock(const QTextBlockFormat &blockFormat, const QTextCha
     if (!first || !blockFormat.isEmpty())
         m_cursor.setBlockFormat(blockFormat);
     const bool ofCell = m_cellStart == m_cursor.position(); // there it is the cell's format
-    if (!ofCell && (!first || !markFormat.isEmpty()))
+    if (!ofCell && !markFormat.isEmpty())
         m_cursor.setBlockCharFormat(markFormat);
 }
 
@@ -154,6 +154,7 @@ void RtfBuilder::insertItem(const RtfParagraph &paragraph)
         format.setObjectIndex(list->objectIndex());
     insertBlock(format, m_formats.charFormat(end.markFormat));
     if (!list)
-        m_lists.insert({end.list, end.listLevel},
-                       m_cursor.createList(m_listFormats.format(end.list, end.listLevel)));
+        m_lists.insert(
+            {end.list, end.listLevel},
+            m_cursor.createList(m_listFormats.format(end.list, end.listLevel, m_formatTables)));
 }

@@ -12,6 +12,7 @@
 #include <vector>
 
 class QTextDocument;
+class QTextFrame;
 class QTextList;
 class QTextTable;
 
@@ -57,8 +58,14 @@ public:
     void endCell(RtfParagraphEnd end);
     /*! Ends the row of the table at \a level, 1 for a table that is in no other. */
     void endRow(int level, const RtfRowFormat &format);
+    /*!
+        Begins a frame, in a cell of the table at \a level or, for 0, in no table.
+        \param exact  number of the set of properties that its format has
+    */
+    void beginFrame(int level, int exact);
+    void endFrame(int level);
     /*! Inserts what is open; the document is complete then. */
-    void finish() { closeTables(0); }
+    void finish();
     /*! Tells whether there is anything but the paragraph that is being collected. */
     bool hasContent() const { return m_started || !m_tables.empty(); }
 
@@ -80,6 +87,9 @@ private:
     void insertCell(const RtfCell &cell, QTextTable *table, const RtfGridCell &place,
                     const RtfCellFormat &format);
     void insertAsParagraphs(const RtfTable &table);
+    void insertContent(const RtfCellContent &content);
+    void enterFrame(int exact);
+    void leaveFrame();
 
     QTextCursor m_cursor;
     const RtfFormatCache &m_formats;
@@ -90,7 +100,10 @@ private:
     bool m_blockReady = true; // an empty block waits for the next paragraph
     bool m_started = false;
     std::vector<int> m_markPositions; // -1 until the paragraph is inserted
-    int m_cellStart = -1; // position of the cell that was begun last
+    int m_cellStart = -1; // position of the cell or frame that was begun last
+    std::vector<QTextFrame *> m_frames; // that are open; null for what is too much
+    std::size_t m_framesOutside = 0; // how many of them are open around the cell
+    int m_frameCount = 0;
 
     QHash<QPair<int, int>, QTextList *> m_lists; // by \ls and level
     int m_lastList = 0;

@@ -17,7 +17,9 @@ enum Type : char {
     Text = 's',
     TextList = 'l',
     Color = 'c',
-    Tabs = 't'
+    Tabs = 't',
+    Length = 'w',
+    Lengths = 'v'
 };
 
 struct PropertyRow
@@ -84,6 +86,43 @@ constexpr PropertyRow propertyRows[] = {
     {QTextFormat::ImageName, Text, 0, 0},
     {QTextFormat::ImageWidth, Real, 0, farthest},
     {QTextFormat::ImageHeight, Real, 0, farthest},
+    {QTextFormat::ListStyle, Integer, QTextListFormat::ListUpperRoman, 0},
+    {QTextFormat::ListIndent, Integer, 0, 1000},
+    {QTextFormat::ListNumberPrefix, Text, 0, 0},
+    {QTextFormat::ListNumberSuffix, Text, 0, 0},
+    {QTextFormat::CssFloat, Integer, 0, 2},
+    {QTextFormat::FrameBorder, Real, 0, farthest},
+    {QTextFormat::FrameMargin, Real, -farthest, farthest},
+    {QTextFormat::FramePadding, Real, 0, farthest},
+    {QTextFormat::FrameWidth, Length, 0, farthest},
+    {QTextFormat::FrameHeight, Length, 0, farthest},
+    {QTextFormat::FrameTopMargin, Real, -farthest, farthest},
+    {QTextFormat::FrameBottomMargin, Real, -farthest, farthest},
+    {QTextFormat::FrameLeftMargin, Real, -farthest, farthest},
+    {QTextFormat::FrameRightMargin, Real, -farthest, farthest},
+    {QTextFormat::FrameBorderBrush, Color, 0, 0},
+    {QTextFormat::FrameBorderStyle, Integer, 0, 10},
+    {QTextFormat::TableColumnWidthConstraints, Lengths, 0, farthest},
+    {QTextFormat::TableCellSpacing, Real, 0, farthest},
+    {QTextFormat::TableCellPadding, Real, 0, farthest},
+    {QTextFormat::TableHeaderRowCount, Integer, 0, farthest},
+    {QTextFormat::TableBorderCollapse, Boolean, 0, 1},
+    {QTextFormat::TableCellTopPadding, Real, 0, farthest},
+    {QTextFormat::TableCellBottomPadding, Real, 0, farthest},
+    {QTextFormat::TableCellLeftPadding, Real, 0, farthest},
+    {QTextFormat::TableCellRightPadding, Real, 0, farthest},
+    {QTextFormat::TableCellTopBorder, Real, 0, farthest},
+    {QTextFormat::TableCellBottomBorder, Real, 0, farthest},
+    {QTextFormat::TableCellLeftBorder, Real, 0, farthest},
+    {QTextFormat::TableCellRightBorder, Real, 0, farthest},
+    {QTextFormat::TableCellTopBorderStyle, Integer, 0, 10},
+    {QTextFormat::TableCellBottomBorderStyle, Integer, 0, 10},
+    {QTextFormat::TableCellLeftBorderStyle, Integer, 0, 10},
+    {QTextFormat::TableCellRightBorderStyle, Integer, 0, 10},
+    {QTextFormat::TableCellTopBorderBrush, Color, 0, 0},
+    {QTextFormat::TableCellBottomBorderBrush, Color, 0, 0},
+    {QTextFormat::TableCellLeftBorderBrush, Color, 0, 0},
+    {QTextFormat::TableCellRightBorderBrush, Color, 0, 0},
 };
 
 Type typeOf(const QVariant &value)
@@ -104,8 +143,13 @@ Type typeOf(const QVariant &value)
     case QMetaType::QColor:
     case QMetaType::QBrush:
         return Color;
-    case QMetaType::QVariantList:
-        return Tabs;
+    case QMetaType::QTextLength:
+        return Length;
+    case QMetaType::QVariantList: {
+        const QVariantList list = value.toList();
+        return !list.isEmpty() && list.first().userType() == QMetaType::QTextLength ? Lengths
+                                                                                    : Tabs;
+    }
     default:
         return Type();
     }
@@ -156,11 +200,19 @@ QByteArray colorText(const QVariant &value)
     return color.isValid() ? QByteArray::number(quint64(color.rgba64()), 16) : QByteArray();
 }
 
-QByteArray realText(double number)
+template <typename Number, typename... Base>
+void appendNumber(QByteArray *text, Number number, Base... base)
 {
     char digits[32];
-    const auto end = std::to_chars(digits, digits + sizeof digits, number);
-    return QByteArray(digits, static_cast<int>(end.ptr - digits));
+    const auto end = std::to_chars(digits, digits + sizeof digits, number, base...);
+    text->append(digits, static_cast<int>(end.ptr - digits));
+}
+
+QByteArray realText(double number)
+{
+    QByteArray text;
+    appendNumber(&text, number);
+    return text;
 }
 
 QByteArray tabsText(const QVariant &value)
@@ -172,6 +224,20 @@ QByteArray tabsText(const QVariant &value)
         text += realText(tab.position) + '/' + QByteArray::number(int(tab.type)) + '/'
             + QByteArray::number(tab.delimiter.unicode()) + ',';
     }
+    return text;
+}
+
+QByteArray lengthText(const QTextLength &length)
+{
+    return QByteArray::number(int(length.type())) + '/' + realText(length.rawValue());
+}
+
+QByteArray lengthsText(const QVariant &value)
+{
+    QByteArray text;
+    const QVariantList lengths = value.toList();
+    for (const QVariant &length : lengths)
+        text += lengthText(length.value<QTextLength>()) + ',';
     return text;
 }
 
@@ -197,6 +263,10 @@ QByteArray valueText(const QVariant &value)
         return colorText(value);
     case Tabs:
         return tabsText(value);
+    case Length:
+        return lengthText(value.value<QTextLength>());
+    case Lengths:
+        return lengthsText(value);
     }
     return {};
 }
@@ -241,6 +311,26 @@ QVariant tabsFromText(const PropertyRow &row, const QByteArray &text)
     return stops;
 }
 
+QVariant lengthFromText(const PropertyRow &row, const QByteArray &text)
+{
+    const int slash = text.indexOf('/');
+    const int type = text.left(slash).toInt();
+    const QVariant number = realFromText(row, text.mid(slash + 1));
+    if (slash < 0 || !number.isValid() || type < 0 || type > QTextLength::PercentageLength)
+        return {};
+    return QTextLength(QTextLength::Type(type), number.toDouble());
+}
+
+QVariant lengthsFromText(const PropertyRow &row, const QByteArray &text)
+{
+    QVariantList lengths;
+    QList<QByteArray> parts = text.split(',');
+    parts.removeLast();
+    for (const QByteArray &part : qAsConst(parts))
+        lengths.append(lengthFromText(row, part));
+    return lengths.contains(QVariant()) ? QVariant() : lengths;
+}
+
 QVariant valueFromText(const PropertyRow &row, const QByteArray &text)
 {
     switch (row.type) {
@@ -267,6 +357,10 @@ QVariant valueFromText(const PropertyRow &row, const QByteArray &text)
         return colorFromText(row, text);
     case Tabs:
         return tabsFromText(row, text);
+    case Length:
+        return lengthFromText(row, text);
+    case Lengths:
+        return lengthsFromText(row, text);
     }
     return {};
 }
@@ -328,18 +422,28 @@ void apply(const RtfExactProperties &properties, QTextFormat *format)
     }
 }
 
+// Every note has some: what is common is written without a string of its own.
 QByteArray toText(const RtfExactProperties &properties)
 {
     QByteArray text;
+    text.reserve(32 * properties.size());
     for (const RtfExactProperty &property : properties) {
         if (!text.isEmpty())
             text += ' ';
-        if (!property.value.isValid()) {
-            text += '-' + QByteArray::number(property.id, 16);
+        if (!property.value.isValid())
+            text += '-';
+        appendNumber(&text, property.id, 16);
+        if (!property.value.isValid())
             continue;
-        }
-        text += QByteArray::number(property.id, 16) + char(typeOf(property.value)) + ':'
-            + valueText(property.value);
+        const Type type = typeOf(property.value);
+        text += char(type);
+        text += ':';
+        if (type == Integer)
+            appendNumber(&text, property.value.toInt());
+        else if (type == Real)
+            appendNumber(&text, property.value.toDouble());
+        else
+            text += valueText(property.value);
     }
     return text;
 }

@@ -14,7 +14,6 @@ namespace {
 
 constexpr double twipsPerPoint = 20;
 constexpr double singleLine = 240; // \sl counts multiples of a line in 240ths
-constexpr int defaultTextWidth = 12240 - 2 * 1800; // letter paper less RTF's default margins
 constexpr int listIndent = 720; // half an inch a level, as other programs indent lists
 constexpr double indentWidth = 40; // QTextDocument's default step of QTextBlockFormat::indent()
 
@@ -64,14 +63,14 @@ void readLineHeight(const QTextBlockFormat &format, RtfParaProps *props)
 }
 
 // Left and right edge measured from the left margin, and a first line that is not relative.
-void readScriptIndents(const QTextBlockFormat &format, RtfParaProps *props)
+void readScriptIndents(const QTextBlockFormat &format, int textWidth, RtfParaProps *props)
 {
     props->leftIndent = twips(format.doubleProperty(MVRTextFormat::BlockLeftIndentProperty));
     if (format.hasProperty(QTextFormat::TextIndent))
         props->firstIndent = twips(format.textIndent()) - props->leftIndent;
     if (format.hasProperty(MVRTextFormat::BlockRightIndentProperty))
-        props->rightIndent = defaultTextWidth
-            - twips(format.doubleProperty(MVRTextFormat::BlockRightIndentProperty));
+        props->rightIndent
+            = textWidth - twips(format.doubleProperty(MVRTextFormat::BlockRightIndentProperty));
 }
 
 int colorOf(const QTextFormat &format, int property, RtfTables *tables)
@@ -236,7 +235,7 @@ RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place,
     props.alignment = writable(format.alignment() & Qt::AlignHorizontal_Mask & ~Qt::AlignAbsolute,
                                {Qt::AlignRight, Qt::AlignHCenter, Qt::AlignJustify});
     if (format.hasProperty(MVRTextFormat::BlockLeftIndentProperty)) {
-        readScriptIndents(format, &props);
+        readScriptIndents(format, place.textWidth, &props);
     } else {
         props.leftIndent = twips(format.leftMargin() + format.indent() * indentWidth);
         props.rightIndent = twips(format.rightMargin());

@@ -36,6 +36,7 @@ struct Place
     int list = 0; /*!< \ls, 0: in no list */
     int listLevel = 0;
     int tableLevel = 0; /*!< 0: in no table */
+    int textWidth = 0; /*!< between the page's margins, in twips */
 };
 
 RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place, RtfTables *tables);

@@ -1,5 +1,6 @@
 #include <core/rtf/RtfLists.h>
 
+#include <core/rtf/RtfExact.h>
 #include <core/rtf/RtfOutput.h>
 
 namespace {
@@ -146,7 +147,21 @@ void RtfLists::setOverride(int number)
     m_ids.insert(number, m_id);
 }
 
-QTextListFormat RtfLists::format(int number, int level) const
+const RtfLists::List *RtfLists::find(int number) const
+{
+    const auto id = m_ids.constFind(number);
+    const auto list = id != m_ids.cend() ? m_lists.constFind(*id) : m_lists.cend();
+    return list != m_lists.cend() ? &*list : nullptr;
+}
+
+bool RtfLists::isShown(int number, int level, const RtfTables &tables) const
+{
+    const List *list = find(number);
+    return (list && list->exact > 0)
+        || format(number, level, tables).style() != QTextListFormat::ListStyleUndefined;
+}
+
+QTextListFormat RtfLists::format(int number, int level, const RtfTables &tables) const
 {
     QTextListFormat format;
     const int depth = qBound(0, level, levels - 1);
@@ -155,12 +170,17 @@ QTextListFormat RtfLists::format(int number, int level) const
         format.setStyle(QTextListFormat::Style(firstOldList - number));
         return format;
     }
-    const auto list = m_lists.constFind(m_ids.value(number));
-    if (!m_ids.contains(number) || list == m_lists.constEnd()) {
+    const List *list = find(number);
+    if (!list) {
         format.setStyle(QTextListFormat::ListStyleUndefined);
         return format;
     }
-    const Level &found = list.value()[depth];
+    if (list->exact > 0) {
+        format.clearProperty(QTextFormat::ListIndent);
+        RtfExact::apply(tables.exact.value(list->exact), &format);
+        return format;
+    }
+    const Level &found = list->levels[depth];
     format.setStyle(found.style);
     if (!found.prefix.isEmpty())
         format.setNumberPrefix(found.prefix);

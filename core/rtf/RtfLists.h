@@ -1,5 +1,7 @@
 #pragma once
 
+#include <core/rtf/RtfTables.h>
+
 #include <QHash>
 #include <QTextListFormat>
 
@@ -22,6 +24,8 @@ public:
     /*! \param text  \leveltext: its length, then the text with the numbers' places as U+0000… */
     void setLevelText(const QString &text);
     void setId(int id) { m_id = id; }
+    /*! \param exact  \mvrl: number of the set of properties that the list's format has */
+    void setExact(int exact) { m_list.exact = exact; }
     void finishList();
     /*! Lets \a number (\ls) stand for the list whose id was given last. */
     void setOverride(int number);
@@ -30,10 +34,15 @@ public:
     static int oldList(QTextListFormat::Style style) { return firstOldList - style; }
 
     /*!
+        \param tables  hold the exact properties that the file gives of a list
         \return the format of list \a number at \a level (from 0), its indent one more than the
                 level; an undefined style when there is no such list
     */
-    QTextListFormat format(int number, int level) const;
+    QTextListFormat format(int number, int level, const RtfTables &tables) const;
+
+    /*! Tells whether the paragraphs of a list are its items: not in one without any numbers, but
+        for a list that a document had. */
+    bool isShown(int number, int level, const RtfTables &tables) const;
 
     /*! How many levels a list has. */
     static constexpr int levels = 9;
@@ -48,9 +57,14 @@ private:
         QString prefix;
         QString suffix;
     };
-    using List = std::array<Level, levels>;
+    struct List
+    {
+        std::array<Level, RtfLists::levels> levels;
+        int exact = 0;
+    };
 
-    Level &current() { return m_list[qBound(0, m_level, levels - 1)]; }
+    const List *find(int number) const;
+    Level &current() { return m_list.levels[qBound(0, m_level, levels - 1)]; }
 
     QHash<int, List> m_lists; // by id
     QHash<int, int> m_ids; // by \ls

@@ -1,6 +1,7 @@
 #include <core/rtf/RtfOutput.h>
 
-#include <array>
+#include <QtEndian>
+
 #include <charconv>
 
 namespace {
@@ -11,14 +12,18 @@ constexpr char16_t western[]
        0x2039, 0x0152, 0,      0x017d, 0,      0,      0x2018, 0x2019, 0x201c, 0x201d, 0x2022,
        0x2013, 0x2014, 0x02dc, 0x2122, 0x0161, 0x203a, 0x0153, 0,      0x017e, 0x0178};
 
+// Is it beyond all that has a word or a byte of its own, as the letters of most scripts are?
+bool isFar(char16_t unit)
+{
+    return unit > 0x2122 || (unit > 0x2dc && unit < 0x2011);
+}
+
 // The byte of code page 1252 for a character beyond ASCII, or 0.
 int westernByte(char16_t unit)
 {
     if (unit >= 0xa0 && unit <= 0xff)
         return unit;
-    // Nearly all letters of other scripts lie in the gap.
-    const bool isInGap = unit > 0x192 && unit < 0x2013 && unit != 0x2c6 && unit != 0x2dc;
-    if (unit < 0x152 || unit > 0x2122 || isInGap)
+    if (unit < 0x152 || unit > 0x2122)
         return 0;
     for (int i = 0; i < 32; ++i) {
         if (western[i] == unit)
@@ -37,16 +42,6 @@ bool joinsWord(char character)
 {
     return character == ' ' || character == '-' || (character >= '0' && character <= '9')
         || (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
-}
-
-// Programs without Unicode show the letter below the accent.
-char fallbackFor(char16_t unit)
-{
-    if (QChar(unit).decompositionTag() == QChar::NoDecomposition)
-        return '?';
-    const QString parts = QChar(unit).decomposition();
-    const char16_t base = parts.isEmpty() ? u'?' : parts.at(0).unicode();
-    return isPlain(base) && base != ' ' ? static_cast<char>(base) : '?';
 }
 
 const char *escapeFor(char16_t unit)
@@ -69,6 +64,29 @@ const char *escapeFor(char16_t unit)
     }
 }
 
+// The digits of a number below 10,000, the first in the lowest byte.
+quint32 fourDigits(quint32 number)
+{
+    const quint32 hundreds = number * 5243 >> 19; // exact for numbers this small
+    const quint32 pairs = hundreds | (number - hundreds * 100) << 16;
+    const quint32 tens = (pairs * 103 >> 10) & 0x000f000f;
+    return (tens | (pairs - tens * 10) << 8) + 0x30303030;
+}
+
+// Nine in ten bytes of a Russian or Japanese file are such words.
+inline char *appendUnicode(char16_t unit, char *to)
+{
+    const int number = static_cast<short>(unit); // RTF counts it as signed
+    *to++ = '\\';
+    *to++ = 'u';
+    if (number < 1000)
+        return std::to_chars(to, to + 6, number).ptr;
+    if (number >= 10000)
+        *to++ = static_cast<char>('0' + number / 10000);
+    qToLittleEndian<quint32>(fourDigits(static_cast<quint32>(number) % 10000), to);
+    return to + 4;
+}
+
 } // namespace
 
 void RtfOutput::text(QStringView text)
@@ -81,8 +99,8 @@ void RtfOutput::text(QStringView text)
             ++at;
         if (at != start)
             ascii(start, static_cast<int>(at - start));
-        for (; at != end && !isPlain(at->unicode()); ++at)
-            character(at->unicode());
+        if (at != end)
+            at = coded(at, end);
     }
 }
 
@@ -98,34 +116,58 @@ void RtfOutput::ascii(const QChar *text, int length)
         to[i] = static_cast<char>(text[i].unicode());
 }
 
-void RtfOutput::character(char16_t unit)
+// Text with few plain characters; ends where several of them stand together.
+const QChar *RtfOutput::coded(const QChar *at, const QChar *end)
 {
-    if (const char *escape = escapeFor(unit)) {
-        m_rtf += escape;
+    constexpr int size = 512;
+    constexpr int longestForm = 8; // \u-12345
+    char buffer[size];
+    char *to = buffer;
+    for (; at != end && to - buffer <= size - longestForm; ++at) {
+        const char16_t unit = at->unicode();
+        if (isFar(unit)) {
+            m_afterWord = true;
+            to = appendUnicode(unit, to);
+            continue;
+        }
+        if (!isPlain(unit)) {
+            to = appendCoded(unit, to);
+            continue;
+        }
+        if (end - at > 1 && isPlain(at[1].unicode()))
+            break;
+        if (m_afterWord && joinsWord(static_cast<char>(unit)))
+            *to++ = ' ';
         m_afterWord = false;
-    } else if (unit == '\t') {
-        words(QByteArrayLiteral("\\tab"));
-    } else if (unit == QChar::LineSeparator) {
-        words(QByteArrayLiteral("\\line"));
-    } else if (const int byte = westernByte(unit)) {
-        constexpr char digits[] = "0123456789abcdef";
-        const char hex[] = {'\\', '\'', digits[byte >> 4], digits[byte & 15]};
-        m_rtf.append(hex, sizeof hex);
-        m_afterWord = false;
-    } else if (unit >= 0x20) {
-        unicode(unit);
+        *to++ = static_cast<char>(unit);
     }
+    m_rtf.append(buffer, static_cast<int>(to - buffer));
+    return at;
 }
 
-void RtfOutput::unicode(char16_t unit)
+char *RtfOutput::appendCoded(char16_t unit, char *to)
 {
-    char word[16] = {'\\', 'u'};
-    // RTF counts it as signed.
-    char *end = std::to_chars(word + 2, word + sizeof word, static_cast<short>(unit)).ptr;
-    const char fallback = fallbackFor(unit);
-    if (joinsWord(fallback))
-        *end++ = ' ';
-    *end++ = fallback;
-    m_rtf.append(word, static_cast<int>(end - word));
+    const auto append = [&to](const char *text) {
+        while (*text != 0)
+            *to++ = *text++;
+        return to;
+    };
+    if (unit < 0x20 && unit != '\t') // stands for nothing
+        return to;
     m_afterWord = false;
+    if (const char *escape = escapeFor(unit))
+        return append(escape);
+    if (const int byte = westernByte(unit)) {
+        constexpr char digits[] = "0123456789abcdef";
+        to = append("\\'");
+        *to++ = digits[byte >> 4];
+        *to++ = digits[byte & 15];
+        return to;
+    }
+    m_afterWord = true;
+    if (unit == '\t')
+        return append("\\tab");
+    if (unit == QChar::LineSeparator)
+        return append("\\line");
+    return appendUnicode(unit, to);
 }

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <utility>
+
 /*!
     RTF under construction: words, groups and escaped text.
 
@@ -28,10 +30,16 @@ public:
     /*! A line end in the file, which means nothing but reads better. */
     void lineEnd() { mark('\n'); }
 
-    /*! Appends \a text: code page 1252 where it reaches, \u with a fallback beyond. */
+    /*!
+        Appends \a text: code page 1252 where it reaches, \u without a fallback beyond, which
+        takes \uc0 in the header. All programs of today read \u; not all mind the code page of a
+        font.
+    */
     void text(QStringView text);
 
     const QByteArray &rtf() const { return m_rtf; }
+    /*! Hands over what was written; nothing is left. */
+    QByteArray take() { return std::exchange(m_rtf, QByteArray()); }
 
 private:
     void mark(char character)
@@ -40,8 +48,8 @@ private:
         m_afterWord = false;
     }
     void ascii(const QChar *text, int length);
-    void character(char16_t unit);
-    void unicode(char16_t unit);
+    const QChar *coded(const QChar *at, const QChar *end);
+    char *appendCoded(char16_t unit, char *to);
 
     QByteArray m_rtf;
     bool m_afterWord = false;

@@ -68,8 +68,10 @@ bool RtfReader::handle(const RtfToken &token)
         handleSymbol(token.text.front());
         return true;
     case RtfToken::Hex:
-        if (!skipFallback())
+        if (!skipFallback()) {
             addByte(static_cast<unsigned char>(token.parameter));
+            putCodedRun();
+        }
         break;
     case RtfToken::Text:
         addText(token);
@@ -237,27 +239,31 @@ void RtfReader::endParagraph()
     insertParagraph();
 }
 
-RtfParagraphEnd RtfReader::paragraphEnd()
+int RtfReader::tableLevel() const
 {
     static constexpr int deepestTable = 8;
+    const auto levelOf = [](const RtfParaProps &props) {
+        return qBound(0, props.tableLevel > 0 ? props.tableLevel : props.inTable, deepestTable);
+    };
+    const int level = levelOf(m_group.para);
+    // A box does not end the table that it is anchored in.
+    return m_boxes.empty() ? level : qMax(level, levelOf(m_boxes.back().para));
+}
+
+RtfParagraphEnd RtfReader::paragraphEnd()
+{
     RtfParaProps para = m_group.para;
     if (m_pageBreak || (m_sectionBreak && !m_continuousSection))
         para.pageBreakBefore = 1;
     m_pageBreak = m_sectionBreak = false;
     m_inHeader = false;
-    if (para.list != 0
-        && m_lists.format(para.list, para.listLevel).style() == QTextListFormat::ListStyleUndefined)
+    if (para.list != 0 && !m_lists.isShown(para.list, para.listLevel, m_tables))
         para.list = 0;
 
     RtfParagraphEnd end;
     end.list = para.list;
     end.listLevel = para.listLevel;
-    const auto tableLevel = [](const RtfParaProps &props) {
-        return qBound(0, props.tableLevel > 0 ? props.tableLevel : props.inTable, deepestTable);
-    };
-    end.tableLevel = tableLevel(para);
-    if (!m_boxes.empty()) // a box does not end the table that it is anchored in
-        end.tableLevel = qMax(end.tableLevel, tableLevel(m_boxes.back().para));
+    end.tableLevel = tableLevel();
     // Where a paragraph stands makes no other format of it.
     para.inTable = para.tableLevel = para.listLevel = 0;
     para.list = para.list != 0 ? 1 : 0;

@@ -126,6 +126,8 @@ public:
     void finishFieldInstruction();
     void finishExactProperties();
 
+    void beginFrame(int exact);
+    void endFrame();
     void beginShape();
     void beginTextBox();
     void finishTextBox();
@@ -178,7 +180,7 @@ private:
     void put(QStringView text);
     void putUnit(char16_t unit);
     void putLoneSurrogate();
-    void putUnicodeRun();
+    void putCodedRun();
     bool skipFallback();
     void takeRawTrailByte();
     int codePage();
@@ -191,6 +193,8 @@ private:
     QString takeCollected() { return std::exchange(m_collected, QString()); }
     RtfOpenNote *openNote() { return m_openNotes.empty() ? nullptr : m_openNotes.back().get(); }
     RtfParagraphEnd paragraphEnd();
+    int tableLevel() const;
+    bool isOwnMark() const;
 
     RtfTokenizer m_tokens;
     QTextDocument *m_document;
@@ -212,7 +216,7 @@ private:
     int m_bytesCodePage = 0;
     bool m_leadByte = false; // m_bytes ends within a character
     char16_t m_highSurrogate = 0; // waits for its second half
-    qint64 m_fallback = 0; // characters still to be skipped behind a \u
+    int m_fallback = 0; // characters still to be skipped behind a \u
 
     RtfCharProps m_plain; // what \plain goes back to
     int m_codePage = RtfCodePages::Western;

@@ -1,4 +1,4 @@
-// The part of the reader that reads text boxes and bookmarks.
+// The part of the reader that reads text boxes, frames and bookmarks.
 #include <core/rtf/RtfReader.h>
 
 // The text of a box becomes paragraphs before the one that it is anchored in.
@@ -46,6 +46,34 @@ void RtfReader::addShapeText()
     m_builder->append(QStringView(text), charFormat());
     insertParagraph();
     m_builder->giveParagraph(std::move(paragraph));
+}
+
+// The marks of frames stand in the text, behind the formatting of the frame's first paragraph and
+// behind its last one, so the paragraph's table is the frame's.
+bool RtfReader::isOwnMark() const
+{
+    return isVisible() && m_uncounted == 0 && m_outer.size() > 1;
+}
+
+void RtfReader::beginFrame(int exact)
+{
+    if (isOwnMark()) {
+        if (m_builder->hasText())
+            endParagraph();
+        m_inHeader = false;
+        m_builder->beginFrame(tableLevel(), exact);
+    }
+    skipDestination();
+}
+
+void RtfReader::endFrame()
+{
+    if (isOwnMark()) {
+        if (m_builder->hasText())
+            endParagraph();
+        m_builder->endFrame(tableLevel());
+    }
+    skipDestination();
 }
 
 void RtfReader::addBookmark()

@@ -51,7 +51,7 @@ void RtfReader::addText(const RtfToken &token)
     }
     const auto skipped = std::min<std::size_t>(bytes.size(), m_fallback);
     bytes.remove_prefix(skipped);
-    m_fallback -= static_cast<qint64>(skipped);
+    m_fallback -= static_cast<int>(skipped);
 
     if (m_leadByte && !bytes.empty()) {
         addByte(static_cast<unsigned char>(bytes.front()));
@@ -234,20 +234,27 @@ void RtfReader::appendUnicode(int value)
                                               : char16_t(QChar::ReplacementCharacter));
     }
     m_fallback = m_group.unicodeSkip;
-    if (m_fallback == 1 && isVisible() && !RtfCodePages::isSigns(codePage()) && m_highSurrogate == 0 && m_bookmarks.isEmpty())
-        putUnicodeRun();
+    putCodedRun();
 }
 
-// Most \u stand among others, in text that is not Latin: these take no way through the tokens.
-void RtfReader::putUnicodeRun()
+// Most \u and \'xx stand among others: these take no way through the tokens.
+void RtfReader::putCodedRun()
 {
-    char16_t units[256];
-    bool fallback = true;
+    if (m_inHeader || !isVisible() || m_highSurrogate != 0 || !m_bookmarks.isEmpty()
+        || !m_bytes.isEmpty() || codePage() == RtfCodePages::Symbol
+        || RtfCodePages::isSigns(codePage()))
+        return;
+    RtfTokenizer::CodedRun run;
+    run.characters = m_codePages.singleBytes(codePage());
+    run.fallbackLength = m_group.unicodeSkip;
+    run.fallback = m_fallback;
+    constexpr int size = 256;
+    char16_t units[size];
     int count = 0;
     do {
-        count = m_tokens.readUnicodeRun(units, 256, &fallback);
+        count = m_tokens.readCodedRun(&run, units, size);
         if (count > 0)
             m_builder->append(QStringView(units, count), charFormat());
-    } while (count == 256 && fallback);
-    m_fallback = fallback ? 1 : 0;
+    } while (count == size);
+    m_fallback = run.fallback;
 }

@@ -22,7 +22,7 @@ std::size_t countCells(const RtfTable &table)
 bool isEmpty(const RtfCell &cell)
 {
     return std::all_of(cell.begin(), cell.end(), [](const RtfCellContent &content) {
-        return !content.table && content.paragraph.text.isEmpty();
+        return content.kind != RtfCellContent::Table && content.paragraph.text.isEmpty();
     });
 }
 

@@ -40,11 +40,15 @@ struct RtfParagraph
 
 struct RtfTable;
 
-/*! A paragraph of a cell, or a table in it. */
+/*! A paragraph of a cell, a table in it, or an edge of a frame. */
 struct RtfCellContent
 {
+    enum Kind { Paragraph, Table, FrameStart, FrameEnd };
+
+    Kind kind = Paragraph;
     RtfParagraph paragraph;
     std::unique_ptr<RtfTable> table;
+    int frame = 0; /*!< number of its set of exact properties */
 };
 using RtfCell = std::vector<RtfCellContent>;
 
@@ -56,12 +60,14 @@ struct RtfCellFormat
     bool joinsAbove = false; /*!< \clvmrg */
     bool border = false;
     int background = 0; /*!< index of the colour table */
+    int extra = 0; /*!< \mvrc: number of a set of exact properties */
 };
 
 struct RtfRowFormat
 {
     int left = 0; /*!< \trleft, in twips */
     bool header = false;
+    int extra = 0; /*!< \mvrt: number of the table's set of exact properties */
     QVector<RtfCellFormat> cells;
 };
 

@@ -37,7 +37,8 @@ public:
     QVector<QColor> colors; /*!< by the number behind \cf; invalid: automatic */
     QStringList links; /*!< by number; 0: none */
     QVector<QList<QTextOption::Tab>> tabs; /*!< by number; 0: none */
-    QVector<RtfExactProperties> exact; /*!< by the number behind \mvrx and \mvrp */
+    QVector<RtfExactProperties> exact; /*!< by the number behind \mvrx, \mvrp and their kin */
+    int headings = 0; /*!< levels of headings that are used, a bit each */
 
     /*! Number 0 is the automatic colour whatever the table says, as nothing else can say it. */
     QColor color(int number) const { return number > 0 ? colors.value(number) : QColor(); }

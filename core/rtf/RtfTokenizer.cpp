@@ -1,5 +1,7 @@
 #include <core/rtf/RtfTokenizer.h>
 
+#include <QtEndian>
+
 #include <array>
 #include <cstring>
 #include <limits>
@@ -70,6 +72,118 @@ int hexValue(char byte)
         return byte - '0';
     const char lower = static_cast<char>(byte | 0x20);
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+// Text that is better read at once.
+bool isLongAscii(const char *at, const char *end)
+{
+    return end - at >= 8 && classOf(at[1]) == Ascii && isAscii8(at);
+}
+
+// The helpers of coded runs give the place behind what they read, \a at itself when it is none.
+
+// One character that stands for a \u, as itself or as \'xx.
+const char *behindFallback(const char *at, const char *end)
+{
+    if (classOf(*at) == Ascii)
+        return at + 1;
+    const bool isHex = end - at >= 4 && at[0] == '\\' && at[1] == '\'' && hexValue(at[2]) >= 0
+        && hexValue(at[3]) >= 0;
+    return isHex ? at + 4 : at;
+}
+
+// The value of four digits, given as the numbers 0 to 9 with the first in the lowest byte.
+int valueOfFour(quint32 digits)
+{
+    const quint32 pairs = (digits * 10 + (digits >> 8)) & 0x00ff00ff;
+    return static_cast<int>((pairs * 100 + (pairs >> 16)) & 0xffff);
+}
+
+// The value of four digits, all at once; negative when there are other characters among them.
+int fourDigits(const char *at)
+{
+    constexpr quint32 ones = 0x01010101;
+    const quint32 digits = qFromLittleEndian<quint32>(at) ^ (ones * '0');
+    const bool areDigits = ((digits | (digits + ones * (0x7f - 9))) & (ones * 0x80)) == 0;
+    return areDigits ? valueOfFour(digits) : -1;
+}
+
+// What needs no care: neither a control character, a line end, a surrogate nor a noncharacter.
+bool isOrdinary(int unit)
+{
+    constexpr int lineSeparator = 0x2028; // and the paragraph separator
+    return unit >= 0xa0 && unit < 0xfdd0 && (unit < 0xd800 || unit >= 0xe000)
+        && unit / 2 != lineSeparator / 2;
+}
+
+// A \u word for an ordinary character.
+inline const char *readUnicode(const char *at, const char *end, char16_t *unit)
+{
+    constexpr int longestWord = 8; // \u-12345
+    if (end - at <= longestWord || at[0] != '\\' || at[1] != 'u')
+        return at;
+    const bool negative = at[2] == '-';
+    const char *digits = at + (negative ? 3 : 2);
+    int number = fourDigits(digits);
+    if (number >= 0) {
+        digits += 4;
+    } else {
+        for (number = 0; isDigit(*digits); ++digits)
+            number = number * 10 + (*digits - '0');
+    }
+    if (isDigit(*digits))
+        number = number * 10 + (*digits++ - '0');
+    number = negative ? 0x10000 - number : number;
+    if (isDigit(*digits) || !isOrdinary(number))
+        return at;
+    *unit = static_cast<char16_t>(number);
+    return digits + (*digits == ' ' ? 1 : 0);
+}
+
+// Reads a word of \u words of so many digits for ordinary characters, one right behind the other:
+// what is nearly all of a text in most scripts. Each is looked at in one step, with the backslash
+// that follows all but the last.
+template <int digitCount>
+const char *readUnicodeWords(const char *at, const char *end, char16_t **units,
+                             const char16_t *stop)
+{
+    constexpr int length = 2 + digitCount;
+    constexpr quint64 zeros = digitCount == 4 ? 0x0000303030300000 : 0x0030303030300000;
+    constexpr quint64 last = quint64(1) << (8 * length);
+    constexpr quint64 pattern = last * '\\' | zeros | quint64('u' << 8 | '\\');
+    // Added to what is left of a word without the pattern, sets the upper bit of each byte (and of
+    // the first two together) that is no digit or not as in the pattern.
+    constexpr quint64 excess = last * 0x7f | zeros / '0' * 0x76 | 0x7fff;
+    constexpr quint64 upperBits = (last | zeros / '0') * 0x80 | 0x8000;
+    char16_t *to = *units;
+    for (bool more = true; more && to != stop && end - at > 8; at += length) {
+        const quint64 word = qFromLittleEndian<quint64>(at) ^ pattern;
+        const quint64 wrong = (word | (word + excess)) & upperBits;
+        more = wrong == 0;
+        if (!more && (wrong != last * 0x80 || isDigit(at[length])))
+            break;
+        int number = valueOfFour(static_cast<quint32>(word >> 16));
+        if (digitCount == 5)
+            number = number * 10 + static_cast<int>(word >> 48 & 0x0f);
+        if (!isOrdinary(number))
+            break;
+        *to++ = static_cast<char16_t>(number);
+    }
+    *units = to;
+    return *at == ' ' ? at + 1 : at;
+}
+
+inline const char *readByte(const char *at, const char *end, const QChar *characters,
+                            char16_t *unit)
+{
+    if (!characters || end - at < 4 || at[0] != '\\' || at[1] != '\'')
+        return at;
+    const int high = hexValue(at[2]);
+    const int low = hexValue(at[3]);
+    if (high < 2 || low < 0)
+        return at;
+    *unit = characters[high * 16 + low].unicode();
+    return at + 4;
 }
 
 } // namespace
@@ -173,59 +287,44 @@ RtfToken RtfTokenizer::readText()
     return {RtfToken::Text, false, false, 0, std::string_view(text, m_at - text)};
 }
 
-int RtfTokenizer::readUnicodeRun(char16_t *units, int size, bool *fallback)
+int RtfTokenizer::readCodedRun(CodedRun *run, char16_t *units, int size)
 {
-    int count = 0;
-    *fallback = true;
-    while (count < size && skipFallback()) {
-        *fallback = false;
-        while (count < size && m_at != m_end && classOf(*m_at) == Ascii)
-            units[count++] = static_cast<unsigned char>(*m_at++);
-        if (count == size || !readUnicode(&units[count]))
+    const char *at = m_at; // a local, which the compiler need not store after each character
+    int fallback = run->fallback;
+    char16_t *to = units;
+    const char16_t *const stop = units + size;
+    while (to != stop && at != m_end) {
+        const ByteClass kind = classOf(*at);
+        const char *next = at + 1;
+        if (fallback > 0 && kind != LineEnd) {
+            next = behindFallback(at, m_end);
+            fallback -= next != at ? 1 : 0;
+        } else if (kind == Special) {
+            if (run->fallbackLength == 0) {
+                at = readUnicodeWords<4>(at, m_end, &to, stop);
+                if (to == stop || classOf(*at) != Special)
+                    continue;
+                at = readUnicodeWords<5>(at, m_end, &to, stop);
+                if (to == stop || classOf(*at) != Special)
+                    continue;
+            }
+            next = readUnicode(at, m_end, to);
+            fallback = next != at ? run->fallbackLength : 0;
+            if (next == at)
+                next = readByte(at, m_end, run->characters, to);
+            to += next != at ? 1 : 0;
+        } else if (kind == Ascii && !isLongAscii(at, m_end)) {
+            *to++ = static_cast<unsigned char>(*at);
+        } else if (kind != LineEnd) {
             break;
-        ++count;
-        *fallback = true;
+        }
+        if (next == at)
+            break;
+        at = next;
     }
-    return count;
-}
-
-// One character, as itself or as \'xx.
-bool RtfTokenizer::skipFallback()
-{
-    if (m_at != m_end && classOf(*m_at) == Ascii) {
-        ++m_at;
-        return true;
-    }
-    const bool isHex = m_end - m_at >= 4 && m_at[0] == '\\' && m_at[1] == '\''
-        && hexValue(m_at[2]) >= 0 && hexValue(m_at[3]) >= 0;
-    m_at += isHex ? 4 : 0;
-    return isHex;
-}
-
-// A \u word for an ordinary character; what is none stays where it is.
-bool RtfTokenizer::readUnicode(char16_t *unit)
-{
-    constexpr int mostDigits = 5;
-    if (m_end - m_at < 3 + mostDigits || m_at[0] != '\\' || m_at[1] != 'u')
-        return false;
-    const bool negative = m_at[2] == '-';
-    const char *at = m_at + (negative ? 3 : 2);
-    const char *digits = at;
-    int number = 0;
-    for (; at != m_end && isDigit(*at) && at - digits < mostDigits; ++at)
-        number = number * 10 + (*at - '0');
-    if (at == digits || at == m_end || isDigit(*at))
-        return false;
-    number = negative ? 0x10000 - number : number;
-    constexpr int firstSpecial
-        = 0x2028; // line separator; behind it are surrogates and noncharacters
-    const bool isOrdinary = number >= 0xa0 && number < 0xfdd0 && number / 2 != firstSpecial / 2
-        && !(number >= 0xd800 && number < 0xe000);
-    if (!isOrdinary)
-        return false;
-    *unit = static_cast<char16_t>(number);
-    m_at = *at == ' ' ? at + 1 : at;
-    return true;
+    m_at = at;
+    run->fallback = fallback;
+    return static_cast<int>(to - units);
 }
 
 void RtfTokenizer::skipGroup()

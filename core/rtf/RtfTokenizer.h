@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QChar>
 
 #include <string_view>
 
@@ -47,16 +48,23 @@ public:
     /*! Passes over the byte of peek(). */
     void skipByte() { m_at += m_at != m_end ? 1 : 0; }
 
-    /*!
-        Reads on behind a \u word, in text of which most characters are such words.
+    /*! Text of which many characters are words or bytes, and what it needs to be read. */
+    struct CodedRun
+    {
+        const QChar *characters = nullptr; /*!< of the bytes 0x20–0xff; null: stop at a byte */
+        int fallbackLength = 0; /*!< \uc: characters behind each \u that stand for it */
+        int fallback = 0; /*!< how many of these are still to be passed over */
+    };
 
-        Takes what stands between them, too, as long as every \u has one fallback character and
-        stands for an ordinary character; anything else ends the run.
-        \param units     receives the characters
-        \param fallback  true when the fallback of the last \u is still to be skipped
+    /*!
+        Reads on behind a \u word or a \'xx, as long as such and ASCII follow.
+
+        Most of them stand among others, in text that is not English. Anything else ends the run,
+        also a \u for other than an ordinary character, and a longer stretch of ASCII.
+        \param units  receives the characters
         \return number of characters
     */
-    int readUnicodeRun(char16_t *units, int size, bool *fallback);
+    int readCodedRun(CodedRun *run, char16_t *units, int size);
 
     /*!
         Passes over the rest of the group that the tokenizer stands in, its closing brace
@@ -70,8 +78,6 @@ private:
     RtfToken readWord();
     RtfToken readBinary(int length);
     RtfToken readText();
-    bool skipFallback();
-    bool readUnicode(char16_t *unit);
 
     const char *m_at;
     const char *m_end;

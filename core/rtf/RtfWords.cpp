@@ -187,6 +187,7 @@ constexpr RtfWord words[] = {
     paraNumber("ilvl", &P::listLevel, Writes),
     paraNumber("ls", &P::list, Writes, setList),
     header("listid", setListId),
+    header("mvrl", setListExact),
     header("levelnfc", setNumberFormat),
     header("levelnfcn", setNumberFormat),
     formatting("pnlvlblt", setOldList, QTextListFormat::ListDisc),
@@ -205,6 +206,8 @@ constexpr RtfWord words[] = {
     formatting("trleft", setRowLeft),
     formatting("trhdr", setRowHeader),
     formatting("cellx", addCellFormat),
+    formatting("mvrc", setCellExact),
+    formatting("mvrt", setTableExact),
     formatting("clcbpat", setCellBackground),
     cellFlag("clmrg", &RtfCellFormat::joinsLeft),
     cellFlag("clvmrg", &RtfCellFormat::joinsAbove),
@@ -309,6 +312,8 @@ constexpr RtfWord words[] = {
     destination("ud", openUnicodeAlternative),
     destination("mvrprops", openDestination, &RtfDestinations::exactProperties),
     destination("mvrdefaults", takeDefaults),
+    destination("mvrframe", beginFrame),
+    destination("mvrframeend", endFrame),
 
     // Destinations whose text is not the document's. All that begin with \* are passed over
     // without being named here.

@@ -35,7 +35,10 @@ void appendTabs(const QList<QTextOption::Tab> &stops, QByteArray *words)
 QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults,
                             const MVRTextRtfNotes &notes)
 {
+    m_page = RtfPage::of(document);
     if (withDefaults) {
+        m_saysPage = true;
+        m_info.author = document.property(MVRTextRtf::authorProperty).toString();
         m_info.title = document.metaInformation(QTextDocument::DocumentTitle);
         m_info.author = document.property(MVRTextRtf::authorProperty).toString();
         writeDefaults(document);
@@ -59,7 +62,7 @@ void RtfWriter::writeBody(const QTextDocument &document)
 
 QByteArray RtfWriter::write(const QString &text, const QTextCharFormat &format)
 {
-    const QByteArray words = run(0, format).words;
+    const QByteArray words = makeRun(format).words;
     m_body.words(QByteArrayLiteral("\\pard")); // ends the header, so that leading blanks count
     if (!words.isEmpty())
         m_body.beginGroup();
@@ -86,11 +89,9 @@ QByteArray RtfWriter::write(const QString &text, const QTextCharFormat &format)
 void RtfWriter::writeBlock(const QTextBlock &block, int tableLevel, BlockEnd end)
 {
     writeBlockFormat(block, tableLevel);
-    writeRuns(block);
-    // At the edges of a table's cells this format is the cell's or the table's.
-    const QTextCharFormat format = block.charFormat();
-    const QByteArray mark
-        = format.objectIndex() < 0 ? markWords(block.charFormatIndex(), format) : QByteArray();
+    const int markFormat = block.charFormatIndex();
+    writeRuns(block, markFormat);
+    const QByteArray mark = markWords(markFormat, block);
     if (endsNote(block)) {
         m_body.words(mark);
         return;
@@ -126,6 +127,7 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
         RtfFormats::Place place;
         place.breakBefore = m_breakBefore;
         place.tableLevel = tableLevel;
+        place.textWidth = m_page.textWidth();
         if (const QTextList *list = block.textList()) {
             place.list = listNumber(list);
             place.listLevel = qBound(0, list->format().indent() - 1, RtfLists::levels - 1);
@@ -133,14 +135,22 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
         const RtfParaProps props
             = RtfFormats::fromBlockFormat(block.blockFormat(), place, &m_tables);
         QByteArray words = QByteArrayLiteral("\\pard");
+        if (props.outline >= 0) { // the navigators of other programs go by the style
+            m_tables.headings |= 1 << props.outline;
+            words += "\\s" + QByteArray::number(props.outline + 1);
+        }
         appendRtfWords(RtfParaProps(), props, &words);
         appendTabs(m_tables.tabs.value(props.tabs), &words);
         known = m_paragraphs.insert(key, words);
     }
-    if (known.value() != m_paragraph) {
+    if (known.value() != m_paragraph || m_frameBorder != m_border) {
         m_paragraph = known.value();
+        m_border = m_frameBorder;
         m_body.words(m_paragraph);
+        m_body.words(m_border);
     }
+    if (!m_frameStart.isEmpty())
+        m_body.raw(std::exchange(m_frameStart, {}));
     m_breakBefore = block.blockFormat().pageBreakPolicy() & QTextFormat::PageBreak_AlwaysAfter;
 }
 
@@ -154,7 +164,7 @@ int RtfWriter::listNumber(const QTextList *list)
     return known.value();
 }
 
-void RtfWriter::writeRuns(const QTextBlock &block)
+void RtfWriter::writeRuns(const QTextBlock &block, int markFormat)
 {
     const QString text = block.text();
     int at = block.position();
@@ -166,8 +176,7 @@ void RtfWriter::writeRuns(const QTextBlock &block)
         const int number = fragment.charFormatIndex();
         const int end = at + fragment.length();
         ++it;
-        const QTextCharFormat format = fragment.charFormat();
-        const Run &next = run(number, format);
+        const Run &next = run(number, fragment);
         const bool sameLink = next.link == m_link;
         if (!sameLink)
             closeLink();
@@ -175,11 +184,10 @@ void RtfWriter::writeRuns(const QTextBlock &block)
         writeBookmarks(next.bookmarks);
         if (!sameLink)
             openLink(next.link);
-        const bool last
-            = it.atEnd() && !isLast && number == block.charFormatIndex() && next.link == 0;
+        const bool last = it.atEnd() && !isLast && number == markFormat && next.link == 0;
         while (at < end) {
             const int to = qMin(end, nextEdge());
-            writeRun(format, next, QStringView(text).mid(at - blockStart, to - at),
+            writeRun(next, QStringView(text).mid(at - blockStart, to - at),
                      last && to == blockEnd && to < nextEdge());
             at = to;
             if (at < end)
@@ -190,15 +198,14 @@ void RtfWriter::writeRuns(const QTextBlock &block)
     writeNotesUntil(blockEnd);
 }
 
-void RtfWriter::writeRun(const QTextCharFormat &format, const Run &run, QStringView text,
-                         bool stayOpen)
+void RtfWriter::writeRun(const Run &run, QStringView text, bool stayOpen)
 {
     if (!run.words.isEmpty()) {
         m_body.beginGroup();
         m_body.words(run.words);
     }
-    if (format.isImageFormat())
-        writePictures(static_cast<int>(text.size()), format);
+    if (run.image)
+        writePictures(static_cast<int>(text.size()), *run.image);
     else
         m_body.text(text);
     m_openRun = stayOpen && !run.words.isEmpty();
@@ -246,27 +253,36 @@ void RtfWriter::closeLink()
     m_link = 0;
 }
 
-const RtfWriter::Run &RtfWriter::run(int formatNumber, const QTextCharFormat &format)
+const RtfWriter::Run &RtfWriter::run(int formatNumber, const QTextFragment &fragment)
 {
     auto known = m_runs.find(formatNumber);
-    if (known == m_runs.end()) {
-        const RtfCharProps props = RtfFormats::fromCharFormat(format, true, &m_tables);
-        Run added;
-        added.link = props.link;
-        added.bookmarks = format.anchorNames();
-        appendRtfWords(RtfCharProps(), props, &added.words);
-        known = m_runs.insert(formatNumber, added);
-    }
+    if (known == m_runs.end())
+        known = m_runs.insert(formatNumber, makeRun(fragment.charFormat()));
     return known.value();
 }
 
-const QByteArray &RtfWriter::markWords(int formatNumber, const QTextCharFormat &format)
+RtfWriter::Run RtfWriter::makeRun(const QTextCharFormat &format)
+{
+    const RtfCharProps props = RtfFormats::fromCharFormat(format, true, &m_tables);
+    Run made;
+    made.link = props.link;
+    made.bookmarks = format.anchorNames();
+    if (format.isImageFormat())
+        made.image = format.toImageFormat();
+    appendRtfWords(RtfCharProps(), props, &made.words);
+    return made;
+}
+
+const QByteArray &RtfWriter::markWords(int formatNumber, const QTextBlock &block)
 {
     auto known = m_marks.find(formatNumber);
     if (known == m_marks.end()) {
         QByteArray words;
-        appendRtfWords(RtfCharProps(), RtfFormats::fromCharFormat(format, false, &m_tables),
-                       &words);
+        // At the edges of a table's cells this format is the cell's or the table's.
+        const QTextCharFormat format = block.charFormat();
+        if (format.objectIndex() < 0)
+            appendRtfWords(RtfCharProps(), RtfFormats::fromCharFormat(format, false, &m_tables),
+                           &words);
         known = m_marks.insert(formatNumber, words);
     }
     return known.value();
@@ -284,9 +300,8 @@ void RtfWriter::writeDefaults(const QTextDocument &document)
     m_defaults += "{\\*\\mvrdefaults}";
 }
 
-void RtfWriter::writePictures(int count, const QTextCharFormat &format)
+void RtfWriter::writePictures(int count, const QTextImageFormat &image)
 {
-    const QTextImageFormat image = format.toImageFormat();
     const QVariant resource
         = m_document->resource(QTextDocument::ImageResource, QUrl(image.name()));
     const QByteArray rtf = RtfPicture::toRtf(resource, image);

@@ -2,6 +2,7 @@
 
 #include <core/rtf/RtfNotes.h>
 #include <core/rtf/RtfOutput.h>
+#include <core/rtf/RtfPage.h>
 #include <core/rtf/RtfProps.h>
 #include <core/rtf/RtfTables.h>
 
@@ -9,12 +10,14 @@
 #include <QTextFormat>
 #include <QVector>
 
+#include <optional>
 #include <vector>
 
 class QTextBlock;
 class QTextBlockFormat;
 class QTextCharFormat;
 class QTextDocument;
+class QTextFragment;
 class QTextFrame;
 class QTextList;
 class QTextTable;
@@ -43,6 +46,7 @@ private:
         QByteArray words;
         int link = 0;
         QStringList bookmarks;
+        std::optional<QTextImageFormat> image;
     };
 
     /*! How a paragraph ends: with \par, or as the last of a cell. */
@@ -59,14 +63,17 @@ private:
     void writeBody(const QTextDocument &document);
 
     void writeFrame(const QTextFrame &frame, int tableLevel);
+    void writeFramed(const QTextFrame &frame, int tableLevel);
+    void appendExact(const char *word, const QTextFormat &format, QByteArray *words);
+    QByteArray borderWords(const char *edge, const QTextFrameFormat &format);
     void writeTable(const QTextTable &table, int tableLevel);
     void writeCell(const QTextTableCell &cell, int tableLevel);
     QByteArray rowWords(const QTextTable &table, int row, const QVector<int> &edges);
     void writeBlock(const QTextBlock &block, int tableLevel, BlockEnd end);
     bool endsNote(const QTextBlock &block) const;
     void writeBlockFormat(const QTextBlock &block, int tableLevel);
-    void writeRun(const QTextCharFormat &format, const Run &run, QStringView text, bool stayOpen);
-    void writePictures(int count, const QTextCharFormat &format);
+    void writeRun(const Run &run, QStringView text, bool stayOpen);
+    void writePictures(int count, const QTextImageFormat &image);
     void setNotes(const MVRTextRtfNotes &notes);
     int nextEdge() const;
     void writeNotesUntil(int position);
@@ -75,19 +82,22 @@ private:
     void writeFootnote(const MVRTextRtfNote &note, const QByteArray &content);
     QByteArray noteContent(MVRTextRtfNote *note);
     int listNumber(const QTextList *list);
-    QByteArray listTable() const;
+    QByteArray listTable();
     QByteArray fontTable() const;
     QByteArray colorTable() const;
     QByteArray infoGroup() const;
-    void writeRuns(const QTextBlock &block);
+    QByteArray pageWords() const;
+    QByteArray styleSheet() const;
+    void writeRuns(const QTextBlock &block, int markFormat);
     void writeDefaults(const QTextDocument &document);
     void writeBookmarks(const QStringList &names);
     void openLink(int link);
     void closeLink();
-    const Run &run(int formatNumber, const QTextCharFormat &format);
-    const QByteArray &markWords(int formatNumber, const QTextCharFormat &format);
-    QByteArray header() const;
-    QByteArray finished() const;
+    const Run &run(int formatNumber, const QTextFragment &fragment);
+    Run makeRun(const QTextCharFormat &format);
+    const QByteArray &markWords(int formatNumber, const QTextBlock &block);
+    QByteArray header();
+    QByteArray finished();
 
     const QTextDocument *m_document = nullptr;
     RtfOutput m_body;
@@ -101,7 +111,12 @@ private:
     std::vector<NoteEdge> m_edges; // in the order of the text
     std::size_t m_nextEdge = 0;
     bool m_isNote = false; // what is written is the content of a note
+    RtfPage m_page;
+    bool m_saysPage = false;
+    QByteArray m_frameStart; // mark of the frame that the next paragraph begins
+    QByteArray m_frameBorder; // words of the frame around the paragraph
     QByteArray m_paragraph; // words of the paragraph formatting in force
+    QByteArray m_border; // words of the frame that are in force
     QByteArray m_defaults;
     RtfInfo m_info;
     QStringList m_bookmarks; // of the run before

@@ -4,26 +4,52 @@
 
 #include <QTextFormat>
 
-QByteArray RtfWriter::finished() const
+QByteArray RtfWriter::finished()
 {
-    QByteArray rtf = header();
-    rtf.reserve(rtf.size() + m_body.rtf().size() + 8);
-    rtf += '\n';
-    rtf += m_body.rtf();
+    QByteArray rtf = m_body.take();
     rtf += '}';
-    return rtf;
+    return rtf.prepend(header() + '\n'); // in place: a long document does not stand there twice
 }
 
-QByteArray RtfWriter::header() const
+QByteArray RtfWriter::header()
 {
-    QByteArray rtf = QByteArrayLiteral("{\\rtf1\\ansi\\ansicpg1252");
-    rtf += fontTable() + colorTable() + listTable();
+    QByteArray rtf = QByteArrayLiteral("{\\rtf1\\ansi\\ansicpg1252\\uc0");
+    rtf += fontTable() + colorTable() + styleSheet() + listTable();
     if (!m_tables.exactText().isEmpty())
         rtf += "{\\*\\mvrprops " + m_tables.exactText() + '}';
     // Without a generator LibreOffice takes neighbouring blanks for something that they are not.
     if (!m_defaults.isEmpty())
         rtf += "{\\*\\generator MvrText;}";
-    return rtf + infoGroup() + m_defaults;
+    return rtf + infoGroup() + pageWords() + m_defaults;
+}
+
+QByteArray RtfWriter::pageWords() const
+{
+    QByteArray words;
+    if (!m_saysPage)
+        return words;
+    const std::pair<const char *, int> lengths[]
+        = {{"\\paperw", m_page.width}, {"\\paperh", m_page.height}, {"\\margl", m_page.left},
+           {"\\margr", m_page.right},  {"\\margt", m_page.top},     {"\\margb", m_page.bottom}};
+    for (const auto &length : lengths)
+        words += length.first + QByteArray::number(length.second);
+    return words;
+}
+
+// The styles say only the level: looks that a style had would be taken for the paragraph's.
+QByteArray RtfWriter::styleSheet() const
+{
+    if (m_tables.headings == 0)
+        return {};
+    QByteArray rtf = QByteArrayLiteral("{\\stylesheet{Normal;}");
+    for (int level = 0; level < 6; ++level) {
+        if ((m_tables.headings & 1 << level) == 0)
+            continue;
+        const QByteArray number = QByteArray::number(level + 1);
+        rtf += "{\\s" + number + "\\sbasedon0\\snext0\\outlinelevel" + QByteArray::number(level)
+            + " heading " + number + ";}";
+    }
+    return rtf + '}';
 }
 
 QByteArray RtfWriter::infoGroup() const
@@ -84,7 +110,7 @@ QByteArray RtfWriter::colorTable() const
     return rtf + '}';
 }
 
-QByteArray RtfWriter::listTable() const
+QByteArray RtfWriter::listTable()
 {
     if (m_lists.isEmpty())
         return {};
@@ -93,7 +119,9 @@ QByteArray RtfWriter::listTable() const
     for (int i = 0; i < m_lists.size(); ++i) {
         const QByteArray number = QByteArray::number(i + 1);
         const QTextListFormat format = m_lists.at(i);
-        lists += "{\\list\\listtemplateid" + number;
+        lists += "{\\list";
+        appendExact("\\mvrl", format, &lists);
+        lists += "\\listtemplateid" + number;
         // A level is found by its place, so those above it are there too.
         for (int level = 0; level < qBound(1, format.indent(), RtfLists::levels); ++level)
             lists += RtfLists::levelRtf(format, level);

@@ -110,6 +110,7 @@ QByteArray RtfWriter::noteContent(MVRTextRtfNote *note)
     RtfWriter writer;
     std::swap(writer.m_tables, m_tables);
     std::swap(writer.m_lists, m_lists);
+    writer.m_page = m_page;
     writer.m_isNote = true;
     writer.m_paragraph = QByteArrayLiteral("\\pard");
     writer.m_body.words(writer.m_paragraph);
