@@ -230,6 +230,7 @@ private:
     std::vector<Field> m_fields;
     std::vector<Box> m_boxes;
     QStringList m_bookmarks; // that wait for the next character
+    int m_bookmarkCount = 0;
     RtfInfo m_info;
 
     MVRTextRtfNotes *m_notes;
