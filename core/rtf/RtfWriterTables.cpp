@@ -73,10 +73,12 @@ void RtfWriter::writeTable(const QTextTable &table, int tableLevel)
                 m_body.words(nested ? QByteArrayLiteral("\\nestcell")
                                     : QByteArrayLiteral("\\cell"));
         }
-        if (nested)
+        if (nested) {
             m_body.raw("{\\*\\nesttableprops" + words + "\\nestrow}{\\nonesttables\\par}");
-        else
+            m_paragraph.clear(); // some programs have left the nested table here
+        } else {
             m_body.words(QByteArrayLiteral("\\row"));
+        }
         m_body.lineEnd();
     }
 }
