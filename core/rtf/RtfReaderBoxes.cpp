@@ -80,8 +80,11 @@ void RtfReader::addBookmark()
 {
     constexpr int longestName = 1000;
     const QString name = takeCollected().left(longestName);
+    constexpr int mostAtOnePlace = 100;
     // Word's mark of the place that was edited last.
-    if (!name.isEmpty() && name != QLatin1String("_GoBack") && !openNote())
+    if (name.isEmpty() || name == QLatin1String("_GoBack") || openNote())
+        return;
+    if (m_bookmarks.size() < mostAtOnePlace && m_bookmarkCount++ < RtfTables::mostLookAlikes * 2)
         m_bookmarks.append(name);
 }
 

@@ -241,7 +241,8 @@ void RtfReader::appendUnicode(int value)
 void RtfReader::putCodedRun()
 {
     if (m_inHeader || !isVisible() || m_highSurrogate != 0 || !m_bookmarks.isEmpty()
-        || !m_bytes.isEmpty() || RtfCodePages::isSigns(codePage()))
+        || !m_bytes.isEmpty() || codePage() == RtfCodePages::Symbol
+        || RtfCodePages::isSigns(codePage()))
         return;
     RtfTokenizer::CodedRun run;
     run.characters = m_codePages.singleBytes(codePage());
