@@ -18,9 +18,7 @@ class TestEndNotes : public QObject
 private Q_SLOTS:
     void numbers_data();
     void numbers();
-    void linksMarksOfBooks();
-    void formatsOnlyTheNotes();
-    void writesAMarkForAPicture();
+    void formatsMarksAndNotes();
     void isOneUndoStep();
 };
 
@@ -83,47 +81,33 @@ void TestEndNotes::numbers()
     QCOMPARE(texts.join(QLatin1Char('|')), notes);
 }
 
-void TestEndNotes::linksMarksOfBooks()
+void TestEndNotes::formatsMarksAndNotes()
 {
     QTextDocument document;
     fill(&document, QStringLiteral("afbf"), QStringLiteral(".f.f"));
-    MVRTextDoc::inlineFootnotesToEndNotes(&document, 1, QTextCharFormat(), MVRFormat::EPub3);
-    QCOMPARE(document.toPlainText(), QStringLiteral("a1b2"));
-    const QTextCharFormat mark = formatAt(&document, 3);
-    QVERIFY(mark.isAnchor());
-    QCOMPARE(mark.anchorHref(), QStringLiteral("footnotes.xhtml#fn2"));
-    QCOMPARE(mark.anchorNames(), QStringList(QStringLiteral("fn2")));
-    QVERIFY(!formatAt(&document, 2).isAnchor());
-}
-
-void TestEndNotes::formatsOnlyTheNotes()
-{
-    QTextDocument document;
-    fill(&document, QStringLiteral("afb"), QStringLiteral(".f."));
-    QTextCharFormat bold;
-    bold.setFontWeight(QFont::Bold);
-    const QList<QTextDocumentFragment> notes
-        = MVRTextDoc::inlineFootnotesToEndNotes(&document, 1, bold, MVRFormat::NoFormat);
-    QTextDocument note;
-    QTextCursor(&note).insertFragment(notes.value(0));
-    QCOMPARE(formatAt(&note, 0).fontWeight(), int(QFont::Bold));
-    const QTextCharFormat mark = formatAt(&document, 1);
-    QVERIFY(!mark.hasProperty(QTextFormat::FontWeight));
-    QCOMPARE(mark.verticalAlignment(), QTextCharFormat::AlignSuperScript);
-    QVERIFY(mark.boolProperty(MVRTextFormat::InlineFootnoteProperty));
-    QVERIFY(!mark.isAnchor());
-}
-
-void TestEndNotes::writesAMarkForAPicture()
-{
-    QTextDocument document;
     QTextImageFormat image;
     image.setName(QStringLiteral("picture"));
     image.setProperty(MVRTextFormat::InlineFootnoteProperty, true);
-    QTextCursor(&document).insertImage(image);
-    QCOMPARE(MVRTextDoc::inlineFootnotesToEndNotes(&document, 3).size(), 1);
-    QCOMPARE(document.toPlainText(), QStringLiteral("3"));
-    QVERIFY(!formatAt(&document, 0).isImageFormat());
+    QTextCursor end(&document);
+    end.movePosition(QTextCursor::End);
+    end.insertImage(image);
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    const QList<QTextDocumentFragment> notes
+        = MVRTextDoc::inlineFootnotesToEndNotes(&document, 1, bold, MVRFormat::EPub3);
+    QTextDocument note;
+    QTextCursor(&note).insertFragment(notes.value(0));
+    QCOMPARE(marks(note), QStringLiteral("f"));
+    QCOMPARE(formatAt(&note, 0).fontWeight(), int(QFont::Bold));
+
+    QCOMPARE(document.toPlainText(), QStringLiteral("a1b2"));
+    QVERIFY(!formatAt(&document, 2).isAnchor());
+    const QTextCharFormat mark = formatAt(&document, 3); // of the note that ends with an image
+    QCOMPARE(mark.anchorHref(), QStringLiteral("footnotes.xhtml#fn2"));
+    QCOMPARE(mark.anchorNames(), QStringList(QStringLiteral("fn2")));
+    QCOMPARE(mark.verticalAlignment(), QTextCharFormat::AlignSuperScript);
+    QVERIFY(mark.isAnchor() && !mark.isImageFormat() && !mark.hasProperty(QTextFormat::FontWeight));
+    QVERIFY(mark.boolProperty(MVRTextFormat::InlineFootnoteProperty));
 }
 
 void TestEndNotes::isOneUndoStep()

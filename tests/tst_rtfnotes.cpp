@@ -18,6 +18,7 @@ class TestRtfNotes : public QObject
 private Q_SLOTS:
     void comesBackAsItWas();
     void keepsInlineNotes();
+    void crossesCellsAndFrames();
     void readsOtherPrograms_data();
     void readsOtherPrograms();
     void keepsTheThreadOfReplies();
@@ -144,6 +145,66 @@ void TestRtfNotes::keepsInlineNotes()
     QCOMPARE(MVRTextDoc::inspectorNotesToPlainText(&read).join(QLatin1Char('|')),
              QStringLiteral("two|four|beside"));
     QCOMPARE(document.toPlainText(), text);
+}
+
+// Ranges from any word to any other one behind it, through the edges of cells and frames.
+void TestRtfNotes::crossesCellsAndFrames()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    cursor.insertText(QStringLiteral("before"));
+    QTextTable *table = cursor.insertTable(1, 2);
+    table->cellAt(0, 0).firstCursorPosition().insertText(QStringLiteral("one\nmore"));
+    QTextCursor inner = table->cellAt(0, 1).firstCursorPosition();
+    inner.insertText(QStringLiteral("two"));
+    inner.insertFrame(QTextFrameFormat());
+    inner.insertText(QStringLiteral("framed"));
+    cursor.setPosition(table->lastPosition() + 1);
+    cursor.insertFrame(QTextFrameFormat());
+    cursor.insertText(QStringLiteral("inner"));
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(QStringLiteral("after"));
+
+    MVRTextRtfNotes notes;
+    const QStringList words {QStringLiteral("before"), QStringLiteral("one"),
+                             QStringLiteral("more"),   QStringLiteral("two"),
+                             QStringLiteral("framed"), QStringLiteral("inner"),
+                             QStringLiteral("after")};
+    for (const QString &first : words) {
+        for (const QString &last : words) {
+            MVRTextRtfNote note;
+            note.start = document.find(first).selectionStart();
+            note.end = document.find(last).selectionEnd();
+            if (note.start > note.end)
+                continue;
+            note.rtf = "{\\rtf1 n}";
+            note.kind = MVRTextRtfNote::Footnote;
+            notes.append(note);
+            note.kind = MVRTextRtfNote::Comment;
+            notes.append(note);
+        }
+    }
+    QTextDocument read;
+    MVRTextRtfNotes actual;
+    QVERIFY(
+        MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&document, true, notes), &read, &actual));
+    QCOMPARE(read.toRawText(), document.toRawText());
+    const auto places = [](const MVRTextRtfNotes &of) {
+        QStringList list;
+        for (const MVRTextRtfNote &note : of)
+            list += QStringLiteral("%1 %2-%3").arg(note.kind).arg(note.start).arg(note.end);
+        list.sort();
+        return list;
+    };
+    QCOMPARE(places(actual), places(notes));
+
+    QTextCursor across = document.find(QStringLiteral("one"));
+    across.setPosition(document.find(QStringLiteral("inner")).position(), QTextCursor::KeepAnchor);
+    MVRTextDoc::setCommentCData(across, "{\\rtf1 wide}", false);
+    QVERIFY(MVRTextDoc::fromRtf(MVRTextDoc::toRtf(&document), &read));
+    QCOMPARE(read.toRawText(), document.toRawText());
+    QVERIFY(!listOf(&document).isEmpty());
+    QCOMPARE(listOf(&read), listOf(&document));
 }
 
 void TestRtfNotes::readsOtherPrograms_data()

@@ -605,7 +605,8 @@ void TestRtfRoundTrip::smallAndPlain()
     cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
     QCOMPARE(
         MVRTextRtf::toRtfCData(&document, false),
-        QByteArray("{\\rtf1\\ansi\\ansicpg1252\\uc0\n\\pard a{\\b b \\'97 \\u268}\\par\n\\par\n}"));
+        QByteArray(
+            "{\\rtf1\\ansi\\ansicpg1252\\uc0\n\\pard\\uc0 a{\\b b \\'97 \\u268}\\par\n\\par\n}"));
 }
 
 QTEST_MAIN(TestRtfRoundTrip)

@@ -32,6 +32,8 @@ private Q_SLOTS:
     void bookmarks();
     void headings();
     void title();
+    void lookAlikes_data();
+    void lookAlikes();
     void sizes_data();
     void sizes();
 };
@@ -517,6 +519,35 @@ void TestRtfStructure::sizes()
     QTextDocument document;
     QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1" + body + row.repeated(count) + '}', &document));
     QVERIFY(document.blockCount() >= count);
+    QVERIFY2(timer.elapsed() < 20000, "grows faster than its input");
+}
+
+void TestRtfStructure::lookAlikes_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("bookmarks") << QByteArray("{\\*\\bkmkstart n#}x");
+    QTest::newRow("bookmarks at one place") << QByteArray("{\\*\\bkmkstart n#}");
+    QTest::newRow("tab stops") << QByteArray("\\pard\\tx# x\\par ");
+    QTest::newRow("widths") << QByteArray("\\trowd\\cellx#\\intbl x\\cell\\row\\pard x\\par ");
+    QTest::newRow("names that are exact")
+        << QByteArray("{\\*\\mvrprops 1fe1l:#,;}\\pard\\plain\\mvrx# x\\par ");
+    QTest::newRow("frames") << QByteArray("x\\par{\\*\\mvrframe0}x\\par{\\*\\mvrframeend}");
+    QTest::newRow("styles") << QByteArray("{\\stylesheet{\\s#\\sbasedon1#\\fs# S;}}\\s# x");
+}
+
+// The toolkit finds formats by a hash that not every property goes into.
+void TestRtfStructure::lookAlikes()
+{
+    QFETCH(const QByteArray, body);
+    constexpr int count = 40000;
+    QByteArray rtf = "{\\rtf1 ";
+    for (int number = 1001; number < 1001 + count; ++number)
+        rtf += QByteArray(body).replace('#', QByteArray::number(number));
+    QElapsedTimer timer;
+    timer.start();
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData(rtf + "x}", &document));
+    QVERIFY(document.characterCount() > (body.contains('x') ? count : 1));
     QVERIFY2(timer.elapsed() < 20000, "grows faster than its input");
 }
 

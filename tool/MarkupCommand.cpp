@@ -109,7 +109,7 @@ int runMarkup(const QStringList &arguments)
     if (!rewriting.load(document, progress))
         return Failure;
     const Format &output = *rewriting.outputFormat();
-    const QString name = displayName(rewriting.output(), QStringLiteral("standard output"));
+    const QString name = rewriting.outputName();
     if (commandLine.isSet("write"))
         writeMarkup(document.text, name);
     else

@@ -2,7 +2,6 @@
 #include "Commands.h"
 #include "Document.h"
 #include "Messages.h"
-#include "Notes.h"
 #include "Progress.h"
 #include "Rewriting.h"
 

@@ -5,6 +5,7 @@
 #include <core/rtf/RtfTable.h>
 
 #include <QHash>
+#include <QSet>
 #include <QTextCursor>
 
 #include <string_view>
@@ -88,6 +89,7 @@ private:
                     const RtfCellFormat &format);
     void insertAsParagraphs(const RtfTable &table);
     void insertContent(const RtfCellContent &content);
+    QTextTableFormat tableFormat(const RtfTable &table, const RtfTableGrid &grid);
     void enterFrame(int exact);
     void leaveFrame();
 
@@ -104,6 +106,7 @@ private:
     std::vector<QTextFrame *> m_frames; // that are open; null for what is too much
     std::size_t m_framesOutside = 0; // how many of them are open around the cell
     int m_frameCount = 0;
+    QSet<QVector<int>> m_tableWidths; // of the tables so far
 
     QHash<QPair<int, int>, QTextList *> m_lists; // by \ls and level
     int m_lastList = 0;

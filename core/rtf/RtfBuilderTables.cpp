@@ -18,9 +18,11 @@ template <typename Format> Format bareFormat()
     return format;
 }
 
-QTextTableFormat tableFormat(const RtfTable &table, const RtfTableGrid &grid,
-                             const RtfExactProperties &exact)
+} // namespace
+
+QTextTableFormat RtfBuilder::tableFormat(const RtfTable &table, const RtfTableGrid &grid)
 {
+    const RtfExactProperties exact = m_formatTables.exact.value(table.rows.front().format.extra);
     if (!exact.isEmpty()) {
         auto format = bareFormat<QTextTableFormat>();
         RtfExact::apply(exact, &format);
@@ -43,15 +45,16 @@ QTextTableFormat tableFormat(const RtfTable &table, const RtfTableGrid &grid,
     }
     if (headers > 0)
         format.setHeaderRowCount(headers);
+    const bool isKnown = m_tableWidths.contains(grid.widths());
+    if (grid.widths().isEmpty() || (!isKnown && m_tableWidths.size() >= RtfTables::mostLookAlikes))
+        return format;
+    m_tableWidths.insert(grid.widths());
     QVector<QTextLength> widths;
     for (const int width : grid.widths())
         widths.append(QTextLength(QTextLength::FixedLength, width / 20.0));
-    if (!widths.isEmpty())
-        format.setColumnWidthConstraints(widths);
+    format.setColumnWidthConstraints(widths);
     return format;
 }
-
-} // namespace
 
 void RtfBuilder::insertTable(const RtfTable &table)
 {
@@ -63,9 +66,7 @@ void RtfBuilder::insertTable(const RtfTable &table)
         return;
     }
     m_started = true;
-    QTextTable *made = m_cursor.insertTable(
-        grid.rows(), grid.columns(),
-        tableFormat(table, grid, m_formatTables.exact.value(table.rows.front().format.extra)));
+    QTextTable *made = m_cursor.insertTable(grid.rows(), grid.columns(), tableFormat(table, grid));
     // Each joining of cells makes the toolkit go through the whole table.
     constexpr std::size_t mostWork = 20000000;
     std::size_t work = 0;

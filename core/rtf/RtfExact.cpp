@@ -454,12 +454,16 @@ QVector<RtfExactProperties> fromText(const QByteArray &text)
     QList<QByteArray> parts = text.split(';');
     parts.removeLast(); // every set is followed by its semicolon
     sets.reserve(parts.size());
+    int lookAlikes = 0;
     for (const QByteArray &part : qAsConst(parts)) {
         RtfExactProperties properties;
         const QList<QByteArray> entries = part.split(' ');
         for (const QByteArray &entry : entries) {
             const RtfExactProperty property = propertyFromText(entry);
-            if (property.id != 0)
+            const int type = property.value.userType();
+            const bool isList = type == QMetaType::QVariantList || type == QMetaType::QStringList;
+            const bool isTooMuch = isList && ++lookAlikes > RtfTables::mostLookAlikes * 2;
+            if (property.id != 0 && !isTooMuch)
                 properties.append(property);
         }
         sets.append(properties);

@@ -48,6 +48,8 @@ QByteArray hexByte(int byte)
 
 QByteArray bulletText(QTextListFormat::Style style)
 {
+    if (style == QTextListFormat::ListStyleUndefined)
+        return hexByte(0);
     const char16_t sign = style == QTextListFormat::ListSquare ? 0x25aa
         : style == QTextListFormat::ListCircle                 ? 0x25e6
                                                                : 0x2022;

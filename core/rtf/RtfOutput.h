@@ -5,6 +5,9 @@
 
 #include <utility>
 
+/*! Resets a paragraph. \uc is none of its formatting, but some programs forget it here too. */
+constexpr char rtfPlainParagraph[] = "\\pard\\uc0";
+
 /*!
     RTF under construction: words, groups and escaped text.
 

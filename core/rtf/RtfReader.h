@@ -239,6 +239,7 @@ private:
     std::vector<Box> m_boxes;
     QString m_shapeProperty; // whose value comes next
     QStringList m_bookmarks; // that wait for the next character
+    int m_bookmarkCount = 0;
     RtfInfo m_info;
 
     MVRTextRtfNotes *m_notes;

@@ -36,18 +36,6 @@ void RtfReader::finishTextBox()
     m_boxes.pop_back();
 }
 
-// Letters that are drawn as a shape are a property of it.
-void RtfReader::addShapeText()
-{
-    const QString text = takeCollected();
-    if (m_shapeProperty != QLatin1String("gtextUNICODE") || text.isEmpty() || m_boxes.size() > 0)
-        return;
-    RtfParagraph paragraph = m_builder->takeParagraph();
-    m_builder->append(QStringView(text), charFormat());
-    insertParagraph();
-    m_builder->giveParagraph(std::move(paragraph));
-}
-
 // The marks of frames stand in the text, behind the formatting of the frame's first paragraph and
 // behind its last one, so the paragraph's table is the frame's.
 bool RtfReader::isOwnMark() const
@@ -76,12 +64,27 @@ void RtfReader::endFrame()
     skipDestination();
 }
 
+// Letters that are drawn as a shape are a property of it.
+void RtfReader::addShapeText()
+{
+    const QString text = takeCollected();
+    if (m_shapeProperty != QLatin1String("gtextUNICODE") || text.isEmpty() || m_boxes.size() > 0)
+        return;
+    RtfParagraph paragraph = m_builder->takeParagraph();
+    m_builder->append(QStringView(text), charFormat());
+    insertParagraph();
+    m_builder->giveParagraph(std::move(paragraph));
+}
+
 void RtfReader::addBookmark()
 {
     constexpr int longestName = 1000;
     const QString name = takeCollected().left(longestName);
+    constexpr int mostAtOnePlace = 100;
     // Word's mark of the place that was edited last.
-    if (!name.isEmpty() && name != QLatin1String("_GoBack") && !openNote())
+    if (name.isEmpty() || name == QLatin1String("_GoBack") || openNote())
+        return;
+    if (m_bookmarks.size() < mostAtOnePlace && m_bookmarkCount++ < RtfTables::mostLookAlikes * 2)
         m_bookmarks.append(name);
 }
 

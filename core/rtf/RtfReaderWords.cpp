@@ -33,13 +33,15 @@ void RtfReader::resetPara()
 void RtfReader::addTab(int twips)
 {
     constexpr int mostTabs = 64;
-    QList<QTextOption::Tab> stops = m_tables.tabs.value(qMax(0, m_group.para.tabs));
-    if (stops.size() < mostTabs)
-        stops.append(
-            QTextOption::Tab(twips / 20.0, m_tabType,
-                             m_tabType == QTextOption::DelimiterTab ? QLatin1Char('.') : QChar()));
-    m_group.para.tabs = m_tables.tabsNumber(stops);
-    m_tabType = QTextOption::LeftTab;
+    const QTextOption::TabType type = std::exchange(m_tabType, QTextOption::LeftTab);
+    const int known = qMax(0, m_group.para.tabs);
+    if (m_tables.tabs.value(known).size() >= mostTabs)
+        return;
+    QList<QTextOption::Tab> stops = m_tables.tabs.value(known);
+    stops.append(QTextOption::Tab(twips / 20.0, type,
+                                  type == QTextOption::DelimiterTab ? QLatin1Char('.') : QChar()));
+    if (const int number = m_tables.tabsNumber(stops, RtfTables::mostLookAlikes))
+        m_group.para.tabs = number;
 }
 
 void RtfReader::applyParagraphStyle(int number)

@@ -62,7 +62,7 @@ int RtfTables::linkNumber(const QString &target)
     return number;
 }
 
-int RtfTables::tabsNumber(const QList<QTextOption::Tab> &stops)
+int RtfTables::tabsNumber(const QList<QTextOption::Tab> &stops, int most)
 {
     if (stops.isEmpty())
         return 0;
@@ -72,6 +72,8 @@ int RtfTables::tabsNumber(const QList<QTextOption::Tab> &stops)
     const auto known = m_tabsNumbers.constFind(key);
     if (known != m_tabsNumbers.constEnd())
         return known.value();
+    if (tabs.size() >= most)
+        return 0;
     const int number = appendNumbered(&tabs, stops);
     m_tabsNumbers.insert(key, number);
     return number;

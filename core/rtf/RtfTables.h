@@ -8,6 +8,8 @@
 #include <QVariant>
 #include <QVector>
 
+#include <limits>
+
 /*! One exact property of a format; an invalid value says that the format does not have it. */
 struct RtfExactProperty
 {
@@ -44,13 +46,21 @@ public:
     QColor color(int number) const { return number > 0 ? colors.value(number) : QColor(); }
 
     /*!
+        How many sets of tabs, tables' widths or names a file may have. The toolkit tells formats
+        apart by all other properties first; those that differ in nothing else take it ever longer.
+    */
+    static constexpr int mostLookAlikes = 2000;
+
+    /*!
         The number of a font, colour, link target …, added when it is new. For a font -1 when its
         name has nothing that the font table could hold.
     */
     int fontNumber(const QString &family);
     int colorNumber(const QColor &color);
     int linkNumber(const QString &target);
-    int tabsNumber(const QList<QTextOption::Tab> &stops);
+    /*! \param most  0 is the number of a new set when there are so many */
+    int tabsNumber(const QList<QTextOption::Tab> &stops,
+                   int most = std::numeric_limits<int>::max());
     int exactNumber(const RtfExactProperties &properties);
 
     /*! The exact properties as the content of their destination, in the order of numbers. */

@@ -63,7 +63,7 @@ void RtfWriter::writeBody(const QTextDocument &document)
 QByteArray RtfWriter::write(const QString &text, const QTextCharFormat &format)
 {
     const QByteArray words = makeRun(format).words;
-    m_body.words(QByteArrayLiteral("\\pard")); // ends the header, so that leading blanks count
+    m_body.words(rtfPlainParagraph); // ends the header, so that leading blanks count
     if (!words.isEmpty())
         m_body.beginGroup();
     m_body.words(words);
@@ -134,7 +134,7 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
         }
         const RtfParaProps props
             = RtfFormats::fromBlockFormat(block.blockFormat(), place, &m_tables);
-        QByteArray words = QByteArrayLiteral("\\pard");
+        QByteArray words = rtfPlainParagraph;
         if (props.outline >= 0) { // the navigators of other programs go by the style
             m_tables.headings |= 1 << props.outline;
             words += "\\s" + QByteArray::number(props.outline + 1);

@@ -8,7 +8,7 @@ QByteArray RtfWriter::finished()
 {
     QByteArray rtf = m_body.take();
     rtf += '}';
-    return rtf.prepend(header() + '\n'); // in place: a long document does not stand there twice
+    return rtf.insert(0, header() + '\n'); // in place: a long document does not stand there twice
 }
 
 QByteArray RtfWriter::header()

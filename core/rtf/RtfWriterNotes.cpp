@@ -112,7 +112,7 @@ QByteArray RtfWriter::noteContent(MVRTextRtfNote *note)
     std::swap(writer.m_lists, m_lists);
     writer.m_page = m_page;
     writer.m_isNote = true;
-    writer.m_paragraph = QByteArrayLiteral("\\pard");
+    writer.m_paragraph = rtfPlainParagraph;
     writer.m_body.words(writer.m_paragraph);
     if (note->kind == MVRTextRtfNote::Footnote)
         writer.m_body.raw(QByteArrayLiteral("{\\super\\chftn} "));

@@ -76,8 +76,7 @@ void RtfWriter::writeTable(const QTextTable &table, int tableLevel)
         }
         if (nested) {
             m_body.raw("{\\*\\nesttableprops" + words + "\\nestrow}{\\nonesttables\\par}");
-            if (row + 1 < table.rows()) // LibreOffice forgets the level with the row
-                m_body.raw("\\itap" + QByteArray::number(tableLevel));
+            m_paragraph.clear(); // some programs have left the nested table here
         } else {
             if (hasInner) // Word forgets the row's words with those of the inner table
                 m_body.words(words);
