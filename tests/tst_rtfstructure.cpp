@@ -30,6 +30,7 @@ private Q_SLOTS:
     void textBoxes_data();
     void textBoxes();
     void bookmarks();
+    void headings();
     void title();
     void lookAlikes_data();
     void lookAlikes();
@@ -448,6 +449,23 @@ void TestRtfStructure::bookmarks()
         QCOMPARE(first.charFormat().anchorNames(),
                  QStringList({QStringLiteral("one"), QStringLiteral("two")}));
     }
+}
+
+void TestRtfStructure::headings()
+{
+    QTextDocument document;
+    QVERIFY(
+        MVRTextRtf::fromRtfCData("{\\rtf1{\\stylesheet{\\s1\\outlinelevel0 A;}{\\s2 Heading 2;}"
+                                 "{\\s3\\sbasedon1 B;}{\\s4\\outlinelevel9\\sbasedon1 C;}"
+                                 "{\\s5 heading x;}{\\s6 no end}}{\\info{\\title T}}"
+                                 "\\s1 a\\par\\pard\\s2 b\\par\\pard\\s3 c\\par\\pard\\s4 d\\par"
+                                 "\\pard\\s5 e\\par\\pard\\outlinelevel0 f}",
+                                 &document));
+    QString levels;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        levels += QString::number(block.blockFormat().headingLevel());
+    QCOMPARE(levels, QStringLiteral("121001"));
+    QCOMPARE(document.metaInformation(QTextDocument::DocumentTitle), QStringLiteral("T"));
 }
 
 void TestRtfStructure::title()

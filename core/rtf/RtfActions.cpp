@@ -84,6 +84,13 @@ void setParaConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, 
         = forGroup(reader, hasParameter && parameter == 0 ? 0 : word.value);
 }
 
+// Level 0 is the first one, also in a style.
+void setOutline(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    constexpr int bodyText = 9;
+    reader.group().para.outline = qBound(0, parameter, bodyText);
+}
+
 void setTabType(RtfReader &reader, const RtfWord &word, bool, int)
 {
     reader.setTabType(QTextOption::TabType(word.value));

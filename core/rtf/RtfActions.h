@@ -19,6 +19,7 @@ void setQuarterPoints(RtfReader &reader, const RtfWord &word, bool hasParameter,
 void setFont(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setParaProp(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setParaConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setOutline(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setTabType(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void addTab(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setStyle(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);

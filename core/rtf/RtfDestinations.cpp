@@ -25,11 +25,12 @@ const RtfDestination colorTable {
     [](RtfReader &reader, const QString &text) { reader.colorTable().addText(text); }, nullptr};
 
 const RtfDestination styleSheet {[](RtfReader &reader, const QString &text) {
+                                     reader.addCollected(text);
                                      // Each definition ends with the semicolon behind its name.
                                      if (text.endsWith(QLatin1Char(';')))
                                          reader.finishStyle();
                                  },
-                                 nullptr};
+                                 [](RtfReader &reader) { reader.dropCollected(); }};
 
 const RtfDestination fieldInstruction {
     [](RtfReader &reader, const QString &text) { reader.addFieldInstruction(text); },

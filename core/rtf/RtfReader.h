@@ -101,6 +101,7 @@ public:
     void addCellFormat(int right);
     void setOldList(QTextListFormat::Style style);
     void addCollected(const QString &text) { m_collected += text; }
+    void dropCollected() { m_collected.clear(); }
     void finishLevelText();
     void openWithin(const RtfDestination *around, const RtfDestination *destination);
     void endSection();

@@ -72,6 +72,10 @@ void RtfReader::beginStyle()
 
 void RtfReader::finishStyle()
 {
+    const QString name = takeCollected().trimmed().toLower();
+    RtfParaProps &para = m_group.para;
+    if (para.outline < 0 && name.startsWith(QLatin1String("heading "))) // not always said
+        para.outline = name.midRef(8).chopped(1).toInt() - 1;
     m_styles.finish(m_group.chars, m_group.para);
     beginStyle();
 }

@@ -176,7 +176,7 @@ constexpr RtfWord words[] = {
     paraConstant("rtlpar", &P::rightToLeft, 1, Writes),
     paraConstant("ltrpar", &P::rightToLeft, 0, Reads),
     paraNumber("cbpat", &P::shading, Writes),
-    paraNumber("outlinelevel", &P::outline, Writes),
+    paraNumber("outlinelevel", &P::outline, Writes, setOutline),
     paraNumber("mvrp", &P::extra, Writes),
     formatting("tqc", setTabType, QTextOption::CenterTab),
     formatting("tqdec", setTabType, QTextOption::DelimiterTab),
