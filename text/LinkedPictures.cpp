@@ -14,10 +14,10 @@
 
 namespace {
 
-constexpr qint64 longestFile = 128 * 1024 * 1024;
-constexpr qint64 mostPixels = 50 * 1000 * 1000;
+constexpr qint64 longestFile = 128 << 20;
+constexpr qint64 mostPixels = 50000000;
 // A JPEG file is decoded line by line and reduced on the way; its time grows all the same.
-constexpr qint64 mostReducedPixels = 200 * 1000 * 1000;
+constexpr qint64 mostReducedPixels = 200000000;
 constexpr int longestPlaceholderSide = 2048;
 constexpr int longestReducedSide = 1024;
 constexpr int leastPlaceholderSide = 16;

@@ -47,8 +47,8 @@ private:
     QString addResource(const QImage &image);
 
     QTextDocument *m_document;
-    qint64 m_pixelsLeft = 256 * 1024 * 1024; // for the pictures of files together, 1 GiB
-    qint64 m_placeholderPixelsLeft = 16 * 1024 * 1024;
+    qint64 m_pixelsLeft = qint64(256) << 20; // for the pictures of files together, 1 GiB
+    qint64 m_placeholderPixelsLeft = qint64(16) << 20;
     QHash<QString, File> m_files; // by the path in the text
     QHash<QString, QString> m_pictures; // names of resources by canonical path; empty: no picture
     QHash<QPair<int, int>, QString> m_placeholders; // names of resources by size
