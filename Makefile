@@ -1,6 +1,6 @@
 # The front door. Everything a fresh machine needs is installed by scripts/install-deps.
 .DEFAULT_GOAL := help
-.PHONY: help deps build demo test nightly asan format format-check tidy bench fuzz install clean
+.PHONY: help deps build demo test nightly asan format format-check tidy bench interop fuzz install clean
 
 BUILD := build/dev
 JOBS ?= $(shell nproc)
@@ -48,6 +48,12 @@ bench: deps ## Measure against the floors (minutes)
 	@cmake --preset release >/dev/null
 	@cmake --build --preset release -j $(JOBS)
 	@scripts/bench build/release
+
+interop: deps ## Exchange RTF with LibreOffice and pandoc, which are installed when missing
+	@scripts/install-outside
+	@cmake --preset dev >/dev/null
+	@cmake --build --preset dev -j $(JOBS) --target mvrtext mvrinterop
+	@scripts/interop $(BUILD)
 
 fuzz: deps ## Fuzz the readers, FUZZ_SECONDS each
 	@cmake --preset fuzz >/dev/null

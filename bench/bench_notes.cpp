@@ -4,7 +4,6 @@
 // paragraph).
 
 #include <core/MVRTextFormat.h>
-#include <core/MVRTextRtf.h>
 #include <core/STextDoc.h>
 #include <text/MVRTextDoc.h>
 
@@ -98,25 +97,74 @@ template <typename Change> void change(benchmark::State &state, NoteKind kind, c
     }
 }
 
-/*! The floor of the moves: the toolkit's own cost of a document per note and of its edits. */
-void insertAndMarkByHand(benchmark::State &state)
+/*! A note to be moved by hand: where its text or the word that carries it stands. */
+struct Place
 {
-    change(state, InspectorNotes, [](QTextDocument *document) {
-        const MVRTextCommentLinkMap notes = MVRTextDoc::commentsMap(document, -1, -1);
-        QTextCharFormat format;
-        format.setProperty(MVRTextFormat::InlineFootnoteProperty, true);
+    int start;
+    int end;
+};
+
+/*! Where every twentieth word stands, found outside the time that is measured. */
+QVector<Place> places(benchmark::State &state, const QTextDocument &document)
+{
+    state.PauseTiming();
+    QVector<Place> places;
+    const QString text = document.toPlainText();
+    for (int start = text.indexOf(QLatin1String("noted")); start >= 0;
+         start = text.indexOf(QLatin1String("noted"), start + 1))
+        places.append({start, text.indexOf(QLatin1Char(' '), start)});
+    state.ResumeTiming();
+    return places;
+}
+
+void select(QTextCursor &cursor, const Place &place)
+{
+    cursor.setPosition(place.start);
+    cursor.setPosition(place.end, QTextCursor::KeepAnchor);
+}
+
+/*! The floor of moving into the text: a document per note, and the same edits. */
+void insertByHand(benchmark::State &state)
+{
+    change(state, InspectorNotes, [&state](QTextDocument *document) {
+        const QVector<Place> notes = places(state, *document);
+        QTextCharFormat inlineNote;
+        inlineNote.setProperty(MVRTextFormat::InlineFootnoteProperty, true);
         QTextCursor cursor(document);
         cursor.beginEditBlock();
-        for (auto it = notes.cend(); it != notes.cbegin();) {
-            --it;
+        for (int i = notes.size() - 1; i >= 0; --i) {
             QTextDocument content;
-            MVRTextRtf::fromRtfCData(it->cdata, &content);
-            cursor.setPosition(it.key().end);
+            QTextCursor(&content).insertText(QStringLiteral("content %1").arg(i));
+            select(cursor, notes[i]);
+            cursor.setCharFormat(QTextCharFormat());
+            cursor.setPosition(notes[i].end);
+            cursor.insertText(QStringLiteral(" "));
             cursor.insertFragment(QTextDocumentFragment(&content));
-            const int end = cursor.position();
-            cursor.setPosition(it.key().end);
-            cursor.setPosition(end, QTextCursor::KeepAnchor);
-            cursor.mergeCharFormat(format);
+            select(cursor, {notes[i].end, cursor.position()});
+            cursor.mergeCharFormat(inlineNote);
+        }
+        cursor.endEditBlock();
+    });
+}
+
+/*! The floor of moving out of the text: a document per note, and the same edits. */
+void removeByHand(benchmark::State &state)
+{
+    change(state, InlineNotes, [&state](QTextDocument *document) {
+        const QVector<Place> notes = places(state, *document);
+        QTextCursor cursor(document);
+        cursor.beginEditBlock();
+        for (int i = notes.size() - 1; i >= 0; --i) {
+            QTextDocument content;
+            select(cursor, notes[i]);
+            QTextCursor(&content).insertFragment(cursor.selection());
+            cursor.removeSelectedText();
+            QTextCharFormat inspectorNote;
+            // Qt finds equal formats by a hash that knows nothing of the bytes of a note.
+            inspectorNote.setAnchorHref(QStringLiteral("Comment:%1").arg(i));
+            inspectorNote.setProperty(MVRTextFormat::CommentCDataProperty, QByteArray::number(i));
+            select(cursor, {notes[i].start - 5, notes[i].start - 1});
+            cursor.mergeCharFormat(inspectorNote);
         }
         cursor.endEditBlock();
     });
@@ -187,8 +235,9 @@ BENCHMARK(trimInlineNotes)->Apply(sizes);
 BENCHMARK(trimInspectorNotes)->Apply(sizes);
 BENCHMARK(clearNotes)->Apply(sizes);
 BENCHMARK(replaceNotes)->Apply(sizes);
-BENCHMARK(insertAndMarkByHand)->Apply(sizes);
+BENCHMARK(insertByHand)->Apply(sizes);
 BENCHMARK(moveIntoText)->Apply(sizes);
+BENCHMARK(removeByHand)->Apply(sizes);
 BENCHMARK(moveToInspector)->Apply(sizes);
 
 } // namespace

@@ -1,8 +1,16 @@
 #pragma once
 
 #include <QTextCursor>
+#include <QTextDocument>
 
-/*! Joins every edit made while it lives into one undo step. */
+#include <optional>
+
+/*!
+    Joins every edit made while it lives into one undo step.
+
+    Single edits are worth one too: outside of a block a cursor itemizes all of its paragraph behind
+    every edit, to know where it stands on the line.
+*/
 class EditBlock
 {
 public:
@@ -21,4 +29,21 @@ public:
 
 private:
     QTextCursor m_cursor;
+};
+
+/*!
+    For operations that leave the undo steps to their caller: joins edits only where none are
+    recorded. There the toolkit would move the whole text together after every single removal.
+*/
+class UnrecordedEditBlock
+{
+public:
+    explicit UnrecordedEditBlock(QTextDocument *document)
+    {
+        if (!document->isUndoRedoEnabled())
+            m_editBlock.emplace(document);
+    }
+
+private:
+    std::optional<EditBlock> m_editBlock;
 };

@@ -13,12 +13,13 @@ public:
     static QString CreateUUID();
 
     /*!
-        Reads a whole file.
+        Reads a whole file, of at most 1 GiB.
 
         \param path   the file's path
         \param error  receives a translated message on failure and an empty one on success; may be
                       null
-        \return the content; a null byte array when the file cannot be read
+        \return the content; a null byte array when the file cannot be read or is no file but a
+                folder, device or pipe
     */
     static QByteArray ReadBinaryFile(const QString &path, QString *error);
 };

@@ -7,6 +7,7 @@
 #include <QString>
 
 class QFont;
+class QMimeData;
 class QTextDocument;
 
 /*!
@@ -21,10 +22,10 @@ class MVRCORE_EXPORT MVRTextRtf
 {
 public:
     /*!
-        Name of the dynamic property of a document that holds its author, as text: the toolkit's
-        own meta information has a title only.
+        Name of the dynamic property (QObject::property()) in which a document has its author, a
+        string: the toolkit's meta information has a place for the title only.
     */
-    static constexpr const char *authorProperty = "mvrAuthor";
+    static constexpr char authorProperty[] = "mvrAuthor";
 
     /*!
         Replaces a document's content by an RTF file (RTF 1.9.1).
@@ -32,9 +33,9 @@ public:
         Words that are not known are passed over by RTF's own rules, and a file that is damaged
         or cut off gives what stands before the damage. The \c \\par at the end of a file ends
         the last paragraph, it does not begin another one; programs that end a file without it
-        mean the same. A title in the file becomes the document's, an author
-        its property authorProperty. Undo recording pauses meanwhile,
-       so the document's undo history is empty afterwards, and its setting is as it was.
+        mean the same. A title and an author in the file become the document's
+        (QTextDocument::DocumentTitle, authorProperty). Undo recording pauses meanwhile, so the
+        document's undo history is empty afterwards, and its setting is as it was.
 
         \param rtf       the file
         \param document  receives the text; null reads nothing
@@ -84,4 +85,23 @@ public:
         \return the file, plain ASCII
     */
     static QByteArray textToRtf(const QString &text, const QFont *font);
+
+    /*!
+        Puts a document on the clipboard, or what else mime data serves: as "text/rtf" and
+        "application/rtf", and as plain text, which lacks its pictures. Other formats that \a data
+        holds stay. Nothing happens when \a data or \a document is null.
+
+        \param withDefaults  as for toRtfCData()
+    */
+    static void setMovarinMarkupRtfMimeData(QMimeData *data, const QTextDocument *document,
+                                            bool withDefaults);
+
+    /*!
+        Replaces a document's content by the RTF in \a data, as fromRtfCData() does.
+
+        \param data  its "text/rtf" counts, else "application/rtf", else "text/richtext", as which
+                     some programs offer RTF; the first that is RTF is read
+        \return false, the document being as it was, when there is none or either is null
+    */
+    static bool fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocument *document);
 };

@@ -92,6 +92,7 @@ QVector<MVRTextRange> wordsIn(const QTextDocument *document, const MVRTextRange 
     return words;
 }
 
+// A cursor finds its place faster than a walker, which begins with the paragraph.
 bool holdsAny(QTextDocument *document, const MVRTextRange &word, const QSet<int> *properties)
 {
     if (!properties || properties->isEmpty())
@@ -134,16 +135,10 @@ MVRTextRange textOf(const QTextBlock &block)
     return MVRTextRange(block.position(), block.position() + block.length() - 1);
 }
 
-} // namespace
-
-void MVRTextUtil::trim(QTextCursor selection, bool emptyLines, int count, int limit, bool *changed)
+/*! Removes what trim() removes from \a range; false when that is nothing. */
+bool trimRange(QTextDocument *document, const MVRTextRange &range, bool emptyLines, int count,
+               int limit)
 {
-    if (changed)
-        *changed = false;
-    if (!selection.hasSelection())
-        return;
-    QTextDocument *document = selection.document();
-    const MVRTextRange range(selection);
     const MVRTextRange kept = trimmedRange(document, range, count, limit);
     QVector<MVRTextRange> removals;
     if (kept.start > range.start)
@@ -153,20 +148,31 @@ void MVRTextUtil::trim(QTextCursor selection, bool emptyLines, int count, int li
     if (kept.end < range.end)
         removals.append(MVRTextRange(kept.end, range.end));
     if (removals.isEmpty())
-        return;
+        return false;
     const EditBlock undoStep(document);
     for (auto it = removals.crbegin(); it != removals.crend(); ++it)
         remove(document, *it);
+    return true;
+}
+
+} // namespace
+
+void MVRTextUtil::trim(QTextCursor selection, bool emptyLines, int count, int limit, bool *changed)
+{
+    const bool isTrimmed = selection.hasSelection()
+        && trimRange(selection.document(), MVRTextRange(selection), emptyLines, count, limit);
     if (changed)
-        *changed = true;
+        *changed = isTrimmed;
 }
 
 void MVRTextUtil::trim(QTextDocument *document, bool emptyLines, int count, int limit,
                        bool *changed)
 {
-    QTextCursor all = document ? QTextCursor(document) : QTextCursor();
-    all.select(QTextCursor::Document);
-    trim(all, emptyLines, count, limit, changed);
+    const bool isTrimmed = document
+        && trimRange(document, MVRTextRange(0, document->characterCount() - 1), emptyLines, count,
+                     limit);
+    if (changed)
+        *changed = isTrimmed;
 }
 
 QTextDocumentFragment MVRTextUtil::trimmed(const QTextDocumentFragment &fragment)

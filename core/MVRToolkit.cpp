@@ -1,19 +1,30 @@
 #include <core/MVRToolkit.h>
 
 #include <core/MVRTextFormat.h>
+#include <core/STextDoc.h>
 
+#include <QAbstractTextDocumentLayout>
 #include <QFont>
+#include <QGuiApplication>
 #include <QHash>
 #include <QLoggingCategory>
+#include <QPalette>
+#include <QPen>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextFrame>
 
+#include <memory>
 #include <optional>
 
 namespace {
 
 Q_LOGGING_CATEGORY(toolkitLog, "mvrtext.toolkit")
+
+// The dynamic properties of a document that stand in for settings of its own.
+constexpr const char *typographyPenName = "mvrTypographyPen";
+constexpr const char *autoCorrectionName = "mvrAutoCorrection";
 
 // LineSpacingProperty shares its number with QTextFormat::HeadingLevel, which is an int.
 std::optional<double> lineSpacing(const QTextBlockFormat &format)
@@ -78,6 +89,17 @@ QString MVRToolkit::rawFontName(const QFont &font)
     return font.family();
 }
 
+void MVRToolkit::clearLinkLook(QTextCharFormat *format)
+{
+    if (!format || !format->fontUnderline()
+        || format->foreground().color() != QGuiApplication::palette().color(QPalette::Link))
+        return;
+    for (const int property :
+         {int(QTextFormat::FontUnderline), int(QTextFormat::TextUnderlineStyle),
+          int(QTextFormat::ForegroundBrush)})
+        format->clearProperty(property);
+}
+
 void MVRToolkit::toStockParagraphs(QTextDocument *document, double textWidth)
 {
     if (!document)
@@ -101,4 +123,46 @@ void MVRToolkit::toStockParagraphs(QTextDocument *document, double textWidth)
         cursor.setBlockFormat(*known);
     }
     cursor.endEditBlock();
+}
+
+QPen MVRToolkit::typographyPen(const QTextDocument &document)
+{
+    return document.property(typographyPenName).value<QPen>();
+}
+
+void MVRToolkit::setTypographyPen(QTextDocument &document, const QPen &pen)
+{
+    document.setProperty(typographyPenName, pen);
+}
+
+bool MVRToolkit::isAutoCorrected(const QTextDocument &document)
+{
+    const QVariant isOn = document.property(autoCorrectionName);
+    return !isOn.isValid() || isOn.toBool();
+}
+
+void MVRToolkit::setAutoCorrected(QTextDocument &document, bool on)
+{
+    document.setProperty(autoCorrectionName, on);
+}
+
+QSizeF MVRToolkit::pageSize(const QAbstractTextDocumentLayout &layout)
+{
+    return layout.document() ? layout.document()->pageSize() : QSizeF();
+}
+
+void MVRToolkit::setPageSize(QAbstractTextDocumentLayout &layout, const QSizeF &size)
+{
+    if (layout.document())
+        layout.document()->setPageSize(size);
+}
+
+int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
+{
+    const std::unique_ptr<QTextDocument> copy(STextDoc::cloneDocumentQtStyle(&document, nullptr));
+    copy->setUndoRedoEnabled(false);
+    const QTextFrameFormat margins = copy->rootFrame()->frameFormat();
+    toStockParagraphs(copy.get(), size.width() - margins.leftMargin() - margins.rightMargin());
+    copy->setPageSize(size.height() > 0 ? size : QSizeF(size.width(), -1));
+    return copy->pageCount();
 }

@@ -5,7 +5,11 @@
 #include <QString>
 
 class QFont;
+class QPen;
+class QSizeF;
+class QTextCharFormat;
 class QTextDocument;
+class QAbstractTextDocumentLayout;
 
 /*!
     Every place where the toolkit at hand differs from what the library needs.
@@ -24,6 +28,12 @@ public:
     static QString rawFontName(const QFont &font);
 
     /*!
+        Takes away the look that Qt's HTML reader gives to links: underlined, in the palette's
+        colour for links. Both go, or neither. Does nothing for null.
+    */
+    static void clearLinkLook(QTextCharFormat *format);
+
+    /*!
         Translates the application's paragraph properties to those that stock Qt lays out.
 
         BlockLeftIndentProperty, BlockRightIndentProperty, the absolute TextIndent that goes with
@@ -36,4 +46,28 @@ public:
                           are measured
     */
     static void toStockParagraphs(QTextDocument *document, double textWidth);
+
+    /*!
+        The pen that marks of typography (invisible characters) are drawn with; a default pen where
+        none was set. It is kept with the document, as is the switch below.
+    */
+    static QPen typographyPen(const QTextDocument &document);
+    static void setTypographyPen(QTextDocument &document, const QPen &pen);
+
+    /*! Whether what is typed into the document is corrected; true where nothing was set. */
+    static bool isAutoCorrected(const QTextDocument &document);
+    static void setAutoCorrected(QTextDocument &document, bool on);
+
+    /*! The page size of a layout, which is that of its document. */
+    static QSizeF pageSize(const QAbstractTextDocumentLayout &layout);
+    static void setPageSize(QAbstractTextDocumentLayout &layout, const QSizeF &size);
+
+    /*!
+        The number of pages that a document would fill.
+
+        The application's paragraph properties count, as translated by toStockParagraphs(). The
+        document and its layout stay as they are: a copy is laid out.
+        \param size  of a page, in the document's units; without a height all is one page
+    */
+    static int pageCount(const QTextDocument &document, const QSizeF &size);
 };

@@ -1,6 +1,7 @@
 #include <core/STextDoc.h>
 
 #include <core/FormatEdits_p.h>
+#include <core/MVRToolkit.h>
 #include <core/NoteFormat_p.h>
 
 #include <QTextDocumentFragment>
@@ -141,6 +142,7 @@ void STextDoc::clearLinkProperties(QTextCharFormat *format)
     format->clearProperty(QTextFormat::AnchorName);
     if (!isNoteAnchor(format->anchorHref()))
         format->clearProperty(QTextFormat::AnchorHref);
+    MVRToolkit::clearLinkLook(format);
 }
 
 void STextDoc::removeInspectorComments(QTextDocument *document)

@@ -2,9 +2,11 @@
 
 #include <core/MvrCoreExport.h>
 
+class QObject;
 class QTextCharFormat;
 class QTextCursor;
 class QTextDocument;
+class QTextDocumentFragment;
 class QVariant;
 
 /*!
@@ -39,8 +41,9 @@ public:
     static void clearCommentPropertiesCursor(QTextCursor *cursor);
 
     /*!
-        Removes what makes \a format an anchor: target, names and the anchor flag. Other formatting
-        stays, and so does the anchor of an inspector note.
+        Removes what makes \a format an anchor: target, names and the anchor flag, and the look that
+        Qt's HTML reader gives to links. Other formatting stays, and so does the anchor of an
+        inspector note.
     */
     static void clearLinkProperties(QTextCharFormat *format);
 
@@ -71,4 +74,43 @@ public:
         of the document or before a table stays.
     */
     static void normalizePageBreaks(QTextDocument *document);
+
+    /*!
+        Inserts all of a document: its text, tables, lists and paragraph formats, and the pictures
+        that it has.
+
+        The first paragraph goes on with the cursor's when that one holds text; an empty one takes
+        the format of the first paragraph. Text behind the cursor goes on with the last paragraph.
+        A picture whose name stands for another one in the cursor's document gets a new name.
+        \param cursor  where to insert; a selection is replaced; stands behind the text afterwards
+        \param source  stays as it is; an empty document inserts nothing
+    */
+    static void appendDocument(QTextCursor &cursor, QTextDocument *source);
+
+    /*!
+        The same for a fragment. It brings only those pictures that Qt has loaded for the document
+        that it was taken from.
+    */
+    static void appendFragment(QTextCursor &cursor, const QTextDocumentFragment &fragment);
+
+    /*!
+        Counts the words of a document; notes beside the text do not count.
+
+        A word is what stands between blanks, dashes and ellipses and holds a letter or digit, so
+        that hyphens, apostrophes and changes of format do not divide it. Each ideograph and kana is
+        a word. Scripts that put no blanks between words are divided by QTextBoundaryFinder.
+    */
+    static int wordCountTextDocument(const QTextDocument &document);
+
+    /*!
+        Copies a document: content, default font and text option, page size, margins, meta
+        information, dynamic properties, whether it records undo steps (but none of these), and
+        the pictures of its text.
+
+        The copy fetches nothing by itself: a picture that \a document has not and does not load
+        either is blank in it.
+        \param parent  owns the copy; null: the caller does
+        \return null for a null document
+    */
+    static QTextDocument *cloneDocumentQtStyle(const QTextDocument *document, QObject *parent);
 };

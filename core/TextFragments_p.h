@@ -137,8 +137,8 @@ inline bool followsParagraph(const QTextBlock &block)
 
 /*!
     True when the matching fragment \a second continues the run that the matching fragment \a first
-    belongs to; no other fragment lies between the two. Runs cross paragraph ends, and empty
-    paragraphs whose own character format matches, but no border of a table cell or frame.
+    belongs to; no other fragment lies between the two. Runs cross paragraph ends. Empty paragraphs
+    and the borders of table cells and frames stop them unless their own character format matches.
 */
 template <typename Matches>
 bool continuesRun(const FragmentWalker &first, const FragmentWalker &second, const Matches &matches)
@@ -147,13 +147,12 @@ bool continuesRun(const FragmentWalker &first, const FragmentWalker &second, con
         return true;
     if (!first.isAtBlockEnd() || !second.isAtBlockStart())
         return false;
-    for (QTextBlock block = first.block().next(); followsParagraph(block); block = block.next()) {
-        if (block == second.block())
-            return true;
+    for (QTextBlock block = first.block().next(); block != second.block(); block = block.next()) {
         if (!matches(block.charFormat()))
             return false;
     }
-    return false;
+    // What stands before a paragraph has the character format of the paragraph.
+    return followsParagraph(second.block()) || matches(second.block().charFormat());
 }
 
 /*! Start of the run that the matching fragment under \a walker belongs to. */

@@ -9,9 +9,10 @@
 /*!
     Test documents drawn as two lines: the text, and below each character a mark for its format.
 
-    '.' plain, 'B' bold, 'a' inline annotation, 'A' the same in bold, 'f' inline footnote, '1'-'4'
-    inspector comments and '5'-'8' inspector footnotes with the digit as content. A line feed stands
-    for a paragraph end, whose mark is the character format of the next paragraph.
+    '.' plain, 'B' bold, 'a' inline annotation, 'A' the same in bold, 'f' inline footnote, 'p'
+    preserved formatting, 'P' a footnote in it, '1'-'4' inspector comments and '5'-'8' inspector
+    footnotes with the digit as content. A line feed stands for a paragraph end, whose mark is the
+    character format of the next paragraph.
 */
 namespace MarkedText {
 
@@ -22,8 +23,10 @@ inline QTextCharFormat formatOf(QChar mark)
         format.setProperty(MVRTextFormat::InlineAnnotationProperty, true);
     if (mark == QLatin1Char('A') || mark == QLatin1Char('B'))
         format.setFontWeight(QFont::Bold);
-    if (mark == QLatin1Char('f'))
+    if (mark == QLatin1Char('f') || mark == QLatin1Char('P'))
         format.setProperty(MVRTextFormat::InlineFootnoteProperty, true);
+    if (mark == QLatin1Char('p') || mark == QLatin1Char('P'))
+        format.setProperty(MVRTextFormat::PreserveFormattingProperty, true);
     if (mark.isDigit()) {
         const bool isFootnote = mark >= QLatin1Char('5');
         format.setProperty(MVRTextFormat::CommentLinkProperty, true);
@@ -59,8 +62,11 @@ inline QChar markOf(const QTextCharFormat &format)
     }
     if (format.boolProperty(MVRTextFormat::InlineAnnotationProperty))
         return QLatin1Char(isBold ? 'A' : 'a');
+    const bool isPreserved = format.boolProperty(MVRTextFormat::PreserveFormattingProperty);
     if (format.boolProperty(MVRTextFormat::InlineFootnoteProperty))
-        return QLatin1Char('f');
+        return QLatin1Char(isPreserved ? 'P' : 'f');
+    if (isPreserved)
+        return QLatin1Char('p');
     return QLatin1Char(isBold ? 'B' : '.');
 }
 

@@ -65,7 +65,8 @@ void TestDocs::linksLeadToFiles()
 void TestDocs::manualNamesEveryOption_data()
 {
     QTest::addColumn<QString>("command");
-    for (const char *command : {"convert", "notes", "info"})
+    for (const char *command :
+         {"convert", "notes", "links", "info", "count", "replace", "append", "markup", "endnotes"})
         QTest::newRow(command) << command;
 }
 
@@ -79,7 +80,7 @@ void TestDocs::manualNamesEveryOption()
     QString manual = source(QStringLiteral("docs/mvrtext.1"));
     manual.replace(QLatin1String("\\-"), QLatin1String("-"));
 
-    static const QRegularExpression option(QStringLiteral("^  (?:-\\w, )?(--[a-z]+)"),
+    static const QRegularExpression option(QStringLiteral("^  (?:-\\w, )?(--[a-z-]+)"),
                                            QRegularExpression::MultilineOption);
     auto options = option.globalMatch(help);
     QVERIFY(options.hasNext());

@@ -98,6 +98,8 @@ void TestRtf::readsText_data()
     row("one blank ends a word", "\\b  a\\b0b", " ab");
     row("escaped braces", " \\{\\\\\\}", "{\\}");
     row("page break splits a paragraph", " a\\page b", "a\nb");
+    row("column break splits a paragraph", " a\\column b", "a\nb");
+    row("break in a section of two columns", "\\cols2 a\\column b\\sectd", "a\nb");
     row("section", " a\\par\\sect b\\sect c", "a\nb\nc");
 
     row("code page of the file", "\\ansicpg1251 \\'cf\\'f0", "Пр");
@@ -117,7 +119,19 @@ void TestRtf::readsText_data()
         "\\ansicpg949\\'c7\\'d1\\ansicpg950\\'a4\\'a4\\ansicpg874\\'a1\\'93", "한中ก“");
     row("font name in its own code page is no text",
         "\\ansicpg932{\\fonttbl{\\f0\\fcharset128 \\'82\\'6c\\'82\\'72;}}x", "x");
+    row("second byte is a raw backslash or brace", "\\ansicpg932 \x95\\\x83}!", "表マ!");
+    row("first byte without a second", "\\ansicpg949 \xb0{}b", "\uFFFDb");
     row("symbol font", "{\\fonttbl{\\f0\\fcharset2 Odd;}}\\f0\\'41", "\uF041");
+    row("signs of known fonts",
+        "{\\fonttbl{\\f1\\fcharset2 Symbol;}{\\f2\\fcharset2 Wingdings;}{\\f3 Symbol;}}"
+        "{\\f1 a\\'b7\\u-3998?c\\u233?d}{\\f2 J\\'fc\\'ff}{\\f3 a}b",
+        "α•βχéδ☺✓\uF0FFab");
+    row("sign of a field",
+        "{\\field{\\*\\fldinst SYMBOL 97 \\\\f \"Symbol\"}{\\fldrslt x}}"
+        "{\\field{\\*\\fldinst SYMBOL 0x20ac \\\\u}{\\fldrslt}}"
+        "{\\field{\\*\\fldinst SYMBOL 233}{\\fldrslt}}{\\field{\\*\\fldinst SYMBOL x}{\\fldrslt "
+        "r}}",
+        "α€ér");
 
     row("fallback of one character", "\\u8364?x\\u8364\\'80x", "€x€x");
     row("fallback counted by \\uc", "\\uc0\\u8364x{\\uc2\\u8364??x}\\u8364x", "€x€x€x");
@@ -164,6 +178,15 @@ void TestRtf::readsText_data()
     row("binary data", "{\\*\\x\\bin5 }}}{\\}{\\pict\\bin3 }}{}a\\bin3 {{{b", "\uFFFCab");
     row("binary data in text", " a\\bin3 {{{b", "ab");
     row("binary data longer than the file", " a\\bin2000000000 b", "a");
+    row("drawing of older files", " a{\\*\\do\\dobxpage{\\dptxbx{\\dptxbxtext box\\par}}\\dpx5}b",
+        "box\nab");
+    row("letters drawn as a shape",
+        " a{\\shp{\\*\\shpinst{\\sp{\\sn x}{\\sv no}}{\\sp{\\sn gtextUNICODE}{\\sv Big}}}}b",
+        "Big\nab");
+    row("words with their reading",
+        "{\\field{\\*\\fldinst EQ \\\\* jc2 \\\\o\\\\ad(\\\\s\\\\up 9(kana),words)}{\\fldrslt}}"
+        "{\\field{\\*\\fldinst EQ \\\\s\\\\up(),}{\\fldrslt r}}",
+        "words（kana）r");
     row("hidden and deleted", " a{\\v h\\par}{\\deleted d}b", "ab");
     row("bad hex", "\\'zz\\'4g", "zz4g");
     row("too many ends", " a}b}c", "a");
@@ -224,6 +247,13 @@ void TestRtf::readsCharFormat_data()
         f.setBackground(QColor(1, 2, 3));
     });
     row("\\cf99\\f99\\mvrx99 a", [](F &) {});
+    row("{\\colortbl\\red9;\\red1;}\\cb0\\highlight0 a", [](F &) {});
+    row("{\\colortbl\\red9\\green0\\blue0;}\\cf0 a",
+        [](F &f) { f.setForeground(QColor(9, 0, 0)); });
+    row("\\expnd4 a", [](F &f) {
+        f.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+        f.setFontLetterSpacing(1);
+    });
     row("{\\*\\mvrprops 2003i:200 zz 2001d:nan 2003x:1 100007b:1 2004b:1;}\\mvrx1 a",
         [](F &f) { f.setFontItalic(true); });
 }
@@ -237,6 +267,7 @@ void TestRtf::readsStyles_data()
     const QByteArray sheet
         = "{\\stylesheet{\\fs24 Normal;}{\\s1\\sbasedon0\\b\\li200 One;}"
           "{\\s2\\sbasedon1\\b0\\fs40 Two;}{\\*\\cs5\\b\\fs30 Five;}"
+          "{\\s4\\sbasedon1\\itap0\\i Whole;}"
           "{\\s8\\sbasedon9\\fs10;}{\\s9\\sbasedon8\\b;}{\\s3\\sbasedon3\\b X;}}";
     const auto row = [&](const char *body, int weight, double size, double margin) {
         QTest::newRow(body) << sheet + body << weight << size << margin;
@@ -249,6 +280,7 @@ void TestRtf::readsStyles_data()
     row("\\pard\\s0{\\cs5 a}", QFont::Bold, 15, 0);
     row("{\\cs5 a}", QFont::Bold, 15, 0);
     row("\\pard\\s9 a", QFont::Bold, 5, 0);
+    row("\\pard\\s4 a", QFont::Normal, 0, 0);
     row("\\pard\\s3 a", QFont::Bold, 0, 0);
     row("\\pard\\s77 a", QFont::Normal, 0, 0);
 }

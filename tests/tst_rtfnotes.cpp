@@ -1,3 +1,5 @@
+#include "MarkedText.h"
+
 #include <core/MVRTextRtf.h>
 #include <text/MVRTextDoc.h>
 
@@ -15,6 +17,7 @@ class TestRtfNotes : public QObject
 
 private Q_SLOTS:
     void comesBackAsItWas();
+    void keepsInlineNotes();
     void crossesCellsAndFrames();
     void readsOtherPrograms_data();
     void readsOtherPrograms();
@@ -119,6 +122,29 @@ void TestRtfNotes::comesBackAsItWas()
     // What is not of the notes is as it was, too.
     QCOMPARE(contentsOf(MVRTextRtf::toRtfCData(&read, true)),
              contentsOf(MVRTextRtf::toRtfCData(&document, true)));
+}
+
+void TestRtfNotes::keepsInlineNotes()
+{
+    QTextDocument document;
+    MarkedText::fill(&document, QStringLiteral("one two\nthree four five"),
+                     QStringLiteral("...aaaa......fffff....."));
+    QTextCursor cursor = document.find(QStringLiteral("five"));
+    MVRTextDoc::setComment(cursor, QStringLiteral("beside"), false);
+    const QString text = document.toPlainText();
+    const QString marks = MarkedText::marks(document);
+
+    QTextDocument read;
+    QVERIFY(MVRTextDoc::fromRtf(MVRTextDoc::toRtf(&document), &read));
+    QCOMPARE(read.toPlainText(), text);
+    QCOMPARE(MarkedText::marks(read), marks);
+    QCOMPARE(document.toPlainText(), text);
+
+    QVERIFY(
+        MVRTextDoc::fromRtf(MVRTextDoc::toRtf(&document, MVRTextDoc::InlineNotesAsNotes), &read));
+    QCOMPARE(MVRTextDoc::inspectorNotesToPlainText(&read).join(QLatin1Char('|')),
+             QStringLiteral("two|four|beside"));
+    QCOMPARE(document.toPlainText(), text);
 }
 
 // Ranges from any word to any other one behind it, through the edges of cells and frames.

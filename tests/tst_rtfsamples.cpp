@@ -1,3 +1,5 @@
+#include "interop/Content.h"
+
 #include <core/MVRTextRtf.h>
 
 #include <QDir>
@@ -7,8 +9,8 @@
 #include <QTextDocument>
 #include <QtTest>
 
-// Files that other programs wrote; origins and licences are in data/README.md. Beside each stands
-// its text as read by eye: a line for each paragraph, a picture as U+FFFC.
+// Files that other programs wrote; origins and licences are in data/README.md, and how the text
+// beside each was extracted: a line for each paragraph, a picture as U+FFFC.
 class TestRtfSamples : public QObject
 {
     Q_OBJECT
@@ -19,6 +21,7 @@ private Q_SLOTS:
     void comesThroughWriting_data() { readsText_data(); }
     void comesThroughWriting();
     void readsFormats();
+    void readsWhatLibreOfficeMeant();
 };
 
 namespace {
@@ -99,6 +102,22 @@ void TestRtfSamples::readsFormats()
     QVERIFY(read("striprtf-mac_textedit_hyperlink.rtf"));
     QCOMPARE(formatAt(&document, "github").anchorHref(),
              QStringLiteral("http://github.com/joshy/striprtf"));
+}
+
+// A document with everything that both programs know, and the RTF that LibreOffice made of it.
+void TestRtfSamples::readsWhatLibreOfficeMeant()
+{
+    const QString name = QStringLiteral(MVR_TEST_DATA "/interop/rich");
+    Content meant;
+    Content read;
+    QVERIFY(readFlatOdt(contentOf(name + QStringLiteral(".fodt")), &meant));
+    QVERIFY(readRtf(contentOf(name + QStringLiteral("-libreoffice.rtf")), &read));
+    QCOMPARE(meant.notes.size(), 3);
+    QCOMPARE(read.paragraphs.size(), meant.paragraphs.size());
+    // Links look like links in the file.
+    QCOMPARE(compare(meant, read),
+             QStringLiteral("| colour |  | #000080 | 25 | link to the web |\n"
+                            "| underline |  | single | 25 | link to the web |\n"));
 }
 
 QTEST_MAIN(TestRtfSamples)

@@ -210,6 +210,8 @@ void TestRtfStructure::tables_data()
     QTest::newRow("two tables") << two + "a\\cell b\\cell\\row\\pard x\\par" + two
             + "c\\cell d\\cell\\row"
                                 << QStringLiteral(",[a|b],x,[c|d],");
+    QTest::newRow("more cells than the row has")
+        << two + "a\\cell b\\cell\\cell\\row" << QStringLiteral(",[a|b],");
     QTest::newRow("cell words outside")
         << QByteArray("a\\row b\\nestrow c") << QStringLiteral("abc");
 }
@@ -458,10 +460,14 @@ void TestRtfStructure::title()
     const QString title = QString::fromUtf8("A {B} \u03a9");
     QCOMPARE(document.metaInformation(QTextDocument::DocumentTitle), title);
     QCOMPARE(document.toPlainText(), QStringLiteral("ext"));
+    QCOMPARE(document.property(MVRTextRtf::authorProperty).toString(), QStringLiteral("X"));
 
     QTextDocument read;
     QVERIFY(MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&document, true), &read));
     QCOMPARE(read.metaInformation(QTextDocument::DocumentTitle), title);
+    QCOMPARE(read.property(MVRTextRtf::authorProperty).toString(), QStringLiteral("X"));
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 other}", &read));
+    QVERIFY(!read.property(MVRTextRtf::authorProperty).isValid());
     QVERIFY(!MVRTextRtf::toRtfCData(&document, false).contains("title")); // content has none
 }
 

@@ -1,9 +1,11 @@
 #include <core/MVRCoreUtil.h>
 #include <core/MVRSettings.h>
 #include <core/MVRTextFormat.h>
+#include <core/MVRToolkit.h>
 #include <core/STextDoc.h>
 #include <text/MVRTextDoc.h>
 
+#include <QPen>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTextBlock>
@@ -20,6 +22,8 @@ private Q_SLOTS:
     void standsWrongTypes();
     void readsFiles();
     void keepsTheDefaultFormat();
+    void setsTheFont();
+    void keepsPenAndCorrection();
     void recognizesItemLinks_data();
     void recognizesItemLinks();
     void readsLineSpacing_data();
@@ -101,6 +105,45 @@ void TestSettings::keepsTheDefaultFormat()
     QVERIFY(!format.hasProperty(QTextFormat::BackgroundBrush));
     QCOMPARE(format.font().pointSize(), 17);
     MVRTextDoc::setDefaultCharFormatColors(nullptr, Qt::red, Qt::red);
+}
+
+void TestSettings::setsTheFont()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    QTextCharFormat format;
+    format.setFontWeight(QFont::Bold);
+    format.setForeground(Qt::red);
+    format.setProperty(MVRTextFormat::InlineFootnoteProperty, true);
+    cursor.insertText(QStringLiteral("text"), format);
+    cursor.insertBlock();
+    document.clearUndoRedoStacks();
+
+    QFont font(QStringLiteral("Courier Prime"), 13);
+    font.setItalic(true);
+    MVRTextDoc::setFont(&document, font);
+    QCOMPARE(MVRTextDoc::defaultCharFormat(document).font(), font);
+    QCOMPARE(document.lastBlock().charFormat().font(), font);
+    cursor.setPosition(4);
+    QCOMPARE(cursor.charFormat().font(), font);
+    QCOMPARE(cursor.charFormat().foreground(), QBrush(Qt::red));
+    QVERIFY(cursor.charFormat().boolProperty(MVRTextFormat::InlineFootnoteProperty));
+    document.undo();
+    QVERIFY(!document.isUndoAvailable());
+    QCOMPARE(cursor.charFormat(), format);
+}
+
+void TestSettings::keepsPenAndCorrection()
+{
+    QTextDocument document;
+    QCOMPARE(MVRTextDoc::typographyPen(document), QPen());
+    const QPen pen(Qt::blue, 2.5, Qt::DashLine);
+    MVRTextDoc::setTypographyPen(&document, pen);
+    QCOMPARE(MVRTextDoc::typographyPen(document), pen);
+
+    QVERIFY(MVRToolkit::isAutoCorrected(document));
+    MVRTextDoc::setAutoCorrection(document, false);
+    QVERIFY(!MVRToolkit::isAutoCorrected(document));
 }
 
 void TestSettings::recognizesItemLinks_data()

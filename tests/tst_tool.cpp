@@ -1,3 +1,5 @@
+#include "ToolRun.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -5,9 +7,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <unistd.h>
@@ -40,51 +40,19 @@ private Q_SLOTS:
     void survivesHostileFiles();
     void fetchesNoPictures();
     void listsNotes();
-    void tellsFigures();
 
 private:
-    QString path(const QString &name) const { return m_folder->filePath(name); }
-    QString write(const QString &name, const QByteArray &content) const;
-    QByteArray read(const QString &name) const;
+    QString path(const QString &name) const { return m_folder->path(name); }
+    QString write(const QString &name, const QByteArray &content) const
+    {
+        return m_folder->write(name, content);
+    }
+    QByteArray read(const QString &name) const { return m_folder->read(name); }
 
-    QScopedPointer<QTemporaryDir> m_folder;
+    QScopedPointer<ToolFolder> m_folder;
 };
 
 namespace {
-
-struct Run
-{
-    int exitCode = -1;
-    QByteArray output;
-    QByteArray errors;
-};
-
-Run mvrtext(const QStringList &arguments, const QByteArray &input = QByteArray(),
-            const QString &folder = QString())
-{
-    QProcess process;
-    process.setWorkingDirectory(folder);
-    process.start(QStringLiteral(MVR_TOOL), arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    Run run;
-    if (process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit)
-        run.exitCode = process.exitCode();
-    run.output = process.readAllStandardOutput();
-    run.errors = process.readAllStandardError();
-    return run;
-}
-
-QString example()
-{
-    return QStringLiteral(MVR_SOURCE_DIR "/examples/screenplay.fdx");
-}
-
-QByteArray script(const QByteArray &content, const QByteArray &rest = QByteArray())
-{
-    return "<FinalDraft DocumentType=\"Script\" Version=\"6\"><Content>" + content + "</Content>"
-        + rest + "</FinalDraft>";
-}
 
 QByteArray repeated(const QByteArray &text, int count)
 {
@@ -95,21 +63,8 @@ QByteArray repeated(const QByteArray &text, int count)
 
 void TestTool::init()
 {
-    m_folder.reset(new QTemporaryDir);
+    m_folder.reset(new ToolFolder);
     QVERIFY(m_folder->isValid());
-}
-
-QString TestTool::write(const QString &name, const QByteArray &content) const
-{
-    QFile file(path(name));
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? path(name)
-                                                                                    : QString();
-}
-
-QByteArray TestTool::read(const QString &name) const
-{
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void TestTool::exitCodes_data()
@@ -132,6 +87,17 @@ void TestTool::exitCodes_data()
     QTest::newRow("stream without a format") << "info -" << 2 << "name its format";
     QTest::newRow("bad choice") << "convert --notes keep a.fdx b.rtf" << 2 << "keep";
     QTest::newRow("bad number") << "convert --dpi 10000 a.fdx b.png" << 2 << "dpi";
+    QTest::newRow("nothing to replace") << "replace a.txt -o b.txt --find x" << 2 << "--with";
+    QTest::newRow("broken expression")
+        << "replace a.txt -o b.txt --regexp --find ( --with x" << 2 << "--find";
+    QTest::newRow("nothing to append") << "append a.txt -o b.txt" << 2 << "missing";
+    QTest::newRow("unknown suffix behind others") << "count a.txt b.doc" << 2 << "b\\.doc";
+    QTest::newRow("neither way") << "markup a.txt -o b.txt" << 2 << "either";
+    QTest::newRow("bad style") << "endnotes --style pdf a.txt -o b.txt" << 2 << "pdf";
+    QTest::newRow("notes of a book without a file")
+        << "endnotes --style ebook a.txt -o - --as html" << 2 << "--notes-out";
+    QTest::newRow("notes over the input")
+        << "endnotes a.txt -o b.txt --notes-out b.txt" << 1 << "nothing was written";
     QTest::newRow("no such file") << "notes nowhere.fdx" << 1 << "mvrtext: nowhere\\.fdx: ";
     QTest::newRow("folder as input") << "info --from txt /" << 1 << "mvrtext: /: ";
 }
@@ -552,31 +518,6 @@ void TestTool::listsNotes()
     QCOMPARE(table.output.count('\n'), 6);
     QVERIFY(table.output.contains("  Does the audience know by now that the lighthouse burned down "
                                   "in 1974? Plant it in the first scene.\n"));
-}
-
-void TestTool::tellsFigures()
-{
-    const QString text
-        = write(QStringLiteral("a.txt"), "Don\xe2\x80\x99t stop \xe2\x80\x94 now.\n\nTwo");
-    const QStringList info {QStringLiteral("info"), QStringLiteral("--json")};
-    const QJsonObject plain
-        = QJsonDocument::fromJson(mvrtext(info + QStringList(text)).output).object();
-    QCOMPARE(plain.value(QLatin1String("paragraphs")).toInt(), 3);
-    QCOMPARE(plain.value(QLatin1String("words")).toInt(), 4);
-    QCOMPARE(plain.value(QLatin1String("characters")).toInt(), 22);
-    QCOMPARE(plain.value(QLatin1String("pages")).toInt(), 1);
-    QVERIFY(!plain.contains(QLatin1String("elements")));
-
-    const QJsonObject play
-        = QJsonDocument::fromJson(mvrtext(info + QStringList(example())).output).object();
-    const QJsonObject elements = play.value(QLatin1String("elements")).toObject();
-    QCOMPARE(elements.value(QLatin1String("Scene Heading")).toInt(), 4); // three and a shot
-    QCOMPARE(elements.value(QLatin1String("Dialogue")).toInt(), 26);
-    QCOMPARE(play.value(QLatin1String("notes")).toObject().value(QLatin1String("comment")).toInt(),
-             5);
-    QCOMPARE(play.value(QLatin1String("scaling")).toDouble(), 100.0);
-    QCOMPARE(play.value(QLatin1String("showInvisibles")), QJsonValue(false));
-    QCOMPARE(play.value(QLatin1String("pages")).toInt(), 5);
 }
 
 QTEST_GUILESS_MAIN(TestTool)

@@ -1,9 +1,14 @@
 #include <text/MVRTextDoc.h>
 
+#include <core/FormatEdits_p.h>
 #include <core/MVRTextFormat.h>
+#include <core/MVRToolkit.h>
 
 #include <QBrush>
 #include <QColor>
+#include <QFont>
+#include <QPen>
+#include <QSizeF>
 #include <QTextDocument>
 
 QTextCharFormat MVRTextDoc::defaultCharFormat(const QTextDocument &document)
@@ -31,4 +36,43 @@ void MVRTextDoc::setDefaultCharFormatColors(QTextDocument *document, const QColo
     else
         format.clearBackground();
     MVRTextFormat::setDefaultCharFormat(*document, format);
+}
+
+void MVRTextDoc::setFont(QTextDocument *document, const QFont &font)
+{
+    if (!document)
+        return;
+    QTextCharFormat defaultFormat = MVRTextFormat::defaultCharFormat(*document);
+    defaultFormat.setFont(font);
+    MVRTextFormat::setDefaultCharFormat(*document, defaultFormat);
+
+    QTextCharFormat onlyFont;
+    onlyFont.setFont(font);
+    changeAllFormats(document, [&onlyFont](QTextCharFormat &format) { format.merge(onlyFont); });
+}
+
+QPen MVRTextDoc::typographyPen(const QTextDocument &document)
+{
+    return MVRToolkit::typographyPen(document);
+}
+
+void MVRTextDoc::setTypographyPen(QTextDocument *document, const QPen &pen)
+{
+    if (document && MVRToolkit::typographyPen(*document) != pen)
+        MVRToolkit::setTypographyPen(*document, pen);
+}
+
+void MVRTextDoc::setAutoCorrection(QTextDocument &document, bool on)
+{
+    MVRToolkit::setAutoCorrected(document, on);
+}
+
+QSizeF mvrPageSize(const QAbstractTextDocumentLayout &layout)
+{
+    return MVRToolkit::pageSize(layout);
+}
+
+void mvrSetPageSize(QAbstractTextDocumentLayout &layout, const QSizeF &size)
+{
+    MVRToolkit::setPageSize(layout, size);
 }

@@ -5,6 +5,19 @@
 #include <core/MVRTextFormat.h>
 #include <core/STextDoc.h>
 
+namespace {
+
+// Most texts have none, which the formats tell without a look at the text.
+bool hasAnchors(const QTextDocument &document)
+{
+    const QVector<QTextFormat> formats = document.allFormats();
+    return std::any_of(formats.cbegin(), formats.cend(), [](const QTextFormat &format) {
+        return format.boolProperty(QTextFormat::IsAnchor);
+    });
+}
+
+} // namespace
+
 MVRTextInternalLinkMap MVRTextDoc::internalLinks(const QTextDocument &document)
 {
     MVRTextInternalLinkMap map;
@@ -48,7 +61,7 @@ void MVRTextDoc::setInternalLinks(QTextDocument *document, const MVRTextInternal
 
 void MVRTextDoc::convertMovarinLinksToText(QTextDocument *document)
 {
-    if (!document)
+    if (!document || !hasAnchors(*document))
         return;
     QTextCursor all(document);
     all.select(QTextCursor::Document);

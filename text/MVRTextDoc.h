@@ -4,12 +4,21 @@
 #include <text/MVRTextCommentLink.h>
 #include <text/MvrTextExport.h>
 
+#include <QList>
+#include <QPair>
 #include <QStringList>
 #include <QTextCharFormat>
 #include <QTextCursor>
 
+class MVRFormat;
+class QAbstractTextDocumentLayout;
 class QColor;
+class QMimeData;
+class QPen;
+class QRegExp;
+class QSizeF;
 class QTextDocument;
+class QTextDocumentFragment;
 class QUrl;
 
 /*!
@@ -259,7 +268,7 @@ public:
     /*!
         Replaces a document's content by an RTF file (RTF 1.9.1), as MVRTextRtf::fromRtfCData()
         does, and attaches its notes: footnotes and end notes become inspector footnotes,
-        annotations inspector comments.
+        annotations inspector comments, text between markup codes inline notes.
 
         A note is attached to the text that it was written for, or else to the word before its mark
         in the same paragraph, else to a label such as "(Linked Footnote)". Where notes overlap, the
@@ -271,15 +280,22 @@ public:
     */
     static bool fromRtf(const QByteArray &rtf, QTextDocument *document);
 
+    /*! What becomes of inline notes in an RTF file. */
+    enum InlineNotesInRtf {
+        InlineNotesAsCodes, /*!< markup codes around their text, as toInlineMarkup() writes them */
+        InlineNotesAsNotes /*!< footnotes and annotations; see swapInlineToInspector() */
+    };
+
     /*!
         Writes a document as an RTF file, its inspector notes as footnotes and annotations that
         other programs show too.
 
         fromRtf() gives the notes back with their kind, colour, range and content; only the letters
-        of content that is no RTF reach no other program. Inline notes are text like any other.
+        of content that is no RTF reach no other program.
         \return the file, plain ASCII; empty for a null document
     */
-    static QByteArray toRtf(const QTextDocument *document);
+    static QByteArray toRtf(const QTextDocument *document,
+                            InlineNotesInRtf inlineNotes = InlineNotesAsCodes);
 
     //@}
     /*! \name Links to other items of the application
@@ -304,6 +320,166 @@ public:
     static void clearInternalLinks(QTextDocument *document);
 
     //@}
+    /*! \name Inline markup
+
+        What plain and RTF text cannot carry, spelled out in codes: inline annotations, inline
+        footnotes and text whose formatting is to be kept each between an opening and a closing
+        code, images that are linked to a file as "{$MVRImageLink[w:320;h:200]=/pics/a.png}". */
+    //@{
+
+    /*!
+        Writes codes for inline notes, preserved formatting and linked images into the text, and
+        removes the inspector notes, for which there is no code.
+
+        The marked text stays where it is and is ordinary text afterwards. Sizes and paths of images
+        are written as they are, also those that are not read back: a fraction of a pixel, or a
+        brace in a path.
+
+        Every note and image is an undo step of its own. A document with a layout is laid out anew
+        after each, unless the caller has opened an edit block.
+    */
+    static void toInlineMarkup(QTextDocument *document);
+
+    /*!
+        Turns codes in the text into marked text and images, and deletes the marker
+        "<$MvrKeepWithNext>" in any case of letters.
+
+        A code lies within one paragraph, what a pair encloses need not. An opening code belongs to
+        the first closing code of its kind behind it; what is not paired or not spelled right stays
+        text. Images are those of fromInlineMarkupImageLinks().
+
+        No undo step: the undo history is cleared, and recording is on afterwards.
+    */
+    static void fromInlineMarkup(QTextDocument *document);
+
+    /*!
+        Turns image codes into images that are loaded from their files and shown at the size that
+        the code gives, in pixels; 0 stands for 1, a number beyond an int for 800 (width) or 600
+        (height).
+
+        A path is relative to the current directory, also one with a leading slash that finds
+        nothing itself. Where there is no file, or none that can be shown, the image is a
+        placeholder: the application's resource ":/Icons/Application/MsgAlert", else a question
+        mark. The path is kept in MVRTextFormat::ImageLinkProperty either way. Bitmaps of up to 50
+        million pixels in files of up to 128 MiB are loaded, JPEG files of up to 200 million reduced
+        to a quarter of their sides. Equal images share one resource of the document.
+
+        Every image is an undo step of its own; as to a layout, see toInlineMarkup().
+    */
+    static void fromInlineMarkupImageLinks(QTextDocument *document);
+
+    /*!
+        Takes the inline footnotes out of the text, for exports that list them elsewhere, and leaves
+        a superscript number in place of each.
+
+        \param firstNumber  the first note's number; the others follow
+        \param noteFormat   merged into the notes that are returned; the marks have the format of
+                            their note's last character, its footnote property included
+        \param format       MultiMarkdown: a mark reads "[^fn1]"; an electronic book: it is an
+       anchor named "fn1" and a link to "footnotes.xhtml#fn1"; else the number alone \return the
+       notes in the order of the text
+    */
+    static QList<QTextDocumentFragment> inlineFootnotesToEndNotes(QTextDocument *document,
+                                                                  int firstNumber,
+                                                                  const QTextCharFormat &noteFormat,
+                                                                  const MVRFormat &format);
+    /*! The same with the notes as they are and numbers alone for marks. */
+    static QList<QTextDocumentFragment> inlineFootnotesToEndNotes(QTextDocument *document,
+                                                                  int firstNumber);
+
+    //@}
+    /*! \name Counting */
+    //@{
+
+    /*!
+        Counts the words and characters of a document; see STextDoc::wordCountTextDocument() for
+        what a word is. Paragraph ends between paragraphs and blanks are characters.
+
+        \param withComments     adds the content of the inspector comments
+        \param withFootnotes    adds the content of the inspector footnotes
+        \param countWords       false: the number of words stays 0
+        \param countCharacters  false: the number of characters stays 0
+        \return words and characters; both 0 for a null document
+    */
+    static QPair<int, int> wordCharacterCount(const QTextDocument *document, bool withComments,
+                                              bool withFootnotes, bool countWords,
+                                              bool countCharacters);
+    /*!
+        Counts the words and characters in the inspector notes of one kind; content that cannot be
+        read counts nothing.
+
+        \param noteProperty  the kind, as for commentsMapByType()
+    */
+    static QPair<int, int> wordCharacterCountNotes(const QTextDocument *document, int noteProperty,
+                                                   bool countWords, bool countCharacters);
+    /*! One of the two numbers of wordCharacterCount(). */
+    static int wordCount(const QTextDocument &document, bool withComments, bool withFootnotes);
+    static int characterCount(const QTextDocument &document, bool withComments, bool withFootnotes);
+
+    /*! See MVRTextFinder::formatCount(). */
+    static int formatCount(const QTextDocument *document, int property, const QVariant &value);
+
+    /*! The pages of \a size that a document would fill, see MVRToolkit::pageCount(); 0 for null. */
+    static int pageCount(const QTextDocument *document, const QSizeF &size);
+
+    //@}
+    /*! \name Appending and replacing */
+    //@{
+
+    /*! See STextDoc::appendDocument(). */
+    static void appendDocument(QTextCursor &cursor, QTextDocument *source);
+    /*! See STextDoc::appendFragment(). */
+    static void appendFragment(QTextCursor &cursor, const QTextDocumentFragment &fragment);
+
+    /*!
+        Appends a document like appendDocument(), but leaves the page break, or other policy of
+        page breaks, that the cursor's paragraph has.
+
+        The empty paragraphs that \a source begins with become empty paragraphs too: the first of
+        them is the cursor's, whose format it gives to the paragraph behind as well. An empty item
+        of a list counts as text, and so does a paragraph right before a table.
+        \param cursor  where to insert; stands behind the text afterwards
+        \param source  is changed: it loses those empty paragraphs, or its first paragraph gets the
+                       policy
+    */
+    static void appendDocumentPreservePageBreak(QTextCursor &cursor, QTextDocument *source);
+    /*! The same for a fragment; an empty one does nothing. */
+    static void appendFragmentPreservePageBreak(QTextCursor &cursor,
+                                                const QTextDocumentFragment &fragment);
+
+    /*!
+        Replaces every match from the cursor on (from the end of its selection, when it has one)
+        as repeated QTextDocument::find() would find them: within paragraphs, no-break spaces as
+        blanks, never in what was inserted.
+
+        \param expression  matches letters by its own case sensitivity; one that matches nothing,
+                           like "$", is used once a place, and there \a after is inserted
+        \param before      the text to replace, whatever the case of its letters
+        \param after       is inserted as it is, in the format of the last character replaced; a
+                           line feed begins a paragraph
+        \return how many matches were replaced
+    */
+    static int replace(const QRegExp &expression, const QString &after, const QTextCursor &from);
+    static int replace(const QString &before, const QString &after, const QTextCursor &from);
+
+    //@}
+    /*! \name Clipboard */
+    //@{
+
+    /*!
+        Fills \a data with RTF and plain text in which inline notes, preserved formatting and linked
+        images stand as markup; see toInlineMarkup(). Inspector notes are left out. Nothing happens
+        when either is null.
+    */
+    static void setMovarinMarkupRtfMimeData(QMimeData *data, const QTextDocument *document);
+    /*!
+        Replaces a document's content by the RTF in \a data and turns its markup back.
+
+        \return false, the document being as it was, when there is no RTF or either is null
+    */
+    static bool fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocument *document);
+
+    //@}
     /*! \name Document settings */
     //@{
 
@@ -317,6 +493,19 @@ public:
     */
     static void setDefaultCharFormatColors(QTextDocument *document, const QColor &foreground,
                                            const QColor &background);
+    /*! Sets the font of the default character format and of all text and paragraphs, with all
+        that a font says (family, size, weight and so on); other formatting stays. */
+    static void setFont(QTextDocument *document, const QFont &font);
+
+    /*! See MVRToolkit::typographyPen(). No undo step. */
+    static QPen typographyPen(const QTextDocument &document);
+    static void setTypographyPen(QTextDocument *document, const QPen &pen);
+    /*! See MVRToolkit::isAutoCorrected(). No undo step. */
+    static void setAutoCorrection(QTextDocument &document, bool on);
 
     //@}
 };
+
+/*! The page size of a layout, see MVRToolkit::pageSize(); invalid for a layout of no document. */
+MVRTEXT_EXPORT QSizeF mvrPageSize(const QAbstractTextDocumentLayout &layout);
+MVRTEXT_EXPORT void mvrSetPageSize(QAbstractTextDocumentLayout &layout, const QSizeF &size);

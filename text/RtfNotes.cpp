@@ -2,8 +2,11 @@
 
 #include <core/EditBlock_p.h>
 #include <core/MVRSettings.h>
+#include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
+#include <core/STextDoc.h>
 #include <core/UndoRecordingOff_p.h>
+#include <text/InlineMarkup_p.h>
 #include <text/NoteLabel_p.h>
 #include <text/RtfNotePlaces_p.h>
 
@@ -11,6 +14,9 @@
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
+
+#include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -104,7 +110,6 @@ MVRTextCommentLink toLink(const RtfNotePlace &place, const MVRTextRtfNotes &note
 
 void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
 {
-    const UndoRecordingOff pause(document);
     const QVector<RtfNotePlace> places = placesForNotes(document, notes);
     const QColor defaultColor = mvrOptions().value(MVRSettings::CommentColorSetting);
     const EditBlock edit(document);
@@ -119,6 +124,36 @@ void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
     }
 }
 
+/*! Whether text of the document is, or was, an inline note. */
+bool mayHaveInlineNotes(const QTextDocument &document)
+{
+    const QVector<QTextFormat> formats = document.allFormats();
+    return std::any_of(formats.cbegin(), formats.cend(), [](const QTextFormat &format) {
+        return format.boolProperty(MVRTextFormat::InlineAnnotationProperty)
+            || format.boolProperty(MVRTextFormat::InlineFootnoteProperty);
+    });
+}
+
+void placeInlineNotes(QTextDocument *document, MVRTextDoc::InlineNotesInRtf place)
+{
+    if (place == MVRTextDoc::InlineNotesAsCodes) {
+        InlineMarkup::writeNoteCodes(document);
+        return;
+    }
+    MVRTextDoc::convertInlineAnnotationsToInspectorComments(document, false, QTextCursor());
+    MVRTextDoc::convertInlineFootnotesToInspectorFootnotes(document, false, QTextCursor());
+}
+
+QByteArray withInspectorNotes(const QTextDocument *document)
+{
+    MVRTextRtfNotes notes;
+    const MVRTextCommentLinkMap map = MVRTextDoc::commentsMap(document, -1, -1);
+    notes.reserve(map.size());
+    for (auto it = map.cbegin(); it != map.cend(); ++it)
+        notes.append(toRtfNote(it.key(), it.value()));
+    return MVRTextRtf::toRtfCData(document, true, notes);
+}
+
 } // namespace
 
 bool MVRTextDoc::fromRtf(const QByteArray &rtf, QTextDocument *document)
@@ -126,17 +161,20 @@ bool MVRTextDoc::fromRtf(const QByteArray &rtf, QTextDocument *document)
     MVRTextRtfNotes notes;
     if (!MVRTextRtf::fromRtfCData(rtf, document, &notes))
         return false;
+    const UndoRecordingOff pause(document);
     if (!notes.isEmpty())
         attachNotes(document, notes);
+    const EditBlock edit(document);
+    InlineMarkup::readNoteCodes(document);
     return true;
 }
 
-QByteArray MVRTextDoc::toRtf(const QTextDocument *document)
+QByteArray MVRTextDoc::toRtf(const QTextDocument *document, InlineNotesInRtf inlineNotes)
 {
-    MVRTextRtfNotes notes;
-    const MVRTextCommentLinkMap map = commentsMap(document, -1, -1);
-    notes.reserve(map.size());
-    for (auto it = map.cbegin(); it != map.cend(); ++it)
-        notes.append(toRtfNote(it.key(), it.value()));
-    return MVRTextRtf::toRtfCData(document, true, notes);
+    if (!document || !mayHaveInlineNotes(*document))
+        return withInspectorNotes(document);
+    const std::unique_ptr<QTextDocument> copy(STextDoc::cloneDocumentQtStyle(document, nullptr));
+    copy->setUndoRedoEnabled(false);
+    placeInlineNotes(copy.get(), inlineNotes);
+    return withInspectorNotes(copy.get());
 }

@@ -8,4 +8,10 @@ class QStringList;
 */
 int runConvert(const QStringList &arguments);
 int runNotes(const QStringList &arguments);
+int runLinks(const QStringList &arguments);
 int runInfo(const QStringList &arguments);
+int runCount(const QStringList &arguments);
+int runReplace(const QStringList &arguments);
+int runAppend(const QStringList &arguments);
+int runMarkup(const QStringList &arguments);
+int runEndNotes(const QStringList &arguments);

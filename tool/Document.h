@@ -3,24 +3,11 @@
 #include "FdxLosses.h"
 
 #include <core/MVRScriptElement.h>
+#include <core/OfflineDocument_p.h>
 
 #include <QList>
 #include <QString>
 #include <QStringList>
-#include <QTextDocument>
-
-/*!
-    A document that opens nothing: no picture or style sheet that its text names is fetched, from
-    this machine or another one.
-*/
-class OfflineDocument : public QTextDocument
-{
-public:
-    using QTextDocument::QTextDocument;
-
-protected:
-    QVariant loadResource(int type, const QUrl &name) override;
-};
 
 /*! A document in memory, its lengths in points, and what its file said about it. */
 struct Document

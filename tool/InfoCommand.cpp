@@ -10,12 +10,12 @@
 #include "Table.h"
 
 #include <core/MVRScriptElement.h>
+#include <text/MVRTextDoc.h>
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
 #include <QTextBlock>
-#include <QTextBoundaryFinder>
 
 namespace {
 
@@ -34,22 +34,10 @@ struct Figures
     QMap<Note::Kind, int> notes;
 };
 
-int wordCount(const QString &text)
-{
-    int words = 0;
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Word, text);
-    do {
-        if (finder.boundaryReasons() & QTextBoundaryFinder::StartOfItem)
-            ++words;
-    } while (finder.toNextBoundary() >= 0);
-    return words;
-}
-
 Figures figuresOf(Document &document)
 {
     Figures figures;
     for (QTextBlock block = document.text.begin(); block.isValid(); block = block.next()) {
-        figures.words += wordCount(block.text());
         const QString element = block.blockFormat().stringProperty(MVRScriptElement::NameProperty);
         if (!element.isEmpty() && block.blockNumber() >= document.titlePageBlocks)
             ++figures.elements[element];
@@ -57,7 +45,10 @@ Figures figuresOf(Document &document)
     for (const Note &note : notesOf(document.text))
         ++figures.notes[note.kind];
     figures.paragraphs = document.text.blockCount();
-    figures.characters = document.text.characterCount() - 1; // Qt counts a last paragraph end
+    const QPair<int, int> counts
+        = MVRTextDoc::wordCharacterCount(&document.text, false, false, true, true);
+    figures.words = counts.first;
+    figures.characters = counts.second;
     figures.pages = Pages(document, QPageSize(QPageSize::Letter)).count();
     return figures;
 }

@@ -52,6 +52,8 @@ QVector<Note> inlineNotes(const QTextDocument &document, MVRTextFormat::Property
 int removeInlineNotes(QTextDocument &document, MVRTextFormat::Property property)
 {
     const QVector<Note> notes = inlineNotes(document, property);
+    if (notes.isEmpty())
+        return 0;
     QTextCursor cursor(&document);
     cursor.beginEditBlock();
     for (auto note = notes.crbegin(); note != notes.crend(); ++note) {
@@ -63,23 +65,40 @@ int removeInlineNotes(QTextDocument &document, MVRTextFormat::Property property)
     return notes.size();
 }
 
-int inspectorNoteCount(const QTextDocument &document)
-{
-    return MVRTextDoc::commentsMap(&document, -1, -1).size();
-}
-
 int dropInspectorNotes(QTextDocument &document)
 {
-    const int count = inspectorNoteCount(document);
-    STextDoc::removeInspectorCommentsAndFootnotes(&document);
-    return count;
+    return removeNotes(document, Note::Comment) + removeNotes(document, Note::Footnote);
+}
+
+/*! Takes the mark from the blanks at both ends of each note, so that brackets stand inside them. */
+void unmarkBlanks(QTextDocument &document, MVRTextFormat::Property property)
+{
+    QTextCharFormat unmarked;
+    unmarked.setProperty(property, false);
+    QTextCursor cursor(&document);
+    const auto unmark = [&](int start, int end) {
+        if (start == end)
+            return;
+        cursor.setPosition(start);
+        cursor.setPosition(end, QTextCursor::KeepAnchor);
+        cursor.mergeCharFormat(unmarked);
+    };
+    const QVector<Note> notes = inlineNotes(document, property);
+    for (const Note &note : notes) {
+        int start = note.start;
+        while (start < note.end && document.characterAt(start).isSpace())
+            ++start;
+        int end = note.end;
+        while (end > start && document.characterAt(end - 1).isSpace())
+            --end;
+        unmark(note.start, start);
+        unmark(end, note.end);
+    }
 }
 
 void bracketAnnotations(QTextDocument &document)
 {
-    MVRTextDoc::trimInlineNotes(&document, MVRTextFormat::InlineAnnotationProperty, false, 0, 0,
-                                QTextCursor());
-    MVRTextDoc::encloseAnnotations(&document, QStringLiteral(" ["), QStringLiteral("]"), true);
+    encloseAnnotations(document, QStringLiteral("["), QStringLiteral("]"), true);
 }
 
 int placeInline(QTextDocument &document, NoteSupport support)
@@ -108,7 +127,7 @@ NotesChoice choiceFor(NoteSupport support)
     case NoteSupport::InText:
         return NotesChoice::Inline;
     case NoteSupport::Attached:
-        return NotesChoice::Inspector;
+        return NotesChoice::ByFormat;
     default:
         return NotesChoice::Drop;
     }
@@ -121,6 +140,14 @@ QString kindName(Note::Kind kind)
     static const char *const names[]
         = {"comment", "footnote", "inline annotation", "inline footnote"};
     return QString::fromLatin1(names[kind]);
+}
+
+MVRTextFormat::Property propertyOf(Note::Kind kind)
+{
+    static constexpr MVRTextFormat::Property properties[]
+        = {MVRTextFormat::InspectorCommentProperty, MVRTextFormat::InspectorFootnoteProperty,
+           MVRTextFormat::InlineAnnotationProperty, MVRTextFormat::InlineFootnoteProperty};
+    return properties[kind];
 }
 
 QVector<Note> notesOf(const QTextDocument &document)
@@ -139,6 +166,26 @@ QVector<Note> notesOf(const QTextDocument &document)
     return notes;
 }
 
+int removeNotes(QTextDocument &document, Note::Kind kind)
+{
+    const MVRTextFormat::Property property = propertyOf(kind);
+    if (kind == Note::InlineAnnotation || kind == Note::InlineFootnote)
+        return removeInlineNotes(document, property);
+    const int count = MVRTextDoc::commentsMapByType(property, &document, -1, -1, false).size();
+    if (kind == Note::Comment)
+        STextDoc::removeInspectorComments(&document);
+    else
+        STextDoc::removeInspectorFootnotes(&document);
+    return count;
+}
+
+void encloseAnnotations(QTextDocument &document, const QString &opening, const QString &closing,
+                        bool asText)
+{
+    unmarkBlanks(document, MVRTextFormat::InlineAnnotationProperty);
+    MVRTextDoc::encloseAnnotations(&document, opening, closing, asText);
+}
+
 int placeNotes(QTextDocument &document, NotesChoice choice, NoteSupport support)
 {
     switch (choice == NotesChoice::ByFormat ? choiceFor(support) : choice) {
@@ -146,9 +193,10 @@ int placeNotes(QTextDocument &document, NotesChoice choice, NoteSupport support)
         return placeInline(document, support);
     case NotesChoice::Inspector:
         return placeInInspector(document, support);
+    case NotesChoice::ByFormat:
+        return 0; // RTF's writer places those in the text too
     default:
-        return dropInspectorNotes(document)
-            + removeInlineNotes(document, MVRTextFormat::InlineAnnotationProperty)
-            + removeInlineNotes(document, MVRTextFormat::InlineFootnoteProperty);
+        return dropInspectorNotes(document) + removeNotes(document, Note::InlineAnnotation)
+            + removeNotes(document, Note::InlineFootnote);
     }
 }

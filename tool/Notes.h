@@ -1,5 +1,7 @@
 #pragma once
 
+#include <core/MVRTextFormat.h>
+
 #include <QColor>
 #include <QString>
 #include <QVector>
@@ -21,19 +23,33 @@ struct Note
 /*! "comment", "footnote", "inline annotation" or "inline footnote". */
 QString kindName(Note::Kind kind);
 
+/*! The property that marks the text of such a note, or the text that it is attached to. */
+MVRTextFormat::Property propertyOf(Note::Kind kind);
+
 /*! All notes of \a document in the order of their places. */
 QVector<Note> notesOf(const QTextDocument &document);
+
+/*! Removes the notes of one kind, inline notes with their text; \return how many there were. */
+int removeNotes(QTextDocument &document, Note::Kind kind);
+
+/*!
+    Puts strings around the inline annotations, inside the blanks at their ends.
+
+    \param asText  true: they become ordinary text
+*/
+void encloseAnnotations(QTextDocument &document, const QString &opening, const QString &closing,
+                        bool asText);
 
 /*! What notes a file format has. */
 enum class NoteSupport {
     None,
     InText, /*!< in the text, as Final Draft's script notes */
-    Attached /*!< attached to text, as RTF's comments and footnotes */
+    Attached /*!< attached to text, as RTF's comments and footnotes; in the text as codes */
 };
 
 /*! What a conversion does with the notes of a document. */
 enum class NotesChoice {
-    ByFormat, /*!< inline for Final Draft, inspector for RTF, else drop */
+    ByFormat, /*!< inline for Final Draft, as they are for RTF, else drop */
     Inline, /*!< put them into the text */
     Inspector, /*!< take them out of the text and attach them to a word */
     Drop

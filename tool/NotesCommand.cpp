@@ -1,49 +1,31 @@
 #include "CommandLine.h"
 #include "Commands.h"
 #include "Document.h"
-#include "Formats.h"
-#include "Loading.h"
 #include "Messages.h"
+#include "NoteChanges.h"
 #include "Notes.h"
+#include "Place.h"
 #include "Progress.h"
+#include "Rewriting.h"
 #include "Table.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTextBlock>
-#include <QTextCursor>
-#include <QTextDocumentFragment>
 
 namespace {
 
 const char examples[] = R"(  mvrtext notes script.fdx
   mvrtext notes --json script.fdx | jq -r '.[].content'
+  mvrtext notes draft.rtf --to inline -o marked.rtf
+  mvrtext notes draft.rtf --to comments --dry-run
+  mvrtext notes draft.rtf --to annotations --trim --enclose "[ ]" --as-text -o draft.txt
+  mvrtext notes draft.rtf --remove comments -o clean.rtf
 )";
 
-/*! Where a note stands: paragraph from 1, characters from 0 within their paragraphs. */
-struct Place
+MVRTextRange rangeOf(const Note &note)
 {
-    int paragraph;
-    int start;
-    int endParagraph;
-    int end;
-};
-
-Place placeOf(const Note &note, const QTextDocument &document)
-{
-    const QTextBlock first = document.findBlock(note.start);
-    const QTextBlock last = document.findBlock(qMax(note.start, note.end - 1));
-    return {first.blockNumber() + 1, note.start - first.position(), last.blockNumber() + 1,
-            note.end - last.position()};
-}
-
-QString anchoredText(const Note &note, QTextDocument &document)
-{
-    QTextCursor cursor(&document);
-    cursor.setPosition(note.start);
-    cursor.setPosition(note.end, QTextCursor::KeepAnchor);
-    return cursor.selection().toPlainText();
+    return MVRTextRange(note.start, note.end);
 }
 
 QString colorName(const Note &note)
@@ -51,60 +33,34 @@ QString colorName(const Note &note)
     return note.color.isValid() ? note.color.name() : QString();
 }
 
-QString placeInWords(const Place &place)
-{
-    QString words = QStringLiteral("%1:%2-").arg(place.paragraph).arg(place.start);
-    if (place.endParagraph != place.paragraph)
-        words += QString::number(place.endParagraph) + QLatin1Char(':');
-    return words + QString::number(place.end);
-}
-
 QJsonObject toJson(const Note &note, QTextDocument &document)
 {
-    const Place place = placeOf(note, document);
-    return {{QStringLiteral("kind"), kindName(note.kind)},
-            {QStringLiteral("paragraph"), place.paragraph},
-            {QStringLiteral("start"), place.start},
-            {QStringLiteral("endParagraph"), place.endParagraph},
-            {QStringLiteral("end"), place.end},
-            {QStringLiteral("text"), anchoredText(note, document)},
-            {QStringLiteral("color"),
-             note.color.isValid() ? QJsonValue(colorName(note)) : QJsonValue()},
-            {QStringLiteral("content"), note.content}};
+    QJsonObject object = Place(rangeOf(note), document).toJson();
+    object.insert(QStringLiteral("kind"), kindName(note.kind));
+    object.insert(QStringLiteral("text"), selectedText(rangeOf(note), document));
+    object.insert(QStringLiteral("color"),
+                  note.color.isValid() ? QJsonValue(colorName(note)) : QJsonValue());
+    object.insert(QStringLiteral("content"), note.content);
+    return object;
 }
 
 void printTable(const QVector<Note> &notes, QTextDocument &document)
 {
     Table table(QStringLiteral("KIND PLACE TEXT COLOUR CONTENT").split(QLatin1Char(' ')));
     for (const Note &note : notes)
-        table.addRow({kindName(note.kind), placeInWords(placeOf(note, document)),
-                      anchoredText(note, document), colorName(note), note.content});
+        table.addRow({kindName(note.kind), Place(rangeOf(note), document).toWords(),
+                      selectedText(rangeOf(note), document), colorName(note), note.content});
     printOutput(table.toString());
 }
 
-}
-
-int runNotes(const QStringList &arguments)
+int list(const CommandLine &commandLine, const Rewriting &rewriting)
 {
-    CommandLine commandLine(
-        "notes",
-        "Lists the notes of a document: their kind, place (paragraph from 1, characters from 0),\n"
-        "the text that they are attached to, colour and content.",
-        examples);
-    commandLine.addFile("FILE", "The file to read; - is the standard input.");
-    commandLine.addFlag("json", "Print an array of objects instead of a table.");
-    commandLine.addOption("from", "Format of FILE where its suffix does not tell.",
-                          readableFormats().join(QLatin1Char('|')));
-    if (const std::optional<int> exitCode = commandLine.parse(arguments))
-        return *exitCode;
-
     Document document;
     QVector<Note> notes;
     {
         Progress progress;
-        const int exitCode = loadForReport(commandLine, document, progress);
-        if (exitCode != Success)
-            return exitCode;
+        if (!rewriting.load(document, progress))
+            return Failure;
         notes = notesOf(document.text);
     }
     if (!commandLine.isSet("json")) {
@@ -116,4 +72,56 @@ int runNotes(const QStringList &arguments)
         array.append(toJson(note, document.text));
     printOutput(QString::fromUtf8(QJsonDocument(array).toJson()));
     return Success;
+}
+
+int change(const CommandLine &commandLine, const Rewriting &rewriting, const NoteChanges &changes)
+{
+    QStringList report;
+    {
+        Progress progress;
+        Document document;
+        if (!rewriting.load(document, progress))
+            return Failure;
+        report = changes.apply(document.text);
+        if (!commandLine.isSet("dry-run"))
+            return rewriting.saveWithNotes(changes.endsInText(), document, progress) ? Success
+                                                                                     : Failure;
+    }
+    if (report.isEmpty())
+        report << QStringLiteral("no note would change");
+    printOutput(report.join(QLatin1Char('\n')) + QLatin1Char('\n'));
+    return Success;
+}
+
+}
+
+int runNotes(const QStringList &arguments)
+{
+    CommandLine commandLine(
+        "notes",
+        "Lists the notes of a document: their kind, place (paragraph from 1, characters from 0),\n"
+        "the text that they are attached to, colour and content. Or changes them, in this order:\n"
+        "remove, move, trim, enclose.",
+        examples);
+    Rewriting rewriting(commandLine);
+    commandLine.addFlag("json", "Print an array of objects instead of a table.");
+    NoteChanges::addOptions(commandLine);
+    commandLine.addFlag("dry-run", "Only say how many notes would change.");
+    if (const std::optional<int> exitCode = commandLine.parse(arguments))
+        return *exitCode;
+
+    NoteChanges changes;
+    QString error;
+    if (!changes.read(commandLine, &error))
+        return commandLine.usageError(error);
+    const bool writes = !changes.isEmpty() && !commandLine.isSet("dry-run");
+    if (!rewriting.readArguments(writes, &error))
+        return commandLine.usageError(error);
+    if (changes.isEmpty() && (commandLine.isSet("output") || commandLine.isSet("dry-run")))
+        return commandLine.usageError(QStringLiteral("say what to change: --to, --remove, ..."));
+    if (changes.isEmpty())
+        return list(commandLine, rewriting);
+    if (writes && !rewriting.isSafe())
+        return Failure;
+    return change(commandLine, rewriting, changes);
 }

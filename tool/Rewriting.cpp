@@ -8,10 +8,12 @@
 #include "Output.h"
 #include "Saving.h"
 
-Rewriting::Rewriting(CommandLine &commandLine)
+Rewriting::Rewriting(CommandLine &commandLine, Inputs inputs)
     : m_commandLine(commandLine)
 {
     commandLine.addFile("IN", "The file to read; - is the standard input.");
+    if (inputs == SeveralInputs)
+        commandLine.addFiles("MORE", "Files to read after it.");
     commandLine.addOption("output", "The file to write; - is the standard output.",
                           QStringLiteral("OUT"));
     commandLine.addOption("from", "Format of IN where its suffix does not tell.",
@@ -22,9 +24,12 @@ Rewriting::Rewriting(CommandLine &commandLine)
 
 bool Rewriting::readArguments(bool needsOutput, QString *error)
 {
-    m_from = readableFormat(m_commandLine.file(0), m_commandLine.value("from"), error);
-    if (!m_from)
-        return false;
+    const QStringList inputs = m_commandLine.files();
+    for (const QString &input : inputs) {
+        m_from.append(readableFormat(input, m_commandLine.value("from"), error));
+        if (!m_from.last())
+            return false;
+    }
     m_output = m_commandLine.value("output");
     if (m_output.isEmpty()) {
         *error = QStringLiteral("say where to write: -o OUT");
@@ -36,21 +41,39 @@ bool Rewriting::readArguments(bool needsOutput, QString *error)
 
 bool Rewriting::isSafe() const
 {
-    if (!isSameFile(m_commandLine.file(0), m_output))
-        return true;
-    printMessage(m_output, QStringLiteral("is the input itself; nothing was written"));
-    return false;
+    const QStringList inputs = m_commandLine.files();
+    for (const QString &input : inputs) {
+        if (isSameFile(input, m_output)) {
+            printMessage(m_output, QStringLiteral("is the input itself; nothing was written"));
+            return false;
+        }
+    }
+    return true;
 }
 
-bool Rewriting::load(Document &document, Progress &progress) const
+bool Rewriting::load(Document &document, Progress &progress, int number) const
 {
     ReadOptions options;
     // What is written as a screenplay keeps the letters as typed; so does what is only looked at.
     options.capitals = m_to && m_to->write != writeFdx;
-    return loadDocument(m_commandLine.file(0), *m_from, options, document, progress);
+    return loadDocument(m_commandLine.file(number), *m_from.at(number), options, document,
+                        progress);
 }
 
-bool Rewriting::save(NotesChoice choice, Document &document, Progress &progress) const
+bool Rewriting::save(Document &document, Progress &progress) const
 {
+    return saveWithNotes(false, document, progress);
+}
+
+bool Rewriting::saveWithNotes(bool keepsInline, Document &document, Progress &progress) const
+{
+    const NotesChoice choice = keepsInline && m_to->notes == NoteSupport::None
+        ? NotesChoice::Inline
+        : NotesChoice::ByFormat;
     return saveDocument(m_output, *m_to, choice, WriteOptions(), document, progress);
+}
+
+QString Rewriting::outputName() const
+{
+    return displayName(m_output, QStringLiteral("standard output"));
 }

@@ -1,22 +1,27 @@
 #pragma once
 
 #include <QString>
+#include <QVector>
 
 class CommandLine;
 class Progress;
-enum class NotesChoice;
 struct Document;
 struct Format;
 
 /*!
-    What the subcommands have in common that read a document, change it and write it elsewhere: the
-    argument IN and the options --output, --from and --as.
+    What the subcommands have in common that read a document, or several, change it and write it
+    elsewhere: the argument IN and the options --output, --from and --as.
 */
 class Rewriting
 {
 public:
-    /*! Adds the argument and the options to \a commandLine, which is kept. */
-    explicit Rewriting(CommandLine &commandLine);
+    enum Inputs {
+        OneInput,
+        SeveralInputs /*!< IN and at least one more */
+    };
+
+    /*! Adds the arguments and the options to \a commandLine, which is kept. */
+    explicit Rewriting(CommandLine &commandLine, Inputs inputs = OneInput);
 
     /*!
         Takes the files and formats from the parsed command line.
@@ -26,17 +31,28 @@ public:
     */
     bool readArguments(bool needsOutput, QString *error);
 
-    /*! False, and said so, when the output is the input itself. */
+    const QString &output() const { return m_output; }
+    /*! Null without an output. */
+    const Format *outputFormat() const { return m_to; }
+
+    /*! False, and said so, when the output is an input itself. */
     bool isSafe() const;
 
-    /*! Reads the input; false when that failed, and said why. */
-    bool load(Document &document, Progress &progress) const;
+    /*! Reads the input \a number, counted from 0; false when that failed, and said why. */
+    bool load(Document &document, Progress &progress, int number = 0) const;
     /*! Writes the output; false when that failed, and said why. */
-    bool save(NotesChoice choice, Document &document, Progress &progress) const;
+    bool save(Document &document, Progress &progress) const;
+    /*! The same. Notes in the text that the format does not know go out in brackets where
+        \a keepsInline says so. */
+    bool saveWithNotes(bool keepsInline, Document &document, Progress &progress) const;
+
+    int inputCount() const { return m_from.size(); }
+    /*! What messages call the output. */
+    QString outputName() const;
 
 private:
     CommandLine &m_commandLine;
     QString m_output;
-    const Format *m_from = nullptr;
+    QVector<const Format *> m_from; // of each input
     const Format *m_to = nullptr;
 };

@@ -16,8 +16,14 @@ Converts and examines the documents of writers: screenplays, manuscripts and the
 
 Commands:
   convert IN OUT  Convert a document; the suffixes tell the formats.
-  notes FILE      List the notes of a document.
+  notes IN        List, move, trim or remove the notes of a document.
+  links IN        List or remove links to other items of the application.
   info FILE       Count what is in a document.
+  count FILE...   Count the words and characters of documents.
+  replace IN      Replace text in a document.
+  append IN MORE  Put documents one behind the other.
+  markup IN       Write notes as codes into the text, or read such codes.
+  endnotes IN     Take footnotes out of the text and list them by number.
 
 Options:
   -h, --help      Show this help; after a command, the help of the command.
@@ -30,6 +36,8 @@ Examples:
   mvrtext convert script.fdx script.pdf
   mvrtext notes script.fdx
   mvrtext info --json script.fdx
+  mvrtext count --with-footnotes chapter*.rtf
+  mvrtext append chapter1.rtf chapter2.rtf -o book.rtf
 )";
 
 struct Command
@@ -39,9 +47,9 @@ struct Command
 };
 
 constexpr Command commands[] = {
-    {"convert", runConvert},
-    {"notes", runNotes},
-    {"info", runInfo},
+    {"convert", runConvert}, {"notes", runNotes},   {"links", runLinks},
+    {"info", runInfo},       {"count", runCount},   {"replace", runReplace},
+    {"append", runAppend},   {"markup", runMarkup}, {"endnotes", runEndNotes},
 };
 
 int runWithinMemory(const Command &command, const QStringList &arguments)
@@ -100,8 +108,13 @@ int main(int argc, char *argv[])
     quietLibraries();
     // File names are bytes to the system; without a locale Qt would take them for Latin-1.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    // The toolkit would take options of its own out of them, "--style" among these.
+    argc = qMin(argc, 1);
     const QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("mvrtext"));
     QCoreApplication::setApplicationVersion(QStringLiteral(MVRTEXT_VERSION));
-    return run(QCoreApplication::arguments().mid(1));
+    return run(arguments);
 }

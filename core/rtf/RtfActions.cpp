@@ -40,6 +40,22 @@ void setCharLength(RtfReader &reader, const RtfWord &word, bool, int parameter)
     reader.charsChanged();
 }
 
+// Number 0 is the automatic colour; where the table gives it one, only text that says so has it.
+void setTextColor(RtfReader &reader, const RtfWord &word, bool, int parameter)
+{
+    RtfTables &tables = reader.tables();
+    const QColor first = tables.colors.value(0);
+    if (parameter == 0 && first.isValid() && first != QColor(Qt::black))
+        parameter = tables.colorNumber(first);
+    setCharProp(reader, word, true, parameter);
+}
+
+void setQuarterPoints(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter)
+{
+    constexpr int most = rtfFarthestTwips / 5;
+    setCharLength(reader, word, hasParameter, qBound(-most, parameter, most) * 5);
+}
+
 // \up and \dn shift by half-points; Qt knows the two positions only.
 void setRise(RtfReader &reader, const RtfWord &word, bool, int parameter)
 {
@@ -133,6 +149,16 @@ void endParagraph(RtfReader &reader, const RtfWord &, bool, int)
 void breakPage(RtfReader &reader, const RtfWord &, bool, int)
 {
     reader.breakPage();
+}
+
+void breakColumn(RtfReader &reader, const RtfWord &, bool, int)
+{
+    reader.breakColumn();
+}
+
+void setColumns(RtfReader &reader, const RtfWord &, bool, int parameter)
+{
+    reader.setColumns(parameter);
 }
 
 void endSection(RtfReader &reader, const RtfWord &, bool, int)
@@ -274,6 +300,8 @@ void setOldList(RtfReader &reader, const RtfWord &word, bool, int)
 void setSectionContinuous(RtfReader &reader, const RtfWord &word, bool, int)
 {
     reader.setSectionContinuous(word.value != 0);
+    if (word.value == 0)
+        reader.setColumns(1);
 }
 
 void setCodePage(RtfReader &reader, const RtfWord &, bool, int parameter)

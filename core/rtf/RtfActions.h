@@ -14,6 +14,8 @@ void setCharConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, 
 void setFontSize(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setCharLength(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setRise(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setTextColor(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setQuarterPoints(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setFont(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setParaProp(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void setParaConstant(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
@@ -29,6 +31,8 @@ void appendUnicode(RtfReader &reader, const RtfWord &word, bool hasParameter, in
 void setUnicodeSkip(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endParagraph(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void breakPage(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void breakColumn(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
+void setColumns(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endSection(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endCell(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);
 void endRow(RtfReader &reader, const RtfWord &word, bool hasParameter, int parameter);

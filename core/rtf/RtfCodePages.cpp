@@ -1,5 +1,7 @@
 #include <core/rtf/RtfCodePages.h>
 
+#include <core/rtf/RtfSymbolFonts.h>
+
 #include <QTextCodec>
 
 namespace {
@@ -159,7 +161,7 @@ const RtfCodePages::Page &RtfCodePages::findPage(int codePage)
             return *(m_last = known.get());
     }
     // Files may name thousands of pages that do not exist.
-    if (codePage != Symbol && !codecName(codePage))
+    if (codePage != Symbol && !isSigns(codePage) && !codecName(codePage))
         return findPage(Western);
     m_pages.push_back(makePage(codePage));
     return *(m_last = m_pages.back().get());
@@ -171,9 +173,13 @@ std::unique_ptr<RtfCodePages::Page> RtfCodePages::makePage(int codePage)
     made->codePage = codePage;
     for (int byte = 0; byte < 0x100; ++byte)
         made->characters[byte] = QChar(codePage == Symbol ? 0xf000 + byte : byte);
+    for (int byte = 0x20; byte < 0x100 && isSigns(codePage); ++byte)
+        made->characters[byte]
+            = RtfSymbolFonts::character(codePage, static_cast<unsigned char>(byte));
+    if (codePage == Symbol || isSigns(codePage))
+        return made;
 
-    QTextCodec *codec
-        = codePage == Symbol ? nullptr : QTextCodec::codecForName(codecName(codePage));
+    QTextCodec *codec = QTextCodec::codecForName(codecName(codePage));
     if (codec && (isDoubleByte(codePage) || codePage == Utf8))
         made->codec = codec;
     else if (codec)
@@ -182,7 +188,7 @@ std::unique_ptr<RtfCodePages::Page> RtfCodePages::makePage(int codePage)
         fill(dosUpper, &made->characters);
     else if (codePage == 850)
         fill(dosWesternUpper, &made->characters);
-    else if (codePage != Symbol && codePage != Western)
+    else if (codePage != Western)
         made->characters = findPage(Western).characters;
     return made;
 }

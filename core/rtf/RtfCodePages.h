@@ -22,7 +22,10 @@ public:
         Western = 1252,
         MacRoman = 10000,
         Utf8 = 65001,
-        Symbol = 42 /*!< fonts with their own glyph numbers: U+F000 and up, as Windows does */
+        Symbol = 42, /*!< fonts with their own glyph numbers: U+F000 and up, as Windows does */
+        SymbolFont, /*!< these three fonts, whose signs are known; see RtfSymbolFonts */
+        Wingdings,
+        Webdings
     };
 
     /*! The code page of a font's \fcharset (RTF 1.9.1, "Font Table"); 0 when it names none. */
@@ -30,6 +33,9 @@ public:
 
     /*! Tells whether \a codePage counts as one of the Macintosh's. */
     static bool isMac(int codePage) { return codePage >= MacRoman && codePage < MacRoman + 100; }
+
+    /*! Tells whether letters are signs too in \a codePage. */
+    static bool isSigns(int codePage) { return codePage >= SymbolFont && codePage <= Webdings; }
 
     /*! The characters of a code page of single bytes, null for one of more than one byte. */
     const QChar *singleBytes(int codePage)

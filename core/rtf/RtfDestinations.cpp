@@ -66,6 +66,10 @@ const RtfDestination bookmark {collect, [](RtfReader &reader) { reader.addBookma
 
 const RtfDestination shape {};
 
+const RtfDestination shapeProperty {collect, [](RtfReader &reader) { reader.setShapeProperty(); }};
+
+const RtfDestination shapeValue {collect, [](RtfReader &reader) { reader.addShapeText(); }};
+
 const RtfDestination textBox {nullptr, [](RtfReader &reader) { reader.finishTextBox(); }, true};
 
 const RtfDestination noteAuthor {collect, [](RtfReader &reader) { reader.setNoteAuthor(); }};

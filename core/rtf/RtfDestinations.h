@@ -39,6 +39,8 @@ extern const RtfDestination infoAuthor;
 extern const RtfDestination infoTime;
 extern const RtfDestination bookmark;
 extern const RtfDestination shape;
+extern const RtfDestination shapeProperty; /*!< \sn */
+extern const RtfDestination shapeValue; /*!< \sv */
 extern const RtfDestination textBox; /*!< \shptxt: body text */
 extern const RtfDestination noteAuthor;
 extern const RtfDestination noteInitials;

@@ -200,11 +200,19 @@ QByteArray colorText(const QVariant &value)
     return color.isValid() ? QByteArray::number(quint64(color.rgba64()), 16) : QByteArray();
 }
 
-QByteArray realText(double number)
+template <typename Number, typename... Base>
+void appendNumber(QByteArray *text, Number number, Base... base)
 {
     char digits[32];
-    const auto end = std::to_chars(digits, digits + sizeof digits, number);
-    return QByteArray(digits, static_cast<int>(end.ptr - digits));
+    const auto end = std::to_chars(digits, digits + sizeof digits, number, base...);
+    text->append(digits, static_cast<int>(end.ptr - digits));
+}
+
+QByteArray realText(double number)
+{
+    QByteArray text;
+    appendNumber(&text, number);
+    return text;
 }
 
 QByteArray tabsText(const QVariant &value)
@@ -422,18 +430,28 @@ void apply(const RtfExactProperties &properties, QTextFormat *format)
     }
 }
 
+// Every note has some: what is common is written without a string of its own.
 QByteArray toText(const RtfExactProperties &properties)
 {
     QByteArray text;
+    text.reserve(32 * properties.size());
     for (const RtfExactProperty &property : properties) {
         if (!text.isEmpty())
             text += ' ';
-        if (!property.value.isValid()) {
-            text += '-' + QByteArray::number(property.id, 16);
+        if (!property.value.isValid())
+            text += '-';
+        appendNumber(&text, property.id, 16);
+        if (!property.value.isValid())
             continue;
-        }
-        text += QByteArray::number(property.id, 16) + char(typeOf(property.value)) + ':'
-            + valueText(property.value);
+        const Type type = typeOf(property.value);
+        text += char(type);
+        text += ':';
+        if (type == Integer)
+            appendNumber(&text, property.value.toInt());
+        else if (type == Real)
+            appendNumber(&text, property.value.toDouble());
+        else
+            text += valueText(property.value);
     }
     return text;
 }

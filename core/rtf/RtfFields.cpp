@@ -1,5 +1,8 @@
 #include <core/rtf/RtfFields.h>
 
+#include <core/rtf/RtfCodePages.h>
+#include <core/rtf/RtfSymbolFonts.h>
+
 #include <QByteArray>
 
 namespace {
@@ -24,6 +27,48 @@ QString nextArgument(const QString &instruction, int *at)
         argument += instruction.at(*at);
     }
     return argument;
+}
+
+QString signText(uint code, const QString &font, bool isUnicode)
+{
+    if (isUnicode && code >= 0x20 && code < 0x110000 && !QChar::isSurrogate(code))
+        return QString::fromUcs4(&code, 1);
+    if (code < 0x20 || code > 0xff)
+        return {};
+    const auto byte = static_cast<unsigned char>(code);
+    if (!font.isEmpty())
+        return RtfSymbolFonts::character(RtfSymbolFonts::codePage(font), byte);
+    QString text;
+    RtfCodePages().decode(RtfCodePages::Western, QByteArray(1, static_cast<char>(byte)), &text);
+    return text;
+}
+
+QString symbolText(const QString &instruction, int at)
+{
+    bool isNumber = false;
+    const uint code = nextArgument(instruction, &at).toUInt(&isNumber, 0); // 0x is hexadecimal
+    QString font;
+    bool isUnicode = false;
+    while (at < instruction.size()) {
+        const QString argument = nextArgument(instruction, &at).toLower();
+        if (argument == QLatin1String("\\f"))
+            font = nextArgument(instruction, &at);
+        isUnicode = isUnicode || argument == QLatin1String("\\u");
+    }
+    return isNumber ? signText(code, font, isUnicode) : QString();
+}
+
+// EQ \o\ad(\s\up 9(reading),words): LibreOffice and Word write phonetic guides so.
+QString wordsWithReading(const QString &instruction)
+{
+    const int raised = instruction.indexOf(QLatin1String("\\s\\up"));
+    const int start = instruction.indexOf(QLatin1Char('('), raised) + 1;
+    const int comma = instruction.indexOf(QLatin1String("),"), start);
+    const int end = instruction.lastIndexOf(QLatin1Char(')'));
+    if (raised < 0 || start <= 0 || comma < 0 || end < comma + 2)
+        return {};
+    return instruction.mid(comma + 2, end - comma - 2) + QChar(0xff08)
+        + instruction.mid(start, comma - start) + QChar(0xff09);
 }
 
 QString quoted(QString text)
@@ -62,6 +107,15 @@ QString linkTarget(const QString &instruction)
         }
     }
     return bookmark.isEmpty() ? target : target + QLatin1Char('#') + bookmark;
+}
+
+QString shownText(const QString &instruction)
+{
+    int at = 0;
+    const QString kind = nextArgument(instruction, &at).toUpper();
+    if (kind == QLatin1String("SYMBOL"))
+        return symbolText(instruction, at);
+    return kind == QLatin1String("EQ") ? wordsWithReading(instruction) : QString();
 }
 
 QString linkInstruction(const QString &target)

@@ -1,5 +1,8 @@
 #include <core/rtf/RtfHeader.h>
 
+#include <core/rtf/RtfCodePages.h>
+#include <core/rtf/RtfSymbolFonts.h>
+
 namespace {
 
 // macOS writes the name of a face ("Helvetica-BoldOblique", "ArialMT") and \b and \i beside it.
@@ -43,6 +46,11 @@ void RtfFontTable::finish()
     m_font.family = m_font.family.trimmed();
     if (m_faces)
         m_font.family = familyOfFace(m_font.family);
+    const int signs = RtfSymbolFonts::codePage(m_font.family);
+    if (m_font.codePage == RtfCodePages::Symbol && signs != 0)
+        m_font.codePage = signs;
+    if (m_font.codePage == RtfCodePages::SymbolFont) // other fonts have these characters too
+        m_font.family.clear();
     if (m_number >= 0)
         m_tables->fonts.insert(m_number, m_font);
     m_font = RtfFont();

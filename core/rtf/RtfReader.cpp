@@ -286,6 +286,14 @@ void RtfReader::breakPage()
     m_pageBreak = true;
 }
 
+void RtfReader::breakColumn()
+{
+    if (m_columns <= 1)
+        breakPage();
+    else if (m_builder->hasText()) // documents have one column only
+        endParagraph();
+}
+
 void RtfReader::endSection()
 {
     if (!inBody())

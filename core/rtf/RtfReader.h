@@ -93,6 +93,7 @@ public:
     void appendUnicode(int value);
     void endParagraph();
     void breakPage();
+    void breakColumn();
     void endCell();
     void endRow();
     void endNestedRow();
@@ -103,6 +104,7 @@ public:
     void finishLevelText();
     void openWithin(const RtfDestination *around, const RtfDestination *destination);
     void endSection();
+    void setColumns(int columns) { m_columns = columns; }
     void setSectionContinuous(bool continuous) { m_continuousSection = continuous; }
 
     void openDestination(const RtfDestination *destination);
@@ -129,6 +131,8 @@ public:
     void beginShape();
     void beginTextBox();
     void finishTextBox();
+    void setShapeProperty() { m_shapeProperty = takeCollected(); }
+    void addShapeText();
     void addBookmark();
     void setTitle() { m_info.title = takeCollected(); }
     void setAuthor() { m_info.author = takeCollected(); }
@@ -152,6 +156,7 @@ private:
         QString instruction;
         int parent = -1;
         int link = 0;
+        QString shown; // in place of its result
     };
 
     /*! A paragraph that waits for the end of the text box that is anchored in it. */
@@ -177,6 +182,7 @@ private:
     void putLoneSurrogate();
     void putCodedRun();
     bool skipFallback();
+    void takeRawTrailByte();
     int codePage();
     int lookUpCodePage() const;
     int charFormat();
@@ -220,6 +226,7 @@ private:
     bool m_pageBreak = false; // the next paragraph starts a page
     bool m_sectionBreak = false;
     bool m_continuousSection = false;
+    int m_columns = 1; // of the section
 
     QTextOption::TabType m_tabType = QTextOption::LeftTab; // of the next \\tx
     RtfRowFormat m_row;
@@ -229,6 +236,7 @@ private:
     RtfPicture m_picture;
     std::vector<Field> m_fields;
     std::vector<Box> m_boxes;
+    QString m_shapeProperty; // whose value comes next
     QStringList m_bookmarks; // that wait for the next character
     int m_bookmarkCount = 0;
     RtfInfo m_info;

@@ -64,6 +64,18 @@ void RtfReader::endFrame()
     skipDestination();
 }
 
+// Letters that are drawn as a shape are a property of it.
+void RtfReader::addShapeText()
+{
+    const QString text = takeCollected();
+    if (m_shapeProperty != QLatin1String("gtextUNICODE") || text.isEmpty() || m_boxes.size() > 0)
+        return;
+    RtfParagraph paragraph = m_builder->takeParagraph();
+    m_builder->append(QStringView(text), charFormat());
+    insertParagraph();
+    m_builder->giveParagraph(std::move(paragraph));
+}
+
 void RtfReader::addBookmark()
 {
     constexpr int longestName = 1000;

@@ -59,13 +59,29 @@ void RtfReader::addText(const RtfToken &token)
     }
     if (bytes.empty())
         return;
-    if (token.ascii) {
+    if (token.ascii && !RtfCodePages::isSigns(codePage())) {
         flushBytes();
         put(bytes);
         return;
     }
     for (const char byte : bytes)
         addByte(static_cast<unsigned char>(byte));
+    if (m_leadByte)
+        takeRawTrailByte();
+}
+
+// Files of eight bits have characters whose second byte is a backslash or brace.
+void RtfReader::takeRawTrailByte()
+{
+    const char trail = m_tokens.peek();
+    if (trail != '\\' && trail != '{' && trail != '}')
+        return;
+    QString character;
+    m_codePages.decode(m_bytesCodePage, m_bytes.right(1) + trail, &character);
+    if (character.size() == 1 && character.at(0) != QChar::ReplacementCharacter) {
+        m_tokens.skipByte();
+        addByte(static_cast<unsigned char>(trail));
+    }
 }
 
 void RtfReader::addByte(unsigned char byte)
@@ -206,6 +222,8 @@ void RtfReader::appendUnicode(int value)
     flushBytes();
     if (value < 0)
         value += 0x10000; // \u takes a signed number of 16 bits
+    if (value > 0xf020 && value < 0xf100 && inBody() && RtfCodePages::isSigns(codePage()))
+        value = m_codePages.singleBytes(codePage())[value - 0xf000].unicode();
     if (value == QChar::ParagraphSeparator) {
         endParagraph();
     } else if (value >= 0x10000 && value <= 0x10ffff) { // not RTF, but some programs write it
@@ -223,7 +241,8 @@ void RtfReader::appendUnicode(int value)
 void RtfReader::putCodedRun()
 {
     if (m_inHeader || !isVisible() || m_highSurrogate != 0 || !m_bookmarks.isEmpty()
-        || !m_bytes.isEmpty() || codePage() == RtfCodePages::Symbol)
+        || !m_bytes.isEmpty() || codePage() == RtfCodePages::Symbol
+        || RtfCodePages::isSigns(codePage()))
         return;
     RtfTokenizer::CodedRun run;
     run.characters = m_codePages.singleBytes(codePage());

@@ -116,7 +116,7 @@ void RtfReader::takeDefaults()
 
 void RtfReader::beginField()
 {
-    m_fields.push_back({{}, m_group.field, 0});
+    m_fields.push_back({{}, m_group.field, 0, {}});
     m_group.field = static_cast<int>(m_fields.size()) - 1;
 }
 
@@ -130,6 +130,10 @@ void RtfReader::beginFieldResult()
     else if (field.link > 0)
         m_group.chars.link = field.link;
     charsChanged();
+    if (m_group.destination->isBody && !field.shown.isEmpty()) {
+        put(QStringView(field.shown));
+        m_group.destination = &RtfDestinations::ignored;
+    }
 }
 
 void RtfReader::addFieldInstruction(const QString &text)
@@ -150,6 +154,7 @@ void RtfReader::finishFieldInstruction()
     const QString target = RtfFields::linkTarget(field.instruction);
     if (!target.isEmpty())
         field.link = m_tables.linkNumber(target);
+    field.shown = RtfFields::shownText(field.instruction);
     field.instruction.clear();
 }
 

@@ -38,6 +38,10 @@ void RtfTable::endRow(const RtfRowFormat &format)
 {
     if (!cell.empty())
         endCell();
+    // Some programs end cells behind the last one that the row has.
+    const auto described = static_cast<std::size_t>(format.cells.size());
+    while (described > 0 && cells.size() > described && isEmpty(cells.back()))
+        cells.pop_back();
     if (cells.empty())
         return;
     rows.push_back({format, std::move(cells)});

@@ -42,7 +42,8 @@ public:
     QVector<RtfExactProperties> exact; /*!< by the number behind \mvrx, \mvrp and their kin */
     int headings = 0; /*!< levels of headings that are used, a bit each */
 
-    QColor color(int index) const { return colors.value(index); }
+    /*! Number 0 is the automatic colour whatever the table says, as nothing else can say it. */
+    QColor color(int number) const { return number > 0 ? colors.value(number) : QColor(); }
 
     /*!
         How many sets of tabs, tables' widths or names a file may have. The toolkit tells formats

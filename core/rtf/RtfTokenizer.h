@@ -51,6 +51,11 @@ public:
         int fallback = 0; /*!< how many of these are still to be passed over */
     };
 
+    /*! The byte that the next token begins with, as it stands there; 0 at the end. */
+    char peek() const { return m_at != m_end ? *m_at : char(0); }
+    /*! Passes over the byte of peek(). */
+    void skipByte() { m_at += m_at != m_end ? 1 : 0; }
+
     /*!
         Reads on behind a \u word or a \'xx, as long as such and ASCII follow.
 

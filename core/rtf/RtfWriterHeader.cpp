@@ -17,6 +17,9 @@ QByteArray RtfWriter::header()
     rtf += fontTable() + colorTable() + styleSheet() + listTable();
     if (!m_tables.exactText().isEmpty())
         rtf += "{\\*\\mvrprops " + m_tables.exactText() + '}';
+    // Without a generator LibreOffice takes neighbouring blanks for something that they are not.
+    if (!m_defaults.isEmpty())
+        rtf += "{\\*\\generator MvrText;}";
     return rtf + infoGroup() + pageWords() + m_defaults;
 }
 

@@ -61,6 +61,7 @@ void RtfWriter::writeTable(const QTextTable &table, int tableLevel)
 {
     const QVector<int> edges = columnEdges(table, m_page.textWidth());
     const bool nested = tableLevel > 1;
+    const bool hasInner = !nested && !table.childFrames().isEmpty();
     for (int row = 0; row < table.rows(); ++row) {
         const QByteArray words = rowWords(table, row, edges);
         if (!nested)
@@ -77,6 +78,8 @@ void RtfWriter::writeTable(const QTextTable &table, int tableLevel)
             m_body.raw("{\\*\\nesttableprops" + words + "\\nestrow}{\\nonesttables\\par}");
             m_paragraph.clear(); // some programs have left the nested table here
         } else {
+            if (hasInner) // Word forgets the row's words with those of the inner table
+                m_body.words(words);
             m_body.words(QByteArrayLiteral("\\row"));
         }
         m_body.lineEnd();

@@ -1,0 +1,124 @@
+#include "MarkedText.h"
+
+#include <core/MVRTextRtf.h>
+#include <core/STextDoc.h>
+#include <text/MVRTextDoc.h>
+
+#include <QAbstractTextDocumentLayout>
+#include <QtTest>
+
+using Counts = QPair<int, int>;
+
+class TestCounts : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void countsWords_data();
+    void countsWords();
+    void dividesThai();
+    void countsCharacters();
+    void addsNotes();
+    void countsPages();
+};
+
+void TestCounts::countsWords_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("words");
+
+    QTest::newRow("empty") << "" << 0;
+    QTest::newRow("blanks") << " a\tb\u00a0c\u2028d\u3000e\nf\u200bg " << 7;
+    QTest::newRow("apostrophes, hyphens")
+        << "don't l\u2019homme \u2019tis well-known non\u2011breaking - x" << 6;
+    QTest::newRow("dashes, ellipses") << "a\u2014b\u2013c--d Wait...what\u2026 e.g. U.S.A." << 8;
+    QTest::newRow("numbers") << "3.14 1,000 \u20ac5 50% 3:30 2021-05-03 \u00bd" << 7;
+    QTest::newRow("only signs") << "* & \u2013 ... -- ___ \u2603 \U0001F600" << 0;
+    QTest::newRow("signs inside") << "file(s) and/or AT&T a@b.org http://x.org/a_b" << 5;
+    QTest::newRow("unseen, marks") << "aut\u00adhor wo\u2060rd e\u0301te\u0301" << 3;
+    QTest::newRow("picture") << "a\ufffcb \ufffc" << 2;
+    QTest::newRow("Korean, Arabic")
+        << "\ud55c\uad6d\uc5b4 \ub2e8\uc5b4 \u0643\u0644\u0645\u0629" << 3;
+    QTest::newRow("Chinese") << "\u6f22\u5b57\uff0c\u3007 \U00020000\u3002 HTML5\u6587 v2" << 7;
+    QTest::newRow("Japanese") << "\u30e9\u30fc\u30e1\u30f3\u3092\u98df\u3079" << 7;
+    QTest::newRow("beyond the first plane") << "\U0001D4D0\U0001D4D1 \U0001D4D2" << 2;
+    QTest::newRow("lone surrogates")
+        << QString(QChar(0xd800)) + QLatin1Char('a') + QChar(0xdc00) << 1;
+}
+
+void TestCounts::countsWords()
+{
+    QFETCH(const QString, text);
+    QTextDocument document;
+    document.setPlainText(text);
+    QTEST(MVRTextDoc::wordCount(document, false, false), "words");
+}
+
+void TestCounts::dividesThai()
+{
+    const QString phrase = QStringLiteral(u"\u0e2a\u0e27\u0e31\u0e2a\u0e14\u0e35"
+                                          u"\u0e0a\u0e32\u0e27\u0e42\u0e25\u0e01");
+    QTextDocument document;
+    document.setPlainText(phrase);
+    // With a dictionary these are three words, else as many as there are groups of signs.
+    const int words = MVRTextDoc::wordCount(document, false, false);
+    QVERIFY(words >= 3);
+    document.setPlainText(phrase.repeated(20000) + QStringLiteral("abc"));
+    QCOMPARE(MVRTextDoc::wordCount(document, false, false), 20000 * words + 1);
+}
+
+void TestCounts::countsCharacters()
+{
+    QTextDocument document;
+    QCOMPARE(MVRTextDoc::characterCount(document, true, true), 0);
+    document.setPlainText(QStringLiteral("Two words"));
+    QCOMPARE(MVRTextDoc::characterCount(document, false, false), 9);
+    MarkedText::fill(&document, QStringLiteral("undivided\nx"), QStringLiteral("BB.aa11f..."));
+    QCOMPARE(MVRTextDoc::wordCharacterCount(&document, false, false, true, true), Counts(2, 11));
+    QCOMPARE(MVRTextDoc::wordCharacterCount(nullptr, true, true, true, true), Counts(0, 0));
+}
+
+void TestCounts::addsNotes()
+{
+    QTextDocument document;
+    document.setPlainText(QStringLiteral("one two three four"));
+    const auto attach = [&document](int start, const QByteArray &content, bool isFootnote) {
+        const QTextCursor word = MarkedText::select(&document, start, start + 3);
+        MVRTextDoc::setCommentCData(word, content, isFootnote);
+    };
+    attach(0, MVRTextRtf::textToRtf(QStringLiteral("a comment"), nullptr), false);
+    attach(4, MVRTextRtf::textToRtf(QStringLiteral("the foot note"), nullptr), true);
+    attach(8, "no RTF", false);
+    attach(14, QByteArray(), true);
+    QCOMPARE(MVRTextDoc::wordCount(document, false, false), 4);
+    QCOMPARE(MVRTextDoc::wordCount(document, true, false), 4 + 2);
+    QCOMPARE(MVRTextDoc::wordCount(document, false, true), 4 + 3);
+    QCOMPARE(MVRTextDoc::wordCharacterCount(&document, true, true, false, true),
+             Counts(0, 18 + 9 + 13));
+    QCOMPARE(MVRTextDoc::formatCount(&document, MVRTextFormat::InspectorCommentProperty, true), 2);
+}
+
+void TestCounts::countsPages()
+{
+    QTextDocument document;
+    document.setPlainText(QStringLiteral("line\n").repeated(100));
+    for (const QSizeF &size : {QSizeF(), QSizeF(300, 0), QSizeF(300, -5)})
+        QCOMPARE(MVRTextDoc::pageCount(&document, size), 1);
+    const QSizeF size(300, 200);
+    const int pages = MVRTextDoc::pageCount(&document, size);
+    QCOMPARE(document.pageCount(), 1);
+    mvrSetPageSize(*document.documentLayout(), size);
+    QCOMPARE(document.pageCount(), pages);
+    QCOMPARE(mvrPageSize(*document.documentLayout()), size);
+
+    // Twice the line spacing of the application is twice the height.
+    QTextBlockFormat spacing;
+    spacing.setProperty(MVRTextFormat::LineSpacingProperty, 2.0);
+    QTextCursor all(&document);
+    all.select(QTextCursor::Document);
+    all.mergeBlockFormat(spacing);
+    QVERIFY(MVRTextDoc::pageCount(&document, size) > pages * 3 / 2);
+}
+
+QTEST_MAIN(TestCounts)
+#include "tst_counts.moc"

@@ -1,0 +1,197 @@
+#include <core/MVRGuiUtil.h>
+#include <core/MVRTextFormat.h>
+#include <text/MVRTextDoc.h>
+
+#include <QDir>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+class TestImageLinks : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void loadsFiles_data();
+    void loadsFiles();
+    void takesSizes();
+    void boundsPlaceholders();
+    void sharesEqualPictures();
+    void namesEqualImagesAlike();
+
+private:
+    QTemporaryDir m_dir;
+};
+
+namespace {
+
+QImage picture(int width, int height, Qt::GlobalColor color)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(color);
+    return image;
+}
+
+QString code(const QString &path, const QString &width, const QString &height)
+{
+    return QStringLiteral("{$MVRImageLink[w:%1;h:%2]=%3}").arg(width, height, path);
+}
+
+QTextImageFormat imageAt(QTextDocument *document, int position)
+{
+    QTextCursor cursor(document);
+    cursor.setPosition(position + 1);
+    return cursor.charFormat().toImageFormat();
+}
+
+QImage resourceOf(QTextDocument *document, const QTextImageFormat &format)
+{
+    return document->resource(QTextDocument::ImageResource, QUrl(format.name())).value<QImage>();
+}
+
+bool write(const char *name, const QByteArray &bytes)
+{
+    QFile file(QString::fromLatin1(name));
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+} // namespace
+
+void TestImageLinks::initTestCase()
+{
+    QVERIFY(m_dir.isValid() && QDir::setCurrent(m_dir.path())
+            && QDir().mkdir(QStringLiteral("images")));
+    QVERIFY(picture(30, 20, Qt::red).save(QStringLiteral("images/a.b.png")));
+    QVERIFY(picture(30, 20, Qt::red).save(QStringLiteral("jpeg.png"), "JPG"));
+    QVERIFY(picture(8000, 7000, Qt::red).save(QStringLiteral("photograph.jpg")));
+    QVERIFY(write("text.png", "no picture") && write("empty.png", ""));
+    QVERIFY(write("drawing.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='9'/>"));
+    // Well-formed, and 64 million pixels large.
+    QVERIFY(write("large.pbm", "P4\n8000 8000\n" + QByteArray(8000000, 0)));
+    QFile sparse(QStringLiteral("sparse.png"));
+    QVERIFY(sparse.open(QIODevice::WriteOnly) && sparse.resize(qint64(4) << 30));
+    QCOMPARE(mkfifo("pipe.png", 0600), 0);
+}
+
+void TestImageLinks::loadsFiles_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("link");
+    QTest::addColumn<QString>("baseName");
+    QTest::addColumn<QSize>("size");
+
+    const QSize loaded(30, 20);
+    const QString absolute = m_dir.filePath(QStringLiteral("images/a.b.png"));
+    QTest::newRow("absolute") << absolute << absolute << "a" << loaded;
+    QTest::newRow("slash too much") << "/images/a.b.png"
+                                    << "images/a.b.png"
+                                    << "a" << loaded;
+    QTest::newRow("backslash") << "images/a.b.png\\"
+                               << "images/a.b.png"
+                               << "a" << loaded;
+    QTest::newRow("wrong suffix") << "jpeg.png"
+                                  << "jpeg.png"
+                                  << "jpeg" << loaded;
+    QTest::newRow("reduced") << "photograph.jpg"
+                             << "photograph.jpg"
+                             << "photograph" << QSize(2000, 1750);
+    const QSize placeholder(320, 200);
+    for (const char *name : {"missing", "images", "pipe.png", "sparse.png", "text.png", "empty.png",
+                             "drawing.svg", "large.pbm", "/dev/zero"})
+        QTest::newRow(name) << name << name << QFileInfo(QLatin1String(name)).baseName()
+                            << placeholder;
+}
+
+void TestImageLinks::loadsFiles()
+{
+    QFETCH(const QString, path);
+    QFETCH(const QString, link);
+    QTextDocument document;
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    QTextCursor(&document).insertText(QLatin1Char('x')
+                                          + code(path, QStringLiteral("320"), QStringLiteral("200"))
+                                          + QLatin1Char('y'),
+                                      bold);
+    MVRTextDoc::fromInlineMarkupImageLinks(&document);
+    QCOMPARE(document.toRawText(), QStringLiteral("x\ufffcy"));
+    const QTextImageFormat format = imageAt(&document, 1);
+    QCOMPARE(QSizeF(format.width(), format.height()), QSizeF(320, 200));
+    QCOMPARE(format.fontWeight(), int(QFont::Bold));
+    QCOMPARE(format.toolTip(),
+             (path == QStringLiteral("missing") ? QStringLiteral("Missing ") : QStringLiteral(""))
+                 + QStringLiteral("Image Link: '") + link + QLatin1Char('\''));
+    QCOMPARE(format.property(MVRTextFormat::ImageLinkProperty), QVariant(link));
+    QTEST(format.stringProperty(MVRTextFormat::ImageLinkBaseNameProperty), "baseName");
+    QTEST(resourceOf(&document, format).size(), "size");
+}
+
+void TestImageLinks::takesSizes()
+{
+    const QString x = QStringLiteral("x");
+    const QString one = QStringLiteral("1");
+    const QString tooLong = QStringLiteral("99999999999");
+    QTextDocument document;
+    const QString noCodes = code(x, QStringLiteral("-1"), one) + code(QString(), one, one);
+    document.setPlainText(code(x, QStringLiteral("0"), QStringLiteral("000"))
+                          + code(x, tooLong, tooLong) + code(QStringLiteral("w:7;h:8"), one, one)
+                          + code(x, QStringLiteral("\u0663"), one) + noCodes);
+    MVRTextDoc::fromInlineMarkupImageLinks(&document);
+    QCOMPARE(document.toRawText(), QStringLiteral("\ufffc\ufffc\ufffc\ufffc") + noCodes);
+    const QSizeF sizes[] = {{1, 1}, {800, 600}, {1, 1}, {800, 1}};
+    for (int i = 0; i < 4; ++i)
+        QCOMPARE(QSizeF(imageAt(&document, i).width(), imageAt(&document, i).height()), sizes[i]);
+}
+
+void TestImageLinks::boundsPlaceholders()
+{
+    QTextDocument document;
+    QString text = code(QStringLiteral("x"), QStringLiteral("2000000000"), QStringLiteral("1"));
+    for (int i = 1; i <= 100; ++i)
+        text += code(QStringLiteral("x"), QStringLiteral("2000"), QString::number(1700 + i));
+    document.setPlainText(text);
+    MVRTextDoc::fromInlineMarkupImageLinks(&document);
+    QCOMPARE(imageAt(&document, 0).width(), 2e9);
+    qint64 pixels = 0;
+    for (int i = 0; i <= 100; ++i) {
+        const QImage image = resourceOf(&document, imageAt(&document, i));
+        QVERIFY(!image.isNull() && image.pixelColor(0, 0) == QColor(Qt::white));
+        pixels += qint64(image.width()) * image.height();
+    }
+    QVERIFY(pixels < 20 * 1000 * 1000);
+    MVRTextDoc::fromInlineMarkupImageLinks(nullptr);
+}
+
+void TestImageLinks::sharesEqualPictures()
+{
+    QVERIFY(QFile::copy(QStringLiteral("images/a.b.png"), QStringLiteral("copy.png")));
+    QTextDocument document;
+    // A base URL must not hide what was put in under a name.
+    document.setMetaInformation(QTextDocument::DocumentUrl, QStringLiteral("file:///elsewhere/"));
+    QTextCursor(&document).insertText(
+        code(QStringLiteral("images/a.b.png"), QStringLiteral("1"), QStringLiteral("1"))
+        + code(QStringLiteral("copy.png"), QStringLiteral("1"), QStringLiteral("1")));
+    MVRTextDoc::fromInlineMarkupImageLinks(&document);
+    QCOMPARE(imageAt(&document, 0).name(), imageAt(&document, 1).name());
+    QCOMPARE(resourceOf(&document, imageAt(&document, 1)).size(), QSize(30, 20));
+}
+
+void TestImageLinks::namesEqualImagesAlike()
+{
+    QImage image = picture(3, 2, Qt::blue);
+    QImage equal = image;
+    reinterpret_cast<QRgb *>(equal.scanLine(1))[1] &= 0x00ffffff; // a byte that is not shown
+    QVERIFY(image == equal);
+    QCOMPARE(MVRGuiUtil::resourceId(equal), MVRGuiUtil::resourceId(image));
+    image.setPixelColor(1, 1, QColor(0, 0, 254));
+    QVERIFY(MVRGuiUtil::resourceId(equal) != MVRGuiUtil::resourceId(image));
+    QVERIFY(MVRGuiUtil::resourceId(QImage()).isEmpty());
+}
+
+QTEST_MAIN(TestImageLinks)
+#include "tst_imagelinks.moc"

@@ -1,0 +1,309 @@
+#include "MarkedText.h"
+
+#include <core/MVRSettings.h>
+#include <core/MVRTextRtf.h>
+#include <text/MVRTextDoc.h>
+
+#include <QImage>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTextDocumentFragment>
+#include <QTextList>
+#include <QTextTable>
+#include <QtTest>
+
+#include <functional>
+
+using MarkedText::select;
+
+class TestNoteMoves : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void keepsContentsThereAndBack_data();
+    void keepsContentsThereAndBack();
+    void undoesAndRedoesExactly_data();
+    void undoesAndRedoesExactly();
+    void turnsTablesOfContentsIntoText();
+
+private:
+    QTemporaryDir m_dir;
+};
+
+namespace {
+
+/*! Draws documents whose notes hold what a writer puts into them. */
+class Generator
+{
+public:
+    explicit Generator(quint32 seed)
+        : m_random(seed)
+    {
+    }
+
+    void fill(QTextDocument *document)
+    {
+        document->clear();
+        QTextCursor cursor(document);
+        for (int paragraph = bounded(6); paragraph >= 0; --paragraph) {
+            QTextBlockFormat format;
+            format.setAlignment(bounded(2) ? Qt::AlignLeft : Qt::AlignHCenter);
+            format.setTextIndent(10.0 * bounded(3));
+            cursor.setBlockFormat(format);
+            for (int words = bounded(8); words > 0; --words)
+                insertWord(cursor);
+            if (paragraph > 0)
+                cursor.insertBlock();
+        }
+        document->clearUndoRedoStacks();
+    }
+
+    int bounded(int highest) { return m_random.bounded(highest); }
+
+private:
+    void insertWord(QTextCursor &cursor)
+    {
+        const int start = cursor.position();
+        cursor.insertText(word(), charFormat());
+        QTextCursor note = select(cursor.document(), start + bounded(2), cursor.position());
+        if (bounded(2))
+            MVRTextDoc::setCommentCData(note, content(), bounded(2));
+        cursor.insertText(QString(1 + bounded(2), QLatin1Char(' ')), QTextCharFormat());
+    }
+
+    QString word()
+    {
+        static const QStringList words
+            = QString::fromUtf8("one two's слово 語 ελλάδα don’t שלום x2 😀 re-entry")
+                  .split(QLatin1Char(' '));
+        return words.at(bounded(words.size()));
+    }
+
+    QTextCharFormat charFormat()
+    {
+        QTextCharFormat format;
+        if (!bounded(3))
+            format.setFontWeight(QFont::Bold);
+        if (!bounded(4))
+            format.setFontItalic(true);
+        if (!bounded(6)) {
+            format.setAnchor(true);
+            format.setAnchorHref(QStringLiteral("https://example.org/%1").arg(bounded(9)));
+        }
+        return format;
+    }
+
+    QByteArray content()
+    {
+        QTextDocument document;
+        QTextCursor cursor(&document);
+        // Touching notes of equal content would be one note.
+        cursor.insertText(QStringLiteral("note %1 ").arg(m_notes++), charFormat());
+        if (!bounded(4)) {
+            QImage image(3, 2, QImage::Format_RGB32);
+            image.fill(Qt::red);
+            cursor.insertImage(image);
+        }
+        // The paragraphs at both ends become part of paragraphs of prose: their own form goes.
+        if (!bounded(3)) {
+            cursor.insertBlock();
+            cursor.insertText(word(), charFormat());
+            if (bounded(2))
+                cursor.createList(QTextListFormat::ListDecimal);
+            cursor.insertBlock(QTextBlockFormat(), charFormat());
+        }
+        cursor.insertText(word() + QLatin1Char('.'), charFormat());
+        return MVRTextRtf::toRtfCData(&document, false);
+    }
+
+    QRandomGenerator m_random;
+    int m_notes = 0;
+};
+
+/*! What a note says and looks like, a line per paragraph. */
+QString described(const QByteArray &cdata)
+{
+    QTextDocument content;
+    MVRTextRtf::fromRtfCData(cdata, &content);
+    QString text;
+    for (QTextBlock block = content.begin(); block.isValid(); block = block.next()) {
+        if (block.textList())
+            text += QStringLiteral("(%1) ").arg(block.textList()->format().style());
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextCharFormat format = it.fragment().charFormat();
+            text += QStringLiteral("%1[%2 %3 %4]")
+                        .arg(it.fragment().text())
+                        .arg(format.fontWeight())
+                        .arg(format.fontItalic())
+                        .arg(format.anchorHref());
+        }
+        text += QLatin1Char('\n');
+    }
+    return text;
+}
+
+QStringList describedNotes(const QTextDocument &document)
+{
+    QStringList notes;
+    const MVRTextCommentLinkMap map = MVRTextDoc::commentsMap(&document, -1, -1);
+    for (const MVRTextCommentLink &link : map)
+        notes << QString::number(link.isFootnote) + QLatin1Char(' ') + described(link.cdata);
+    return notes;
+}
+
+/*! Everything that undo has to bring back. */
+struct State
+{
+    explicit State(const QTextDocument &document)
+        : html(document.toHtml())
+    {
+        for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+            formats << block.blockFormat() << block.charFormat();
+            for (auto it = block.begin(); !it.atEnd(); ++it) {
+                texts << it.fragment().text();
+                formats << it.fragment().charFormat();
+            }
+        }
+    }
+    bool operator==(const State &other) const
+    {
+        return html == other.html && texts == other.texts && formats == other.formats;
+    }
+
+    QString html;
+    QStringList texts;
+    QVector<QTextFormat> formats;
+};
+
+using Operation = std::function<void(QTextDocument *)>;
+
+void toText(QTextDocument *document)
+{
+    MVRTextDoc::convertInspectorCommentsToInlineAnnotations(document, QTextCursor());
+    MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(document, QTextCursor());
+}
+
+void toInspector(QTextDocument *document)
+{
+    MVRTextDoc::convertInlineAnnotationsToInspectorComments(document, true, QTextCursor());
+    MVRTextDoc::convertInlineFootnotesToInspectorFootnotes(document, true, QTextCursor());
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Operation)
+
+void TestNoteMoves::initTestCase()
+{
+    QVERIFY(m_dir.isValid());
+    mvrOptions().setFileName(m_dir.filePath(QStringLiteral("settings.ini")));
+}
+
+void TestNoteMoves::keepsContentsThereAndBack_data()
+{
+    QTest::addColumn<bool>("leaveParagraph");
+    QTest::newRow("words of the paragraph") << false;
+    QTest::newRow("words of any paragraph") << true;
+}
+
+void TestNoteMoves::keepsContentsThereAndBack()
+{
+    QFETCH(const bool, leaveParagraph);
+    mvrOptions().setValue(MVRSettings::WordSearchSetting, leaveParagraph);
+    int moved = 0;
+    for (quint32 seed = 1; seed <= 100; ++seed) {
+        QTextDocument document;
+        Generator(seed).fill(&document);
+        const QStringList notes = describedNotes(document);
+        toText(&document);
+        QVERIFY(describedNotes(document).isEmpty());
+        toInspector(&document);
+        QCOMPARE(describedNotes(document), notes);
+        moved += notes.size();
+    }
+    mvrOptions().remove(MVRSettings::WordSearchSetting);
+    QVERIFY(moved > 500);
+}
+
+void TestNoteMoves::undoesAndRedoesExactly_data()
+{
+    using Document = QTextDocument *;
+    QTest::addColumn<Operation>("operation");
+    QTest::addColumn<int>("steps");
+
+    // A move and the removal of what it leaves behind are a step each.
+    QTest::newRow("comments into the text") << Operation([](Document document) {
+        MVRTextDoc::convertInspectorCommentsToInlineAnnotations(document, QTextCursor());
+    }) << 1;
+    QTest::newRow("annotations to the inspector") << Operation([](Document document) {
+        MVRTextDoc::convertInlineAnnotationsToInspectorComments(document, false, QTextCursor());
+    }) << 2;
+    QTest::newRow("footnotes to comments") << Operation([](Document document) {
+        MVRTextDoc::convertInlineFootnotesToInspectorComments(document, true, QTextCursor());
+    }) << 2;
+    QTest::newRow("kinds in the text") << Operation([](Document document) {
+        MVRTextDoc::convertInlineAnnotationsToInlineFootnotes(document, QTextCursor());
+    }) << 1;
+    QTest::newRow("kinds in the inspector") << Operation([](Document document) {
+        MVRTextDoc::convertInspectorCommentsToInspectorFootnotes(document, QTextCursor());
+    }) << 1;
+    QTest::newRow("trimming in the text") << Operation([](Document document) {
+        MVRTextDoc::trimInlineNotes(document, MVRTextFormat::InlineAnnotationProperty, true, 0, 0,
+                                    QTextCursor());
+    }) << 1;
+}
+
+void TestNoteMoves::undoesAndRedoesExactly()
+{
+    QFETCH(const Operation, operation);
+    QFETCH(const int, steps);
+    int changed = 0;
+    for (quint32 seed = 1; seed <= 40; ++seed) {
+        QTextDocument document;
+        Generator generator(seed);
+        generator.fill(&document);
+        MVRTextDoc::swapInspectorToInline(&document, MVRTextFormat::InspectorFootnoteProperty,
+                                          generator.bounded(2), QTextCursor());
+        document.clearUndoRedoStacks();
+        const State before(document);
+        operation(&document);
+        const State after(document);
+        if (after == before)
+            continue;
+        ++changed;
+        int undone = 0;
+        for (; document.isUndoAvailable(); ++undone)
+            document.undo();
+        QVERIFY(State(document) == before);
+        QVERIFY2(undone <= steps, qPrintable(QStringLiteral("%1 steps").arg(undone)));
+        while (document.isRedoAvailable())
+            document.redo();
+        QVERIFY(State(document) == after);
+    }
+    QVERIFY(changed > 5);
+}
+
+void TestNoteMoves::turnsTablesOfContentsIntoText()
+{
+    QTextDocument content;
+    QTextCursor cursor(&content);
+    cursor.insertText(QStringLiteral("before"));
+    QTextTable *table = cursor.insertTable(1, 2);
+    table->cellAt(0, 0).firstCursorPosition().insertText(QStringLiteral("left"));
+    table->cellAt(0, 1).firstCursorPosition().insertText(QStringLiteral("right"));
+    QTextDocument document;
+    document.setPlainText(QStringLiteral("word after"));
+    MVRTextDoc::setCommentCData(select(&document, 0, 4), MVRTextRtf::toRtfCData(&content, false),
+                                false);
+    toText(&document);
+    toInspector(&document);
+    const QStringList notes = MVRTextDoc::inspectorNotesToPlainText(&document);
+    QCOMPARE(notes, QStringList(QStringLiteral("before\nleft\tright")));
+    // A word that ever carried a note counts as one of a note.
+    QCOMPARE(document.toPlainText(), QStringLiteral("word(Linked Comment) after"));
+}
+
+QTEST_MAIN(TestNoteMoves)
+#include "tst_notemoves.moc"

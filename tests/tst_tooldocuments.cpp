@@ -1,0 +1,132 @@
+#include "ToolRun.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+
+/*! The commands that count, replace in and append documents. */
+class TestToolDocuments : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void countsFiles();
+    void replacesText();
+    void appendsDocuments();
+    void tellsFigures();
+
+private:
+    QString path(const QString &name) const { return m_folder->path(name); }
+    QString write(const QString &name, const QByteArray &content) const
+    {
+        return m_folder->write(name, content);
+    }
+    QByteArray read(const QString &name) const { return m_folder->read(name); }
+
+    QScopedPointer<ToolFolder> m_folder;
+};
+
+void TestToolDocuments::init()
+{
+    m_folder.reset(new ToolFolder);
+    QVERIFY(m_folder->isValid());
+}
+
+void TestToolDocuments::countsFiles()
+{
+    const QString one = write(QStringLiteral("one.txt"), "Well-known words\nhere");
+    const QString rtf = write(QStringLiteral("two.rtf"),
+                              "{\\rtf1 Text{\\footnote \\pard the foot note} more.\\par}");
+    const Run table
+        = mvrtext({QStringLiteral("count"), one, path(QStringLiteral("none.txt")), rtf});
+    QCOMPARE(table.exitCode, 1);
+    const QRegularExpression rows(QStringLiteral("one.txt +3 +21\n.* 2 +10\ntotal +5 +31\n$"));
+    QVERIFY2(rows.match(QString::fromUtf8(table.output)).hasMatch(), table.output.constData());
+    QVERIFY2(table.errors.contains("none.txt: "), table.errors.constData());
+
+    const Run json = mvrtext({QStringLiteral("count"), QStringLiteral("--json"),
+                              QStringLiteral("--with-footnotes"), rtf});
+    const QJsonObject counts = QJsonDocument::fromJson(json.output).object();
+    QCOMPARE(counts.value(QLatin1String("words")).toInt(), 5);
+    const QJsonObject file = counts.value(QLatin1String("files")).toArray().at(0).toObject();
+    QCOMPARE(file.value(QLatin1String("characters")).toInt(), 10 + 13);
+}
+
+void TestToolDocuments::replacesText()
+{
+    const QString in = write(QStringLiteral("in.txt"), "Cat, cat.\n");
+    const auto replaced = [&](const QString &options) {
+        const QStringList command = QStringLiteral("replace %1 -o %2 %3")
+                                        .arg(in, path(QStringLiteral("out.txt")), options)
+                                        .split(QLatin1Char(' '));
+        const QByteArray said = mvrtext(command).errors;
+        return said.mid(said.lastIndexOf(": ") + 2) + read(QStringLiteral("out.txt"));
+    };
+    QCOMPARE(replaced(QStringLiteral("--find cat --with dog")),
+             QByteArray("2 places replaced\ndog, dog.\n"));
+    QCOMPARE(replaced(QStringLiteral("--find cat --with= --match-case")),
+             QByteArray("1 place replaced\nCat, .\n"));
+    QCOMPARE(replaced(QStringLiteral("--regexp --find [,.].* --with !")),
+             QByteArray("1 place replaced\nCat!\n"));
+
+    // A line feed does not push the title page's end into the script.
+    const QString play = path(QStringLiteral("play.fdx"));
+    mvrtext({QStringLiteral("replace"), example(), QStringLiteral("-o"), play,
+             QStringLiteral("--find"), QStringLiteral("by"), QStringLiteral("--with=by\nhand of")});
+    const auto titlePage = [](const QString &file) {
+        const Run info = mvrtext({QStringLiteral("info"), QStringLiteral("--json"), file});
+        const QJsonObject figures = QJsonDocument::fromJson(info.output).object();
+        return figures.value(QLatin1String("titlePageParagraphs")).toInt();
+    };
+    QCOMPARE(titlePage(play), titlePage(example()) + 1);
+}
+
+void TestToolDocuments::appendsDocuments()
+{
+    const QString one = write(QStringLiteral("1.rtf"), "{\\rtf1{\\info{\\title First}}one\\par}");
+    const QString two = write(QStringLiteral("2.txt"), "two\n\nthree");
+    const QString empty = write(QStringLiteral("3.txt"), "");
+    const auto appended = [this](const QString &out, const QStringList &files) {
+        QStringList command {QStringLiteral("append"), QStringLiteral("--page-break"),
+                             QStringLiteral("-o"), path(out)};
+        return mvrtext(command + files).exitCode == 0 ? read(out) : QByteArray();
+    };
+    const QByteArray rtf = appended(QStringLiteral("out.rtf"), {one, empty, two, one});
+    QCOMPARE(rtf.count("\\pagebb"), 2);
+    QVERIFY(rtf.contains("First"));
+    QCOMPARE(appended(QStringLiteral("out.txt"), {one, empty, two, one}),
+             QByteArray("one\ntwo\n\nthree\none\n"));
+    QVERIFY(appended(QStringLiteral("out.fdx"), {two, example()}).contains("ScriptNote"));
+    QVERIFY(appended(QStringLiteral("2.txt"), {one, two}).isEmpty());
+    QCOMPARE(read(QStringLiteral("2.txt")), QByteArray("two\n\nthree"));
+}
+
+void TestToolDocuments::tellsFigures()
+{
+    const QString text
+        = write(QStringLiteral("a.txt"), "Don\xe2\x80\x99t stop \xe2\x80\x94 now.\n\nTwo");
+    const QStringList info {QStringLiteral("info"), QStringLiteral("--json")};
+    const QJsonObject plain
+        = QJsonDocument::fromJson(mvrtext(info + QStringList(text)).output).object();
+    QCOMPARE(plain.value(QLatin1String("paragraphs")).toInt(), 3);
+    QCOMPARE(plain.value(QLatin1String("words")).toInt(), 4);
+    QCOMPARE(plain.value(QLatin1String("characters")).toInt(), 22);
+    QCOMPARE(plain.value(QLatin1String("pages")).toInt(), 1);
+    QVERIFY(!plain.contains(QLatin1String("elements")));
+
+    const QJsonObject play
+        = QJsonDocument::fromJson(mvrtext(info + QStringList(example())).output).object();
+    const QJsonObject elements = play.value(QLatin1String("elements")).toObject();
+    QCOMPARE(elements.value(QLatin1String("Scene Heading")).toInt(), 4); // three and a shot
+    QCOMPARE(elements.value(QLatin1String("Dialogue")).toInt(), 26);
+    QCOMPARE(play.value(QLatin1String("notes")).toObject().value(QLatin1String("comment")).toInt(),
+             5);
+    QCOMPARE(play.value(QLatin1String("scaling")).toDouble(), 100.0);
+    QCOMPARE(play.value(QLatin1String("showInvisibles")), QJsonValue(false));
+    QCOMPARE(play.value(QLatin1String("pages")).toInt(), 5);
+}
+
+QTEST_GUILESS_MAIN(TestToolDocuments)
+#include "tst_tooldocuments.moc"

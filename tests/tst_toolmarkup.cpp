@@ -1,0 +1,113 @@
+#include "ToolRun.h"
+
+#include <QImage>
+#include <QtTest>
+
+/*! The commands that write and read codes and make end notes. */
+class TestToolMarkup : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void runs_data();
+    void runs();
+    void readsBackAScreenplay_data();
+    void readsBackAScreenplay();
+    void writesNotesOfABook();
+
+private:
+    QScopedPointer<ToolFolder> m_folder;
+};
+
+namespace {
+
+// A comment, a footnote of two paragraphs, an annotation and a picture.
+const char manuscript[]
+    = R"({\rtf1 Some text{\*\annotation said} and more{\footnote Be\i low.\par Second.} end)"
+      R"(\{\\Mvrn_annot \\color=\{\\R=1\\G=0\\B=0\} \\text=aside\\end_Mvrn_annot\})"
+      R"(\{$MVRImageLink[w:30;h:20]=a.png\}\par})";
+
+}
+
+void TestToolMarkup::init()
+{
+    m_folder.reset(new ToolFolder);
+    QVERIFY(m_folder->isValid());
+    m_folder->write(QStringLiteral("in.rtf"), manuscript);
+    QVERIFY(QImage(3, 2, QImage::Format_RGB32).save(m_folder->path(QStringLiteral("a.png"))));
+}
+
+void TestToolMarkup::runs_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("says"); // in the file, or on the standard error
+
+    QTest::newRow("every note as a code") << "markup --write in.rtf -o a.txt"
+                                          << "a.txt"
+                                          << "more{\\Mvrn_fn= Below.\nSecond.\\end_Mvrn_fn} end{";
+    QTest::newRow("no picture in text") << "markup --read in.rtf -o a.txt"
+                                        << ""
+                                        << "1 picture left out";
+    QTest::newRow("picture by its file") << "markup --read in.rtf -o a.html"
+                                         << "a.html"
+                                         << "<img src=\"a.png\" width=\"30\" height=\"20\" />";
+    QTest::newRow("numbers") << "endnotes --first 7 in.rtf -o a.txt"
+                             << "a.txt"
+                             << "Some text [said] and more7 end[aside]"
+                                "{$MVRImageLink[w:30;h:20]=a.png}\n\n7. Below.\nSecond.\n";
+    QTest::newRow("MultiMarkdown") << "endnotes --style mmd in.rtf -o a.md"
+                                   << "a.md"
+                                   << "\n[^fn1]: Be*low.\nSecond.*\n";
+    QTest::newRow("notes elsewhere") << "endnotes in.rtf -o a.txt --notes-out b.txt"
+                                     << "b.txt"
+                                     << "1. Below.\nSecond.\n";
+}
+
+void TestToolMarkup::runs()
+{
+    QFETCH(const QString, arguments);
+    QFETCH(const QString, file);
+    QFETCH(const QString, says);
+    const Run run = mvrtext(arguments.toUtf8().constData(), m_folder->path());
+    QCOMPARE(run.exitCode, 0);
+    const QByteArray text = file.isEmpty() ? run.errors : m_folder->read(file);
+    QVERIFY2(text.contains(says.toUtf8()), text.constData());
+}
+
+void TestToolMarkup::readsBackAScreenplay_data()
+{
+    QTest::addColumn<QString>("suffix");
+    for (const char *suffix : {"txt", "html", "rtf", "fdx"})
+        QTest::newRow(suffix) << suffix;
+}
+
+void TestToolMarkup::readsBackAScreenplay()
+{
+    QFETCH(const QString, suffix);
+    const QString coded = m_folder->path(QStringLiteral("coded.") + suffix);
+    const QString script = QStringLiteral(MVR_SOURCE_DIR "/examples/screenplay.fdx");
+    const QString out = m_folder->path(QStringLiteral("out.rtf"));
+    const QString markup = QStringLiteral("markup");
+    QCOMPARE(
+        mvrtext({markup, QStringLiteral("--write"), script, QStringLiteral("-o"), coded}).exitCode,
+        0);
+    QCOMPARE(mvrtext({markup, QStringLiteral("--read"), coded, QStringLiteral("-o"), out}).exitCode,
+             0);
+    const QByteArray notes = mvrtext({QStringLiteral("notes"), out}).output;
+    QCOMPARE(notes.count("\ncomment "), 5);
+    QVERIFY(notes.contains("Check that no registered vessel has this name.\n"));
+}
+
+void TestToolMarkup::writesNotesOfABook()
+{
+    QCOMPARE(mvrtext("endnotes --style ebook in.rtf -o a.html", m_folder->path()).exitCode, 0);
+    QVERIFY(m_folder->read(QStringLiteral("a.html")).contains("<a href=\"footnotes.xhtml#fn1\">"));
+    const QByteArray notes = m_folder->read(QStringLiteral("footnotes.xhtml"));
+    QVERIFY2(notes.contains("<a id=\"fn1\"></a>"), notes.constData());
+    QVERIFY(notes.startsWith("<?xml") && notes.endsWith("</html>\n"));
+}
+
+QTEST_GUILESS_MAIN(TestToolMarkup)
+#include "tst_toolmarkup.moc"

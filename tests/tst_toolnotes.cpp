@@ -1,0 +1,169 @@
+#include "ToolRun.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+
+/*! The commands that list and change notes and links. */
+class TestToolNotes : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void exitCodes_data();
+    void exitCodes();
+    void movesNotes_data();
+    void movesNotes();
+    void saysWhatWouldMove();
+    void removesTrimsAndEncloses_data();
+    void removesTrimsAndEncloses();
+    void listsAndRemovesLinks();
+
+private:
+    QStringList kinds(const char *file) const;
+
+    QScopedPointer<ToolFolder> m_folder;
+};
+
+namespace {
+
+// A comment on "text", a footnote behind "second", an annotation and a footnote in the text.
+const char manuscript[]
+    = R"({\rtf1 Some text{\*\atnid A}{\*\atnauthor A}\chatn{\*\annotation  said  A} and )"
+      R"(second{\footnote  Below. } word \{\\Mvrn_annot \\color=\{\\R=1\\G=0\\B=0\} )"
+      R"(\\text= aside\\end_Mvrn_annot\}, then\{\\Mvrn_fn= noted \\end_Mvrn_fn\} on.\par})";
+
+}
+
+void TestToolNotes::init()
+{
+    m_folder.reset(new ToolFolder);
+    QVERIFY(m_folder->isValid());
+    m_folder->write(QStringLiteral("in.rtf"), manuscript);
+}
+
+/*! The kind and content of each note. */
+QStringList TestToolNotes::kinds(const char *file) const
+{
+    const Run run
+        = mvrtext({QStringLiteral("notes"), QStringLiteral("--json"), QString::fromLatin1(file)},
+                  QByteArray(), m_folder->path());
+    QStringList kinds;
+    const QJsonArray notes = QJsonDocument::fromJson(run.output).array();
+    for (const QJsonValue &note : notes)
+        kinds << note[QLatin1String("kind")].toString() + QLatin1Char(':')
+                + note[QLatin1String("content")].toString();
+    return kinds;
+}
+
+void TestToolNotes::exitCodes_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("message");
+
+    QTest::newRow("no output") << "notes in.rtf --to inline" << 2 << "-o OUT";
+    QTest::newRow("no change") << "notes in.rtf -o out.rtf" << 2 << "--to";
+    QTest::newRow("no such kind") << "notes in.rtf --to poems -o out.rtf" << 2 << "poems";
+    QTest::newRow("one string") << "notes in.rtf --enclose [ -o out.rtf" << 2 << "two strings";
+    QTest::newRow("itself") << "notes in.rtf --trim -o in.rtf" << 1 << "input itself";
+    QTest::newRow("links without change") << "links in.rtf -o out.rtf" << 2 << "--clear";
+    QTest::newRow("links of nothing") << "links nowhere.rtf" << 1 << "nowhere";
+}
+
+void TestToolNotes::exitCodes()
+{
+    QFETCH(const QString, arguments);
+    QFETCH(const QString, message);
+    const Run run = mvrtext(arguments.toUtf8().constData(), m_folder->path());
+    QTEST(run.exitCode, "exitCode");
+    QVERIFY2(run.errors.contains(message.toUtf8()), run.errors.constData());
+    QVERIFY(m_folder->read(QStringLiteral("out.rtf")).isEmpty());
+    QCOMPARE(m_folder->read(QStringLiteral("in.rtf")), QByteArray(manuscript));
+}
+
+void TestToolNotes::movesNotes_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("notes");
+
+    QTest::newRow("into the text") << "inline"
+                                   << "inline annotation:said  A|inline footnote:Below.|inline "
+                                      "annotation:aside|inline footnote:noted";
+    QTest::newRow("beside the text")
+        << "inspector"
+        << "comment:said  A|footnote:Below.|comment:aside|footnote:noted";
+    QTest::newRow("one kind") << "footnotes"
+                              << "footnote:said  A|footnote:Below.|footnote:aside|footnote:noted";
+    QTest::newRow("one kind in the text")
+        << "annotations"
+        << "inline annotation:said  A|inline annotation:Below.|inline annotation:aside|inline "
+           "annotation:noted";
+}
+
+void TestToolNotes::movesNotes()
+{
+    QFETCH(const QString, kind);
+    const QString arguments = QStringLiteral("notes in.rtf -o out.rtf --to ") + kind;
+    const Run run = mvrtext(arguments.toUtf8().constData(), m_folder->path());
+    QVERIFY2(run.exitCode == 0 && run.errors.isEmpty(), run.errors.constData());
+    QTEST(kinds("out.rtf").join(QLatin1Char('|')), "notes");
+}
+
+void TestToolNotes::saysWhatWouldMove()
+{
+    const Run run = mvrtext("notes in.rtf --to comments --dry-run", m_folder->path());
+    QCOMPARE(run.output,
+             QByteArray("1 footnote -> comments\n1 inline annotation -> comments\n"
+                        "1 inline footnote -> comments\n"));
+    const Run none = mvrtext("notes out.rtf --to inline --dry-run", m_folder->path());
+    QCOMPARE(none.exitCode, 1);
+    m_folder->write(QStringLiteral("bare.txt"), "no note");
+    QCOMPARE(mvrtext("notes bare.txt --remove all --dry-run", m_folder->path()).output,
+             QByteArray("no note would change\n"));
+}
+
+void TestToolNotes::removesTrimsAndEncloses_data()
+{
+    QTest::addColumn<QString>("options");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("remove in the text") << "--remove inline"
+                                        << "Some text and second word , then on.";
+    QTest::newRow("brackets") << "--remove inline-footnotes --enclose [] --as-text"
+                              << "Some text and second word  [aside], then on.";
+    QTest::newRow("everything in brackets")
+        << "--to annotations --trim --enclose << --as-text"
+        << "Some text <said  A< and second <Below.< word  <aside<, then <noted<  on.";
+}
+
+void TestToolNotes::removesTrimsAndEncloses()
+{
+    QFETCH(const QString, options);
+    const QString arguments = QStringLiteral("notes in.rtf -o out.txt ") + options;
+    const Run run = mvrtext(arguments.toUtf8().constData(), m_folder->path());
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
+    QTEST(QString::fromUtf8(m_folder->read(QStringLiteral("out.txt"))).trimmed(), "text");
+}
+
+void TestToolNotes::listsAndRemovesLinks()
+{
+    m_folder->write(QStringLiteral("in.html"),
+                    "<p>See <a href=42>chapter <b>two</b></a>, <a href=http://a/b>web</a>.</p>");
+    QCOMPARE(mvrtext("links in.html", m_folder->path()).output,
+             QByteArray("ITEM  PLACE   TEXT\n42    1:4-15  chapter two\n"));
+    mvrtext("convert in.html in2.rtf", m_folder->path());
+    const QJsonArray links
+        = QJsonDocument::fromJson(mvrtext("links --json in2.rtf", m_folder->path()).output).array();
+    QCOMPARE(links.size(), 1);
+    QCOMPARE(links[0][QLatin1String("item")].toInt(), 42);
+    QCOMPARE(mvrtext("links in.html --to-text -o - --as md", m_folder->path()).output.trimmed(),
+             QByteArray("See **chapter two**, [web](http://a/b)."));
+    QCOMPARE(mvrtext("links in2.rtf --clear -o - --as md", m_folder->path()).output.trimmed(),
+             QByteArray("See chapter **two**, web."));
+}
+
+QTEST_GUILESS_MAIN(TestToolNotes)
+#include "tst_toolnotes.moc"

@@ -1,0 +1,86 @@
+#include <text/MVRTextDoc.h>
+
+#include <core/EditBlock_p.h>
+#include <core/MVRFormat.h>
+#include <core/MVRTextFormat.h>
+#include <core/TextFragments_p.h>
+
+#include <QTextDocumentFragment>
+
+namespace {
+
+/*! Writes the marks that stand in the text for notes elsewhere. */
+class ReferenceMarks
+{
+public:
+    explicit ReferenceMarks(const MVRFormat &format)
+        : m_isMmd(MVRFormat::isMmdVariant(format.format()))
+        , m_isEBook(!m_isMmd && MVRFormat::isEBook(format.format()))
+    {
+    }
+
+    /*!
+        Replaces the selection by the mark of a note.
+
+        \param format  of the text that the mark stands for
+    */
+    void insert(QTextCursor &cursor, QTextCharFormat format, qint64 number) const
+    {
+        format.setVerticalAlignment(QTextCharFormat::AlignSuperScript);
+        // Where the note ended with a picture, its mark is text all the same.
+        format.clearProperty(QTextFormat::ObjectType);
+        const QString digits = QString::number(number);
+        if (m_isEBook) {
+            const QString name = QLatin1String("fn") + digits;
+            format.setAnchor(true);
+            format.setAnchorHref(QLatin1String("footnotes.xhtml#") + name);
+            format.setAnchorNames({name});
+        }
+        cursor.insertText(m_isMmd ? QStringLiteral("[^fn%1]").arg(digits) : digits, format);
+    }
+
+private:
+    bool m_isMmd;
+    bool m_isEBook;
+};
+
+} // namespace
+
+QList<QTextDocumentFragment>
+MVRTextDoc::inlineFootnotesToEndNotes(QTextDocument *document, int firstNumber,
+                                      const QTextCharFormat &noteFormat, const MVRFormat &format)
+{
+    QList<QTextDocumentFragment> endNotes;
+    if (!document)
+        return endNotes;
+    const FormatPattern footnote(MVRTextFormat::InlineFootnoteProperty, true);
+    const QVector<MVRTextRange> notes
+        = runsBehind(document, 0, [&footnote](const QTextFormat &candidate) {
+              return footnote.matches(candidate);
+          });
+    if (notes.isEmpty())
+        return endNotes;
+    const EditBlock undoStep(document);
+    const ReferenceMarks marks(format);
+    endNotes.reserve(notes.size());
+    QTextCursor cursor(document);
+    qint64 number = firstNumber; // so that no number of notes is too large for it
+    const int sizeBefore = document->characterCount();
+    for (const MVRTextRange &note : notes) {
+        const int growth = document->characterCount() - sizeBefore;
+        cursor.setPosition(note.start + growth);
+        cursor.setPosition(note.end + growth, QTextCursor::KeepAnchor);
+        const QTextCharFormat markFormat = cursor.charFormat();
+        cursor.mergeCharFormat(noteFormat);
+        endNotes.append(cursor.selection());
+        marks.insert(cursor, markFormat, number++);
+    }
+    return endNotes;
+}
+
+QList<QTextDocumentFragment> MVRTextDoc::inlineFootnotesToEndNotes(QTextDocument *document,
+                                                                   int firstNumber)
+{
+    return inlineFootnotesToEndNotes(document, firstNumber, QTextCharFormat(),
+                                     MVRFormat(MVRFormat::NoFormat));
+}

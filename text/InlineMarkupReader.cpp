@@ -1,0 +1,150 @@
+#include <text/InlineMarkup_p.h>
+#include <text/MVRTextDoc.h>
+
+#include <core/EditBlock_p.h>
+#include <core/MVRTextFormat.h>
+
+#include <QRegExp>
+#include <QTextBlock>
+#include <QTextDocument>
+
+namespace {
+
+/*!
+    The places of a marker in \a text, those too that come to be when one inside them is deleted:
+    "<$Mvr<$MvrKeepWithNext>KeepWithNext>" is one place.
+*/
+QVector<MVRTextRange> keepWithNextMarkers(const QString &text)
+{
+    struct Letter
+    {
+        int position;
+        int matched; // how many letters of the marker end here
+    };
+    static const QString marker = QStringLiteral("<$mvrkeepwithnext>");
+    QVector<MVRTextRange> places;
+    if (!text.contains(marker, Qt::CaseInsensitive))
+        return places;
+    QVector<Letter> left; // what deleting leaves of the text so far
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar letter = text[i].toCaseFolded();
+        int matched = left.isEmpty() ? 0 : left.last().matched;
+        // Nothing but a marker's first letter begins another one.
+        if (letter == marker[matched])
+            ++matched;
+        else
+            matched = letter == marker[0] ? 1 : 0;
+        left.append({i, matched});
+        if (matched < marker.size())
+            continue;
+        const int start = left[left.size() - marker.size()].position;
+        left.resize(left.size() - marker.size());
+        while (!places.isEmpty() && places.last().start > start)
+            places.removeLast();
+        places.append(MVRTextRange(start, i + 1));
+    }
+    return places;
+}
+
+void removeText(QTextCursor &cursor, const MVRTextRange &range)
+{
+    cursor.setPosition(range.start);
+    cursor.setPosition(range.end, QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+}
+
+void removeKeepWithNextMarkers(QTextDocument *document)
+{
+    QTextCursor cursor(document);
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        const int position = block.position();
+        const QVector<MVRTextRange> markers = keepWithNextMarkers(block.text());
+        for (auto it = markers.crbegin(); it != markers.crend(); ++it)
+            removeText(cursor, MVRTextRange(position + it->start, position + it->end));
+    }
+}
+
+/*! An opening code and the closing code that ends what it opened. */
+struct CodePair
+{
+    MVRTextRange opening;
+    MVRTextRange closing;
+};
+
+/*!
+    Pairs each opening code with the first closing code behind it, the next one being searched for
+    behind that. A code lies within one paragraph.
+    \param start  finds opening codes; a copy, because searching changes an expression, like \a end
+*/
+QVector<CodePair> codePairs(const QTextDocument *document, QRegExp start, QRegExp end)
+{
+    QVector<CodePair> pairs;
+    MVRTextRange opening;
+    bool isOpen = false;
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        QString text = block.text();
+        text.replace(QChar::Nbsp, QLatin1Char(' '));
+        const QRegExp *expression = isOpen ? &end : &start;
+        int offset = 0;
+        for (int at = expression->indexIn(text); at >= 0; at = expression->indexIn(text, offset)) {
+            offset = at + expression->matchedLength();
+            const MVRTextRange code(block.position() + at, block.position() + offset);
+            if (isOpen)
+                pairs.append({opening, code});
+            else
+                opening = code;
+            isOpen = !isOpen;
+            expression = isOpen ? &end : &start;
+        }
+    }
+    return pairs;
+}
+
+/*! Removes the codes of one kind and sets \a property on what they enclose. */
+void readCodes(QTextDocument *document, const QRegExp &start, const QRegExp &end, int property)
+{
+    const QVector<CodePair> pairs = codePairs(document, start, end);
+    QTextCharFormat mark;
+    mark.setProperty(property, true);
+    QTextCursor cursor(document);
+    // From the last to the first, so that what is removed moves no pair still to be read.
+    for (auto pair = pairs.crbegin(); pair != pairs.crend(); ++pair) {
+        cursor.setPosition(pair->opening.end);
+        cursor.setPosition(pair->closing.start, QTextCursor::KeepAnchor);
+        cursor.mergeCharFormat(mark);
+        removeText(cursor, pair->closing);
+        removeText(cursor, pair->opening);
+    }
+}
+
+} // namespace
+
+void InlineMarkup::readNoteCodes(QTextDocument *document)
+{
+    static const QRegExp footnoteStartExp(QStringLiteral("\\{\\\\Mvrn_fn="));
+    static const QRegExp footnoteEndExp(QStringLiteral("\\\\end_Mvrn_fn\\}"));
+    static const QRegExp annotationStartExp(
+        QStringLiteral("\\{\\\\Mvrn_annot ?\\\\color=\\{\\\\R=([0-9\\.]+)\\\\G=([0-9\\.]+)"
+                       "\\\\B=([0-9\\.])+\\} ?\\\\text="));
+    static const QRegExp annotationEndExp(QStringLiteral("\\\\end_Mvrn_annot\\}"));
+    static const QRegExp preserveStartExp(QStringLiteral("\\{\\\\Mvrn_ps="));
+    static const QRegExp preserveEndExp(QStringLiteral("\\\\end_Mvrn_ps\\}"));
+
+    readCodes(document, footnoteStartExp, footnoteEndExp, MVRTextFormat::InlineFootnoteProperty);
+    readCodes(document, annotationStartExp, annotationEndExp,
+              MVRTextFormat::InlineAnnotationProperty);
+    readCodes(document, preserveStartExp, preserveEndExp,
+              MVRTextFormat::PreserveFormattingProperty);
+}
+
+void MVRTextDoc::fromInlineMarkup(QTextDocument *document)
+{
+    if (!document)
+        return;
+    const EditBlock editBlock(document);
+    document->setUndoRedoEnabled(false);
+    removeKeepWithNextMarkers(document);
+    fromInlineMarkupImageLinks(document);
+    InlineMarkup::readNoteCodes(document);
+    document->setUndoRedoEnabled(true);
+}

@@ -1,0 +1,131 @@
+#include <text/InlineMarkup_p.h>
+#include <text/MVRTextDoc.h>
+
+#include <core/EditBlock_p.h>
+#include <core/MVRTextFormat.h>
+#include <core/STextDoc.h>
+#include <core/TextFragments_p.h>
+
+namespace {
+
+/*! How marked text is spelled out. */
+struct Codes
+{
+    int property; // true on the marked text
+    QString opening;
+    QString closing;
+};
+
+// The colour is always red: an annotation's own is never read back.
+Codes annotationCodes()
+{
+    return {MVRTextFormat::InlineAnnotationProperty,
+            QStringLiteral("{\\Mvrn_annot \\color={\\R=1.000000\\G=0.000000\\B=0.000000} \\text="),
+            QStringLiteral("\\end_Mvrn_annot}")};
+}
+
+Codes footnoteCodes()
+{
+    return {MVRTextFormat::InlineFootnoteProperty, QStringLiteral("{\\Mvrn_fn="),
+            QStringLiteral("\\end_Mvrn_fn}")};
+}
+
+Codes preserveCodes()
+{
+    return {MVRTextFormat::PreserveFormattingProperty, QStringLiteral("{\\Mvrn_ps="),
+            QStringLiteral("\\end_Mvrn_ps}")};
+}
+
+QTextCharFormat switchedOff(int property)
+{
+    QTextCharFormat format;
+    format.setProperty(property, false);
+    return format;
+}
+
+/*! Puts codes around every run of marked text and takes the mark away. */
+void enclose(QTextDocument *document, const Codes &codes)
+{
+    const FormatPattern marked(codes.property, true);
+    const QVector<MVRTextRange> runs = runsBehind(
+        document, 0, [&marked](const QTextFormat &format) { return marked.matches(format); });
+    const QTextCharFormat unmarked = switchedOff(codes.property);
+    QTextCursor cursor(document);
+    // From the last to the first, so that the codes move no run still to be done.
+    for (auto run = runs.crbegin(); run != runs.crend(); ++run) {
+        const EditBlock undoStep(cursor);
+        cursor.setPosition(run->start);
+        cursor.setPosition(run->end, QTextCursor::KeepAnchor);
+        cursor.mergeCharFormat(unmarked);
+        cursor.setPosition(run->end);
+        cursor.insertText(codes.closing);
+        cursor.setPosition(run->start);
+        cursor.insertText(codes.opening);
+    }
+}
+
+/*! A linked image and what is to stand in its place. */
+struct ImageCode
+{
+    int position;
+    QString code;
+};
+
+QString imageCode(const QTextImageFormat &format, const QString &link)
+{
+    return QStringLiteral("{$MVRImageLink[w:%1;h:%2]=%3}")
+        .arg(format.width())
+        .arg(format.height())
+        .arg(link);
+}
+
+QVector<ImageCode> imageCodes(const QTextDocument *document)
+{
+    QVector<ImageCode> codes;
+    for (FragmentWalker walker(document, 0); walker.isValid(); walker.next()) {
+        const QTextCharFormat format = walker.format();
+        const QString link = format.stringProperty(MVRTextFormat::ImageLinkProperty);
+        if (link.isEmpty() || !format.isImageFormat())
+            continue;
+        const QString code = imageCode(format.toImageFormat(), link);
+        for (int position = walker.start(); position < walker.end(); ++position)
+            codes.append({position, code});
+    }
+    return codes;
+}
+
+void writeImageCodes(QTextDocument *document)
+{
+    const QVector<ImageCode> codes = imageCodes(document);
+    const QTextCharFormat unlinked = switchedOff(MVRTextFormat::ImageLinkProperty);
+    QTextCursor cursor(document);
+    for (auto code = codes.crbegin(); code != codes.crend(); ++code) {
+        const EditBlock undoStep(cursor);
+        cursor.setPosition(code->position);
+        cursor.setPosition(code->position + 1, QTextCursor::KeepAnchor);
+        cursor.mergeCharFormat(unlinked);
+        cursor.insertText(code->code);
+    }
+}
+
+} // namespace
+
+void InlineMarkup::writeNoteCodes(QTextDocument *document)
+{
+    // An opening code that stands right behind text of another kind becomes part of that text:
+    // which kind comes first decides where the other one's codes stand.
+    enclose(document, annotationCodes());
+    enclose(document, footnoteCodes());
+}
+
+void MVRTextDoc::toInlineMarkup(QTextDocument *document)
+{
+    if (!document)
+        return;
+    const UnrecordedEditBlock unrecorded(document);
+    STextDoc::removeInspectorComments(document);
+    STextDoc::removeInspectorFootnotes(document);
+    InlineMarkup::writeNoteCodes(document);
+    enclose(document, preserveCodes());
+    writeImageCodes(document);
+}

@@ -1,0 +1,150 @@
+#include <text/LinkedPictures_p.h>
+
+#include <core/MVRCoreUtil.h>
+#include <core/MVRGuiUtil.h>
+
+#include <QBuffer>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QPainter>
+#include <QTextDocument>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace {
+
+constexpr qint64 longestFile = 128 * 1024 * 1024;
+constexpr qint64 mostPixels = 50 * 1000 * 1000;
+// A JPEG file is decoded line by line and reduced on the way; its time grows all the same.
+constexpr qint64 mostReducedPixels = 200 * 1000 * 1000;
+constexpr int longestPlaceholderSide = 2048;
+constexpr int longestReducedSide = 1024;
+constexpr int leastPlaceholderSide = 16;
+
+qint64 area(const QSize &size)
+{
+    return qint64(size.width()) * size.height();
+}
+
+QSize fitted(const QSize &size, int longestSide)
+{
+    if (size.width() <= longestSide && size.height() <= longestSide)
+        return size;
+    return size.scaled(longestSide, longestSide, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+}
+
+// Formats whose head tells the size of what is decoded. Others hold pictures in pictures, or text
+// that is drawn and can name further files.
+bool isBitmapFormat(const QByteArray &format)
+{
+    static constexpr const char *formats[]
+        = {"bmp", "gif", "jpeg", "jpg", "pbm", "pgm", "png", "ppm", "tiff", "webp", "xbm", "xpm"};
+    return std::any_of(std::begin(formats), std::end(formats),
+                       [&format](const char *name) { return format == name; });
+}
+
+// The content tells the format, so that a wrong suffix does no harm.
+QImage decoded(QByteArray &bytes)
+{
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    const QByteArray format = QImageReader::imageFormat(&buffer);
+    if (!isBitmapFormat(format))
+        return QImage();
+    QImageReader reader(&buffer, format);
+    reader.setAutoDetectImageFormat(false);
+    const QSize size = reader.size();
+    if (!size.isValid() || size.isEmpty())
+        return QImage();
+    if (area(size) > mostPixels) {
+        if (format != "jpeg" || area(size) > mostReducedPixels)
+            return QImage();
+        reader.setScaledSize(size / 4);
+    }
+    const QImage image = reader.read();
+    // Twice the memory shows nothing more.
+    return image.depth() > 32 ? image.convertToFormat(QImage::Format_ARGB32) : image;
+}
+
+QImage questionMark(const QSize &size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setPen(Qt::black);
+    painter.drawText(image.rect(), Qt::AlignCenter, QStringLiteral("?"));
+    return image;
+}
+
+} // namespace
+
+LinkedPictures::File LinkedPictures::find(const QString &path)
+{
+    const auto known = m_files.constFind(path);
+    if (known != m_files.constEnd())
+        return *known;
+    File file {path, QFileInfo::exists(path)};
+    if (!file.exists && path.startsWith(QLatin1Char('/')) && QFileInfo::exists(path.mid(1)))
+        file = {path.mid(1), true};
+    m_files.insert(path, file);
+    return file;
+}
+
+QString LinkedPictures::add(const File &file, const QSize &shown)
+{
+    const QString name = file.exists ? addFile(file.path, shown) : QString();
+    return name.isEmpty() ? addPlaceholder(shown) : name;
+}
+
+QString LinkedPictures::addFile(const QString &path, const QSize &shown)
+{
+    const QFileInfo info(path);
+    const QString key = info.canonicalFilePath();
+    const auto known = m_pictures.constFind(key);
+    if (known != m_pictures.constEnd())
+        return *known;
+    // Pipes and devices would wait or never end; files of the system itself claim to be empty.
+    const bool isReadable = info.isFile() && info.size() > 0 && info.size() <= longestFile;
+    const QString name = addResource(isReadable ? load(path, shown) : QImage());
+    m_pictures.insert(key, name);
+    return name;
+}
+
+QImage LinkedPictures::load(const QString &path, const QSize &shown)
+{
+    QByteArray bytes = MVRCoreUtil::ReadBinaryFile(path, nullptr);
+    QImage image = decoded(bytes);
+    const QSize reduced = fitted(shown, longestReducedSide);
+    if (area(image.size()) > qMax(m_pixelsLeft, area(reduced)))
+        image = image.scaled(reduced);
+    m_pixelsLeft = qMax<qint64>(0, m_pixelsLeft - area(image.size()));
+    return image;
+}
+
+QString LinkedPictures::addPlaceholder(const QSize &shown)
+{
+    if (!m_triedAlertIcon) {
+        m_triedAlertIcon = true;
+        m_alertIcon = addResource(QImage(QStringLiteral(":/Icons/Application/MsgAlert")));
+    }
+    if (!m_alertIcon.isEmpty())
+        return m_alertIcon;
+    QSize size = fitted(shown, longestPlaceholderSide);
+    if (area(size) > m_placeholderPixelsLeft)
+        size = fitted(shown, leastPlaceholderSide);
+    QString &name = m_placeholders[{size.width(), size.height()}];
+    if (name.isEmpty()) {
+        name = addResource(questionMark(size));
+        m_placeholderPixelsLeft -= area(size);
+    }
+    return name;
+}
+
+QString LinkedPictures::addResource(const QImage &image)
+{
+    const QString name = MVRGuiUtil::resourceId(image);
+    if (!name.isEmpty())
+        m_document->addResource(QTextDocument::ImageResource, QUrl(name), image);
+    return name;
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QHash>
+#include <QImage>
+#include <QPair>
+#include <QSize>
+#include <QString>
+
+class QTextDocument;
+
+/*!
+    The pictures that the text of one document names by their files, as resources of the document.
+
+    The text may come from anybody: no path that it names and no size that it claims makes this
+    wait, or take more than a bounded amount of memory.
+*/
+class LinkedPictures
+{
+public:
+    /*! A file that the text names. */
+    struct File
+    {
+        QString path; /*!< as it is used: without a leading slash where that finds a file */
+        bool exists = false;
+    };
+
+    explicit LinkedPictures(QTextDocument *document)
+        : m_document(document)
+    {
+    }
+
+    File find(const QString &path);
+
+    /*!
+        Makes the picture in \a file a resource of the document, or a placeholder when the file is
+        missing or no picture.
+
+        \param shown  the size at which it is shown, both sides 1 or more; the placeholder's
+        \return the name of the resource
+    */
+    QString add(const File &file, const QSize &shown);
+
+private:
+    QImage load(const QString &path, const QSize &shown);
+    QString addFile(const QString &path, const QSize &shown);
+    QString addPlaceholder(const QSize &shown);
+    QString addResource(const QImage &image);
+
+    QTextDocument *m_document;
+    qint64 m_pixelsLeft = 256 * 1024 * 1024; // for the pictures of files together, 1 GiB
+    qint64 m_placeholderPixelsLeft = 16 * 1024 * 1024;
+    QHash<QString, File> m_files; // by the path in the text
+    QHash<QString, QString> m_pictures; // names of resources by canonical path; empty: no picture
+    QHash<QPair<int, int>, QString> m_placeholders; // names of resources by size
+    QString m_alertIcon; // name of the resource
+    bool m_triedAlertIcon = false;
+};

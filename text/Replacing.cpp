@@ -1,0 +1,125 @@
+#include <text/MVRTextDoc.h>
+
+#include <core/EditBlock_p.h>
+
+#include <QRegExp>
+#include <QTextBlock>
+#include <QTextDocument>
+
+namespace {
+
+using Ranges = QVector<MVRTextRange>;
+
+/*!
+    Finds what an expression matches in a paragraph, each match as it is found once those before it
+    are replaced, without replacing anything: a replacement can be what a "\b" behind it stands
+    beside, and its line feed can begin the paragraph that a "^" matches.
+*/
+class ExpressionSearch
+{
+public:
+    ExpressionSearch(const QRegExp &expression, const QString &after)
+        : m_expression(expression)
+        , m_removes(after.isEmpty())
+        , m_endsParagraph(after.endsWith(QLatin1Char('\n')) || after.endsWith(QLatin1Char('\r'))
+                          || after.endsWith(QChar::ParagraphSeparator))
+        , m_last(m_removes || m_endsParagraph ? QChar(QLatin1Char(' ')) : after.back())
+    {
+    }
+
+    /*! The matches in \a text from \a offset on. */
+    Ranges operator()(const QString &text, int offset) const
+    {
+        // Position 0 of the text is 1 here. The expression keeps a copy of what it searches, which
+        // is not to become one of its own with each change.
+        QString buffer = QLatin1Char(' ') + text;
+        QChar *const characters = buffer.data();
+        const QString subject = QString::fromRawData(characters, buffer.size());
+        Ranges matches;
+        bool beginsParagraph = offset == 0;
+        for (int from = offset + 1; from <= buffer.size();) {
+            const int start = m_expression.indexIn(
+                subject, from, beginsParagraph ? QRegExp::CaretAtOffset : QRegExp::CaretWontMatch);
+            if (start < 0)
+                break;
+            const int end = start + m_expression.matchedLength();
+            if (start == end) { // goes on behind the next character: it would be found for ever
+                if (!m_removes)
+                    matches.append(MVRTextRange(start - 1, end - 1));
+                const bool isPair = end < buffer.size() && characters[end].isHighSurrogate();
+                from = end + (isPair ? 2 : 1);
+                beginsParagraph = false;
+                continue;
+            }
+            matches.append(MVRTextRange(start - 1, end - 1));
+            beginsParagraph = m_endsParagraph || (m_removes && beginsParagraph && start == from);
+            characters[end - 1] = m_removes ? characters[start - 1] : m_last;
+            from = end;
+        }
+        return matches;
+    }
+
+private:
+    QRegExp m_expression;
+    bool m_removes;
+    bool m_endsParagraph;
+    QChar m_last; // of what stands in front of the text that is searched next
+};
+
+/*!
+    Replaces what \a search finds at or behind the end of the selection.
+
+    \param search  called as search(const QString &paragraph, int offset)
+*/
+template <typename Search>
+int replaceAll(const Search &search, const QString &after, const QTextCursor &from)
+{
+    Ranges matches;
+    const int start = from.selectionEnd();
+    QTextBlock block = from.document()->findBlock(start);
+    for (; block.isValid(); block = block.next()) {
+        QString text = block.text();
+        text.replace(QChar::Nbsp, QLatin1Char(' '));
+        const int position = block.position();
+        const Ranges found = search(text, qMax(0, start - position));
+        for (const MVRTextRange &range : found)
+            matches.append(MVRTextRange(position + range.start, position + range.end));
+    }
+    if (matches.isEmpty())
+        return 0;
+    const EditBlock undoStep(from);
+    // From the last to the first, so that none moves those that are still to be replaced.
+    QTextCursor cursor(from.document());
+    for (auto match = matches.crbegin(); match != matches.crend(); ++match) {
+        cursor.setPosition(match->start);
+        cursor.setPosition(match->end, QTextCursor::KeepAnchor);
+        cursor.insertText(after);
+    }
+    return matches.size();
+}
+
+} // namespace
+
+int MVRTextDoc::replace(const QRegExp &expression, const QString &after, const QTextCursor &from)
+{
+    if (from.isNull() || expression.isEmpty() || !expression.isValid())
+        return 0;
+    return replaceAll(ExpressionSearch(expression, after), after, from);
+}
+
+int MVRTextDoc::replace(const QString &before, const QString &after, const QTextCursor &from)
+{
+    if (from.isNull() || before.isEmpty())
+        return 0;
+    const auto search = [&before](const QString &text, int offset) {
+        Ranges matches;
+        int start = text.indexOf(before, offset, Qt::CaseInsensitive);
+        while (start >= 0) {
+            const int end = start + before.size();
+            matches.append(MVRTextRange(start, end));
+            start = text.indexOf(before, end, Qt::CaseInsensitive);
+        }
+        return matches;
+    };
+    return replaceAll(search, after, from);
+}
