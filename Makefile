@@ -1,11 +1,12 @@
 # The front door. Everything a fresh machine needs is installed by scripts/install-deps.
 .DEFAULT_GOAL := help
-.PHONY: help deps build demo test asan format format-check tidy bench interop fuzz install clean
+.PHONY: help deps build demo test nightly asan format format-check tidy bench interop fuzz install clean
 
 BUILD := build/dev
 JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 60
+RTF_DOCUMENTS ?= 4000
 
 help: ## Show what can be made
 	@awk -F ':.*## ' '/^[a-z-]+:.*## /{printf "  make %-14s %s\n", $$1, $$2}' $(MAKEFILE_LIST)
@@ -24,6 +25,10 @@ demo: deps ## Convert the example screenplay and show what comes out
 
 test: build ## Run the whole test suite
 	@ctest --preset dev -j $(JOBS)
+
+nightly: build ## Round trips of RTF_DOCUMENTS random documents (minutes)
+	@MVR_RANDOM_DOCUMENTS=$(RTF_DOCUMENTS) QT_QPA_PLATFORM=offscreen \
+		$(BUILD)/tests/tst_rtfroundtrip randomDocuments -silent
 
 asan: deps ## Run the test suite under AddressSanitizer and UndefinedBehaviorSanitizer
 	@cmake --preset asan >/dev/null

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void notesStayOut();
     void randomDocuments_data();
     void randomDocuments();
+    void saysToOthers();
     void smallAndPlain();
 };
 
@@ -592,6 +593,41 @@ void TestRtfRoundTrip::randomDocuments()
     QTextDocument document;
     DocumentGenerator(seed).fill(&document);
     compareRoundTrip(document);
+}
+
+// What is read back from words of our own is also there for those that do not know them.
+void TestRtfRoundTrip::saysToOthers()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    QTextBlockFormat heading;
+    heading.setHeadingLevel(2);
+    cursor.setBlockFormat(heading);
+    cursor.insertBlock(scriptBlock(36, 200, 36));
+    document.setProperty(MVRTextRtf::authorProperty, QStringLiteral("A"));
+    const auto says = [&document](const char *words) {
+        return MVRTextRtf::toRtfCData(&document, true).contains(words);
+    };
+    QVERIFY(says("{\\s2\\sbasedon0\\snext0\\outlinelevel1 heading 2;}"));
+    QVERIFY(says("\\pard\\uc0\\s2\\outlinelevel1\\par"));
+    QVERIFY(says("{\\info{\\author A}}"));
+    QVERIFY(says("\\paperw12240\\paperh15840\\margl1440\\margr1440"));
+    QVERIFY(says("\\li720\\ri5360"));
+
+    document.setPageSize(QSizeF(400, 600));
+    document.setDocumentMargin(50);
+    QVERIFY(says("\\paperw8000\\paperh12000\\margl1000\\margr1000"));
+    QVERIFY(says("\\li720\\ri2000"));
+    document.setPageSize(QSizeF(400, -1)); // of an editor that scrolls
+    QVERIFY(says("\\paperw12240\\paperh15840\\margl1000"));
+    QVERIFY(!MVRTextRtf::toRtfCData(&document, false).contains("author"));
+
+    QTextDocument read;
+    QVERIFY(MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&document, true), &read));
+    QCOMPARE(read.property(MVRTextRtf::authorProperty).toString(), QStringLiteral("A"));
+    QCOMPARE(read.begin().blockFormat().properties(), heading.properties());
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 x}", &read));
+    QVERIFY(!read.property(MVRTextRtf::authorProperty).isValid());
 }
 
 void TestRtfRoundTrip::smallAndPlain()

@@ -294,12 +294,22 @@ QVariant realFromText(const PropertyRow &row, const QByteArray &text)
     return number;
 }
 
+// Each is followed by its comma; none of more than any format has.
+QList<QByteArray> entriesOf(const QByteArray &text)
+{
+    constexpr int mostEntries = 10000;
+    if (text.count(',') > mostEntries)
+        return {};
+    QList<QByteArray> entries = text.split(',');
+    entries.removeLast();
+    return entries;
+}
+
 QVariant tabsFromText(const PropertyRow &row, const QByteArray &text)
 {
     QVariantList stops;
-    QList<QByteArray> parts = text.split(',');
-    parts.removeLast();
-    for (const QByteArray &part : qAsConst(parts)) {
+    const QList<QByteArray> parts = entriesOf(text);
+    for (const QByteArray &part : parts) {
         const QList<QByteArray> fields = part.split('/');
         const QVariant position = realFromText(row, fields.value(0));
         const int type = qBound(0, fields.value(1).toInt(), int(QTextOption::DelimiterTab));
@@ -324,9 +334,8 @@ QVariant lengthFromText(const PropertyRow &row, const QByteArray &text)
 QVariant lengthsFromText(const PropertyRow &row, const QByteArray &text)
 {
     QVariantList lengths;
-    QList<QByteArray> parts = text.split(',');
-    parts.removeLast();
-    for (const QByteArray &part : qAsConst(parts))
+    const QList<QByteArray> parts = entriesOf(text);
+    for (const QByteArray &part : parts)
         lengths.append(lengthFromText(row, part));
     return lengths.contains(QVariant()) ? QVariant() : lengths;
 }
@@ -347,9 +356,8 @@ QVariant valueFromText(const PropertyRow &row, const QByteArray &text)
         return QString::fromUtf8(QByteArray::fromHex(text));
     case TextList: {
         QStringList strings;
-        QList<QByteArray> parts = text.split(',');
-        parts.removeLast(); // every string is followed by its comma
-        for (const QByteArray &part : qAsConst(parts))
+        const QList<QByteArray> parts = entriesOf(text);
+        for (const QByteArray &part : parts)
             strings.append(QString::fromUtf8(QByteArray::fromHex(part)));
         return strings;
     }

@@ -159,7 +159,7 @@ const RtfLists::List *RtfLists::find(int number) const
 bool RtfLists::isShown(int number, int level, const RtfTables &tables) const
 {
     const List *list = find(number);
-    return (list && list->exact > 0)
+    return (list && !tables.exact.value(list->exact).isEmpty())
         || format(number, level, tables).style() != QTextListFormat::ListStyleUndefined;
 }
 
@@ -177,9 +177,10 @@ QTextListFormat RtfLists::format(int number, int level, const RtfTables &tables)
         format.setStyle(QTextListFormat::ListStyleUndefined);
         return format;
     }
-    if (list->exact > 0) {
+    const RtfExactProperties exact = tables.exact.value(list->exact);
+    if (!exact.isEmpty()) {
         format.clearProperty(QTextFormat::ListIndent);
-        RtfExact::apply(tables.exact.value(list->exact), &format);
+        RtfExact::apply(exact, &format);
         return format;
     }
     const Level &found = list->levels[depth];

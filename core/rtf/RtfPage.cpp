@@ -23,10 +23,10 @@ RtfPage RtfPage::of(const QTextDocument &document)
 {
     RtfPage page;
     const QSizeF size = document.pageSize();
-    if (size.width() >= smallestPage && size.width() <= largestPage)
-        setLength(size.height(), smallestPage, largestPage, &page.height);
-    if (size.height() >= smallestPage && size.height() <= largestPage)
+    if (qMin(size.width(), size.height()) >= smallestPage) {
         setLength(size.width(), smallestPage, largestPage, &page.width);
+        setLength(size.height(), smallestPage, largestPage, &page.height);
+    }
     const QTextFrameFormat root = document.rootFrame()->frameFormat();
     const double widest = page.width / 20.0 / 3; // leaves a third for the text
     setLength(root.leftMargin(), smallestMargin, widest, &page.left);

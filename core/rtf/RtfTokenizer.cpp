@@ -108,12 +108,15 @@ int fourDigits(const char *at)
     return areDigits ? valueOfFour(digits) : -1;
 }
 
+bool isSeparator(int unit) // of lines or paragraphs
+{
+    return unit == 0x2028 || unit == 0x2029;
+}
+
 // What needs no care: neither a control character, a line end, a surrogate nor a noncharacter.
 bool isOrdinary(int unit)
 {
-    constexpr int lineSeparator = 0x2028; // and the paragraph separator
-    return unit >= 0xa0 && unit < 0xfdd0 && (unit < 0xd800 || unit >= 0xe000)
-        && unit / 2 != lineSeparator / 2;
+    return unit >= 0xa0 && unit < 0xfdd0 && (unit < 0xd800 || unit >= 0xe000) && !isSeparator(unit);
 }
 
 // A \u word for an ordinary character.
@@ -165,7 +168,10 @@ const char *readUnicodeWords(const char *at, const char *end, char16_t **units,
         int number = valueOfFour(static_cast<quint32>(word >> 16));
         if (digitCount == 5)
             number = number * 10 + static_cast<int>(word >> 48 & 0x0f);
-        if (!isOrdinary(number))
+        // Four digits reach neither surrogates nor noncharacters.
+        const bool isTaken
+            = digitCount == 4 ? number >= 0xa0 && !isSeparator(number) : isOrdinary(number);
+        if (!isTaken)
             break;
         *to++ = static_cast<char16_t>(number);
     }

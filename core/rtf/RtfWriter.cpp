@@ -38,7 +38,6 @@ QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults,
     m_page = RtfPage::of(document);
     if (withDefaults) {
         m_saysPage = true;
-        m_info.author = document.property(MVRTextRtf::authorProperty).toString();
         m_info.title = document.metaInformation(QTextDocument::DocumentTitle);
         m_info.author = document.property(MVRTextRtf::authorProperty).toString();
         writeDefaults(document);
