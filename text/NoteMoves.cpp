@@ -6,6 +6,7 @@
 #include <core/MVRTextRtf.h>
 #include <core/MVRTextUtil.h>
 #include <core/NoteFormat_p.h>
+#include <core/Pictures_p.h>
 #include <core/STextDoc.h>
 #include <text/NoteLabel_p.h>
 #include <text/NoteRuns_p.h>
@@ -42,7 +43,9 @@ void insertInlineNote(QTextCursor &cursor, int position, const QTextDocument &co
 {
     cursor.setPosition(position);
     const QTextBlockFormat paragraph = cursor.blockFormat();
-    cursor.insertText(QStringLiteral(" "));
+    QTextCharFormat format = cursor.charFormat();
+    clearPicture(format);
+    cursor.insertText(QStringLiteral(" "), format);
     cursor.insertFragment(QTextDocumentFragment(&content));
     const int end = cursor.position();
     // The content brings its own paragraph format; the text around it keeps what it had.
