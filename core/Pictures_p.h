@@ -1,5 +1,7 @@
 #pragma once
 
+#include <core/MVRTextFormat.h>
+
 #include <QSet>
 #include <QTextDocument>
 #include <QTextImageFormat>
@@ -35,4 +37,21 @@ inline QVariant picture(const QTextDocument &document, const QString &name)
 inline void addPicture(QTextDocument *document, const QString &name, const QVariant &picture)
 {
     document->addResource(QTextDocument::ImageResource, pictureUrl(*document, name), picture);
+}
+
+/*! Makes \a format one for text, where it is that of a picture. */
+inline void clearPicture(QTextCharFormat &format)
+{
+    if (format.objectType() == QTextFormat::NoObject)
+        return;
+    // A picture that is linked to a file says so in its tool tip.
+    if (format.hasProperty(MVRTextFormat::ImageLinkProperty))
+        format.clearProperty(QTextFormat::TextToolTip);
+    for (const int property :
+         {int(QTextFormat::ObjectType), int(QTextFormat::ObjectIndex), int(QTextFormat::ImageName),
+          int(QTextFormat::ImageTitle), int(QTextFormat::ImageAltText),
+          int(QTextFormat::ImageWidth), int(QTextFormat::ImageHeight),
+          int(QTextFormat::ImageQuality), int(MVRTextFormat::ImageLinkProperty),
+          int(MVRTextFormat::ImageLinkBaseNameProperty)})
+        format.clearProperty(property);
 }

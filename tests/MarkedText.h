@@ -43,12 +43,14 @@ inline void fill(QTextDocument *document, const QString &text, const QString &ma
     Q_ASSERT(text.size() == marks.size());
     document->clear();
     QTextCursor cursor(document);
+    cursor.beginEditBlock();
     for (int i = 0; i < text.size(); ++i) {
         if (text[i] == QLatin1Char('\n'))
             cursor.insertBlock(QTextBlockFormat(), formatOf(marks[i]));
         else
             cursor.insertText(QString(text[i]), formatOf(marks[i]));
     }
+    cursor.endEditBlock();
     document->clearUndoRedoStacks();
 }
 

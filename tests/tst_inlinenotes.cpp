@@ -5,6 +5,7 @@
 #include <core/STextDoc.h>
 #include <text/MVRTextDoc.h>
 
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTextList>
 #include <QTextTable>
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void trims();
     void encloses_data();
     void encloses();
+    void enclosesInALongParagraph();
     void movesIntoTheText_data();
     void movesIntoTheText();
     void keepsTheParagraphAroundAMovedNote();
@@ -41,6 +43,8 @@ private Q_SLOTS:
     void turnsTablesIntoText();
     void readsItemLinks();
     void clearsLinks();
+    void writesTextBesidePictures();
+    void keepsPicturesInLinks();
     void isHarmlessWithoutDocument();
 
 private:
@@ -66,6 +70,14 @@ QString withNotes(const QTextDocument &document)
 void attach(QTextDocument *document, int start, int end, const char *text, bool isFootnote)
 {
     MVRTextDoc::setComment(select(document, start, end), QString::fromLatin1(text), isFootnote);
+}
+
+QTextImageFormat picture()
+{
+    QTextImageFormat format;
+    format.setName(QStringLiteral("map.png"));
+    format.setProperty(MVRTextFormat::ImageLinkProperty, QStringLiteral("/maps/map.png"));
+    return format;
 }
 
 QTextCharFormat formatAt(QTextDocument *document, int position)
@@ -236,6 +248,20 @@ void TestInlineNotes::encloses()
     MVRTextDoc::encloseAnnotations(&document, opening, closing, unmark);
     QTEST(document.toPlainText(), "text");
     QTEST(marks(document), "after");
+}
+
+void TestInlineNotes::enclosesInALongParagraph()
+{
+    constexpr int count = 4000;
+    QTextDocument document;
+    fill(&document, QStringLiteral("an ").repeated(count), QStringLiteral("aa.").repeated(count));
+    QElapsedTimer timer;
+    timer.start();
+    MVRTextDoc::encloseAnnotations(&document, QStringLiteral("["), QStringLiteral("]"), false);
+    QVERIFY2(timer.elapsed() < 5000, "no edit may read the whole paragraph");
+    QCOMPARE(document.toPlainText(), QStringLiteral("[an] ").repeated(count));
+    document.undo();
+    QVERIFY(document.toPlainText().endsWith(QLatin1String(" [an] an] ")));
 }
 
 void TestInlineNotes::movesIntoTheText_data()
@@ -506,6 +532,45 @@ void TestInlineNotes::clearsLinks()
     QVERIFY(formatAt(&document, 7).fontItalic());
     const QString noteAnchor = formatAt(&document, 11).anchorHref();
     QVERIFY2(MVRTextDoc::isCommentFootnoteAnchor(noteAnchor), "a note is no link");
+}
+
+void TestInlineNotes::writesTextBesidePictures()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    cursor.insertImage(picture());
+    cursor.insertText(QStringLiteral("!"), MarkedText::formatOf(QLatin1Char('f')));
+    MVRTextDoc::convertInlineFootnotesToInspectorFootnotes(&document, false, QTextCursor());
+    MVRTextDoc::setInlineFootnoteAnnotation(select(&document, 0, 1), false, true);
+    MVRTextDoc::encloseAnnotations(&document, QStringLiteral("<"), QStringLiteral(">"), false);
+    MVRTextDoc::setComment(select(&document, 1, 2), QStringLiteral("seen"), false);
+    MVRTextDoc::convertInspectorCommentsToInlineAnnotations(&document, QTextCursor());
+    QCOMPARE(document.toPlainText(), QStringLiteral("<\uFFFC seen>(Linked Footnote)"));
+    for (int position = 0; position < document.characterCount() - 1; ++position) {
+        const QTextCharFormat format = formatAt(&document, position);
+        QCOMPARE(format.isImageFormat(), position == 1);
+        QCOMPARE(format.hasProperty(MVRTextFormat::ImageLinkProperty), position == 1);
+    }
+}
+
+void TestInlineNotes::keepsPicturesInLinks()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    for (const char *const text : {"see", "it"}) {
+        cursor.insertText(QLatin1String(text), QTextCharFormat());
+        cursor.insertImage(picture());
+    }
+    MVRTextInternalLinkMap map;
+    map.links.insert(MVRTextRange(0, 7), 17);
+    MVRTextDoc::setInternalLinks(&document, map);
+    MVRTextDoc::convertMovarinLinksToText(&document);
+    for (int position = 0; position < 7; ++position) {
+        const QTextCharFormat format = formatAt(&document, position);
+        QVERIFY(!format.isAnchor());
+        QCOMPARE(format.isImageFormat(), position == 3 || position == 6);
+    }
+    QCOMPARE(formatAt(&document, 6).toImageFormat().name(), picture().name());
 }
 
 void TestInlineNotes::isHarmlessWithoutDocument()

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void cuts();
     void removes_data();
     void removes();
+    void removesNothingFromOtherText();
     void freesTheEmptyParagraph();
     void lists_data();
     void lists();
@@ -298,6 +299,19 @@ void TestInspectorNotes::removes()
     QTEST(marks(document), "after");
     document.undo();
     QCOMPARE(marks(document), before);
+}
+
+void TestInspectorNotes::removesNothingFromOtherText()
+{
+    QTextDocument document;
+    fill(&document, QStringLiteral("ab"), QStringLiteral("1."));
+    QTextCharFormat former; // as text has it that a footnote was moved away from
+    former.setProperty(MVRTextFormat::InspectorFootnoteProperty, false);
+    select(&document, 1, 2).mergeCharFormat(former);
+    QTextCursor cursor = select(&document, 0, 2);
+    MVRTextDoc::removeComment(cursor);
+    QCOMPARE(marks(document), QStringLiteral(".."));
+    QCOMPARE(formatAt(&document, 1), former);
 }
 
 void TestInspectorNotes::freesTheEmptyParagraph()

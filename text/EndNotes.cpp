@@ -3,6 +3,7 @@
 #include <core/EditBlock_p.h>
 #include <core/MVRFormat.h>
 #include <core/MVRTextFormat.h>
+#include <core/Pictures_p.h>
 #include <core/TextFragments_p.h>
 
 #include <QTextDocumentFragment>
@@ -28,7 +29,7 @@ public:
     {
         format.setVerticalAlignment(QTextCharFormat::AlignSuperScript);
         // Where the note ended with a picture, its mark is text all the same.
-        format.clearProperty(QTextFormat::ObjectType);
+        clearPicture(format);
         const QString digits = QString::number(number);
         if (m_isEBook) {
             const QString name = QLatin1String("fn") + digits;

@@ -2,7 +2,36 @@
 
 #include <core/FormatEdits_p.h>
 #include <core/MVRTextUtil.h>
+#include <core/Pictures_p.h>
 #include <text/NoteRuns_p.h>
+
+namespace {
+
+// The edits of encloseAnnotations() are an undo step each. Every one has its edit block all the
+// same, because outside of one a cursor itemizes its whole paragraph after every change.
+
+void markAsText(QTextCursor &cursor, int start, int end)
+{
+    const EditBlock undoStep(cursor);
+    cursor.setPosition(start);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    cursor.mergeCharFormat(inlineNoteFormat(false, false));
+}
+
+/*! Inserts \a text at \a position in the format of the character before \a formatPosition. */
+void insertAt(QTextCursor &cursor, int position, int formatPosition, const QString &text)
+{
+    if (text.isEmpty())
+        return;
+    const EditBlock undoStep(cursor);
+    cursor.setPosition(formatPosition);
+    QTextCharFormat format = cursor.charFormat();
+    clearPicture(format);
+    cursor.setPosition(position);
+    cursor.insertText(text, format);
+}
+
+} // namespace
 
 QTextCharFormat MVRTextDoc::setInlineFootnoteAnnotation(QTextCursor cursor, bool footnote, bool on)
 {
@@ -91,18 +120,11 @@ void MVRTextDoc::encloseAnnotations(QTextDocument *document, const QString &open
         const int sizeBefore = document->characterCount();
         const int start = note.start + growth;
         const int end = note.end + growth;
-        cursor.setPosition(start);
-        cursor.setPosition(end, QTextCursor::KeepAnchor);
         if (unmark)
-            cursor.mergeCharFormat(inlineNoteFormat(false, false));
-        cursor.setPosition(end);
-        if (!closing.isEmpty())
-            cursor.insertText(closing, cursor.charFormat());
-        cursor.setPosition(start + 1);
-        const QTextCharFormat firstFormat = cursor.charFormat();
-        cursor.setPosition(start);
-        if (!opening.isEmpty())
-            cursor.insertText(opening, firstFormat);
+            markAsText(cursor, start, end);
+        // The closing string first, as long as the opening one has not moved its place.
+        insertAt(cursor, end, end, closing);
+        insertAt(cursor, start, start + 1, opening);
         growth += document->characterCount() - sizeBefore;
     }
 }

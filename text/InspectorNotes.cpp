@@ -296,7 +296,10 @@ void MVRTextDoc::removeComment(QTextCursor &cursor)
     const MVRTextRange range = fragmentsBeginningIn(document, MVRTextRange(cursor));
     QVector<FormatEdit> edits;
     if (range.start < range.end)
-        edits = collectFormatEdits(document, range.start, range.end, clearNoteProperties);
+        edits = collectFormatEdits(document, range.start, range.end, [](QTextCharFormat &format) {
+            if (format.boolProperty(MVRTextFormat::CommentLinkProperty))
+                clearNoteProperties(format);
+        });
     const QTextBlock block = cursor.block();
     if (block.length() == 1) {
         QTextCharFormat format = cursor.charFormat();

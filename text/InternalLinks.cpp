@@ -16,6 +16,28 @@ bool hasAnchors(const QTextDocument &document)
     });
 }
 
+/*!
+    Collects what makes the text of a link plain; \a walker moves on behind it. All text gets the
+    format of its last character, but pictures stay what they are through their own.
+*/
+void collectUnlinking(FragmentWalker &walker, const MVRTextRange &link, QVector<FormatEdit> *edits)
+{
+    const int first = edits->size();
+    QTextCharFormat textFormat;
+    for (; walker.isValid() && walker.start() < link.end; walker.next()) {
+        QTextCharFormat format = walker.format();
+        STextDoc::clearLinkProperties(&format);
+        if (format.objectType() == QTextFormat::NoObject)
+            textFormat = format;
+        edits->append({walker.start(), walker.end(), format});
+    }
+    for (int i = first; i < edits->size(); ++i) {
+        FormatEdit &edit = (*edits)[i];
+        if (edit.format.objectType() == QTextFormat::NoObject)
+            edit.format = textFormat;
+    }
+}
+
 } // namespace
 
 MVRTextInternalLinkMap MVRTextDoc::internalLinks(const QTextDocument &document)
@@ -69,13 +91,10 @@ void MVRTextDoc::convertMovarinLinksToText(QTextDocument *document)
     QVector<FormatEdit> edits;
     FragmentWalker walker(document, 0);
     for (const MVRTextRange &anchor : anchors) {
-        while (walker.end() < anchor.end)
+        while (walker.end() <= anchor.start)
             walker.next();
-        QTextCharFormat format = walker.format();
-        if (MVRTextFormat::isMovarinLink(format)) {
-            STextDoc::clearLinkProperties(&format);
-            edits.append({anchor.start, anchor.end, format});
-        }
+        if (MVRTextFormat::isMovarinLink(walker.format()))
+            collectUnlinking(walker, anchor, &edits);
     }
     applyFormatEdits(document, edits);
 }

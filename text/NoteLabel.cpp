@@ -2,6 +2,7 @@
 
 #include <core/MVRTextRange.h>
 #include <core/NoteFormat_p.h>
+#include <core/Pictures_p.h>
 #include <core/STextDoc.h>
 
 #include <QTextDocument>
@@ -21,10 +22,11 @@ QTextCursor insertNoteLabel(QTextDocument *document, int position, bool footnote
 {
     QTextCursor cursor(document);
     cursor.setPosition(position);
-    // The label continues no note and no link that it happens to stand behind.
+    // The label continues no note, link or picture that it happens to stand behind.
     QTextCharFormat format = cursor.charFormat();
     clearNoteProperties(format);
     STextDoc::clearLinkProperties(&format);
+    clearPicture(format);
     cursor.insertText(labelText(footnote), format);
     return MVRTextRange(position, cursor.position()).toTextCursor(document);
 }

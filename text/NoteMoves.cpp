@@ -6,12 +6,15 @@
 #include <core/MVRTextRtf.h>
 #include <core/MVRTextUtil.h>
 #include <core/NoteFormat_p.h>
+#include <core/Pictures_p.h>
 #include <core/STextDoc.h>
 #include <text/NoteLabel_p.h>
 #include <text/NoteRuns_p.h>
 
 #include <QSet>
 #include <QTextDocumentFragment>
+
+#include <limits>
 
 namespace {
 
@@ -42,7 +45,9 @@ void insertInlineNote(QTextCursor &cursor, int position, const QTextDocument &co
 {
     cursor.setPosition(position);
     const QTextBlockFormat paragraph = cursor.blockFormat();
-    cursor.insertText(QStringLiteral(" "));
+    QTextCharFormat format = cursor.charFormat();
+    clearPicture(format);
+    cursor.insertText(QStringLiteral(" "), format);
     cursor.insertFragment(QTextDocumentFragment(&content));
     const int end = cursor.position();
     // The content brings its own paragraph format; the text around it keeps what it had.
@@ -111,8 +116,44 @@ bool hasInspectorKind(const QTextCursor &word)
         || format.hasProperty(MVRTextFormat::InspectorFootnoteProperty);
 }
 
+/*! False for white space, punctuation and symbols; the underscore belongs to words. */
+bool mayBeginWord(QChar character)
+{
+    return character.category() == QChar::Punctuation_Connector
+        || !(character.isSpace() || character.isPunct() || character.isSymbol());
+}
+
+/*!
+    The search for words behind the notes. It goes on where it got to for the note before, so that
+    text without words is not read again for each of its notes.
+*/
+class WordsAhead
+{
+public:
+    /*! The closest word that begins at or after the character before \a position. */
+    QTextCursor closest(QTextDocument *document, int position, bool leaveParagraph)
+    {
+        const int size = document->characterCount();
+        int from = qMax(0, position - 1);
+        // What is edited for a note stands before the word found for the one before it.
+        if (size - m_fromEnd > position && !mayBeginWord(document->characterAt(from)))
+            from = size - m_fromEnd;
+        const QTextCursor at = MVRTextRange(from, from).toTextCursor(document);
+        const QTextCursor word
+            = MVRTextUtil::closestWordCursor(at, leaveParagraph, MVRTextUtil::Forward, nullptr);
+        const QTextBlock last = leaveParagraph ? document->lastBlock() : at.block();
+        m_fromEnd = size
+            - (word.hasSelection() ? word.selectionStart() : last.position() + last.length() - 1);
+        return word;
+    }
+
+private:
+    int m_fromEnd = std::numeric_limits<int>::max(); // of what was found, from the document's end
+};
+
 /*! The word that is to carry the note that stood at \a position; no selection when none is free. */
-QTextCursor freeWord(QTextDocument *document, int position, const InlineMove &move)
+QTextCursor freeWord(QTextDocument *document, int position, const InlineMove &move,
+                     WordsAhead &wordsAhead)
 {
     const QSet<int> inlineNotes
         = {MVRTextFormat::InlineAnnotationProperty, MVRTextFormat::InlineFootnoteProperty};
@@ -124,8 +165,7 @@ QTextCursor freeWord(QTextDocument *document, int position, const InlineMove &mo
     if (word.hasSelection() && isInInlineNote(word)) {
         if (move.skipNoteWords)
             return QTextCursor();
-        word = MVRTextUtil::closestWordCursor(before, move.leaveParagraph, MVRTextUtil::Forward,
-                                              nullptr);
+        word = wordsAhead.closest(document, position, move.leaveParagraph);
         if (isInInlineNote(word))
             return QTextCursor();
     }
@@ -133,10 +173,11 @@ QTextCursor freeWord(QTextDocument *document, int position, const InlineMove &mo
 }
 
 /*! The text that is to carry the note that stood at \a position, selected. */
-QTextCursor anchorText(QTextDocument *document, int position, const InlineMove &move)
+QTextCursor anchorText(QTextDocument *document, int position, const InlineMove &move,
+                       WordsAhead &wordsAhead)
 {
     if (!document->isEmpty()) {
-        const QTextCursor word = freeWord(document, position, move);
+        const QTextCursor word = freeWord(document, position, move, wordsAhead);
         if (word.hasSelection())
             return word;
     }
@@ -161,7 +202,8 @@ QByteArray inspectorContent(QTextDocument *content, const QTextBlockFormat &para
     return MVRTextRtf::toRtfCData(content, false);
 }
 
-void moveToInspector(QTextDocument *document, const MVRTextRange &note, const InlineMove &move)
+void moveToInspector(QTextDocument *document, const MVRTextRange &note, const InlineMove &move,
+                     WordsAhead &wordsAhead)
 {
     QTextCursor cursor = note.toTextCursor(document);
     QTextDocument content;
@@ -177,7 +219,7 @@ void moveToInspector(QTextDocument *document, const MVRTextRange &note, const In
         cursor.setBlockCharFormat(emptyFormat);
     }
     const QTextBlockFormat paragraph = cursor.blockFormat();
-    const QTextCursor anchor = anchorText(document, cursor.position(), move);
+    const QTextCursor anchor = anchorText(document, cursor.position(), move, wordsAhead);
     MVRTextDoc::setCommentCData(anchor, inspectorContent(&content, paragraph, move.property),
                                 move.toFootnote);
 }
@@ -207,10 +249,12 @@ void MVRTextDoc::swapInlineToInspector(QTextDocument *document, int propertyId, 
         const InlineMove move = {propertyId, toFootnote, skipNoteWords,
                                  mvrOptions().value(MVRSettings::WordSearchSetting)};
         const EditBlock undoStep(document);
+        WordsAhead wordsAhead;
         const int sizeBefore = document->characterCount();
         for (const MVRTextRange &note : notes) {
             const int growth = document->characterCount() - sizeBefore;
-            moveToInspector(document, MVRTextRange(note.start + growth, note.end + growth), move);
+            moveToInspector(document, MVRTextRange(note.start + growth, note.end + growth), move,
+                            wordsAhead);
         }
     }
     // Notes that were not moved keep their mark: only the property's leftovers are false.

@@ -84,6 +84,7 @@ void unmarkBlanks(QTextDocument &document, MVRTextFormat::Property property)
         cursor.mergeCharFormat(unmarked);
     };
     const QVector<Note> notes = inlineNotes(document, property);
+    cursor.beginEditBlock(); // outside of one a cursor itemizes its paragraph after every change
     for (const Note &note : notes) {
         int start = note.start;
         while (start < note.end && document.characterAt(start).isSpace())
@@ -94,6 +95,7 @@ void unmarkBlanks(QTextDocument &document, MVRTextFormat::Property property)
         unmark(note.start, start);
         unmark(end, note.end);
     }
+    cursor.endEditBlock();
 }
 
 void bracketAnnotations(QTextDocument &document)
