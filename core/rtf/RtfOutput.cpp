@@ -44,6 +44,17 @@ bool joinsWord(char character)
         || (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 
+// Programs without Unicode show the letter below the accent.
+char fallbackFor(char16_t unit)
+{
+    const bool isLatin = unit < 0x2dd || (unit >= 0x1e00 && unit < 0x1f00) || unit > 0xff00;
+    if (!isLatin || QChar(unit).decompositionTag() == QChar::NoDecomposition)
+        return '?';
+    const QString parts = QChar(unit).decomposition();
+    const char16_t base = parts.isEmpty() ? u'?' : parts.at(0).unicode();
+    return isPlain(base) && base != ' ' ? static_cast<char>(base) : '?';
+}
+
 const char *escapeFor(char16_t unit)
 {
     switch (unit) {
@@ -74,17 +85,27 @@ quint32 fourDigits(quint32 number)
 }
 
 // Nine in ten bytes of a Russian or Japanese file are such words.
-inline char *appendUnicode(char16_t unit, char *to)
+inline char *appendNumber(char16_t unit, char *to)
 {
     const int number = static_cast<short>(unit); // RTF counts it as signed
-    *to++ = '\\';
-    *to++ = 'u';
     if (number < 1000)
         return std::to_chars(to, to + 6, number).ptr;
     if (number >= 10000)
         *to++ = static_cast<char>('0' + number / 10000);
     qToLittleEndian<quint32>(fourDigits(static_cast<quint32>(number) % 10000), to);
     return to + 4;
+}
+
+inline char *appendUnicode(char16_t unit, char *to)
+{
+    *to++ = '\\';
+    *to++ = 'u';
+    to = appendNumber(unit, to);
+    const char fallback = fallbackFor(unit);
+    if (joinsWord(fallback))
+        *to++ = ' ';
+    *to++ = fallback;
+    return to;
 }
 
 } // namespace
@@ -120,13 +141,13 @@ void RtfOutput::ascii(const QChar *text, int length)
 const QChar *RtfOutput::coded(const QChar *at, const QChar *end)
 {
     constexpr int size = 512;
-    constexpr int longestForm = 8; // \u-12345
+    constexpr int longestForm = 10; // \u-12345 a
     char buffer[size];
     char *to = buffer;
     for (; at != end && to - buffer <= size - longestForm; ++at) {
         const char16_t unit = at->unicode();
         if (isFar(unit)) {
-            m_afterWord = true;
+            m_afterWord = false;
             to = appendUnicode(unit, to);
             continue;
         }
@@ -164,10 +185,8 @@ char *RtfOutput::appendCoded(char16_t unit, char *to)
         *to++ = digits[byte & 15];
         return to;
     }
+    if (unit != '\t' && unit != QChar::LineSeparator)
+        return appendUnicode(unit, to);
     m_afterWord = true;
-    if (unit == '\t')
-        return append("\\tab");
-    if (unit == QChar::LineSeparator)
-        return append("\\line");
-    return appendUnicode(unit, to);
+    return append(unit == '\t' ? "\\tab" : "\\line");
 }

@@ -5,8 +5,8 @@
 
 #include <utility>
 
-/*! Resets a paragraph. \uc is none of its formatting, but some programs forget it here too. */
-constexpr char rtfPlainParagraph[] = "\\pard\\uc0";
+/*! Resets a paragraph. */
+constexpr char rtfPlainParagraph[] = "\\pard";
 
 /*!
     RTF under construction: words, groups and escaped text.
@@ -34,9 +34,8 @@ public:
     void lineEnd() { mark('\n'); }
 
     /*!
-        Appends \a text: code page 1252 where it reaches, \u without a fallback beyond, which
-        takes \uc0 in the header. All programs of today read \u; not all mind the code page of a
-        font.
+        Appends \a text: code page 1252 where it reaches, beyond it \u and, as \uc1 says, one
+        letter for programs without Unicode. Not all programs mind the code page of a font.
     */
     void text(QStringView text);
 

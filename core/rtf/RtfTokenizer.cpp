@@ -144,26 +144,28 @@ inline const char *readUnicode(const char *at, const char *end, char16_t *unit)
 }
 
 // Reads a word of \u words of so many digits for ordinary characters, one right behind the other:
-// what is nearly all of a text in most scripts. Each is looked at in one step, with the backslash
-// that follows all but the last.
-template <int digitCount>
+// what is nearly all of a text in most scripts. Each is looked at in one step, with what follows
+// it: the backslash of the next, or the '?' that stands for it.
+template <int digitCount, char following>
 const char *readUnicodeWords(const char *at, const char *end, char16_t **units,
                              const char16_t *stop)
 {
     constexpr int length = 2 + digitCount;
+    constexpr int step = length + (following == '?' ? 1 : 0);
     constexpr quint64 zeros = digitCount == 4 ? 0x0000303030300000 : 0x0030303030300000;
     constexpr quint64 last = quint64(1) << (8 * length);
-    constexpr quint64 pattern = last * '\\' | zeros | quint64('u' << 8 | '\\');
+    constexpr quint64 pattern = last * following | zeros | quint64('u' << 8 | '\\');
     // Added to what is left of a word without the pattern, sets the upper bit of each byte (and of
     // the first two together) that is no digit or not as in the pattern.
     constexpr quint64 excess = last * 0x7f | zeros / '0' * 0x76 | 0x7fff;
     constexpr quint64 upperBits = (last | zeros / '0') * 0x80 | 0x8000;
     char16_t *to = *units;
-    for (bool more = true; more && to != stop && end - at > 8; at += length) {
+    for (bool more = true; more && to != stop && end - at > 8; at += step) {
         const quint64 word = qFromLittleEndian<quint64>(at) ^ pattern;
         const quint64 wrong = (word | (word + excess)) & upperBits;
         more = wrong == 0;
-        if (!more && (wrong != last * 0x80 || isDigit(at[length])))
+        // The last \u word of a word has no other one behind it.
+        if (!more && (following == '?' || wrong != last * 0x80 || isDigit(at[length])))
             break;
         int number = valueOfFour(static_cast<quint32>(word >> 16));
         if (digitCount == 5)
@@ -176,7 +178,25 @@ const char *readUnicodeWords(const char *at, const char *end, char16_t **units,
         *to++ = static_cast<char16_t>(number);
     }
     *units = to;
-    return *at == ' ' ? at + 1 : at;
+    return following != '?' && *at == ' ' ? at + 1 : at;
+}
+
+// The same for as many fallback characters as most files have; \a at where there are others.
+inline const char *readUnicodeWords(int fallbackLength, const char *at, const char *end,
+                                    char16_t **units, const char16_t *stop)
+{
+    const char *start = nullptr;
+    while (start != at && *units != stop && at != end && *at == '\\') {
+        start = at;
+        if (fallbackLength == 0) {
+            at = readUnicodeWords<4, '\\'>(at, end, units, stop);
+            at = readUnicodeWords<5, '\\'>(at, end, units, stop);
+        } else if (fallbackLength == 1) {
+            at = readUnicodeWords<4, '?'>(at, end, units, stop);
+            at = readUnicodeWords<5, '?'>(at, end, units, stop);
+        }
+    }
+    return at;
 }
 
 inline const char *readByte(const char *at, const char *end, const QChar *characters,
@@ -306,14 +326,9 @@ int RtfTokenizer::readCodedRun(CodedRun *run, char16_t *units, int size)
             next = behindFallback(at, m_end);
             fallback -= next != at ? 1 : 0;
         } else if (kind == Special) {
-            if (run->fallbackLength == 0) {
-                at = readUnicodeWords<4>(at, m_end, &to, stop);
-                if (to == stop || classOf(*at) != Special)
-                    continue;
-                at = readUnicodeWords<5>(at, m_end, &to, stop);
-                if (to == stop || classOf(*at) != Special)
-                    continue;
-            }
+            at = readUnicodeWords(run->fallbackLength, at, m_end, &to, stop);
+            if (to == stop || at == m_end || classOf(*at) != Special)
+                continue;
             next = readUnicode(at, m_end, to);
             fallback = next != at ? run->fallbackLength : 0;
             if (next == at)

@@ -13,7 +13,7 @@ QByteArray RtfWriter::finished()
 
 QByteArray RtfWriter::header()
 {
-    QByteArray rtf = QByteArrayLiteral("{\\rtf1\\ansi\\ansicpg1252\\uc0");
+    QByteArray rtf = QByteArrayLiteral("{\\rtf1\\ansi\\ansicpg1252\\uc1");
     rtf += fontTable() + colorTable() + styleSheet() + listTable();
     if (!m_tables.exactText().isEmpty())
         rtf += "{\\*\\mvrprops " + m_tables.exactText() + '}';
