@@ -182,3 +182,20 @@ inline void mergeIfChanged(QTextCursor cursor, const QTextCharFormat &format)
     else
         changeFormats(cursor.document(), cursor.selectionStart(), cursor.selectionEnd(), merge);
 }
+
+/*!
+    Merges \a format into [\a start, \a end) and nothing else; a selection that reaches across the
+    border of a table cell would be widened to whole cells, or the whole table.
+*/
+inline void mergeIntoRange(QTextCursor &cursor, int start, int end, const QTextCharFormat &format)
+{
+    cursor.setPosition(start);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    const bool isWidened = cursor.hasComplexSelection() || cursor.selectionStart() != start
+        || cursor.selectionEnd() != end;
+    if (isWidened)
+        changeFormats(cursor.document(), start, end,
+                      [&format](QTextCharFormat &target) { target.merge(format); });
+    else
+        cursor.mergeCharFormat(format);
+}
