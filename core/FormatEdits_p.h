@@ -184,18 +184,23 @@ inline void mergeIfChanged(QTextCursor cursor, const QTextCharFormat &format)
 }
 
 /*!
-    Merges \a format into [\a start, \a end) and nothing else; a selection that reaches across the
-    border of a table cell would be widened to whole cells, or the whole table.
+    Selects [\a start, \a end). False when more is selected: across the border of a table cell that
+    is a rectangle of whole cells, or the whole table.
 */
-inline void mergeIntoRange(QTextCursor &cursor, int start, int end, const QTextCharFormat &format)
+inline bool selectRange(QTextCursor &cursor, int start, int end)
 {
     cursor.setPosition(start);
     cursor.setPosition(end, QTextCursor::KeepAnchor);
-    const bool isWidened = cursor.hasComplexSelection() || cursor.selectionStart() != start
-        || cursor.selectionEnd() != end;
-    if (isWidened)
+    return !cursor.hasComplexSelection() && cursor.selectionStart() == start
+        && cursor.selectionEnd() == end;
+}
+
+/*! Merges \a format into [\a start, \a end) and nothing else; see selectRange(). */
+inline void mergeIntoRange(QTextCursor &cursor, int start, int end, const QTextCharFormat &format)
+{
+    if (selectRange(cursor, start, end))
+        cursor.mergeCharFormat(format);
+    else
         changeFormats(cursor.document(), start, end,
                       [&format](QTextCharFormat &target) { target.merge(format); });
-    else
-        cursor.mergeCharFormat(format);
 }
