@@ -142,6 +142,17 @@ void TestEndNotes::leavesTextOfOtherCells()
         QCOMPARE(notes, expected);
         QCOMPARE(document.toPlainText().remove(QLatin1Char('\n')), left);
     }
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    cursor.insertTable(2, 2)->firstCursorPosition().insertText(QStringLiteral("a"));
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(QStringLiteral("b"));
+    cursor.select(QTextCursor::Document);
+    QTextCharFormat format;
+    format.setProperty(MVRTextFormat::InlineFootnoteProperty, true);
+    cursor.mergeCharFormat(format);
+    QCOMPARE(MVRTextDoc::inlineFootnotesToEndNotes(&document, 1).size(), 1);
+    QCOMPARE(document.toPlainText(), QStringLiteral("1"));
 }
 
 void TestEndNotes::isOneUndoStep()

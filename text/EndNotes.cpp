@@ -45,6 +45,17 @@ private:
     bool m_isEBook;
 };
 
+/*! True when no text but that of \a run is selected, for instance a table that is all footnote. */
+bool selectsOnly(const QTextCursor &cursor, const MVRTextRange &run)
+{
+    if (cursor.hasComplexSelection())
+        return false;
+    const FragmentWalker first(cursor.document(), cursor.selectionStart());
+    const FragmentWalker behind(cursor.document(), run.end);
+    return first.isValid() && first.start() >= run.start
+        && (!behind.isValid() || behind.start() >= cursor.selectionEnd());
+}
+
 /*! Appends \a run in parts, each in one cell of a table or outside of it. */
 void appendByCells(const QTextDocument *document, const MVRTextRange &run,
                    QVector<MVRTextRange> *parts)
@@ -76,7 +87,7 @@ QVector<MVRTextRange> footnotesOf(QTextDocument *document)
     notes.reserve(runs.size());
     QTextCursor cursor(document);
     for (const MVRTextRange &run : runs) {
-        if (selectRange(cursor, run.start, run.end))
+        if (selectRange(cursor, run.start, run.end) || selectsOnly(cursor, run))
             notes.append(run);
         else
             appendByCells(document, run, &notes);

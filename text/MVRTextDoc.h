@@ -371,7 +371,7 @@ public:
     /*!
         Takes the inline footnotes out of the text, for exports that list them elsewhere, and leaves
         a superscript number in place of each. A footnote that reaches across cells of a table, but
-        not around all of it, becomes one in each of them.
+        is not all of its text, becomes one in each of them.
 
         \param firstNumber  the first note's number; the others follow
         \param noteFormat   merged into the notes that are returned; the marks have the format of
