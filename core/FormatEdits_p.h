@@ -182,3 +182,25 @@ inline void mergeIfChanged(QTextCursor cursor, const QTextCharFormat &format)
     else
         changeFormats(cursor.document(), cursor.selectionStart(), cursor.selectionEnd(), merge);
 }
+
+/*!
+    Selects [\a start, \a end). False when more is selected: across the border of a table cell that
+    is a rectangle of whole cells, or the whole table.
+*/
+inline bool selectRange(QTextCursor &cursor, int start, int end)
+{
+    cursor.setPosition(start);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    return !cursor.hasComplexSelection() && cursor.selectionStart() == start
+        && cursor.selectionEnd() == end;
+}
+
+/*! Merges \a format into [\a start, \a end) and nothing else; see selectRange(). */
+inline void mergeIntoRange(QTextCursor &cursor, int start, int end, const QTextCharFormat &format)
+{
+    if (selectRange(cursor, start, end))
+        cursor.mergeCharFormat(format);
+    else
+        changeFormats(cursor.document(), start, end,
+                      [&format](QTextCharFormat &target) { target.merge(format); });
+}

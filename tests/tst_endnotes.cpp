@@ -4,6 +4,7 @@
 #include <text/MVRTextDoc.h>
 
 #include <QTextDocumentFragment>
+#include <QTextTable>
 #include <QtTest>
 
 #include <limits>
@@ -19,6 +20,7 @@ private Q_SLOTS:
     void numbers_data();
     void numbers();
     void formatsMarksAndNotes();
+    void leavesTextOfOtherCells();
     void isOneUndoStep();
 };
 
@@ -108,6 +110,49 @@ void TestEndNotes::formatsMarksAndNotes()
     QCOMPARE(mark.verticalAlignment(), QTextCharFormat::AlignSuperScript);
     QVERIFY(mark.isAnchor() && !mark.isImageFormat() && !mark.hasProperty(QTextFormat::FontWeight));
     QVERIFY(mark.boolProperty(MVRTextFormat::InlineFootnoteProperty));
+}
+
+// A cursor would select whole cells, or the whole table, the one without a note included.
+void TestEndNotes::leavesTextOfOtherCells()
+{
+    for (int plainCell = 0; plainCell < 4; ++plainCell) {
+        QTextDocument document;
+        QTextCursor cursor(&document);
+        const QTextTable *table = cursor.insertTable(2, 2);
+        for (int i = 0; i < 4; ++i)
+            table->cellAt(i / 2, i % 2)
+                .firstCursorPosition()
+                .insertText(QString(QLatin1Char(char('a' + i))));
+        QTextCharFormat format;
+        format.setProperty(MVRTextFormat::InlineFootnoteProperty, true);
+        cursor.select(QTextCursor::Document);
+        cursor.mergeCharFormat(format);
+        cursor = table->cellAt(plainCell / 2, plainCell % 2).firstCursorPosition();
+        cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+        format.setProperty(MVRTextFormat::InlineFootnoteProperty, false);
+        cursor.mergeCharFormat(format);
+
+        QString expected = QStringLiteral("abcd");
+        QString left = QStringLiteral("123");
+        left.insert(plainCell, expected[plainCell]);
+        expected.remove(plainCell, 1);
+        QString notes;
+        for (const auto &note : MVRTextDoc::inlineFootnotesToEndNotes(&document, 1))
+            notes += note.toPlainText();
+        QCOMPARE(notes, expected);
+        QCOMPARE(document.toPlainText().remove(QLatin1Char('\n')), left);
+    }
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    cursor.insertTable(2, 2)->firstCursorPosition().insertText(QStringLiteral("a"));
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(QStringLiteral("b"));
+    cursor.select(QTextCursor::Document);
+    QTextCharFormat format;
+    format.setProperty(MVRTextFormat::InlineFootnoteProperty, true);
+    cursor.mergeCharFormat(format);
+    QCOMPARE(MVRTextDoc::inlineFootnotesToEndNotes(&document, 1).size(), 1);
+    QCOMPARE(document.toPlainText(), QStringLiteral("1"));
 }
 
 void TestEndNotes::isOneUndoStep()

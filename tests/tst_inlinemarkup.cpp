@@ -24,6 +24,7 @@ private Q_SLOTS:
     void reads_data();
     void reads();
     void readsBackWhatItWrote();
+    void keepsNotesThatReachAcrossCells();
     void leavesUndoAsItShould();
     void isFastOnHostileText();
 };
@@ -305,6 +306,33 @@ void TestInlineMarkup::readsBackWhatItWrote()
         const QString written = document.toPlainText();
         MVRTextDoc::fromInlineMarkup(&document);
         QVERIFY2(contentOf(document) == content, qPrintable(written));
+    }
+}
+
+// All but one cell: what a cursor selects between two cells is a rectangle, or the whole table.
+void TestInlineMarkup::keepsNotesThatReachAcrossCells()
+{
+    for (int plainCell = 0; plainCell < 4; ++plainCell) {
+        QTextDocument document;
+        QTextCursor cursor(&document);
+        cursor.insertText(QStringLiteral("before"));
+        const QTextTable *table = cursor.insertTable(2, 2);
+        for (int i = 0; i < 4; ++i)
+            table->cellAt(i / 2, i % 2).firstCursorPosition().insertText(QString::number(i));
+        QTextCharFormat format;
+        format.setProperty(MVRTextFormat::InlineFootnoteProperty, true);
+        cursor.select(QTextCursor::Document);
+        cursor.mergeCharFormat(format);
+        cursor = table->cellAt(plainCell / 2, plainCell % 2).firstCursorPosition();
+        cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+        format.setProperty(MVRTextFormat::InlineFootnoteProperty, false);
+        cursor.mergeCharFormat(format);
+
+        const QStringList content = contentOf(document);
+        MVRTextDoc::toInlineMarkup(&document);
+        QCOMPARE(contentOf(document).size(), 1);
+        MVRTextDoc::fromInlineMarkup(&document);
+        QCOMPARE(contentOf(document), content);
     }
 }
 

@@ -99,6 +99,9 @@ void TestToolDocuments::appendsDocuments()
     QCOMPARE(appended(QStringLiteral("out.txt"), {one, empty, two, one}),
              QByteArray("one\ntwo\n\nthree\none\n"));
     QVERIFY(appended(QStringLiteral("out.fdx"), {two, example()}).contains("ScriptNote"));
+    const QByteArray play = appended(QStringLiteral("play.txt"), {two, example(), example()});
+    QVERIFY2(play.startsWith("two\n\nthree\nFADE IN:\n"), play.left(200).constData());
+    QCOMPARE(play.count("FADE IN:"), 2);
     QVERIFY(appended(QStringLiteral("2.txt"), {one, two}).isEmpty());
     QCOMPARE(read(QStringLiteral("2.txt")), QByteArray("two\n\nthree"));
 }

@@ -15,6 +15,7 @@ private Q_SLOTS:
     void readsBackAScreenplay_data();
     void readsBackAScreenplay();
     void writesNotesOfABook();
+    void drawsPicturesInTheirSize();
 
 private:
     QScopedPointer<ToolFolder> m_folder;
@@ -107,6 +108,31 @@ void TestToolMarkup::writesNotesOfABook()
     const QByteArray notes = m_folder->read(QStringLiteral("footnotes.xhtml"));
     QVERIFY2(notes.contains("<a id=\"fn1\"></a>"), notes.constData());
     QVERIFY(notes.startsWith("<?xml") && notes.endsWith("</html>\n"));
+}
+
+// 192 by 96 pixels are two inches by one; the other picture is higher than all paper.
+void TestToolMarkup::drawsPicturesInTheirSize()
+{
+    QImage black(1, 1, QImage::Format_RGB32);
+    black.fill(Qt::black);
+    QVERIFY(black.save(m_folder->path(QStringLiteral("black.png"))));
+    m_folder->write(QStringLiteral("in.txt"),
+                    "{$MVRImageLink[w:192;h:96]=black.png}\n"
+                    "{$MVRImageLink[w:1;h:2147483647]=none.png}\nEnd\n");
+    QCOMPARE(mvrtext("markup --read in.txt -o a.png", m_folder->path()).exitCode, 0);
+    const QImage page(m_folder->path(QStringLiteral("a.png")));
+    const int inch = page.width() * 2 / 17;
+    int blackPixels = 0;
+    for (int y = 0; y < page.height(); ++y)
+        for (int x = 0; x < page.width(); ++x)
+            blackPixels += qGray(page.pixel(x, y)) < 32 ? 1 : 0;
+    QVERIFY2(qAbs(blackPixels - 2 * inch * inch) < inch * inch / 10,
+             QByteArray::number(blackPixels));
+
+    QCOMPARE(mvrtext("markup --read in.txt -o a.pdf", m_folder->path()).exitCode, 0);
+    QCOMPARE(m_folder->read(QStringLiteral("a.pdf")).count("/Type /Page\n"), 3);
+    QCOMPARE(mvrtext("markup --read in.txt -o a.html", m_folder->path()).exitCode, 0);
+    QVERIFY(m_folder->read(QStringLiteral("a.html")).contains("width=\"192\" height=\"96\""));
 }
 
 QTEST_GUILESS_MAIN(TestToolMarkup)

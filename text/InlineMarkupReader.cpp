@@ -2,6 +2,7 @@
 #include <text/MVRTextDoc.h>
 
 #include <core/EditBlock_p.h>
+#include <core/FormatEdits_p.h>
 #include <core/MVRTextFormat.h>
 
 #include <QRegExp>
@@ -109,9 +110,7 @@ void readCodes(QTextDocument *document, const QRegExp &start, const QRegExp &end
     QTextCursor cursor(document);
     // From the last to the first, so that what is removed moves no pair still to be read.
     for (auto pair = pairs.crbegin(); pair != pairs.crend(); ++pair) {
-        cursor.setPosition(pair->opening.end);
-        cursor.setPosition(pair->closing.start, QTextCursor::KeepAnchor);
-        cursor.mergeCharFormat(mark);
+        mergeIntoRange(cursor, pair->opening.end, pair->closing.start, mark);
         removeText(cursor, pair->closing);
         removeText(cursor, pair->opening);
     }

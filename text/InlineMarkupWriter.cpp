@@ -2,6 +2,7 @@
 #include <text/MVRTextDoc.h>
 
 #include <core/EditBlock_p.h>
+#include <core/FormatEdits_p.h>
 #include <core/MVRTextFormat.h>
 #include <core/STextDoc.h>
 #include <core/TextFragments_p.h>
@@ -54,9 +55,7 @@ void enclose(QTextDocument *document, const Codes &codes)
     // From the last to the first, so that the codes move no run still to be done.
     for (auto run = runs.crbegin(); run != runs.crend(); ++run) {
         const EditBlock undoStep(cursor);
-        cursor.setPosition(run->start);
-        cursor.setPosition(run->end, QTextCursor::KeepAnchor);
-        cursor.mergeCharFormat(unmarked);
+        mergeIntoRange(cursor, run->start, run->end, unmarked);
         cursor.setPosition(run->end);
         cursor.insertText(codes.closing);
         cursor.setPosition(run->start);

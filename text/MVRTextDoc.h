@@ -370,14 +370,16 @@ public:
 
     /*!
         Takes the inline footnotes out of the text, for exports that list them elsewhere, and leaves
-        a superscript number in place of each.
+        a superscript number in place of each. A footnote that reaches across cells of a table, but
+        is not all of its text, becomes one in each of them.
 
         \param firstNumber  the first note's number; the others follow
         \param noteFormat   merged into the notes that are returned; the marks have the format of
                             their note's last character, its footnote property included
         \param format       MultiMarkdown: a mark reads "[^fn1]"; an electronic book: it is an
-       anchor named "fn1" and a link to "footnotes.xhtml#fn1"; else the number alone \return the
-       notes in the order of the text
+                            anchor named "fn1" and a link to "footnotes.xhtml#fn1"; else the number
+                            alone
+        \return the notes in the order of the text
     */
     static QList<QTextDocumentFragment> inlineFootnotesToEndNotes(QTextDocument *document,
                                                                   int firstNumber,

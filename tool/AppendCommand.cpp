@@ -8,6 +8,7 @@
 #include <text/MVRTextDoc.h>
 
 #include <QSet>
+#include <QTextBlock>
 #include <QTextCursor>
 
 namespace {
@@ -26,6 +27,20 @@ void addElements(Document &document, const Document &more)
         if (!names.contains(element.name()))
             document.elements.append(element);
     }
+}
+
+void removeTitlePage(Document &document)
+{
+    const QTextBlock body = document.text.findBlockByNumber(document.titlePageBlocks);
+    if (!body.isValid()) {
+        document.text.clear();
+        return;
+    }
+    const QTextCharFormat charFormat = body.charFormat();
+    QTextCursor cursor(&document.text);
+    cursor.setPosition(body.position(), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    cursor.setBlockCharFormat(charFormat); // Qt left that of the paragraph before
 }
 
 void append(Document &document, Document &more, bool onNewPage)
@@ -54,6 +69,10 @@ bool appendAll(const Rewriting &rewriting, bool onNewPages)
         Document more;
         if (!rewriting.load(more, progress, i))
             return false;
+        if (more.titlePageBlocks > 0) {
+            removeTitlePage(more);
+            printMessage(rewriting.inputName(i), QStringLiteral("title page left out"));
+        }
         append(document, more, onNewPages);
     }
     return rewriting.save(document, progress);

@@ -1,5 +1,7 @@
 #include "Lengths.h"
 
+#include <core/FormatEdits_p.h>
+
 #include <QHash>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -36,6 +38,18 @@ QTextBlockFormat scaled(QTextBlockFormat format, double factor)
     return format;
 }
 
+void scalePictures(QTextDocument &document, double factor)
+{
+    changeAllFormats(&document, [factor](QTextCharFormat &format) {
+        if (!format.isImageFormat())
+            return;
+        for (const int side : {QTextFormat::ImageWidth, QTextFormat::ImageHeight}) {
+            if (format.doubleProperty(side) > 0.0)
+                format.setProperty(side, format.doubleProperty(side) * factor);
+        }
+    });
+}
+
 }
 
 void scaleLengths(QTextDocument &document, double factor)
@@ -53,6 +67,7 @@ void scaleLengths(QTextDocument &document, double factor)
         cursor.setBlockFormat(*format);
     }
     cursor.endEditBlock();
+    scalePictures(document, factor);
 }
 
 void pixelFontsToPoints(QTextDocument &document)

@@ -3,11 +3,14 @@
 class QTextDocument;
 
 // Documents in memory count points. Qt's HTML and ODT writers and its layout take the lengths of
-// paragraphs for pixels, 96 to the inch.
+// paragraphs and pictures for pixels, 96 to the inch.
 constexpr double pixelsPerPoint = 96.0 / 72.0;
 constexpr double pointsPerPixel = 72.0 / 96.0;
 
-/*! Multiplies margins, indents, tab stops and fixed line heights of all paragraphs. */
+/*!
+    Multiplies margins, indents, tab stops and fixed line heights of all paragraphs, and the sizes
+    that pictures say.
+*/
 void scaleLengths(QTextDocument &document, double factor);
 
 /*! Gives text whose size is in pixels, as in HTML, the same size in points. */

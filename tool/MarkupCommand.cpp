@@ -2,6 +2,7 @@
 #include "Commands.h"
 #include "Document.h"
 #include "Formats.h"
+#include "Lengths.h"
 #include "Messages.h"
 #include "Notes.h"
 #include "Progress.h"
@@ -43,13 +44,32 @@ bool hasNoPictures(const Format &format)
     return format.write == writeText || format.write == writeFdx || format.write == writeBbCode;
 }
 
+bool isLinkedPicture(const QTextCharFormat &format)
+{
+    return format.isImageFormat()
+        && !format.stringProperty(MVRTextFormat::ImageLinkProperty).isEmpty();
+}
+
+// Codes count pixels.
+void sizePicturesInPoints(QTextDocument &text)
+{
+    changeAllFormats(&text, [](QTextCharFormat &format) {
+        if (!isLinkedPicture(format))
+            return;
+        QTextImageFormat image = format.toImageFormat();
+        image.setWidth(image.width() * pointsPerPixel);
+        image.setHeight(image.height() * pointsPerPixel);
+        format = image;
+    });
+}
+
 /*! Gives the pictures of codes the names that a written file is to refer to. */
 void nameByFile(QTextDocument &text)
 {
     changeAllFormats(&text, [](QTextCharFormat &format) {
-        const QString link = format.stringProperty(MVRTextFormat::ImageLinkProperty);
-        if (format.isImageFormat() && !link.isEmpty())
-            format.setProperty(QTextFormat::ImageName, link);
+        if (isLinkedPicture(format))
+            format.setProperty(QTextFormat::ImageName,
+                               format.property(MVRTextFormat::ImageLinkProperty));
     });
 }
 
@@ -57,8 +77,7 @@ int linkedPictures(const QTextDocument &text)
 {
     int count = 0;
     for (FragmentWalker walker(&text, 0); walker.isValid(); walker.next()) {
-        const QTextCharFormat format = walker.format();
-        if (format.isImageFormat() && format.hasProperty(MVRTextFormat::ImageLinkProperty))
+        if (isLinkedPicture(walker.format()))
             count += walker.end() - walker.start();
     }
     return count;
@@ -68,6 +87,7 @@ void readMarkup(QTextDocument &text, const Format &output, const QString &name)
 {
     MVRTextDoc::fromInlineMarkup(&text);
     text.setUndoRedoEnabled(false); // reading has switched it on
+    sizePicturesInPoints(text);
     // In the text they would be codes again.
     if (output.notes == NoteSupport::Attached)
         placeNotes(text, NotesChoice::Inspector, output.notes);

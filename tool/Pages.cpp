@@ -4,6 +4,7 @@
 #include "Document.h"
 #include "Lengths.h"
 #include "PageBreaks.h"
+#include "Pictures.h"
 
 #include <core/MVRTextRange.h>
 #include <core/MVRToolkit.h>
@@ -130,9 +131,13 @@ Pages::Pages(Document &document, const QPageSize &paper)
     option.setUseDesignMetrics(true);
     option.setTabStopDistance(tabDistance * resolution);
     m_text.setDefaultTextOption(option);
+    const double margins = 2 * m_text.documentMargin();
+    // What reaches below the line that a picture stands on needs room too.
+    fitPictures(m_text, QSizeF(m_size) - QSizeF(margins, margins + 2 * linePitch),
+                dotsPerPoint * pointsPerPixel);
     m_text.setPageSize(m_size);
     if (document.isScreenplay)
-        breakPages(m_text, m_size.height() - 2 * m_text.documentMargin());
+        breakPages(m_text, m_size.height() - margins);
 
     const QTextBlock body = firstBodyBlock(document);
     if (body.isValid()) {

@@ -73,6 +73,11 @@ bool Rewriting::saveWithNotes(bool keepsInline, Document &document, Progress &pr
     return saveDocument(m_output, *m_to, choice, WriteOptions(), document, progress);
 }
 
+QString Rewriting::inputName(int number) const
+{
+    return displayName(m_commandLine.file(number), QStringLiteral("standard input"));
+}
+
 QString Rewriting::outputName() const
 {
     return displayName(m_output, QStringLiteral("standard output"));

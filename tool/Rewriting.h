@@ -47,7 +47,8 @@ public:
     bool saveWithNotes(bool keepsInline, Document &document, Progress &progress) const;
 
     int inputCount() const { return m_from.size(); }
-    /*! What messages call the output. */
+    /*! What messages call an input and the output. */
+    QString inputName(int number) const;
     QString outputName() const;
 
 private:

@@ -1,0 +1,10 @@
+#pragma once
+
+class QSizeF;
+class QTextDocument;
+
+/*!
+    Gives every picture the size at which it is drawn on a page: what it says itself, else one unit
+    per pixel times \a unitsPerPixel. Pictures larger than \a largest are made smaller.
+*/
+void fitPictures(QTextDocument &text, const QSizeF &largest, double unitsPerPixel);
