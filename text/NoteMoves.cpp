@@ -96,6 +96,7 @@ struct InlineMove
     bool toFootnote;
     bool skipNoteWords;
     bool leaveParagraph; // when looking for a word
+    QColor color; // of the comments
 };
 
 /*!
@@ -220,8 +221,11 @@ void moveToInspector(QTextDocument *document, const MVRTextRange &note, const In
     }
     const QTextBlockFormat paragraph = cursor.blockFormat();
     const QTextCursor anchor = anchorText(document, cursor.position(), move, wordsAhead);
-    MVRTextDoc::setCommentCData(anchor, inspectorContent(&content, paragraph, move.property),
-                                move.toFootnote);
+    MVRTextCommentLink link;
+    link.isFootnote = move.toFootnote;
+    link.color = move.color;
+    link.cdata = inspectorContent(&content, paragraph, move.property);
+    MVRTextDoc::setComment(anchor, link);
 }
 
 } // namespace
@@ -246,8 +250,10 @@ void MVRTextDoc::swapInlineToInspector(QTextDocument *document, int propertyId, 
         return;
     const QVector<MVRTextRange> notes = inlineNotesIn(document, propertyId, range);
     if (!notes.isEmpty()) {
+        const MVRSettings &settings = mvrOptions();
         const InlineMove move = {propertyId, toFootnote, skipNoteWords,
-                                 mvrOptions().value(MVRSettings::WordSearchSetting)};
+                                 settings.value(MVRSettings::WordSearchSetting),
+                                 settings.value(MVRSettings::CommentColorSetting)};
         const EditBlock undoStep(document);
         WordsAhead wordsAhead;
         const int sizeBefore = document->characterCount();

@@ -279,7 +279,7 @@ const QByteArray &RtfWriter::markWords(int formatNumber, const QTextBlock &block
         QByteArray words;
         // At the edges of a table's cells this format is the cell's or the table's.
         const QTextCharFormat format = block.charFormat();
-        if (format.objectIndex() < 0)
+        if (!format.isEmpty() && format.objectIndex() < 0)
             appendRtfWords(RtfCharProps(), RtfFormats::fromCharFormat(format, false, &m_tables),
                            &words);
         known = m_marks.insert(formatNumber, words);
