@@ -27,6 +27,7 @@ private Q_SLOTS:
     void undoesAndRedoesExactly_data();
     void undoesAndRedoesExactly();
     void turnsTablesOfContentsIntoText();
+    void leavesOtherCellsAlone();
 
 private:
     QTemporaryDir m_dir;
@@ -303,6 +304,30 @@ void TestNoteMoves::turnsTablesOfContentsIntoText()
     QCOMPARE(notes, QStringList(QStringLiteral("before\nleft\tright")));
     // A word that ever carried a note counts as one of a note.
     QCOMPARE(document.toPlainText(), QStringLiteral("word(Linked Comment) after"));
+}
+
+// The cursor would select the whole table.
+void TestNoteMoves::leavesOtherCellsAlone()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    cursor.insertText(QStringLiteral("word"));
+    QTextTable *table = cursor.insertTable(1, 3);
+    for (int column = 0; column < 3; ++column)
+        table->cellAt(0, column).firstCursorPosition().insertText(QString(3, QChar(u'a' + column)));
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(QStringLiteral("end"));
+    MVRTextDoc::setInlineFootnoteAnnotation(select(&document, 4, cursor.position() - 3), false,
+                                            true);
+    MVRTextDoc::setInlineFootnoteAnnotation(document.find(QStringLiteral("bbb")), false, false);
+    MVRTextDoc::trimInlineNotes(&document, MVRTextFormat::InlineAnnotationProperty, false, 0, 0,
+                                QTextCursor());
+    MVRTextDoc::encloseAnnotations(&document, QStringLiteral("["), QStringLiteral("]"), false);
+    QCOMPARE(document.toPlainText(), QStringLiteral("word\n[aaa]\nbbb\n[ccc]\nend"));
+    MVRTextDoc::convertInlineAnnotationsToInspectorComments(&document, true, QTextCursor());
+    QCOMPARE(table->cellAt(0, 1).firstCursorPosition().block().text(), QStringLiteral("bbb"));
+    QCOMPARE(MVRTextDoc::inspectorNotesToPlainText(&document),
+             QStringList({QStringLiteral("[aaa]"), QStringLiteral("[ccc]")}));
 }
 
 QTEST_MAIN(TestNoteMoves)

@@ -1,11 +1,10 @@
 #include <text/MVRTextDoc.h>
 
 #include <core/EditBlock_p.h>
-#include <core/FormatEdits_p.h>
 #include <core/MVRFormat.h>
 #include <core/MVRTextFormat.h>
 #include <core/Pictures_p.h>
-#include <core/TextFragments_p.h>
+#include <text/NoteRuns_p.h>
 
 #include <QTextDocumentFragment>
 
@@ -46,56 +45,6 @@ private:
     bool m_isEBook;
 };
 
-/*! True when no text but that of \a run is selected, for instance a table that is all footnote. */
-bool selectsOnly(const QTextCursor &cursor, const MVRTextRange &run)
-{
-    if (cursor.hasComplexSelection())
-        return false;
-    const FragmentWalker first(cursor.document(), cursor.selectionStart());
-    const FragmentWalker behind(cursor.document(), run.end);
-    return first.isValid() && first.start() >= run.start
-        && (!behind.isValid() || behind.start() >= cursor.selectionEnd());
-}
-
-/*! Appends \a run in parts, each in one cell of a table or outside of it. */
-void appendByCells(const QTextDocument *document, const MVRTextRange &run,
-                   QVector<MVRTextRange> *parts)
-{
-    QTextBlock last;
-    FragmentWalker walker(document, run.start);
-    for (; walker.isValid() && walker.start() < run.end; walker.next()) {
-        bool continues = last.isValid();
-        for (QTextBlock block = walker.block(); continues && block != last;
-             block = block.previous())
-            continues = followsParagraph(block);
-        if (continues)
-            parts->last().end = walker.end();
-        else
-            parts->append(MVRTextRange(walker.start(), walker.end()));
-        last = walker.block();
-    }
-}
-
-/*! The footnotes in document order; each can be selected without any other text. */
-QVector<MVRTextRange> footnotesOf(QTextDocument *document)
-{
-    const FormatPattern footnote(MVRTextFormat::InlineFootnoteProperty, true);
-    const QVector<MVRTextRange> runs
-        = runsBehind(document, 0, [&footnote](const QTextFormat &candidate) {
-              return footnote.matches(candidate);
-          });
-    QVector<MVRTextRange> notes;
-    notes.reserve(runs.size());
-    QTextCursor cursor(document);
-    for (const MVRTextRange &run : runs) {
-        if (selectRange(cursor, run.start, run.end) || selectsOnly(cursor, run))
-            notes.append(run);
-        else
-            appendByCells(document, run, &notes);
-    }
-    return notes;
-}
-
 } // namespace
 
 QList<QTextDocumentFragment>
@@ -105,7 +54,9 @@ MVRTextDoc::inlineFootnotesToEndNotes(QTextDocument *document, int firstNumber,
     QList<QTextDocumentFragment> endNotes;
     if (!document)
         return endNotes;
-    const QVector<MVRTextRange> notes = footnotesOf(document);
+    const QVector<MVRTextRange> notes
+        = inlineNotesIn(document, MVRTextFormat::InlineFootnoteProperty,
+                        MVRTextRange(0, document->characterCount()));
     if (notes.isEmpty())
         return endNotes;
     const EditBlock undoStep(document);

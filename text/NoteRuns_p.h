@@ -20,20 +20,12 @@ inline MVRTextRange operationRange(const QTextDocument *document, const QTextCur
 /*!
     The runs of the inline note property in \a range, from one that its start lies in to the last
     before the first that goes on beyond its end.
+
+    Each can be selected without other text: a run that crosses the borders of table cells and is
+    not the whole table is cut there.
 */
-inline QVector<MVRTextRange> inlineNotesIn(const QTextDocument *document, int property,
-                                           const MVRTextRange &range)
-{
-    const FormatPattern pattern(property, true);
-    QVector<MVRTextRange> runs
-        = runsBehind(document, range.start,
-                     [&pattern](const QTextFormat &format) { return pattern.matches(format); });
-    int kept = 0;
-    while (kept < runs.size() && runs[kept].end <= range.end)
-        ++kept;
-    runs.resize(kept);
-    return runs;
-}
+QVector<MVRTextRange> inlineNotesIn(QTextDocument *document, int property,
+                                    const MVRTextRange &range);
 
 /*! What marks text as an inline note of one kind, and not of the other; or unmarks it. */
 inline QTextCharFormat inlineNoteFormat(bool footnote, bool on)
