@@ -24,6 +24,7 @@ private Q_SLOTS:
     void writesEveryFormat_data();
     void writesEveryFormat();
     void pictureIsTheWantedPage();
+    void tablesHaveTheirWidth();
     void screenplayComesBack();
     void fileWithoutSettingsKeepsItsText();
     void placesNotes_data();
@@ -180,6 +181,25 @@ void TestTool::pictureIsTheWantedPage()
                                 QStringLiteral("99"), example(), path(QStringLiteral("99.png"))});
     QCOMPARE(beyond.exitCode, 1);
     QVERIFY2(beyond.errors.contains("no page 99"), beyond.errors.constData());
+}
+
+void TestTool::tablesHaveTheirWidth()
+{
+    // A red cell of four inches.
+    write(QStringLiteral("in.rtf"),
+          "{\\rtf1{\\colortbl;\\red255\\green0\\blue0;}\\trowd\\clcbpat1"
+          "\\cellx5760\\intbl x\\cell\\row\\pard\\par}");
+    const Run run = mvrtext("convert --dpi 100 in.rtf out.png", m_folder->path());
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
+    const QImage page(path(QStringLiteral("out.png")));
+    int widest = 0;
+    for (int y = 0; y < page.height(); ++y) {
+        int width = 0;
+        for (int x = 0; x < page.width(); ++x)
+            width += page.pixelColor(x, y) == QColor(Qt::red) ? 1 : 0;
+        widest = qMax(widest, width);
+    }
+    QVERIFY2(widest > 390 && widest <= 400, qPrintable(QString::number(widest)));
 }
 
 void TestTool::screenplayComesBack()

@@ -6,6 +6,7 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextTable>
 #include <QVector>
 
 namespace {
@@ -38,6 +39,78 @@ QTextBlockFormat scaled(QTextBlockFormat format, double factor)
     return format;
 }
 
+void scaleProperties(QTextFormat &format, std::initializer_list<int> properties, double factor)
+{
+    for (const int property : properties) {
+        const QVariant value = format.property(property);
+        if (value.userType() == QMetaType::Double)
+            format.setProperty(property, value.toDouble() * factor);
+    }
+}
+
+QTextLength scaled(const QTextLength &length, double factor)
+{
+    return length.type() == QTextLength::FixedLength
+        ? QTextLength(QTextLength::FixedLength, length.rawValue() * factor)
+        : length;
+}
+
+void scaleFrame(QTextFrameFormat &format, double factor)
+{
+    scaleProperties(format,
+                    {QTextFormat::FrameBorder, QTextFormat::FrameMargin, QTextFormat::FramePadding,
+                     QTextFormat::FrameTopMargin, QTextFormat::FrameBottomMargin,
+                     QTextFormat::FrameLeftMargin, QTextFormat::FrameRightMargin,
+                     QTextFormat::TableCellSpacing, QTextFormat::TableCellPadding},
+                    factor);
+    format.setWidth(scaled(format.width(), factor));
+    format.setHeight(scaled(format.height(), factor));
+}
+
+void scaleCells(QTextTable &table, double factor)
+{
+    for (int row = 0; row < table.rows(); ++row) {
+        for (int column = 0; column < table.columns(); ++column) {
+            QTextTableCell cell = table.cellAt(row, column);
+            const QTextCharFormat before = cell.format();
+            QTextCharFormat format = before;
+            scaleProperties(format,
+                            {QTextFormat::TableCellTopPadding, QTextFormat::TableCellBottomPadding,
+                             QTextFormat::TableCellLeftPadding, QTextFormat::TableCellRightPadding,
+                             QTextFormat::TableCellTopBorder, QTextFormat::TableCellBottomBorder,
+                             QTextFormat::TableCellLeftBorder, QTextFormat::TableCellRightBorder},
+                            factor);
+            const bool isOwn = cell.row() == row && cell.column() == column;
+            if (isOwn && format != before)
+                cell.setFormat(format);
+        }
+    }
+}
+
+void scaleFrames(QTextDocument &document, double factor)
+{
+    QVector<QTextFrame *> open = document.rootFrame()->childFrames().toVector();
+    while (!open.isEmpty()) {
+        QTextFrame *frame = open.takeLast();
+        open += frame->childFrames().toVector();
+        auto *table = qobject_cast<QTextTable *>(frame);
+        if (!table) {
+            QTextFrameFormat format = frame->frameFormat();
+            scaleFrame(format, factor);
+            frame->setFrameFormat(format);
+            continue;
+        }
+        QTextTableFormat format = table->format();
+        scaleFrame(format, factor);
+        QVector<QTextLength> columns = format.columnWidthConstraints();
+        for (QTextLength &column : columns)
+            column = scaled(column, factor);
+        format.setColumnWidthConstraints(columns);
+        table->setFormat(format);
+        scaleCells(*table, factor);
+    }
+}
+
 void scalePictures(QTextDocument &document, double factor)
 {
     changeAllFormats(&document, [factor](QTextCharFormat &format) {
@@ -66,8 +139,10 @@ void scaleLengths(QTextDocument &document, double factor)
         cursor.setPosition(block.position());
         cursor.setBlockFormat(*format);
     }
-    cursor.endEditBlock();
+    scaleFrames(document, factor);
     scalePictures(document, factor);
+    cursor.endEditBlock();
+    document.setIndentWidth(document.indentWidth() * factor);
 }
 
 void pixelFontsToPoints(QTextDocument &document)

@@ -8,8 +8,8 @@ constexpr double pixelsPerPoint = 96.0 / 72.0;
 constexpr double pointsPerPixel = 72.0 / 96.0;
 
 /*!
-    Multiplies margins, indents, tab stops and fixed line heights of all paragraphs, and the sizes
-    that pictures say.
+    Multiplies margins, indents, tab stops and fixed line heights of all paragraphs, the widths,
+    margins and borders of tables and frames, the step of indents, and the sizes that pictures say.
 */
 void scaleLengths(QTextDocument &document, double factor);
 
