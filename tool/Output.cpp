@@ -10,6 +10,9 @@
 
 namespace {
 
+constexpr int pieceSize = 1 << 20;
+constexpr int longestInput = 1 << 30; // a QByteArray ends at twice that
+
 bool isStream(const QString &path)
 {
     return path == QLatin1String("-");
@@ -54,7 +57,15 @@ bool readInput(const QString &path, QByteArray *data, QString *error)
         *error = file.errorString();
         return false;
     }
-    *data = file.readAll();
+    data->clear();
+    // In pieces: a device such as /dev/zero never ends.
+    for (QByteArray piece = file.read(pieceSize); !piece.isEmpty(); piece = file.read(pieceSize)) {
+        *data += piece;
+        if (data->size() > longestInput) {
+            *error = QStringLiteral("is larger than 1 GiB");
+            return false;
+        }
+    }
     if (file.error() == QFileDevice::NoError)
         return true;
     *error = file.errorString();

@@ -10,7 +10,7 @@ bool isSameFile(const QString &one, const QString &other);
     Reads a whole file, or the standard input for "-".
 
     \param error  receives the reason of a failure
-    \return false when the file cannot be opened or read
+    \return false when the file cannot be opened or read, or is larger than 1 GiB
 */
 bool readInput(const QString &path, QByteArray *data, QString *error);
 
