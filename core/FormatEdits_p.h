@@ -117,12 +117,21 @@ private:
     std::vector<Entry> m_formats; // by index in the document's collection
 };
 
+/*!
+    Whether any format that the document has, or had, is one for which \a test answers true. Tells
+    without a look at the text that there is nothing to do, as is often so.
+*/
+template <typename Test> bool hasFormat(const QTextDocument &document, const Test &test)
+{
+    const QVector<QTextFormat> formats = document.allFormats();
+    return std::any_of(formats.cbegin(), formats.cend(), test);
+}
+
 /*! Whether \a change would change any format that the document has or had. */
 template <typename Change>
 bool changesAnyFormat(const QTextDocument *document, const Change &change)
 {
-    const QVector<QTextFormat> formats = document->allFormats();
-    return std::any_of(formats.cbegin(), formats.cend(), [&change](const QTextFormat &format) {
+    return hasFormat(*document, [&change](const QTextFormat &format) {
         if (!format.isCharFormat())
             return false;
         QTextCharFormat changed = format.toCharFormat();
@@ -203,4 +212,20 @@ inline void mergeIntoRange(QTextCursor &cursor, int start, int end, const QTextC
     else
         changeFormats(cursor.document(), start, end,
                       [&format](QTextCharFormat &target) { target.merge(format); });
+}
+
+/*! Removes the first \a count paragraphs; false, nothing being removed, when no other one follows.
+ */
+inline bool removeFirstParagraphs(QTextDocument *document, int count)
+{
+    const QTextBlock next = document->findBlockByNumber(count);
+    if (!next.isValid())
+        return false;
+    const QTextCharFormat charFormat = next.charFormat();
+    const EditBlock undoStep(document);
+    QTextCursor cursor(document);
+    cursor.setPosition(next.position(), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    cursor.setBlockCharFormat(charFormat); // Qt left that of the paragraph before
+    return true;
 }

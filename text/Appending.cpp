@@ -1,6 +1,6 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/EditBlock_p.h>
+#include <core/FormatEdits_p.h>
 #include <core/STextDoc.h>
 #include <core/TextFragments_p.h>
 
@@ -54,20 +54,6 @@ QVector<EmptyParagraph> leadingEmptyParagraphs(const QTextDocument &source)
     return paragraphs;
 }
 
-void removeParagraphs(QTextDocument *document, int count)
-{
-    const QTextBlock next = document->findBlockByNumber(count);
-    if (!next.isValid())
-        return;
-    const QTextCharFormat charFormat = next.charFormat();
-    QTextCursor cursor(document);
-    cursor.beginEditBlock();
-    cursor.setPosition(next.position(), QTextCursor::KeepAnchor);
-    cursor.removeSelectedText();
-    cursor.setBlockCharFormat(charFormat); // Qt left that of the paragraph before
-    cursor.endEditBlock();
-}
-
 /*! Makes the first of \a paragraphs of the cursor's one, which keeps its page break, and inserts
     one for the text to come behind each. */
 void insertParagraphs(QTextCursor &cursor, const QVector<EmptyParagraph> &paragraphs,
@@ -113,7 +99,7 @@ void MVRTextDoc::appendDocumentPreservePageBreak(QTextCursor &cursor, QTextDocum
         QTextCursor(source).mergeBlockFormat(format);
     } else {
         insertParagraphs(cursor, paragraphs, policy);
-        removeParagraphs(source, paragraphs.size());
+        removeFirstParagraphs(source, paragraphs.size());
     }
     STextDoc::appendDocument(cursor, source);
 }

@@ -7,11 +7,9 @@
 
 namespace {
 
-// Most texts have none, which the formats tell without a look at the text.
 bool hasAnchors(const QTextDocument &document)
 {
-    const QVector<QTextFormat> formats = document.allFormats();
-    return std::any_of(formats.cbegin(), formats.cend(), [](const QTextFormat &format) {
+    return hasFormat(document, [](const QTextFormat &format) {
         return format.boolProperty(QTextFormat::IsAnchor);
     });
 }

@@ -292,6 +292,8 @@ public:
 
         fromRtf() gives the notes back with their kind, colour, range and content; only the letters
         of content that is no RTF reach no other program.
+        \param document     stays as it is
+        \param inlineNotes  how the inline notes stand in the file
         \return the file, plain ASCII; empty for a null document
     */
     static QByteArray toRtf(const QTextDocument *document,

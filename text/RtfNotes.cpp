@@ -1,6 +1,6 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/EditBlock_p.h>
+#include <core/FormatEdits_p.h>
 #include <core/MVRSettings.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
@@ -15,7 +15,6 @@
 #include <QTextDocument>
 #include <QTextDocumentFragment>
 
-#include <algorithm>
 #include <memory>
 
 namespace {
@@ -127,8 +126,7 @@ void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
 /*! Whether text of the document is, or was, an inline note. */
 bool mayHaveInlineNotes(const QTextDocument &document)
 {
-    const QVector<QTextFormat> formats = document.allFormats();
-    return std::any_of(formats.cbegin(), formats.cend(), [](const QTextFormat &format) {
+    return hasFormat(document, [](const QTextFormat &format) {
         return format.boolProperty(MVRTextFormat::InlineAnnotationProperty)
             || format.boolProperty(MVRTextFormat::InlineFootnoteProperty);
     });

@@ -5,10 +5,10 @@
 #include "Progress.h"
 #include "Rewriting.h"
 
+#include <core/FormatEdits_p.h>
 #include <text/MVRTextDoc.h>
 
 #include <QSet>
-#include <QTextBlock>
 #include <QTextCursor>
 
 namespace {
@@ -31,16 +31,8 @@ void addElements(Document &document, const Document &more)
 
 void removeTitlePage(Document &document)
 {
-    const QTextBlock body = document.text.findBlockByNumber(document.titlePageBlocks);
-    if (!body.isValid()) {
+    if (!removeFirstParagraphs(&document.text, document.titlePageBlocks))
         document.text.clear();
-        return;
-    }
-    const QTextCharFormat charFormat = body.charFormat();
-    QTextCursor cursor(&document.text);
-    cursor.setPosition(body.position(), QTextCursor::KeepAnchor);
-    cursor.removeSelectedText();
-    cursor.setBlockCharFormat(charFormat); // Qt left that of the paragraph before
 }
 
 void append(Document &document, Document &more, bool onNewPage)

@@ -31,7 +31,7 @@ struct Figures
     int characters = 0;
     int pages = 0;
     QMap<QString, int> elements;
-    QMap<Note::Kind, int> notes;
+    QVector<int> notes; // by kind
 };
 
 Figures figuresOf(Document &document)
@@ -42,8 +42,7 @@ Figures figuresOf(Document &document)
         if (!element.isEmpty() && block.blockNumber() >= document.titlePageBlocks)
             ++figures.elements[element];
     }
-    for (const Note &note : notesOf(document.text))
-        ++figures.notes[note.kind];
+    figures.notes = noteCounts(document.text);
     figures.paragraphs = document.text.blockCount();
     const QPair<int, int> counts
         = MVRTextDoc::wordCharacterCount(&document.text, false, false, true, true);

@@ -104,13 +104,6 @@ void trim(QTextDocument &document)
     }
 }
 
-int countOf(const QTextDocument &document, Note::Kind kind)
-{
-    const QVector<Note> notes = notesOf(document);
-    return int(std::count_if(notes.cbegin(), notes.cend(),
-                             [kind](const Note &note) { return note.kind == kind; }));
-}
-
 QString countedKind(int count, Note::Kind kind)
 {
     const QByteArray name = kindName(kind).toLatin1();
@@ -172,21 +165,22 @@ QStringList NoteChanges::apply(QTextDocument &document) const
     };
     for (const Note::Kind kind : m_removed)
         add(removeNotes(document, kind), kind, QStringLiteral(" removed"));
+    const QVector<int> toMove = m_targets.isEmpty() ? QVector<int>() : noteCounts(document);
     for (const Note::Kind kind : allKinds) {
         if (m_targets.isEmpty() || m_targets[kind] == kind)
             continue;
-        add(countOf(document, kind), kind,
+        add(toMove[kind], kind,
             QLatin1String(" -> ") + kindName(m_targets[kind]) + QLatin1Char('s'));
         move(document, kind, m_targets[kind]);
     }
+    const QVector<int> moved = m_trims || m_encloses ? noteCounts(document) : QVector<int>();
     if (m_trims) {
         for (const Note::Kind kind : allKinds)
-            add(countOf(document, kind), kind, QStringLiteral(" trimmed"));
+            add(moved[kind], kind, QStringLiteral(" trimmed"));
         trim(document);
     }
     if (m_encloses) {
-        add(countOf(document, Note::InlineAnnotation), Note::InlineAnnotation,
-            QStringLiteral(" enclosed"));
+        add(moved[Note::InlineAnnotation], Note::InlineAnnotation, QStringLiteral(" enclosed"));
         encloseAnnotations(document, m_opening, m_closing, m_asText);
     }
     return report;

@@ -152,6 +152,17 @@ MVRTextFormat::Property propertyOf(Note::Kind kind)
     return properties[kind];
 }
 
+QVector<int> noteCounts(const QTextDocument &document)
+{
+    QVector<int> counts(4);
+    const MVRTextCommentLinkMap links = MVRTextDoc::commentsMap(&document, -1, -1);
+    for (const MVRTextCommentLink &link : links)
+        ++counts[link.isFootnote ? Note::Footnote : Note::Comment];
+    for (const Note::Kind kind : {Note::InlineAnnotation, Note::InlineFootnote})
+        counts[kind] = inlineNotes(document, propertyOf(kind)).size();
+    return counts;
+}
+
 QVector<Note> notesOf(const QTextDocument &document)
 {
     QVector<Note> notes;

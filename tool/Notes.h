@@ -26,6 +26,9 @@ QString kindName(Note::Kind kind);
 /*! The property that marks the text of such a note, or the text that it is attached to. */
 MVRTextFormat::Property propertyOf(Note::Kind kind);
 
+/*! How many notes there are of each kind, without a look at what they say. */
+QVector<int> noteCounts(const QTextDocument &document);
+
 /*! All notes of \a document in the order of their places. */
 QVector<Note> notesOf(const QTextDocument &document);
 
