@@ -1,6 +1,6 @@
 #include <bbcode/XhtmlLimits_p.h>
 
-#include <core/HtmlTokens_p.h>
+#include <core/html/HtmlTokens_p.h>
 
 #include <QObject>
 

@@ -13,7 +13,8 @@ install(EXPORT MvrTextTargets NAMESPACE MvrText:: DESTINATION ${mvr_package_dir}
 foreach(folder core text finaldraft bbcode)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/mvrtext
-        FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE PATTERN "rtf" EXCLUDE)
+        FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE PATTERN "rtf" EXCLUDE PATTERN "xml" EXCLUDE
+        PATTERN "html" EXCLUDE PATTERN "document" EXCLUDE)
 endforeach()
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/MvrTextConfig.cmake.in

@@ -1,8 +1,8 @@
 #include <core/MVRDomDoc.h>
 
-#include <core/XmlText_p.h>
-#include <core/XmlTreeReader_p.h>
-#include <core/XmlTreeWriter_p.h>
+#include <core/xml/XmlText_p.h>
+#include <core/xml/XmlTreeReader_p.h>
+#include <core/xml/XmlTreeWriter_p.h>
 
 #include <QIODevice>
 #include <QLocale>

@@ -1,7 +1,7 @@
 #include <core/MVRTextFinder.h>
 
 #include <core/MVRTextFormat.h>
-#include <core/TextFragments_p.h>
+#include <core/document/TextFragments_p.h>
 
 #include <functional>
 

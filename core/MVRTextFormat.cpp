@@ -1,6 +1,6 @@
 #include <core/MVRTextFormat.h>
 
-#include <core/FormatEdits_p.h>
+#include <core/document/FormatEdits_p.h>
 
 #include <QTextDocument>
 

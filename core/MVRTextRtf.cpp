@@ -1,8 +1,8 @@
 #include <core/MVRTextRtf.h>
 
-#include <core/UndoRecordingOff_p.h>
-#include <core/rtf/RtfReader.h>
-#include <core/rtf/RtfWriter.h>
+#include <core/document/UndoRecordingOff_p.h>
+#include <core/rtf/read/RtfReader.h>
+#include <core/rtf/write/RtfWriter.h>
 
 #include <QFont>
 #include <QTextBlock>

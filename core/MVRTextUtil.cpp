@@ -1,8 +1,8 @@
 #include <core/MVRTextUtil.h>
 
-#include <core/EditBlock_p.h>
 #include <core/MVRTextRange.h>
-#include <core/TextFragments_p.h>
+#include <core/document/EditBlock_p.h>
+#include <core/document/TextFragments_p.h>
 
 #include <QTextBoundaryFinder>
 

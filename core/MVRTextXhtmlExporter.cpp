@@ -1,8 +1,8 @@
 #include <core/MVRTextXhtmlExporter.h>
 
-#include <core/HtmlReferences_p.h>
-#include <core/HtmlTokens_p.h>
-#include <core/XmlText_p.h>
+#include <core/html/HtmlReferences_p.h>
+#include <core/html/HtmlTokens_p.h>
+#include <core/xml/XmlText_p.h>
 
 #include <algorithm>
 #include <string_view>

@@ -1,8 +1,8 @@
 #include <core/STextDoc.h>
 
-#include <core/FormatEdits_p.h>
 #include <core/MVRToolkit.h>
-#include <core/NoteFormat_p.h>
+#include <core/document/FormatEdits_p.h>
+#include <core/document/NoteFormat_p.h>
 
 #include <QTextDocumentFragment>
 #include <QTextOption>

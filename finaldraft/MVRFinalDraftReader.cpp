@@ -6,7 +6,7 @@
 #include <core/MVRDomDoc.h>
 #include <core/MVRTextRtf.h>
 #include <core/STextDoc.h>
-#include <core/UndoRecordingOff_p.h>
+#include <core/document/UndoRecordingOff_p.h>
 #include <text/MVRTextDoc.h>
 
 #include <QDebug>

@@ -1,6 +1,6 @@
 #include "MarkedText.h"
 
-#include <core/TextFragments_p.h>
+#include <core/document/TextFragments_p.h>
 #include <text/InlineMarkup_p.h>
 #include <text/MVRTextDoc.h>
 

@@ -1,8 +1,8 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/FormatEdits_p.h>
 #include <core/STextDoc.h>
-#include <core/TextFragments_p.h>
+#include <core/document/FormatEdits_p.h>
+#include <core/document/TextFragments_p.h>
 
 #include <QTextDocument>
 #include <QTextDocumentFragment>

@@ -1,8 +1,8 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/FormatEdits_p.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRToolkit.h>
+#include <core/document/FormatEdits_p.h>
 
 #include <QBrush>
 #include <QColor>

@@ -1,9 +1,9 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/EditBlock_p.h>
 #include <core/MVRFormat.h>
 #include <core/MVRTextFormat.h>
-#include <core/Pictures_p.h>
+#include <core/document/EditBlock_p.h>
+#include <core/document/Pictures_p.h>
 #include <text/NoteRuns_p.h>
 
 #include <QTextDocumentFragment>

@@ -1,7 +1,7 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/EditBlock_p.h>
 #include <core/MVRTextFormat.h>
+#include <core/document/EditBlock_p.h>
 #include <text/LinkedPictures_p.h>
 
 #include <QCoreApplication>

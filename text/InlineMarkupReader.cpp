@@ -1,9 +1,9 @@
 #include <text/InlineMarkup_p.h>
 #include <text/MVRTextDoc.h>
 
-#include <core/EditBlock_p.h>
-#include <core/FormatEdits_p.h>
 #include <core/MVRTextFormat.h>
+#include <core/document/EditBlock_p.h>
+#include <core/document/FormatEdits_p.h>
 
 #include <QRegExp>
 #include <QTextBlock>

@@ -1,8 +1,8 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/FormatEdits_p.h>
 #include <core/MVRTextUtil.h>
-#include <core/Pictures_p.h>
+#include <core/document/FormatEdits_p.h>
+#include <core/document/Pictures_p.h>
 #include <text/NoteRuns_p.h>
 
 namespace {

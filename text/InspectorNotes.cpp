@@ -1,14 +1,14 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/FormatEdits_p.h>
 #include <core/MVRCoreUtil.h>
 #include <core/MVRSettings.h>
 #include <core/MVRTextFinder.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
 #include <core/MVRTextUtil.h>
-#include <core/NoteFormat_p.h>
 #include <core/STextDoc.h>
+#include <core/document/FormatEdits_p.h>
+#include <core/document/NoteFormat_p.h>
 
 #include <QTextDocument>
 #include <QUrl>

@@ -1,9 +1,9 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/FormatEdits_p.h>
 #include <core/MVRTextFinder.h>
 #include <core/MVRTextFormat.h>
 #include <core/STextDoc.h>
+#include <core/document/FormatEdits_p.h>
 
 namespace {
 

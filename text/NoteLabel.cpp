@@ -1,9 +1,9 @@
 #include <text/NoteLabel_p.h>
 
 #include <core/MVRTextRange.h>
-#include <core/NoteFormat_p.h>
-#include <core/Pictures_p.h>
 #include <core/STextDoc.h>
+#include <core/document/NoteFormat_p.h>
+#include <core/document/Pictures_p.h>
 
 #include <QTextDocument>
 

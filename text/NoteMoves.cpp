@@ -1,13 +1,13 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/FormatEdits_p.h>
 #include <core/MVRSettings.h>
 #include <core/MVRTextFinder.h>
 #include <core/MVRTextRtf.h>
 #include <core/MVRTextUtil.h>
-#include <core/NoteFormat_p.h>
-#include <core/Pictures_p.h>
 #include <core/STextDoc.h>
+#include <core/document/FormatEdits_p.h>
+#include <core/document/NoteFormat_p.h>
+#include <core/document/Pictures_p.h>
 #include <text/NoteLabel_p.h>
 #include <text/NoteRuns_p.h>
 

@@ -1,6 +1,6 @@
 #include <text/NoteRuns_p.h>
 
-#include <core/FormatEdits_p.h>
+#include <core/document/FormatEdits_p.h>
 
 #include <QTextFrame>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <core/MVRTextFormat.h>
-#include <core/TextFragments_p.h>
+#include <core/document/TextFragments_p.h>
 
 /*!
     What an operation with an optional cursor works on: the cursor's selection, or the whole

@@ -1,6 +1,6 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/EditBlock_p.h>
+#include <core/document/EditBlock_p.h>
 
 #include <QRegExp>
 #include <QTextBlock>

@@ -1,11 +1,11 @@
 #include <text/MVRTextDoc.h>
 
-#include <core/FormatEdits_p.h>
 #include <core/MVRSettings.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
 #include <core/STextDoc.h>
-#include <core/UndoRecordingOff_p.h>
+#include <core/document/FormatEdits_p.h>
+#include <core/document/UndoRecordingOff_p.h>
 #include <text/InlineMarkup_p.h>
 #include <text/NoteLabel_p.h>
 #include <text/RtfNotePlaces_p.h>

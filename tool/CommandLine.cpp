@@ -1,6 +1,6 @@
-#include "CommandLine.h"
+#include <tool/CommandLine.h>
 
-#include "Messages.h"
+#include <tool/Messages.h>
 
 CommandLine::CommandLine(const char *name, const char *description, const char *examples)
     : m_name(QString::fromLatin1(name))

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "FdxLosses.h"
+#include <tool/formats/FdxLosses.h>
 
 #include <core/MVRScriptElement.h>
-#include <core/OfflineDocument_p.h>
+#include <core/document/OfflineDocument_p.h>
 
 #include <QList>
 #include <QString>

@@ -1,11 +1,11 @@
-#include "Loading.h"
+#include <tool/Loading.h>
 
-#include "CommandLine.h"
-#include "Document.h"
-#include "Formats.h"
-#include "Messages.h"
-#include "Output.h"
-#include "Progress.h"
+#include <tool/CommandLine.h>
+#include <tool/Document.h>
+#include <tool/Messages.h>
+#include <tool/Output.h>
+#include <tool/Progress.h>
+#include <tool/formats/Formats.h>
 
 #include <QFileInfo>
 #include <QFont>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Readers.h"
+#include <tool/formats/Readers.h>
 
 #include <QString>
 

@@ -1,4 +1,4 @@
-#include "Messages.h"
+#include <tool/Messages.h>
 
 #include <cstdio>
 

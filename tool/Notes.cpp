@@ -1,4 +1,4 @@
-#include "Notes.h"
+#include <tool/Notes.h>
 
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>

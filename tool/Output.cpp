@@ -1,4 +1,4 @@
-#include "Output.h"
+#include <tool/Output.h>
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "Place.h"
+#include <tool/Place.h>
 
 #include <QTextBlock>
 #include <QTextCursor>

@@ -1,4 +1,4 @@
-#include "Progress.h"
+#include <tool/Progress.h>
 
 #include <chrono>
 #include <cstdio>

@@ -1,12 +1,12 @@
-#include "Rewriting.h"
+#include <tool/Rewriting.h>
 
-#include "CommandLine.h"
-#include "Document.h"
-#include "Formats.h"
-#include "Loading.h"
-#include "Messages.h"
-#include "Output.h"
-#include "Saving.h"
+#include <tool/CommandLine.h>
+#include <tool/Document.h>
+#include <tool/Loading.h>
+#include <tool/Messages.h>
+#include <tool/Output.h>
+#include <tool/Saving.h>
+#include <tool/formats/Formats.h>
 
 Rewriting::Rewriting(CommandLine &commandLine, Inputs inputs)
     : m_commandLine(commandLine)

@@ -1,10 +1,10 @@
-#include "Saving.h"
+#include <tool/Saving.h>
 
-#include "Document.h"
-#include "Formats.h"
-#include "Messages.h"
-#include "Output.h"
-#include "Progress.h"
+#include <tool/Document.h>
+#include <tool/Messages.h>
+#include <tool/Output.h>
+#include <tool/Progress.h>
+#include <tool/formats/Formats.h>
 
 #include <QHash>
 #include <QTextBlock>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Notes.h"
+#include <tool/Notes.h>
 
 #include <QString>
 

@@ -1,4 +1,4 @@
-#include "Table.h"
+#include <tool/Table.h>
 
 #include <algorithm>
 

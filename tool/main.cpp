@@ -1,6 +1,6 @@
-#include "Commands.h"
-#include "Messages.h"
-#include "Pages.h"
+#include <tool/Messages.h>
+#include <tool/commands/Commands.h>
+#include <tool/pages/Pages.h>
 
 #include <QGuiApplication>
 #include <QLoggingCategory>

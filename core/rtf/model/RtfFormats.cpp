@@ -1,0 +1,298 @@
+#include <core/rtf/model/RtfFormats.h>
+
+#include <core/MVRTextFormat.h>
+#include <core/rtf/model/RtfExact.h>
+
+#include <QBrush>
+#include <QFont>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+constexpr double twipsPerPoint = 20;
+constexpr double singleLine = 240; // \sl counts multiples of a line in 240ths
+constexpr int listIndent = 720; // half an inch a level, as other programs indent lists
+constexpr double indentWidth = 40; // QTextDocument's default step of QTextBlockFormat::indent()
+
+int twips(double points)
+{
+    // A NaN fails both comparisons of a bound, so it is asked for first.
+    constexpr double farthest = rtfFarthestTwips;
+    return std::isnan(points) ? 0 : qRound(qBound(-farthest, points * twipsPerPoint, farthest));
+}
+
+double points(int twipsValue)
+{
+    return twipsValue / twipsPerPoint;
+}
+
+void setLineHeight(const RtfParaProps &props, QTextBlockFormat *format)
+{
+    if (props.lineSpacing == 0)
+        return;
+    if (props.lineMultiple != 0) {
+        if (props.lineSpacing != singleLine)
+            format->setLineHeight(std::abs(props.lineSpacing / singleLine) * 100,
+                                  QTextBlockFormat::ProportionalHeight);
+    } else if (props.lineSpacing < 0) {
+        format->setLineHeight(-points(props.lineSpacing), QTextBlockFormat::FixedHeight);
+    } else {
+        format->setLineHeight(points(props.lineSpacing), QTextBlockFormat::MinimumHeight);
+    }
+}
+
+void readLineHeight(const QTextBlockFormat &format, RtfParaProps *props)
+{
+    double multiple = 0;
+    const QVariant spacing = format.property(MVRTextFormat::LineSpacingProperty);
+    if (spacing.userType() == QMetaType::Double) // an integer there is a heading's level
+        multiple = spacing.toDouble();
+    else if (format.lineHeightType() == QTextBlockFormat::ProportionalHeight)
+        multiple = format.lineHeight() / 100;
+    if (multiple > 0 && multiple < 100) {
+        props->lineSpacing = qRound(multiple * singleLine);
+        props->lineMultiple = 1;
+    } else if (format.lineHeightType() == QTextBlockFormat::FixedHeight) {
+        props->lineSpacing = -twips(std::abs(format.lineHeight()));
+    } else if (format.lineHeightType() == QTextBlockFormat::MinimumHeight) {
+        props->lineSpacing = twips(std::abs(format.lineHeight()));
+    }
+}
+
+// Left and right edge measured from the left margin, and a first line that is not relative.
+void readScriptIndents(const QTextBlockFormat &format, int textWidth, RtfParaProps *props)
+{
+    props->leftIndent = twips(format.doubleProperty(MVRTextFormat::BlockLeftIndentProperty));
+    if (format.hasProperty(QTextFormat::TextIndent))
+        props->firstIndent = twips(format.textIndent()) - props->leftIndent;
+    if (format.hasProperty(MVRTextFormat::BlockRightIndentProperty))
+        props->rightIndent
+            = textWidth - twips(format.doubleProperty(MVRTextFormat::BlockRightIndentProperty));
+}
+
+int colorOf(const QTextFormat &format, int property, RtfResources *tables)
+{
+    const QVariant value = format.property(property);
+    if (value.userType() == QMetaType::QColor)
+        return value.value<QColor>().isValid() ? tables->colorNumber(value.value<QColor>()) : 0;
+    const QBrush brush = value.value<QBrush>();
+    return brush.style() == Qt::NoBrush ? 0 : tables->colorNumber(brush.color());
+}
+
+QString familyOf(const QTextCharFormat &format)
+{
+    const QString family = format.fontFamily();
+    return family.isEmpty() ? format.fontFamilies().toStringList().value(0) : family;
+}
+
+// Tab stops as \tx can say them.
+QList<QTextOption::Tab> inTwips(QList<QTextOption::Tab> stops)
+{
+    for (QTextOption::Tab &stop : stops) {
+        stop.position = points(twips(stop.position));
+        stop.delimiter = stop.type == QTextOption::DelimiterTab ? QLatin1Char('.') : QChar();
+    }
+    return stops;
+}
+
+// What there is a word for; the rest goes out exactly.
+int writable(int value, std::initializer_list<int> words)
+{
+    return std::find(words.begin(), words.end(), value) != words.end() ? value : 0;
+}
+
+// The anchor of a note goes with the note, which is not written here.
+QTextCharFormat withoutNoteAnchor(QTextCharFormat format)
+{
+    if (format.boolProperty(MVRTextFormat::CommentLinkProperty)) {
+        format.clearProperty(QTextFormat::AnchorHref);
+        format.clearProperty(QTextFormat::IsAnchor);
+    }
+    return format;
+}
+
+} // namespace
+
+namespace RtfFormats {
+
+QTextCharFormat toCharFormat(const RtfCharProps &props, const RtfResources &tables)
+{
+    QTextCharFormat format;
+    const QString family = tables.fonts.value(props.font).family;
+    if (!family.isEmpty())
+        format.setFontFamily(family);
+    if (props.size > 0)
+        format.setFontPointSize(props.size / 2.0);
+    if (props.bold)
+        format.setFontWeight(QFont::Bold);
+    if (props.italic)
+        format.setFontItalic(true);
+    if (props.underline)
+        format.setUnderlineStyle(QTextCharFormat::UnderlineStyle(props.underline));
+    if (props.underline && tables.color(props.underlineColor).isValid())
+        format.setUnderlineColor(tables.color(props.underlineColor));
+    if (props.strike)
+        format.setFontStrikeOut(true);
+    if (props.vertical)
+        format.setVerticalAlignment(QTextCharFormat::VerticalAlignment(props.vertical));
+    if (props.capitalization)
+        format.setFontCapitalization(QFont::Capitalization(props.capitalization));
+    if (props.spacing) {
+        format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+        format.setFontLetterSpacing(points(props.spacing));
+    }
+    if (tables.color(props.foreground).isValid())
+        format.setForeground(tables.color(props.foreground));
+    const QColor background = tables.color(props.highlight ? props.highlight : props.background);
+    if (background.isValid())
+        format.setBackground(background);
+    if (props.link > 0) {
+        format.setAnchor(true);
+        format.setAnchorHref(tables.links.value(props.link));
+    }
+    RtfExact::apply(tables.exact.value(props.extra), &format);
+    return format;
+}
+
+QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfResources &tables)
+{
+    QTextBlockFormat format;
+    if (props.alignment)
+        format.setAlignment(Qt::Alignment(props.alignment));
+    // The list indents its items, and the number hangs in that indent.
+    const bool isItem = props.list != 0;
+    if (props.leftIndent && !isItem)
+        format.setLeftMargin(points(props.leftIndent));
+    if (props.rightIndent)
+        format.setRightMargin(points(props.rightIndent));
+    if (props.firstIndent && !isItem)
+        format.setTextIndent(points(props.firstIndent));
+    if (props.spaceBefore)
+        format.setTopMargin(points(props.spaceBefore));
+    if (props.spaceAfter)
+        format.setBottomMargin(points(props.spaceAfter));
+    setLineHeight(props, &format);
+    if (props.pageBreakBefore)
+        format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+    if (props.keepTogether)
+        format.setNonBreakableLines(true);
+    if (props.rightToLeft)
+        format.setLayoutDirection(Qt::RightToLeft);
+    if (tables.color(props.shading).isValid())
+        format.setBackground(tables.color(props.shading));
+    if (props.outline >= 0 && props.outline < 6)
+        format.setHeadingLevel(props.outline + 1);
+    if (props.tabs)
+        format.setTabPositions(tables.tabs.value(props.tabs));
+    RtfExact::apply(tables.exact.value(props.extra), &format);
+    return format;
+}
+
+RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfResources *tables)
+{
+    const QTextCharFormat format = withoutNoteAnchor(source);
+    RtfCharProps props;
+    const QString family = familyOf(format);
+    if (!family.isEmpty())
+        props.font = tables->fontNumber(family);
+    if (format.fontPointSize() > 0)
+        props.size = qBound(1, qRound(qMin(format.fontPointSize() * 2, double(rtfLargestFont))),
+                            rtfLargestFont);
+    else if (format.hasProperty(QTextFormat::FontPixelSize)) // at Qt's 96 dots to the inch
+        props.size = qBound(1, qRound(format.intProperty(QTextFormat::FontPixelSize) * 1.5),
+                            rtfLargestFont);
+    props.bold = format.fontWeight() > QFont::Medium ? 1 : 0;
+    props.italic = format.fontItalic() ? 1 : 0;
+    props.underline = format.underlineStyle() == QTextCharFormat::SpellCheckUnderline
+        ? QTextCharFormat::WaveUnderline
+        : writable(format.underlineStyle(),
+                   {QTextCharFormat::SingleUnderline, QTextCharFormat::DashUnderline,
+                    QTextCharFormat::DotLine, QTextCharFormat::DashDotLine,
+                    QTextCharFormat::DashDotDotLine, QTextCharFormat::WaveUnderline});
+    props.underlineColor
+        = props.underline ? colorOf(format, QTextFormat::TextUnderlineColor, tables) : 0;
+    props.strike = format.fontStrikeOut() ? 1 : 0;
+    props.vertical = writable(format.verticalAlignment(),
+                              {QTextCharFormat::AlignSuperScript, QTextCharFormat::AlignSubScript});
+    props.capitalization
+        = writable(format.fontCapitalization(), {QFont::AllUppercase, QFont::SmallCaps});
+    if (format.fontLetterSpacingType() == QFont::AbsoluteSpacing)
+        props.spacing = twips(format.fontLetterSpacing());
+    props.foreground = colorOf(format, QTextFormat::ForegroundBrush, tables);
+    props.background = colorOf(format, QTextFormat::BackgroundBrush, tables);
+    if (linked && !format.anchorHref().isEmpty())
+        props.link = tables->linkNumber(format.anchorHref());
+    props.extra = tables->exactNumber(RtfExact::difference(format, toCharFormat(props, *tables)));
+    return props;
+}
+
+RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place,
+                             RtfResources *tables)
+{
+    RtfParaProps props;
+    props.alignment = writable(format.alignment() & Qt::AlignHorizontal_Mask & ~Qt::AlignAbsolute,
+                               {Qt::AlignRight, Qt::AlignHCenter, Qt::AlignJustify});
+    if (format.hasProperty(MVRTextFormat::BlockLeftIndentProperty)) {
+        readScriptIndents(format, place.textWidth, &props);
+    } else {
+        props.leftIndent = twips(format.leftMargin() + format.indent() * indentWidth);
+        props.rightIndent = twips(format.rightMargin());
+        props.firstIndent = twips(format.textIndent());
+    }
+    props.spaceBefore = twips(format.topMargin());
+    props.spaceAfter = twips(format.bottomMargin());
+    readLineHeight(format, &props);
+    props.pageBreakBefore
+        = place.breakBefore || (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore) ? 1
+                                                                                                : 0;
+    props.keepTogether = format.nonBreakableLines() ? 1 : 0;
+    props.rightToLeft = format.layoutDirection() == Qt::RightToLeft ? 1 : 0;
+    props.shading = colorOf(format, QTextFormat::BackgroundBrush, tables);
+    const QVariant heading = format.property(QTextFormat::HeadingLevel);
+    if (heading.userType() == QMetaType::Int && heading.toInt() >= 1 && heading.toInt() <= 6)
+        props.outline = heading.toInt() - 1;
+    props.tabs = tables->tabsNumber(inTwips(format.tabPositions()));
+    props.inTable = place.tableLevel > 0 ? 1 : 0;
+    props.tableLevel = place.tableLevel > 1 ? place.tableLevel : 0;
+    props.list = place.list;
+    props.listLevel = place.listLevel;
+    if (props.list != 0) {
+        props.leftIndent = (props.listLevel + 1) * listIndent;
+        props.firstIndent = -listIndent / 2;
+    }
+    props.extra = tables->exactNumber(RtfExact::difference(format, toBlockFormat(props, *tables)));
+    return props;
+}
+
+} // namespace RtfFormats
+
+int RtfFormatCache::charFormatNumber(const RtfCharProps &props)
+{
+    const auto added = m_charNumbers.try_emplace(props, static_cast<int>(m_charFormats.size()));
+    if (added.second)
+        m_charFormats.push_back(RtfFormats::toCharFormat(props, m_tables));
+    return added.first->second;
+}
+
+int RtfFormatCache::blockFormatNumber(const RtfParaProps &props)
+{
+    const auto added = m_blockNumbers.try_emplace(props, static_cast<int>(m_blockFormats.size()));
+    if (added.second)
+        m_blockFormats.push_back(RtfFormats::toBlockFormat(props, m_tables));
+    return added.first->second;
+}
+
+int RtfFormatCache::addCharFormat(const QTextCharFormat &format)
+{
+    m_charFormats.push_back(format);
+    return static_cast<int>(m_charFormats.size()) - 1;
+}
+
+void RtfFormatCache::tablesChanged()
+{
+    m_charNumbers.clear();
+    m_blockNumbers.clear();
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <core/rtf/model/RtfResources.h>
+
+#include <QHash>
+#include <QTextListFormat>
+
+#include <array>
+
+/*!
+    The lists that paragraphs refer to by \ls and \ilvl (RTF 1.9.1, "List Tables"), and the
+    bullets and numbers of older files (\pn).
+*/
+class RtfLists
+{
+public:
+    /*! Numbers from here on stand for \pn settings, which have no table. */
+    static constexpr int firstOldList = 1 << 20;
+
+    // The list table
+    void beginList();
+    void beginLevel();
+    void setNumberFormat(int format);
+    /*! \param text  \leveltext: its length, then the text with the numbers' places as U+0000… */
+    void setLevelText(const QString &text);
+    void setId(int id) { m_id = id; }
+    /*! \param exact  \mvrl: number of the set of properties that the list's format has */
+    void setExact(int exact) { m_list.exact = exact; }
+    void finishList();
+    /*! Lets \a number (\ls) stand for the list whose id was given last. */
+    void setOverride(int number);
+
+    /*! The number that stands for a list of \a style without a table. */
+    static int oldList(QTextListFormat::Style style) { return firstOldList - style; }
+
+    /*!
+        \param tables  hold the exact properties that the file gives of a list
+        \return the format of list \a number at \a level (from 0), its indent one more than the
+                level; an undefined style when there is no such list
+    */
+    QTextListFormat format(int number, int level, const RtfResources &tables) const;
+
+    /*! Tells whether the paragraphs of a list are its items: not in one without any numbers, but
+        for a list that a document had. */
+    bool isShown(int number, int level, const RtfResources &tables) const;
+
+    /*! How many levels a list has. */
+    static constexpr int levels = 9;
+
+    /*! The group that describes \a level, from 0, as one of a list that looks like \a format. */
+    static QByteArray levelRtf(const QTextListFormat &format, int level);
+
+private:
+    struct Level
+    {
+        QTextListFormat::Style style = QTextListFormat::ListStyleUndefined;
+        QString prefix;
+        QString suffix;
+    };
+    struct List
+    {
+        std::array<Level, RtfLists::levels> levels;
+        int exact = 0;
+    };
+
+    const List *find(int number) const;
+    Level &current() { return m_list.levels[qBound(0, m_level, levels - 1)]; }
+
+    QHash<int, List> m_lists; // by id
+    QHash<int, int> m_ids; // by \ls
+    List m_list;
+    int m_level = -1;
+    int m_id = 0;
+};

@@ -1,0 +1,199 @@
+// The part of the builder that makes tables and frames.
+#include <core/rtf/read/RtfBuilder.h>
+
+#include <core/rtf/model/RtfExact.h>
+
+#include <QTextDocument>
+#include <QTextTable>
+
+namespace {
+
+// A format as it is before anything is set.
+template <typename Format> Format bareFormat()
+{
+    Format format;
+    for (const int property : {QTextFormat::FrameBorder, QTextFormat::FrameBorderBrush,
+                               QTextFormat::FrameBorderStyle, QTextFormat::TableCellSpacing})
+        format.clearProperty(property);
+    return format;
+}
+
+} // namespace
+
+QTextTableFormat RtfBuilder::tableFormat(const RtfTable &table, const RtfTableGrid &grid)
+{
+    const RtfExactProperties exact = m_formatTables.exact.value(table.rows.front().format.extra);
+    if (!exact.isEmpty()) {
+        auto format = bareFormat<QTextTableFormat>();
+        RtfExact::apply(exact, &format);
+        return format;
+    }
+    QTextTableFormat format;
+    bool border = false;
+    for (const RtfRow &row : table.rows) {
+        for (const RtfCellFormat &cell : row.format.cells)
+            border = border || cell.border;
+    }
+    int headers = 0;
+    while (headers < grid.rows() && table.rows[headers].format.header)
+        ++headers;
+    format.setBorder(border ? 1 : 0);
+    format.setCellSpacing(0);
+    if (border) {
+        format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+        format.setBorderCollapse(true);
+    }
+    if (headers > 0)
+        format.setHeaderRowCount(headers);
+    const bool isKnown = m_tableWidths.contains(grid.widths());
+    if (grid.widths().isEmpty()
+        || (!isKnown && m_tableWidths.size() >= RtfResources::mostLookAlikes))
+        return format;
+    m_tableWidths.insert(grid.widths());
+    QVector<QTextLength> widths;
+    for (const int width : grid.widths())
+        widths.append(QTextLength(QTextLength::FixedLength, width / 20.0));
+    format.setColumnWidthConstraints(widths);
+    return format;
+}
+
+void RtfBuilder::insertTable(const RtfTable &table)
+{
+    if (table.rows.empty())
+        return;
+    const RtfTableGrid grid(table);
+    if (!grid.isReasonable()) {
+        insertAsParagraphs(table);
+        return;
+    }
+    m_started = true;
+    QTextTable *made = m_cursor.insertTable(grid.rows(), grid.columns(), tableFormat(table, grid));
+    // Each joining of cells makes the toolkit go through the whole table.
+    constexpr std::size_t mostWork = 20000000;
+    std::size_t work = 0;
+    for (const RtfGridCell &place : grid.cells()) {
+        if (place.rowSpan == 1 && place.columnSpan == 1)
+            continue;
+        work += std::size_t(grid.rows()) * std::size_t(grid.columns());
+        if (work < mostWork)
+            made->mergeCells(place.row, place.column, place.rowSpan, place.columnSpan);
+    }
+    for (const RtfGridCell &place : grid.cells()) {
+        const RtfRow &row = table.rows[place.row];
+        insertCell(row.cells[place.index], made, place, row.format.cells.value(place.index));
+    }
+    m_cursor.setPosition(made->lastPosition() + 1);
+    m_cellStart = -1;
+    m_blockReady = true;
+    m_lastList = 0;
+}
+
+void RtfBuilder::insertCell(const RtfCell &cell, QTextTable *table, const RtfGridCell &place,
+                            const RtfCellFormat &format)
+{
+    QTextTableCell made = table->cellAt(place.row, place.column);
+    const QColor background = m_formatTables.color(format.background);
+    const RtfExactProperties exact = m_formatTables.exact.value(format.extra);
+    if (background.isValid() || !exact.isEmpty()) {
+        QTextCharFormat cellFormat = made.format();
+        if (background.isValid())
+            cellFormat.setBackground(background);
+        RtfExact::apply(exact, &cellFormat);
+        made.setFormat(cellFormat);
+    }
+    m_cellStart = made.firstPosition();
+    m_cursor.setPosition(m_cellStart);
+    m_blockReady = true;
+    const std::size_t outside = std::exchange(m_framesOutside, m_frames.size());
+    for (const RtfCellContent &content : cell)
+        insertContent(content);
+    while (m_frames.size() > m_framesOutside)
+        leaveFrame();
+    m_framesOutside = outside;
+}
+
+void RtfBuilder::insertContent(const RtfCellContent &content)
+{
+    switch (content.kind) {
+    case RtfCellContent::Paragraph:
+        insert(content.paragraph);
+        break;
+    case RtfCellContent::Table:
+        insertTable(*content.table);
+        break;
+    case RtfCellContent::FrameStart:
+        enterFrame(content.frame);
+        break;
+    case RtfCellContent::FrameEnd:
+        leaveFrame();
+        break;
+    }
+}
+
+void RtfBuilder::insertAsParagraphs(const RtfTable &table)
+{
+    for (const RtfRow &row : table.rows) {
+        for (const RtfCell &cell : row.cells) {
+            for (const RtfCellContent &content : cell)
+                insertContent(content);
+        }
+    }
+}
+
+void RtfBuilder::beginFrame(int level, int exact)
+{
+    closeTables(level);
+    openTables(level);
+    if (level > 0)
+        m_tables.back().cell.push_back({RtfCellContent::FrameStart, {}, nullptr, exact});
+    else
+        enterFrame(exact);
+}
+
+void RtfBuilder::endFrame(int level)
+{
+    closeTables(level);
+    openTables(level);
+    if (level > 0)
+        m_tables.back().cell.push_back({RtfCellContent::FrameEnd, {}, nullptr, 0});
+    else
+        leaveFrame();
+}
+
+void RtfBuilder::enterFrame(int exact)
+{
+    constexpr std::size_t deepestFrame = 30;
+    constexpr int mostFrames = 5000;
+    if (m_frames.size() >= deepestFrame || ++m_frameCount > mostFrames) {
+        m_frames.push_back(nullptr);
+        return;
+    }
+    auto format = bareFormat<QTextFrameFormat>();
+    RtfExact::apply(m_formatTables.exact.value(exact), &format);
+    m_frames.push_back(m_cursor.insertFrame(format));
+    m_cellStart = m_frames.back()->firstPosition();
+    m_cursor.setPosition(m_cellStart);
+    m_started = m_blockReady = true;
+    m_lastList = 0;
+}
+
+void RtfBuilder::leaveFrame()
+{
+    if (m_frames.size() <= m_framesOutside)
+        return;
+    const QTextFrame *frame = m_frames.back();
+    m_frames.pop_back();
+    if (!frame)
+        return;
+    m_cursor.setPosition(frame->lastPosition() + 1);
+    m_cellStart = -1;
+    m_blockReady = true;
+    m_lastList = 0;
+}
+
+void RtfBuilder::finish()
+{
+    closeTables(0);
+    while (!m_frames.empty())
+        leaveFrame();
+}

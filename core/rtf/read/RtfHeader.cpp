@@ -1,0 +1,83 @@
+#include <core/rtf/read/RtfHeader.h>
+
+#include <core/rtf/lex/RtfCodePages.h>
+#include <core/rtf/lex/RtfSymbolFonts.h>
+
+namespace {
+
+// macOS writes the name of a face ("Helvetica-BoldOblique", "ArialMT") and \b and \i beside it.
+QString familyOfFace(const QString &face)
+{
+    const int hyphen = face.lastIndexOf(QLatin1Char('-'));
+    static const QLatin1String styles[]
+        = {QLatin1String("Bold"),     QLatin1String("BoldMT"),      QLatin1String("Italic"),
+           QLatin1String("ItalicMT"), QLatin1String("BoldItalic"),  QLatin1String("BoldItalicMT"),
+           QLatin1String("Oblique"),  QLatin1String("BoldOblique"), QLatin1String("Regular"),
+           QLatin1String("Roman")};
+    if (hyphen <= 0)
+        return face;
+    for (const QLatin1String &style : styles) {
+        if (face.midRef(hyphen + 1) == style)
+            return face.left(hyphen);
+    }
+    return face;
+}
+
+} // namespace
+
+void RtfFontTable::begin(int number)
+{
+    finish();
+    m_number = number;
+}
+
+void RtfFontTable::addText(const QString &text)
+{
+    for (const QChar &character : text) {
+        if (character == QLatin1Char(';'))
+            finish();
+        else if (m_font.family.size() < RtfFont::longestName)
+            m_font.family.append(character);
+    }
+}
+
+void RtfFontTable::finish()
+{
+    m_font.family = m_font.family.trimmed();
+    if (m_faces)
+        m_font.family = familyOfFace(m_font.family);
+    const int signs = RtfSymbolFonts::codePage(m_font.family);
+    if (m_font.codePage == RtfCodePages::Symbol && signs != 0)
+        m_font.codePage = signs;
+    if (m_font.codePage == RtfCodePages::SymbolFont) // other fonts have these characters too
+        m_font.family.clear();
+    if (m_number >= 0)
+        m_tables->fonts.insert(m_number, m_font);
+    m_font = RtfFont();
+    m_number = -1;
+}
+
+void RtfColorTable::begin()
+{
+    m_tables->colors.clear();
+    m_automatic = true;
+}
+
+void RtfColorTable::setComponent(int component, int value)
+{
+    if (m_automatic)
+        m_components[0] = m_components[1] = m_components[2] = 0;
+    m_automatic = false;
+    m_components[component] = qBound(0, value, 255);
+}
+
+void RtfColorTable::addText(const QString &text)
+{
+    for (const QChar &character : text) {
+        if (character != QLatin1Char(';'))
+            continue;
+        m_tables->colors.append(
+            m_automatic ? QColor() : QColor(m_components[0], m_components[1], m_components[2]));
+        m_automatic = true;
+    }
+}

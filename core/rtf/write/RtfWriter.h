@@ -1,0 +1,126 @@
+#pragma once
+
+#include <core/rtf/model/RtfPage.h>
+#include <core/rtf/model/RtfProps.h>
+#include <core/rtf/model/RtfResources.h>
+#include <core/rtf/read/RtfNotes.h>
+#include <core/rtf/write/RtfOutput.h>
+
+#include <QHash>
+#include <QTextFormat>
+#include <QVector>
+
+#include <optional>
+#include <vector>
+
+class QTextBlock;
+class QTextBlockFormat;
+class QTextCharFormat;
+class QTextDocument;
+class QTextFragment;
+class QTextFrame;
+class QTextList;
+class QTextTable;
+class QTextTableCell;
+
+/*!
+    Writes a document as RTF.
+
+    The body is written first, so that the header names only the fonts and colours that are used.
+    Each format is turned into words once. Runs stand in groups of their own and say only what
+    they have; paragraphs say their formatting when it differs from the paragraph before.
+*/
+class RtfWriter
+{
+public:
+    /*! \param withDefaults  the default font goes out too, see MVRTextRtf::toRtfCData() */
+    QByteArray write(const QTextDocument &document, bool withDefaults,
+                     const MVRTextRtfNotes &notes = {});
+    /*! What \info is to say; a document's own title comes first. */
+    void setInfo(const RtfInfo &info) { m_info = info; }
+    QByteArray write(const QString &text, const QTextCharFormat &format);
+
+private:
+    struct Run
+    {
+        QByteArray words;
+        int link = 0;
+        QStringList bookmarks;
+        std::optional<QTextImageFormat> image;
+    };
+
+    /*! How a paragraph ends: with \par, or as the last of a cell. */
+    enum BlockEnd { ParagraphEnd, CellEnd };
+
+    /*! Where a note's text begins or ends; the note itself is written at the end. */
+    struct NoteEdge
+    {
+        int position;
+        bool isStart;
+        int note;
+    };
+
+    void writeBody(const QTextDocument &document);
+
+    void writeFrame(const QTextFrame &frame, int tableLevel);
+    void writeFramed(const QTextFrame &frame, int tableLevel);
+    void appendExact(const char *word, const QTextFormat &format, QByteArray *words);
+    QByteArray borderWords(const char *edge, const QTextFrameFormat &format);
+    void writeTable(const QTextTable &table, int tableLevel);
+    void writeCell(const QTextTableCell &cell, int tableLevel);
+    QByteArray rowWords(const QTextTable &table, int row, const QVector<int> &edges);
+    void writeBlock(const QTextBlock &block, int tableLevel, BlockEnd end);
+    bool endsNote(const QTextBlock &block) const;
+    void writeBlockFormat(const QTextBlock &block, int tableLevel);
+    void writeRun(const Run &run, QStringView text, bool stayOpen);
+    void writePictures(int count, const QTextImageFormat &image);
+    void setNotes(const MVRTextRtfNotes &notes);
+    int nextEdge() const;
+    void writeNotesUntil(int position);
+    void writeNote(int number);
+    void writeComment(int number, const QByteArray &content);
+    void writeFootnote(const MVRTextRtfNote &note, const QByteArray &content);
+    QByteArray noteContent(MVRTextRtfNote *note);
+    int listNumber(const QTextList *list);
+    QByteArray listTable();
+    QByteArray fontTable() const;
+    QByteArray colorTable() const;
+    QByteArray infoGroup() const;
+    QByteArray pageWords() const;
+    QByteArray styleSheet() const;
+    void writeRuns(const QTextBlock &block, int markFormat);
+    void writeDefaults(const QTextDocument &document);
+    void writeBookmarks(const QStringList &names);
+    void openLink(int link);
+    void closeLink();
+    const Run &run(int formatNumber, const QTextFragment &fragment);
+    Run makeRun(const QTextCharFormat &format);
+    const QByteArray &markWords(int formatNumber, const QTextBlock &block);
+    QByteArray header();
+    QByteArray finished();
+
+    const QTextDocument *m_document = nullptr;
+    RtfOutput m_body;
+    RtfResources m_tables;
+    QHash<int, Run> m_runs;
+    QHash<int, QByteArray> m_marks;
+    QHash<qint64, QByteArray> m_paragraphs;
+    QHash<const QTextList *, int> m_listNumbers;
+    QVector<QTextListFormat> m_lists;
+    MVRTextRtfNotes m_notes;
+    std::vector<NoteEdge> m_edges; // in the order of the text
+    std::size_t m_nextEdge = 0;
+    bool m_isNote = false; // what is written is the content of a note
+    RtfPage m_page;
+    bool m_saysPage = false;
+    QByteArray m_frameStart; // mark of the frame that the next paragraph begins
+    QByteArray m_frameBorder; // words of the frame around the paragraph
+    QByteArray m_paragraph; // words of the paragraph formatting in force
+    QByteArray m_border; // words of the frame that are in force
+    QByteArray m_defaults;
+    RtfInfo m_info;
+    QStringList m_bookmarks; // of the run before
+    bool m_breakBefore = false; // the block before ended its page
+    int m_link = 0; // the field that is open
+    bool m_openRun = false; // the last run's group waits for the paragraph's end
+};

@@ -1,0 +1,132 @@
+// The part of the writer that makes the header, when the body has been written.
+#include <core/rtf/model/RtfLists.h>
+#include <core/rtf/write/RtfWriter.h>
+
+#include <QTextFormat>
+
+QByteArray RtfWriter::finished()
+{
+    QByteArray rtf = m_body.take();
+    rtf += '}';
+    return rtf.insert(0, header() + '\n'); // in place: a long document does not stand there twice
+}
+
+QByteArray RtfWriter::header()
+{
+    QByteArray rtf = QByteArrayLiteral("{\\rtf1\\ansi\\ansicpg1252\\uc1");
+    rtf += fontTable() + colorTable() + styleSheet() + listTable();
+    if (!m_tables.exactText().isEmpty())
+        rtf += "{\\*\\mvrprops " + m_tables.exactText() + '}';
+    // Without a generator LibreOffice takes neighbouring blanks for something that they are not.
+    if (!m_defaults.isEmpty())
+        rtf += "{\\*\\generator MvrText;}";
+    return rtf + infoGroup() + pageWords() + m_defaults;
+}
+
+QByteArray RtfWriter::pageWords() const
+{
+    QByteArray words;
+    if (!m_saysPage)
+        return words;
+    const std::pair<const char *, int> lengths[]
+        = {{"\\paperw", m_page.width}, {"\\paperh", m_page.height}, {"\\margl", m_page.left},
+           {"\\margr", m_page.right},  {"\\margt", m_page.top},     {"\\margb", m_page.bottom}};
+    for (const auto &length : lengths)
+        words += length.first + QByteArray::number(length.second);
+    return words;
+}
+
+// The styles say only the level: looks that a style had would be taken for the paragraph's.
+QByteArray RtfWriter::styleSheet() const
+{
+    if (m_tables.headings == 0)
+        return {};
+    QByteArray rtf = QByteArrayLiteral("{\\stylesheet{Normal;}");
+    for (int level = 0; level < 6; ++level) {
+        if ((m_tables.headings & 1 << level) == 0)
+            continue;
+        const QByteArray number = QByteArray::number(level + 1);
+        rtf += "{\\s" + number + "\\sbasedon0\\snext0\\outlinelevel" + QByteArray::number(level)
+            + " heading " + number + ";}";
+    }
+    return rtf + '}';
+}
+
+QByteArray RtfWriter::infoGroup() const
+{
+    RtfOutput out;
+    const auto entry = [&out](const char *word, const QString &text) {
+        if (text.isEmpty())
+            return;
+        out.beginGroup();
+        out.words(word);
+        out.text(text);
+        out.endGroup();
+    };
+    entry("\\title", m_info.title);
+    entry("\\author", m_info.author);
+    if (m_info.time.isValid()) {
+        const QDate day = m_info.time.date();
+        const QTime clock = m_info.time.time();
+        const std::pair<const char *, int> parts[] = {{"\\yr", day.year()},
+                                                      {"\\mo", day.month()},
+                                                      {"\\dy", day.day()},
+                                                      {"\\hr", clock.hour()},
+                                                      {"\\min", clock.minute()}};
+        out.beginGroup();
+        out.words(QByteArrayLiteral("\\creatim"));
+        for (const auto &part : parts)
+            out.words(part.first + QByteArray::number(part.second));
+        out.endGroup();
+    }
+    return out.rtf().isEmpty() ? QByteArray() : "{\\info" + out.rtf() + '}';
+}
+
+QByteArray RtfWriter::fontTable() const
+{
+    if (m_tables.fonts.isEmpty())
+        return {};
+    RtfOutput out;
+    out.words(QByteArrayLiteral("{\\fonttbl"));
+    for (int number = 0; number < m_tables.fonts.size(); ++number) {
+        out.words("{\\f" + QByteArray::number(number) + "\\fnil");
+        out.text(m_tables.fonts.value(number).family);
+        out.raw(QByteArrayLiteral(";}"));
+    }
+    out.endGroup();
+    return out.rtf();
+}
+
+QByteArray RtfWriter::colorTable() const
+{
+    if (m_tables.colors.size() < 2)
+        return {};
+    QByteArray rtf = QByteArrayLiteral("{\\colortbl;");
+    for (int number = 1; number < m_tables.colors.size(); ++number) {
+        const QColor color = m_tables.colors.at(number);
+        rtf += "\\red" + QByteArray::number(color.red()) + "\\green"
+            + QByteArray::number(color.green()) + "\\blue" + QByteArray::number(color.blue()) + ';';
+    }
+    return rtf + '}';
+}
+
+QByteArray RtfWriter::listTable()
+{
+    if (m_lists.isEmpty())
+        return {};
+    QByteArray lists = QByteArrayLiteral("{\\*\\listtable");
+    QByteArray overrides = QByteArrayLiteral("{\\*\\listoverridetable");
+    for (int i = 0; i < m_lists.size(); ++i) {
+        const QByteArray number = QByteArray::number(i + 1);
+        const QTextListFormat format = m_lists.at(i);
+        lists += "{\\list";
+        appendExact("\\mvrl", format, &lists);
+        lists += "\\listtemplateid" + number;
+        // A level is found by its place, so those above it are there too.
+        for (int level = 0; level < qBound(1, format.indent(), RtfLists::levels); ++level)
+            lists += RtfLists::levelRtf(format, level);
+        lists += "\\listid" + number + '}';
+        overrides += "{\\listoverride\\listid" + number + "\\listoverridecount0\\ls" + number + '}';
+    }
+    return lists + '}' + overrides + '}';
+}

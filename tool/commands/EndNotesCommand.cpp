@@ -1,0 +1,252 @@
+#include <tool/CommandLine.h>
+#include <tool/Document.h>
+#include <tool/Loading.h>
+#include <tool/Messages.h>
+#include <tool/Notes.h>
+#include <tool/Output.h>
+#include <tool/Progress.h>
+#include <tool/Rewriting.h>
+#include <tool/Saving.h>
+#include <tool/commands/Commands.h>
+#include <tool/formats/Formats.h>
+
+#include <core/MVRFormat.h>
+#include <core/MVRTextFormat.h>
+#include <core/MVRTextXhtmlExporter.h>
+#include <core/STextDoc.h>
+#include <core/document/EditBlock_p.h>
+#include <core/document/TextFragments_p.h>
+#include <text/InlineMarkup_p.h>
+#include <text/MVRTextDoc.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTextDocumentFragment>
+
+namespace {
+
+const char examples[] = R"(  mvrtext endnotes paper.rtf -o paper.html
+  mvrtext endnotes --style mmd paper.rtf -o paper.md
+  mvrtext endnotes --style ebook --first 12 chapter2.rtf -o chapter2.html
+  mvrtext endnotes paper.rtf -o paper.pdf --notes-out notes.txt
+)";
+
+/*! What the user asked for, checked. */
+struct EndNotes
+{
+    MVRFormat style;
+    int first = 1;
+    QString notesFile; // empty: behind the text
+    const Format *notesFormat = nullptr; // of the file; null for a book's
+};
+
+bool readStyle(const CommandLine &commandLine, EndNotes *endNotes, QString *error)
+{
+    struct Style
+    {
+        const char *name;
+        MVRFormat::Format format;
+    };
+    static constexpr Style styles[] = {
+        {"plain", MVRFormat::NoFormat},
+        {"mmd", MVRFormat::MultiMarkdown},
+        {"ebook", MVRFormat::EPub3},
+    };
+    const QString word = commandLine.value("style").toLower();
+    for (const Style &style : styles) {
+        if (word == QLatin1String(style.name)) {
+            endNotes->style = style.format;
+            return true;
+        }
+    }
+    *error = QStringLiteral("--style does not take \"%1\"").arg(word);
+    return false;
+}
+
+bool readFirst(const CommandLine &commandLine, EndNotes *endNotes, QString *error)
+{
+    bool isNumber = false;
+    endNotes->first = commandLine.value("first").toInt(&isNumber);
+    if (isNumber && endNotes->first >= 0)
+        return true;
+    *error = QStringLiteral("--first takes a number from 0 on");
+    return false;
+}
+
+/*! The marks of a book lead into a file, which is written beside the text by default. */
+bool readNotesFile(const CommandLine &commandLine, const QString &output, EndNotes *endNotes,
+                   QString *error)
+{
+    endNotes->notesFile = commandLine.value("notes-out");
+    if (!MVRFormat::isEBook(endNotes->style.format())) {
+        if (!endNotes->notesFile.isEmpty())
+            endNotes->notesFormat = findFormat(endNotes->notesFile, QString(), error);
+        return endNotes->notesFile.isEmpty() || endNotes->notesFormat;
+    }
+    if (endNotes->notesFile.isEmpty() && output != QLatin1String("-"))
+        endNotes->notesFile = QFileInfo(output).dir().filePath(QStringLiteral("footnotes.xhtml"));
+    if (endNotes->notesFile.isEmpty())
+        *error = QStringLiteral("say where the notes of the book go: --notes-out FILE");
+    return !endNotes->notesFile.isEmpty();
+}
+
+/*! Takes all footnotes out of the text. */
+QList<QTextDocumentFragment> takeFootnotes(QTextDocument &text, const EndNotes &endNotes)
+{
+    InlineMarkup::readNoteCodes(&text);
+    MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(&text, QTextCursor());
+    MVRTextDoc::trimInlineNotes(&text, MVRTextFormat::InlineFootnoteProperty, false, 0, 0,
+                                QTextCursor());
+    QTextCharFormat ordinary;
+    ordinary.setProperty(MVRTextFormat::InlineFootnoteProperty, false);
+    const QList<QTextDocumentFragment> notes
+        = MVRTextDoc::inlineFootnotesToEndNotes(&text, endNotes.first, ordinary, endNotes.style);
+    // The marks are no footnotes that a writer is to place.
+    STextDoc::clearAllProperty(&text, MVRTextFormat::InlineFootnoteProperty, true, true);
+    return notes;
+}
+
+QString label(const EndNotes &endNotes, qint64 number)
+{
+    return MVRFormat::isMmdVariant(endNotes.style.format())
+        ? QStringLiteral("[^fn%1]: ").arg(number)
+        : QStringLiteral("%1. ").arg(number);
+}
+
+// A paragraph of its own would no longer belong to the note that "[^fn1]:" begins.
+void joinParagraphs(QTextCursor &cursor, int start)
+{
+    for (int position = cursor.block().position(); position > start;) {
+        cursor.setPosition(position);
+        if (followsParagraph(cursor.block())) { // a table's cells stay apart
+            cursor.deletePreviousChar();
+            cursor.insertText(QString(QChar::LineSeparator));
+        }
+        cursor.setPosition(position - 1);
+        position = cursor.block().position();
+    }
+    cursor.movePosition(QTextCursor::End);
+}
+
+/*! Puts the notes at the end of \a text, each in a paragraph that can be linked to. */
+void appendNotes(QTextDocument &text, const QList<QTextDocumentFragment> &notes,
+                 const EndNotes &endNotes)
+{
+    const EditBlock editBlock(&text);
+    QTextCursor cursor(&text);
+    cursor.movePosition(QTextCursor::End);
+    // An empty line sets them off.
+    if (!cursor.atBlockStart() && !notes.isEmpty())
+        cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    if (!text.isEmpty() && !notes.isEmpty())
+        cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    const bool isMmd = MVRFormat::isMmdVariant(endNotes.style.format());
+    qint64 number = endNotes.first;
+    for (const QTextDocumentFragment &note : notes) {
+        if (number > endNotes.first)
+            cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+        QTextCharFormat place;
+        if (MVRFormat::isEBook(endNotes.style.format())) {
+            place.setAnchor(true);
+            place.setAnchorNames({QStringLiteral("fn%1").arg(number)});
+        }
+        const int start = cursor.position();
+        cursor.insertText(label(endNotes, number), place);
+        cursor.insertFragment(note);
+        if (isMmd)
+            joinParagraphs(cursor, start);
+        ++number;
+    }
+}
+
+/*! The notes as the file that the marks of a book lead into. */
+QByteArray footnotesPage(QTextDocument &notes, const QString &title)
+{
+    notes.setMetaInformation(QTextDocument::DocumentTitle, title);
+    QString page = MVRTextXhtmlExporter::htmlToXhtml(notes.toHtml("utf-8"));
+    page.replace(QLatin1String("<html>"),
+                 QLatin1String("<html xmlns=\"http://www.w3.org/1999/xhtml\">"));
+    // The toolkit writes an anchor's name as HTML did it; text cannot hold an angle bracket.
+    page.replace(QLatin1String("<a name=\""), QLatin1String("<a id=\""));
+    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n" + page.trimmed().toUtf8() + '\n';
+}
+
+bool saveNotes(const QList<QTextDocumentFragment> &notes, const EndNotes &endNotes,
+               const Document &document, Progress &progress)
+{
+    Document list;
+    list.text.setUndoRedoEnabled(false);
+    list.text.setDefaultFont(document.text.defaultFont());
+    list.text.setDocumentMargin(document.text.documentMargin());
+    list.title = document.title;
+    list.elements = document.elements;
+    appendNotes(list.text, notes, endNotes);
+    if (endNotes.notesFormat)
+        return saveDocument(endNotes.notesFile, *endNotes.notesFormat, NotesChoice::ByFormat,
+                            WriteOptions(), list, progress);
+    QString error;
+    if (writeOutput(endNotes.notesFile, footnotesPage(list.text, list.title), &error))
+        return true;
+    printMessage(endNotes.notesFile, error);
+    return false;
+}
+
+bool isSafe(const CommandLine &commandLine, const Rewriting &rewriting, const EndNotes &endNotes)
+{
+    if (!rewriting.isSafe())
+        return false;
+    const QString &file = endNotes.notesFile;
+    if (file.isEmpty()
+        || (!isSameFile(file, commandLine.file(0)) && !isSameFile(file, rewriting.output())
+            && file != rewriting.output()))
+        return true;
+    printMessage(file, QStringLiteral("is the input or output itself; nothing was written"));
+    return false;
+}
+
+bool makeEndNotes(const Rewriting &rewriting, const EndNotes &endNotes)
+{
+    Progress progress;
+    Document document;
+    if (!rewriting.load(document, progress))
+        return false;
+    const QList<QTextDocumentFragment> notes = takeFootnotes(document.text, endNotes);
+    if (endNotes.notesFile.isEmpty())
+        appendNotes(document.text, notes, endNotes);
+    else if (!saveNotes(notes, endNotes, document, progress))
+        return false;
+    return rewriting.saveWithNotes(true, document, progress);
+}
+
+} // namespace
+
+int runEndNotes(const QStringList &arguments)
+{
+    CommandLine commandLine(
+        "endnotes",
+        "Takes the footnotes out of a document, leaves numbers in their places and lists the\n"
+        "notes behind the text or in a file of their own. Footnotes are those of RTF files and\n"
+        "those that are written as codes (see mvrtext markup).",
+        examples);
+    Rewriting rewriting(commandLine);
+    commandLine.addOption("style",
+                          "Numbers alone (plain), \"[^fn1]\" for MultiMarkdown (mmd), or links "
+                          "into a file footnotes.xhtml (ebook).",
+                          QStringLiteral("plain|mmd|ebook"), "plain");
+    commandLine.addOption("first", "Number of the first note.", QStringLiteral("number"), "1");
+    commandLine.addOption("notes-out",
+                          "The file to write the notes to. Default: behind the text, for ebook "
+                          "footnotes.xhtml beside OUT.",
+                          QStringLiteral("FILE"));
+    if (const std::optional<int> exitCode = commandLine.parse(arguments))
+        return *exitCode;
+    EndNotes endNotes;
+    QString error;
+    if (!rewriting.readArguments(true, &error) || !readStyle(commandLine, &endNotes, &error)
+        || !readFirst(commandLine, &endNotes, &error)
+        || !readNotesFile(commandLine, rewriting.output(), &endNotes, &error))
+        return commandLine.usageError(error);
+    if (!isSafe(commandLine, rewriting, endNotes))
+        return Failure;
+    return makeEndNotes(rewriting, endNotes) ? Success : Failure;
+}

@@ -1,0 +1,136 @@
+#include <tool/CommandLine.h>
+#include <tool/Document.h>
+#include <tool/Loading.h>
+#include <tool/Messages.h>
+#include <tool/Notes.h>
+#include <tool/Progress.h>
+#include <tool/Table.h>
+#include <tool/commands/Commands.h>
+#include <tool/formats/Formats.h>
+#include <tool/pages/Pages.h>
+
+#include <core/MVRScriptElement.h>
+#include <text/MVRTextDoc.h>
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMap>
+#include <QTextBlock>
+
+namespace {
+
+const char examples[] = R"(  mvrtext info script.fdx
+  mvrtext info --json novel.rtf | jq .words
+)";
+
+/*! What is told about a document. */
+struct Figures
+{
+    int paragraphs = 0;
+    int words = 0;
+    int characters = 0;
+    int pages = 0;
+    QMap<QString, int> elements;
+    QVector<int> notes; // by kind
+};
+
+Figures figuresOf(Document &document)
+{
+    Figures figures;
+    for (QTextBlock block = document.text.begin(); block.isValid(); block = block.next()) {
+        const QString element = block.blockFormat().stringProperty(MVRScriptElement::NameProperty);
+        if (!element.isEmpty() && block.blockNumber() >= document.titlePageBlocks)
+            ++figures.elements[element];
+    }
+    figures.notes = noteCounts(document.text);
+    figures.paragraphs = document.text.blockCount();
+    const QPair<int, int> counts
+        = MVRTextDoc::wordCharacterCount(&document.text, false, false, true, true);
+    figures.words = counts.first;
+    figures.characters = counts.second;
+    figures.pages = Pages(document, QPageSize(QPageSize::Letter)).count();
+    return figures;
+}
+
+constexpr Note::Kind noteKinds[]
+    = {Note::Comment, Note::Footnote, Note::InlineAnnotation, Note::InlineFootnote};
+
+QJsonObject toJson(const Figures &figures, const Document &document)
+{
+    QJsonObject notes;
+    for (const Note::Kind kind : noteKinds)
+        notes.insert(kindName(kind), figures.notes.value(kind));
+    QJsonObject object {{QStringLiteral("title"), document.title},
+                        {QStringLiteral("paragraphs"), figures.paragraphs},
+                        {QStringLiteral("words"), figures.words},
+                        {QStringLiteral("characters"), figures.characters},
+                        {QStringLiteral("pages"), figures.pages},
+                        {QStringLiteral("notes"), notes}};
+    if (!document.isScreenplay)
+        return object;
+    QJsonObject elements;
+    for (auto entry = figures.elements.cbegin(); entry != figures.elements.cend(); ++entry)
+        elements.insert(entry.key(), entry.value());
+    object.insert(QStringLiteral("elements"), elements);
+    object.insert(QStringLiteral("titlePageParagraphs"), document.titlePageBlocks);
+    object.insert(QStringLiteral("scaling"), document.scaling);
+    object.insert(QStringLiteral("showInvisibles"), document.showInvisibles);
+    return object;
+}
+
+void printTable(const Figures &figures, const Document &document)
+{
+    Table table({QStringLiteral("TITLE"), document.title});
+    const auto add = [&table](const QString &name, int number) {
+        table.addRow({name, QString::number(number)});
+    };
+    add(QStringLiteral("paragraphs"), figures.paragraphs);
+    add(QStringLiteral("words"), figures.words);
+    add(QStringLiteral("characters"), figures.characters);
+    add(QStringLiteral("pages"), figures.pages);
+    for (const Note::Kind kind : noteKinds)
+        add(kindName(kind) + QLatin1Char('s'), figures.notes.value(kind));
+    if (document.isScreenplay) {
+        for (auto entry = figures.elements.cbegin(); entry != figures.elements.cend(); ++entry)
+            add(QStringLiteral("element ") + entry.key(), entry.value());
+        add(QStringLiteral("title page paragraphs"), document.titlePageBlocks);
+        table.addRow(
+            {QStringLiteral("scaling"), QString::number(document.scaling) + QLatin1Char('%')});
+        table.addRow(
+            {QStringLiteral("invisible characters"),
+             document.showInvisibles ? QStringLiteral("shown") : QStringLiteral("hidden")});
+    }
+    printOutput(table.toString());
+}
+
+}
+
+int runInfo(const QStringList &arguments)
+{
+    CommandLine commandLine("info",
+                            "Counts the paragraphs, words, characters, pages and notes of a "
+                            "document and, in a\nscreenplay, the paragraphs of each element.",
+                            examples);
+    commandLine.addFile("FILE", "The file to read; - is the standard input.");
+    commandLine.addFlag("json", "Print an object instead of a table.");
+    commandLine.addOption("from", "Format of FILE where its suffix does not tell.",
+                          readableFormats().join(QLatin1Char('|')));
+    if (const std::optional<int> exitCode = commandLine.parse(arguments))
+        return *exitCode;
+
+    Document document;
+    Figures figures;
+    {
+        Progress progress;
+        const int exitCode = loadForReport(commandLine, document, progress);
+        if (exitCode != Success)
+            return exitCode;
+        progress.setStep(QStringLiteral("Counting"));
+        figures = figuresOf(document);
+    }
+    if (commandLine.isSet("json"))
+        printOutput(QString::fromUtf8(QJsonDocument(toJson(figures, document)).toJson()));
+    else
+        printTable(figures, document);
+    return Success;
+}

@@ -1,0 +1,139 @@
+#include <tool/CommandLine.h>
+#include <tool/Document.h>
+#include <tool/Messages.h>
+#include <tool/Notes.h>
+#include <tool/Progress.h>
+#include <tool/Rewriting.h>
+#include <tool/commands/Commands.h>
+#include <tool/formats/Formats.h>
+#include <tool/pages/Lengths.h>
+
+#include <core/MVRTextFormat.h>
+#include <core/document/FormatEdits_p.h>
+#include <text/MVRTextDoc.h>
+
+namespace {
+
+const char examples[] = R"(  mvrtext markup --write script.fdx -o script.txt
+  mvrtext markup --read script.txt -o script.rtf
+  mvrtext markup --read chapter.txt -o chapter.html
+)";
+
+/*! Writes every note as a code, and says which were lost. */
+void writeMarkup(QTextDocument &text, const QString &name)
+{
+    // Only what stands in the text has a code.
+    MVRTextDoc::convertInspectorCommentsToInlineAnnotations(&text, QTextCursor());
+    MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(&text, QTextCursor());
+    const int lost = MVRTextDoc::commentsMap(&text, -1, -1).size();
+    if (lost > 0)
+        printMessage(name,
+                     counted(lost, "note", "notes")
+                         + QLatin1String(" left out whose content cannot be read"));
+    MVRTextDoc::toInlineMarkup(&text);
+}
+
+// Others hold the picture itself, or none.
+bool namesPictures(const Format &format)
+{
+    return format.write == writeHtml || format.write == writeMarkdown;
+}
+
+bool hasNoPictures(const Format &format)
+{
+    return format.write == writeText || format.write == writeFdx || format.write == writeBbCode;
+}
+
+bool isLinkedPicture(const QTextCharFormat &format)
+{
+    return format.isImageFormat()
+        && !format.stringProperty(MVRTextFormat::ImageLinkProperty).isEmpty();
+}
+
+// Codes count pixels.
+void sizePicturesInPoints(QTextDocument &text)
+{
+    changeAllFormats(&text, [](QTextCharFormat &format) {
+        if (!isLinkedPicture(format))
+            return;
+        QTextImageFormat image = format.toImageFormat();
+        image.setWidth(image.width() * pointsPerPixel);
+        image.setHeight(image.height() * pointsPerPixel);
+        format = image;
+    });
+}
+
+/*! Gives the pictures of codes the names that a written file is to refer to. */
+void nameByFile(QTextDocument &text)
+{
+    changeAllFormats(&text, [](QTextCharFormat &format) {
+        if (isLinkedPicture(format))
+            format.setProperty(QTextFormat::ImageName,
+                               format.property(MVRTextFormat::ImageLinkProperty));
+    });
+}
+
+int linkedPictures(const QTextDocument &text)
+{
+    int count = 0;
+    for (FragmentWalker walker(&text, 0); walker.isValid(); walker.next()) {
+        if (isLinkedPicture(walker.format()))
+            count += walker.end() - walker.start();
+    }
+    return count;
+}
+
+void readMarkup(QTextDocument &text, const Format &output, const QString &name)
+{
+    MVRTextDoc::fromInlineMarkup(&text);
+    text.setUndoRedoEnabled(false); // reading has switched it on
+    sizePicturesInPoints(text);
+    // In the text they would be codes again.
+    if (output.notes == NoteSupport::Attached)
+        placeNotes(text, NotesChoice::Inspector, output.notes);
+    if (namesPictures(output))
+        nameByFile(text);
+    const int pictures = hasNoPictures(output) ? linkedPictures(text) : 0;
+    if (pictures > 0)
+        printMessage(
+            name,
+            QStringLiteral("%1 left out that %2 cannot carry")
+                .arg(counted(pictures, "picture", "pictures"), QString::fromLatin1(output.title)));
+}
+
+} // namespace
+
+int runMarkup(const QStringList &arguments)
+{
+    CommandLine commandLine(
+        "markup",
+        "Writes the notes of a document as codes into its text, where any program keeps them, or\n"
+        "reads such codes: notes become notes of OUT where its format has any, else text in\n"
+        "brackets, and the pictures that codes name are loaded.",
+        examples);
+    Rewriting rewriting(commandLine);
+    commandLine.addFlag("write", "Write codes.");
+    commandLine.addFlag("read", "Read codes.");
+    if (const std::optional<int> exitCode = commandLine.parse(arguments))
+        return *exitCode;
+    QString error;
+    if (commandLine.isSet("write") == commandLine.isSet("read"))
+        return commandLine.usageError(QStringLiteral("say either --write or --read"));
+    if (!rewriting.readArguments(true, &error))
+        return commandLine.usageError(error);
+    if (!rewriting.isSafe())
+        return Failure;
+
+    Progress progress;
+    Document document;
+    if (!rewriting.load(document, progress))
+        return Failure;
+    const Format &output = *rewriting.outputFormat();
+    const QString name = rewriting.outputName();
+    if (commandLine.isSet("write"))
+        writeMarkup(document.text, name);
+    else
+        readMarkup(document.text, output, name);
+    // What was spelled out so as not to be lost is not to be lost now.
+    return rewriting.saveWithNotes(true, document, progress) ? Success : Failure;
+}

@@ -1,0 +1,127 @@
+#include <tool/CommandLine.h>
+#include <tool/Document.h>
+#include <tool/Messages.h>
+#include <tool/Notes.h>
+#include <tool/Place.h>
+#include <tool/Progress.h>
+#include <tool/Rewriting.h>
+#include <tool/Table.h>
+#include <tool/commands/Commands.h>
+#include <tool/commands/NoteChanges.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+const char examples[] = R"(  mvrtext notes script.fdx
+  mvrtext notes --json script.fdx | jq -r '.[].content'
+  mvrtext notes draft.rtf --to inline -o marked.rtf
+  mvrtext notes draft.rtf --to comments --dry-run
+  mvrtext notes draft.rtf --to annotations --trim --enclose "[ ]" --as-text -o draft.txt
+  mvrtext notes draft.rtf --remove comments -o clean.rtf
+)";
+
+MVRTextRange rangeOf(const Note &note)
+{
+    return MVRTextRange(note.start, note.end);
+}
+
+QString colorName(const Note &note)
+{
+    return note.color.isValid() ? note.color.name() : QString();
+}
+
+QJsonObject toJson(const Note &note, QTextDocument &document)
+{
+    QJsonObject object = Place(rangeOf(note), document).toJson();
+    object.insert(QStringLiteral("kind"), kindName(note.kind));
+    object.insert(QStringLiteral("text"), selectedText(rangeOf(note), document));
+    object.insert(QStringLiteral("color"),
+                  note.color.isValid() ? QJsonValue(colorName(note)) : QJsonValue());
+    object.insert(QStringLiteral("content"), note.content);
+    return object;
+}
+
+void printTable(const QVector<Note> &notes, QTextDocument &document)
+{
+    Table table(QStringLiteral("KIND PLACE TEXT COLOUR CONTENT").split(QLatin1Char(' ')));
+    for (const Note &note : notes)
+        table.addRow({kindName(note.kind), Place(rangeOf(note), document).toWords(),
+                      selectedText(rangeOf(note), document), colorName(note), note.content});
+    printOutput(table.toString());
+}
+
+int list(const CommandLine &commandLine, const Rewriting &rewriting)
+{
+    Document document;
+    QVector<Note> notes;
+    {
+        Progress progress;
+        if (!rewriting.load(document, progress))
+            return Failure;
+        notes = notesOf(document.text);
+    }
+    if (!commandLine.isSet("json")) {
+        printTable(notes, document.text);
+        return Success;
+    }
+    QJsonArray array;
+    for (const Note &note : qAsConst(notes))
+        array.append(toJson(note, document.text));
+    printOutput(QString::fromUtf8(QJsonDocument(array).toJson()));
+    return Success;
+}
+
+int change(const CommandLine &commandLine, const Rewriting &rewriting, const NoteChanges &changes)
+{
+    QStringList report;
+    {
+        Progress progress;
+        Document document;
+        if (!rewriting.load(document, progress))
+            return Failure;
+        report = changes.apply(document.text);
+        if (!commandLine.isSet("dry-run"))
+            return rewriting.saveWithNotes(changes.endsInText(), document, progress) ? Success
+                                                                                     : Failure;
+    }
+    if (report.isEmpty())
+        report << QStringLiteral("no note would change");
+    printOutput(report.join(QLatin1Char('\n')) + QLatin1Char('\n'));
+    return Success;
+}
+
+}
+
+int runNotes(const QStringList &arguments)
+{
+    CommandLine commandLine(
+        "notes",
+        "Lists the notes of a document: their kind, place (paragraph from 1, characters from 0),\n"
+        "the text that they are attached to, colour and content. Or changes them, in this order:\n"
+        "remove, move, trim, enclose.",
+        examples);
+    Rewriting rewriting(commandLine);
+    commandLine.addFlag("json", "Print an array of objects instead of a table.");
+    NoteChanges::addOptions(commandLine);
+    commandLine.addFlag("dry-run", "Only say how many notes would change.");
+    if (const std::optional<int> exitCode = commandLine.parse(arguments))
+        return *exitCode;
+
+    NoteChanges changes;
+    QString error;
+    if (!changes.read(commandLine, &error))
+        return commandLine.usageError(error);
+    const bool writes = !changes.isEmpty() && !commandLine.isSet("dry-run");
+    if (!rewriting.readArguments(writes, &error))
+        return commandLine.usageError(error);
+    if (changes.isEmpty() && (commandLine.isSet("output") || commandLine.isSet("dry-run")))
+        return commandLine.usageError(QStringLiteral("say what to change: --to, --remove, ..."));
+    if (changes.isEmpty())
+        return list(commandLine, rewriting);
+    if (writes && !rewriting.isSafe())
+        return Failure;
+    return change(commandLine, rewriting, changes);
+}

@@ -1,0 +1,92 @@
+#include <tool/CommandLine.h>
+#include <tool/Document.h>
+#include <tool/Messages.h>
+#include <tool/Progress.h>
+#include <tool/Rewriting.h>
+#include <tool/commands/Commands.h>
+
+#include <text/MVRTextDoc.h>
+
+#include <QRegExp>
+#include <QTextBlock>
+#include <QTextCursor>
+
+namespace {
+
+const char examples[] = R"(  mvrtext replace draft.rtf --find Anselm --with Ansel -o draft2.rtf
+  mvrtext replace script.fdx --regexp --find "  +" --with " " -o script2.fdx
+)";
+
+/*! What the user asked for. */
+struct Replacement
+{
+    QRegExp expression;
+    QString after;
+};
+
+bool readOptions(const CommandLine &commandLine, Replacement *replacement, QString *error)
+{
+    const QString before = commandLine.value("find");
+    if (before.isEmpty() || !commandLine.isSet("with")) {
+        *error = QStringLiteral("say what to replace: --find TEXT --with TEXT");
+        return false;
+    }
+    replacement->expression
+        = QRegExp(before, commandLine.isSet("match-case") ? Qt::CaseSensitive : Qt::CaseInsensitive,
+                  commandLine.isSet("regexp") ? QRegExp::RegExp2 : QRegExp::FixedString);
+    replacement->after = commandLine.value("with");
+    if (!replacement->expression.isValid())
+        *error = QStringLiteral("--find: ") + replacement->expression.errorString();
+    return replacement->expression.isValid();
+}
+
+int replaceIn(Document &document, const Replacement &replacement)
+{
+    QTextCursor script(&document.text);
+    script.setPosition(document.text.findBlockByNumber(document.titlePageBlocks).position());
+    script.setKeepPositionOnInsert(true);
+    const int count = MVRTextDoc::replace(replacement.expression, replacement.after,
+                                          QTextCursor(&document.text));
+    // A line feed on the title page has made one more paragraph of it.
+    if (document.titlePageBlocks > 0)
+        document.titlePageBlocks = script.blockNumber();
+    return count;
+}
+
+}
+
+int runReplace(const QStringList &arguments)
+{
+    CommandLine commandLine("replace",
+                            "Replaces text in a document. What is found lies within a paragraph "
+                            "and gives its format\nto what takes its place.",
+                            examples);
+    Rewriting rewriting(commandLine);
+    commandLine.addOption("find", "The text to replace.", QStringLiteral("TEXT"));
+    commandLine.addOption("with", "What takes its place; may be empty.", QStringLiteral("TEXT"));
+    commandLine.addFlag("regexp", "TEXT to find is a regular expression.");
+    commandLine.addFlag("match-case", "Tell capitals from small letters.");
+    if (const std::optional<int> exitCode = commandLine.parse(arguments))
+        return *exitCode;
+
+    QString error;
+    Replacement replacement;
+    if (!rewriting.readArguments(true, &error) || !readOptions(commandLine, &replacement, &error))
+        return commandLine.usageError(error);
+    if (!rewriting.isSafe())
+        return Failure;
+    int count = 0;
+    {
+        Progress progress;
+        Document document;
+        if (!rewriting.load(document, progress))
+            return Failure;
+        progress.setStep(QStringLiteral("Replacing"));
+        count = replaceIn(document, replacement);
+        if (!rewriting.save(document, progress))
+            return Failure;
+    }
+    printMessage(rewriting.outputName(),
+                 counted(count, "place", "places") + QLatin1String(" replaced"));
+    return Success;
+}

@@ -1,0 +1,172 @@
+#include <tool/pages/Lengths.h>
+
+#include <core/document/FormatEdits_p.h>
+
+#include <QHash>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextTable>
+#include <QVector>
+
+namespace {
+
+struct Span
+{
+    int start;
+    int end;
+    QTextCharFormat format;
+};
+
+QTextBlockFormat scaled(QTextBlockFormat format, double factor)
+{
+    for (const int length :
+         {QTextFormat::BlockLeftMargin, QTextFormat::BlockRightMargin, QTextFormat::BlockTopMargin,
+          QTextFormat::BlockBottomMargin, QTextFormat::TextIndent}) {
+        if (format.hasProperty(length))
+            format.setProperty(length, format.doubleProperty(length) * factor);
+    }
+    QList<QTextOption::Tab> tabs = format.tabPositions();
+    if (!tabs.isEmpty()) {
+        for (QTextOption::Tab &tab : tabs)
+            tab.position *= factor;
+        format.setTabPositions(tabs);
+    }
+    const int heightType = format.lineHeightType();
+    if (heightType != QTextBlockFormat::SingleHeight
+        && heightType != QTextBlockFormat::ProportionalHeight)
+        format.setLineHeight(format.lineHeight() * factor, heightType);
+    return format;
+}
+
+void scaleProperties(QTextFormat &format, std::initializer_list<int> properties, double factor)
+{
+    for (const int property : properties) {
+        const QVariant value = format.property(property);
+        if (value.userType() == QMetaType::Double)
+            format.setProperty(property, value.toDouble() * factor);
+    }
+}
+
+QTextLength scaled(const QTextLength &length, double factor)
+{
+    return length.type() == QTextLength::FixedLength
+        ? QTextLength(QTextLength::FixedLength, length.rawValue() * factor)
+        : length;
+}
+
+void scaleFrame(QTextFrameFormat &format, double factor)
+{
+    scaleProperties(format,
+                    {QTextFormat::FrameBorder, QTextFormat::FrameMargin, QTextFormat::FramePadding,
+                     QTextFormat::FrameTopMargin, QTextFormat::FrameBottomMargin,
+                     QTextFormat::FrameLeftMargin, QTextFormat::FrameRightMargin,
+                     QTextFormat::TableCellSpacing, QTextFormat::TableCellPadding},
+                    factor);
+    format.setWidth(scaled(format.width(), factor));
+    format.setHeight(scaled(format.height(), factor));
+}
+
+void scaleCells(QTextTable &table, double factor)
+{
+    for (int row = 0; row < table.rows(); ++row) {
+        for (int column = 0; column < table.columns(); ++column) {
+            QTextTableCell cell = table.cellAt(row, column);
+            const QTextCharFormat before = cell.format();
+            QTextCharFormat format = before;
+            scaleProperties(format,
+                            {QTextFormat::TableCellTopPadding, QTextFormat::TableCellBottomPadding,
+                             QTextFormat::TableCellLeftPadding, QTextFormat::TableCellRightPadding,
+                             QTextFormat::TableCellTopBorder, QTextFormat::TableCellBottomBorder,
+                             QTextFormat::TableCellLeftBorder, QTextFormat::TableCellRightBorder},
+                            factor);
+            const bool isOwn = cell.row() == row && cell.column() == column;
+            if (isOwn && format != before)
+                cell.setFormat(format);
+        }
+    }
+}
+
+void scaleFrames(QTextDocument &document, double factor)
+{
+    QVector<QTextFrame *> open = document.rootFrame()->childFrames().toVector();
+    while (!open.isEmpty()) {
+        QTextFrame *frame = open.takeLast();
+        open += frame->childFrames().toVector();
+        auto *table = qobject_cast<QTextTable *>(frame);
+        if (!table) {
+            QTextFrameFormat format = frame->frameFormat();
+            scaleFrame(format, factor);
+            frame->setFrameFormat(format);
+            continue;
+        }
+        QTextTableFormat format = table->format();
+        scaleFrame(format, factor);
+        QVector<QTextLength> columns = format.columnWidthConstraints();
+        for (QTextLength &column : columns)
+            column = scaled(column, factor);
+        format.setColumnWidthConstraints(columns);
+        table->setFormat(format);
+        scaleCells(*table, factor);
+    }
+}
+
+void scalePictures(QTextDocument &document, double factor)
+{
+    changeAllFormats(&document, [factor](QTextCharFormat &format) {
+        if (!format.isImageFormat())
+            return;
+        for (const int side : {QTextFormat::ImageWidth, QTextFormat::ImageHeight}) {
+            if (format.doubleProperty(side) > 0.0)
+                format.setProperty(side, format.doubleProperty(side) * factor);
+        }
+    });
+}
+
+}
+
+void scaleLengths(QTextDocument &document, double factor)
+{
+    QHash<int, QTextBlockFormat> known;
+    QTextCursor cursor(&document);
+    cursor.beginEditBlock();
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        auto format = known.find(block.blockFormatIndex());
+        if (format == known.end())
+            format = known.insert(block.blockFormatIndex(), scaled(block.blockFormat(), factor));
+        if (*format == block.blockFormat())
+            continue;
+        cursor.setPosition(block.position());
+        cursor.setBlockFormat(*format);
+    }
+    scaleFrames(document, factor);
+    scalePictures(document, factor);
+    cursor.endEditBlock();
+    document.setIndentWidth(document.indentWidth() * factor);
+}
+
+void pixelFontsToPoints(QTextDocument &document)
+{
+    QVector<Span> spans;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            const QTextCharFormat format = fragment.charFormat();
+            if (format.hasProperty(QTextFormat::FontPixelSize))
+                spans.append(
+                    {fragment.position(), fragment.position() + fragment.length(), format});
+        }
+    }
+    QTextCursor cursor(&document);
+    cursor.beginEditBlock();
+    for (Span &span : spans) {
+        const double pixels = span.format.doubleProperty(QTextFormat::FontPixelSize);
+        span.format.clearProperty(QTextFormat::FontPixelSize);
+        if (pixels > 0.0)
+            span.format.setFontPointSize(pixels * pointsPerPixel);
+        cursor.setPosition(span.start);
+        cursor.setPosition(span.end, QTextCursor::KeepAnchor);
+        cursor.setCharFormat(span.format);
+    }
+    cursor.endEditBlock();
+}
