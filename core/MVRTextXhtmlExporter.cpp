@@ -82,6 +82,8 @@ private:
     void writeText(const QStringRef &text);
     bool enclosesText() const;
     void writeTag();
+    int titleEnd(int start) const;
+    void writeTitle(const QStringRef &title);
     bool isToolkitsMark() const;
     void writeStartTag(Role role);
     int writeAttributes();
@@ -118,6 +120,7 @@ private:
     std::vector<OpenElement> m_open;
     int m_openLists = 0;
     bool m_isToolkits = false;
+    bool m_hasTitle = false;
 };
 
 QString XhtmlWriter::write()
@@ -141,7 +144,12 @@ int XhtmlWriter::writeMarkup(int start)
         if (isHtmlTagStart(m_html, start)) {
             if (readHtmlTag(m_html, start, &m_tag)) {
                 writeTag();
-                return m_tag.end;
+                end = titleEnd(m_tag.end);
+                if (end < 0)
+                    return m_tag.end;
+                m_hasTitle = true;
+                writeTitle(ref(m_tag.end, end));
+                return end;
             }
             end = m_html.size();
         } else {
@@ -208,6 +216,32 @@ void XhtmlWriter::writeText(const QStringRef &text)
         appendAsXml(&m_xhtml, text, HtmlPlace::Text);
     if (encloses)
         m_xhtml += QLatin1String("</span>");
+}
+
+/*!
+    The end of the title that begins at \a start, behind the tag that was read last; -1 where that
+    is no title.
+
+    The toolkit writes a title as it is, tags and all. What it writes behind it holds quotes that
+    stand in nothing else but a title, so that the last of these ends it.
+*/
+int XhtmlWriter::titleEnd(int start) const
+{
+    if (m_hasTitle || m_tag.isEnd || m_tag.isCut || m_tag.isSelfClosed
+        || name().compare(QLatin1String("title"), Qt::CaseInsensitive) != 0)
+        return -1;
+    const int end = m_isToolkits
+        ? m_html.lastIndexOf(QLatin1String("</title><style type=\"text/css\">"))
+        : -1;
+    return end >= start ? end
+                        : m_html.indexOf(QLatin1String("</title"), start, Qt::CaseInsensitive);
+}
+
+void XhtmlWriter::writeTitle(const QStringRef &title)
+{
+    QString text;
+    appendAsXml(&text, title, HtmlPlace::LooseValue);
+    m_xhtml += text.replace(QLatin1Char('>'), QLatin1String("&gt;"));
 }
 
 void XhtmlWriter::writeTag()

@@ -17,6 +17,9 @@ public:
         of styles stay as they are. A blank that is all the text of a span comes as a CDATA
         section, because QDomDocument drops it otherwise.
 
+        A title is text, whatever tags stand in it; the toolkit writes it as it is. Entities in it
+        stay entities.
+
         In HTML that the toolkit wrote (meta name "qrichtext"), text that stands directly in a
         paragraph, a heading, a table cell or an anchor is enclosed in a span; text directly in a
         list item stays bare. What the toolkit gets wrong itself is set right there: list items

@@ -193,6 +193,8 @@ void TestBbCode::writesXhtml_data()
         "<li style=\" a:b;d:&quot;e&quot;\" class='c'>");
     row("passages", "<!--<br>&eacute;--><![CDATA[<br>]]><?x <br>?>",
         "<!--<br>&eacute;--><![CDATA[<br>]]><?x <br>?>");
+    row("title", "<TITLE a='1'>a & <b></TITLE><title/><p/>",
+        "<TITLE a='1'>a &amp; &lt;b&gt;</TITLE><title/><p/>");
     row("broken markup stays", "<p>a<b></p></i><p class=x", "<p>a<b></p></i><p class=x");
     row("text of others stays bare", "<body><p>a</p></body>", "<body><p>a</p></body>");
 
@@ -216,6 +218,11 @@ void TestBbCode::writesXhtml_data()
              "<ul><li>a\n<ol><li>1</li><li>b</li></ol></li><li>2</li></ul>");
     toolkits("list leaves a cell", "<td><ul><li>a</li></td><li>b</li></ul><p></p>",
              "<td><ul><li>a</li></ul></td><ul><li>b</li></ul><p></p>");
+    toolkits("title of a hostile document",
+             "<title>Tom & </title><script>x</script><body>&lt;&amp;"
+             "</title><style type=\"text/css\"></style><p></p>",
+             "<title>Tom &amp; &lt;/title&gt;&lt;script&gt;x&lt;/script&gt;&lt;body&gt;&lt;&amp;"
+             "</title><style type=\"text/css\"></style><p></p>");
     toolkits("number prefix", "<ol style=\"-qt-list-number-prefix: '&<';\"></ol>",
              "<ol style=\"-qt-list-number-prefix: '&amp;&lt;';\"></ol>");
 }

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void leavesLinksAlone();
     void removesInsideTables();
     void readsContent();
+    void writesNoForeignMarkupAsHtml();
     void trimsContent_data();
     void trimsContent();
     void recognizesAnchors();
@@ -458,6 +459,25 @@ void TestInspectorNotes::readsContent()
     QVERIFY(MVRTextDoc::commentText(format, true).contains(QLatin1String("<html")));
     QVERIFY(MVRTextDoc::commentText(formatAt(&document, 4), false).isNull());
     QVERIFY(MVRTextDoc::commentText(QTextCharFormat(), true).isNull());
+}
+
+void TestInspectorNotes::writesNoForeignMarkupAsHtml()
+{
+    QTextDocument document;
+    document.setPlainText(QStringLiteral("one"));
+    // Title, font and link of a note come with it from outside.
+    MVRTextDoc::setCommentCData(
+        select(&document, 0, 3),
+        "{\\rtf1{\\fonttbl{\\f0 a\"b';}}{\\info{\\title </title><script>&}}\\f0 x"
+        "{\\field{\\*\\fldinst HYPERLINK \"java\\tab script:y\"}{\\fldrslt z}}"
+        "{\\field{\\*\\fldinst HYPERLINK \"http://w/?a&b\"}{\\fldrslt v}}}",
+        false);
+    const QString html = MVRTextDoc::commentText(formatAt(&document, 0), true);
+    QVERIFY2(html.contains(QLatin1String("<title>&lt;/title&gt;&lt;script&gt;&amp;</title>")),
+             qPrintable(html));
+    QVERIFY2(!html.contains(QLatin1String("script:y")), qPrintable(html));
+    QVERIFY2(html.contains(QLatin1String("href=\"http://w/?a&amp;b\"")), qPrintable(html));
+    QVERIFY2(!html.contains(QLatin1String("a&quot;")), qPrintable(html));
 }
 
 void TestInspectorNotes::trimsContent_data()

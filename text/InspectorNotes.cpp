@@ -9,6 +9,7 @@
 #include <core/STextDoc.h>
 #include <core/document/FormatEdits_p.h>
 #include <core/document/NoteFormat_p.h>
+#include <core/document/SafeHtml_p.h>
 
 #include <QTextDocument>
 #include <QUrl>
@@ -223,7 +224,10 @@ QString MVRTextDoc::commentText(QTextCharFormat format, bool asHtml)
     QTextDocument document;
     if (content.isEmpty() || !MVRTextRtf::fromRtfCData(content, &document))
         return QString();
-    return asHtml ? document.toHtml() : document.toPlainText();
+    if (!asHtml)
+        return document.toPlainText();
+    makeSafeForHtml(&document);
+    return document.toHtml();
 }
 
 void MVRTextDoc::setComment(QTextCursor cursor, const MVRTextCommentLink &link)
