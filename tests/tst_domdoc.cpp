@@ -76,6 +76,8 @@ void TestDomDoc::keepsText_data()
     QTest::newRow("a few entities")
         << QByteArray("<!DOCTYPE a [<!ENTITY e \"and so on\">]><a>&e;&e;</a>")
         << "and so onand so on";
+    QTest::newRow("declared in no document type")
+        << QByteArray("<a><![CDATA[<!DOCTYPE a [<!ATTLIST]]></a>") << "<!DOCTYPE a [<!ATTLIST";
     QTest::newRow("comment of many equals signs") << "<a><!--" + QByteArray(5000, '=') + "-->x</a>"
                                                   << "x";
     QTest::newRow("bytes that are no UTF-8") << QByteArray("<a b=\"\x01\xFF\">x</a>") << "x";
@@ -119,6 +121,24 @@ void TestDomDoc::refusesHostileText_data()
     QTest::newRow("one large entity")
         << "<!DOCTYPE a [<!ENTITY e \"" + QByteArray(100000, 'x') + "\">]><a>&e;</a>"
         << "grow";
+
+    const QByteArray attributes = "<!ATTLIST a b CDATA 'x'>";
+    const char *declared = "declares attributes";
+    const auto typed = [](const QByteArray &declarations) {
+        return "<?xml version=\"1.0\"?><!-- < --><!DOCTYPE a [" + declarations + "]><a/>";
+    };
+    QTest::newRow("attributes of the document type") << typed(attributes) << declared;
+    QTest::newRow("attributes behind what looks like the end")
+        << typed("<!ENTITY e ']><a>'><!-- \"]><a> --><?p ']>?>" + attributes) << declared;
+    QTest::newRow("declarations in an entity")
+        << typed("<!ENTITY \n% e \"&#60;!ATTLIST a b CDATA 'x'>\">%e;") << declared;
+    const QString wide = QChar(QChar::ByteOrderMark) + QString::fromLatin1(typed(attributes));
+    QTest::newRow("attributes in UTF-16")
+        << QByteArray(reinterpret_cast<const char *>(wide.utf16()), wide.size() * 2) << declared;
+    QTest::newRow("attributes in an encoding without angle brackets") // known to few
+        << QByteArray("<?xml version=\"1.0\" encoding = 'UTF-7'?><!DOCTYPE a ["
+                      "+ADw-!ATTLIST a b CDATA 'x'>]><a/>")
+        << "";
 
     QByteArray flood = "<a";
     for (int i = 0; i < 100000; ++i)

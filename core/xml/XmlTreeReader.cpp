@@ -237,10 +237,92 @@ bool hasAttributeFlood(const QByteArray &text)
     return false;
 }
 
-XmlTree attributeFlood()
+/*! The position behind \a end, or the end of the text where it does not come. */
+int skipPast(const QByteArray &text, int from, const char *end)
 {
-    return {QDomDocument(), QString(),
-            QObject::tr("An element has more than %1 attributes.").arg(maxAttributes)};
+    const int found = text.indexOf(end, from);
+    return found < 0 ? text.size() : found + int(qstrlen(end));
+}
+
+bool standsAt(const QByteArray &text, int position, const char *word)
+{
+    return qstrncmp(text.constData() + position, word, qstrlen(word)) == 0;
+}
+
+/*! Where the document type begins, behind comments and instructions; -1 for none. */
+int documentTypeStart(const QByteArray &text)
+{
+    int position = text.indexOf('<');
+    while (position >= 0) {
+        if (standsAt(text, position, "<!DOCTYPE"))
+            return position;
+        const bool isComment = standsAt(text, position, "<!--");
+        if (!isComment && !standsAt(text, position, "<?"))
+            return -1;
+        position = text.indexOf('<', skipPast(text, position, isComment ? "-->" : "?>"));
+    }
+    return -1;
+}
+
+bool isParameterEntity(const QByteArray &text, int position)
+{
+    const char *character = text.constData() + position + qstrlen("<!ENTITY");
+    while (std::isspace(uchar(*character)))
+        ++character;
+    return *character == '%';
+}
+
+/*!
+    Whether the document type could give attributes to elements, which would then multiply with
+    them, or could hold more declarations than stand there: through entities of its own.
+*/
+bool declaresAttributes(const QByteArray &text)
+{
+    const int start = documentTypeStart(text);
+    int brackets = 0;
+    for (int position = start < 0 ? text.size() : start + 1; position < text.size();) {
+        const char character = text.at(position);
+        if (standsAt(text, position, "<!--")) {
+            position = skipPast(text, position, "-->");
+        } else if (standsAt(text, position, "<?")) {
+            position = skipPast(text, position, "?>");
+        } else if (standsAt(text, position, "<!ATTLIST")
+                   || (standsAt(text, position, "<!ENTITY") && isParameterEntity(text, position))) {
+            return true;
+        } else if (character == '"' || character == '\'') {
+            position = skipPast(text, position + 1, character == '"' ? "\"" : "'");
+        } else if (character == '>' && brackets == 0) {
+            return false;
+        } else {
+            brackets += character == '[' ? 1 : character == ']' ? -1 : 0;
+            ++position;
+        }
+    }
+    return false;
+}
+
+/*! What in a text would cost the parser more than its length; null when there is nothing. */
+QString findExcess(const QByteArray &text)
+{
+    if (declaresAttributes(text))
+        return QObject::tr("The document type declares attributes.");
+    if (hasAttributeFlood(text))
+        return QObject::tr("An element has more than %1 attributes.").arg(maxAttributes);
+    return QString();
+}
+
+/*! Whether markup is in ASCII, so that it can be found without knowing the encoding. */
+bool hasAsciiMarkup(const QByteArray &content)
+{
+    const QByteArray declaration = content.left(content.left(512).indexOf("?>") + 1);
+    const int found = declaration.indexOf("encoding");
+    if (!declaration.startsWith("<?xml") || found < 0)
+        return true;
+    const QByteArray name = declaration.mid(found + 8).trimmed().mid(1).trimmed().mid(1).toLower();
+    static constexpr const char *families[]
+        = {"utf-8", "us-ascii", "iso-8859-", "windows-125", "macintosh"};
+    return std::any_of(std::begin(families), std::end(families),
+                       [&name](const char *family) { return name.startsWith(family); });
 }
 
 bool isUtf16(const QByteArray &bytes)
@@ -262,8 +344,9 @@ QByteArray withoutLeadingSpace(const QByteArray &bytes)
 XmlTree readXmlTree(const QString &text, int maxDepth)
 {
     const QString content = text.trimmed();
-    if (hasAttributeFlood(content.toUtf8()))
-        return attributeFlood();
+    const QString excess = findExcess(content.toUtf8());
+    if (!excess.isNull())
+        return {QDomDocument(), QString(), excess};
     QXmlStreamReader xml(content);
     return TreeBuilder(xml, maxDepth, content.size(), content.count(QLatin1Char('&'))).build();
 }
@@ -274,8 +357,19 @@ XmlTree readXmlTree(const QByteArray &bytes, int maxDepth)
     if (isUtf16(bytes))
         return readXmlTree(QTextCodec::codecForUtfText(bytes, utf8)->toUnicode(bytes), maxDepth);
     QByteArray content = withoutLeadingSpace(bytes);
-    if (hasAttributeFlood(content))
-        return attributeFlood();
+    if (!hasAsciiMarkup(content)) {
+        QBuffer start(&content);
+        start.open(QIODevice::ReadOnly);
+        QXmlStreamReader declaration(&start);
+        declaration.readNext();
+        const QTextCodec *codec
+            = QTextCodec::codecForName(declaration.documentEncoding().toString().toLatin1());
+        if (codec) // without one the parser reports it
+            return readXmlTree(codec->toUnicode(content), maxDepth);
+    }
+    const QString excess = findExcess(content);
+    if (!excess.isNull())
+        return {QDomDocument(), QString(), excess};
     // From a device the parser takes a little at a time; an array it would copy whole, twice.
     QBuffer buffer(&content);
     buffer.open(QIODevice::ReadOnly);
