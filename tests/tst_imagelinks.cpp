@@ -1,5 +1,6 @@
 #include <core/MVRGuiUtil.h>
 #include <core/MVRTextFormat.h>
+#include <text/MVRPicturePolicy.h>
 #include <text/MVRTextDoc.h>
 
 #include <QDir>
@@ -19,6 +20,8 @@ private Q_SLOTS:
     void initTestCase();
     void loadsFiles_data();
     void loadsFiles();
+    void opensWhatThePolicyAllows_data();
+    void opensWhatThePolicyAllows();
     void takesSizes();
     void boundsPlaceholders();
     void sharesEqualPictures();
@@ -76,6 +79,10 @@ void TestImageLinks::initTestCase()
     QFile sparse(QStringLiteral("sparse.png"));
     QVERIFY(sparse.open(QIODevice::WriteOnly) && sparse.resize(qint64(4) << 30));
     QCOMPARE(mkfifo("pipe.png", 0600), 0);
+    QVERIFY(QDir().mkdir(QStringLiteral("images2"))
+            && QFile::copy(QStringLiteral("jpeg.png"), QStringLiteral("images2/a.png")));
+    QVERIFY(QFile::link(QStringLiteral("../jpeg.png"), QStringLiteral("images/link.png")));
+    QVERIFY(QFile::copy(QStringLiteral("jpeg.png"), QStringLiteral("\\\\server\\a.png")));
 }
 
 void TestImageLinks::loadsFiles_data()
@@ -129,6 +136,44 @@ void TestImageLinks::loadsFiles()
     QCOMPARE(format.property(MVRTextFormat::ImageLinkProperty), QVariant(link));
     QTEST(format.stringProperty(MVRTextFormat::ImageLinkBaseNameProperty), "baseName");
     QTEST(resourceOf(&document, format).size(), "size");
+}
+
+void TestImageLinks::opensWhatThePolicyAllows_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("isAnywhere");
+    QTest::addColumn<bool>("isBelow");
+
+    const QString root = m_dir.path();
+    const auto row = [](const char *name, const QString &path, bool isAnywhere, bool isBelow) {
+        QTest::newRow(name) << path << isAnywhere << isBelow;
+    };
+    row("in the folder", root + QStringLiteral("/images/a.b.png"), true, true);
+    row("relative", QStringLiteral("images/a.b.png"), true, true);
+    row("relative with a slash", QStringLiteral("/images/a.b.png"), true, true);
+    row("beside it", root + QStringLiteral("/jpeg.png"), true, false);
+    row("out of it", QStringLiteral("images/../jpeg.png"), true, false);
+    row("by a link out of it", QStringLiteral("images/link.png"), true, false);
+    row("in a folder that begins like it", QStringLiteral("images2/a.png"), true, false);
+    row("share", QStringLiteral("\\\\server\\a.png"), false, false);
+}
+
+void TestImageLinks::opensWhatThePolicyAllows()
+{
+    QFETCH(const QString, path);
+    const QString images = QDir(QStringLiteral("images")).absolutePath();
+    const auto isOpened = [&path](const MVRPicturePolicy &policy) {
+        QTextDocument document;
+        document.setPlainText(code(path, QStringLiteral("3"), QStringLiteral("2")));
+        MVRTextDoc::fromInlineMarkup(&document, policy);
+        const QTextImageFormat format = imageAt(&document, 0);
+        return resourceOf(&document, format).size() == QSize(30, 20);
+    };
+    QTEST(isOpened(MVRPicturePolicy::anywhere()), "isAnywhere");
+    QTEST(isOpened(MVRPicturePolicy::below(images)), "isBelow");
+    QVERIFY(!isOpened(MVRPicturePolicy::nowhere()));
+    QVERIFY(!isOpened(MVRPicturePolicy::below(QString())));
+    QVERIFY(!isOpened(MVRPicturePolicy::below(QStringLiteral("missing"))));
 }
 
 void TestImageLinks::takesSizes()

@@ -2,6 +2,7 @@
 
 #include <core/MVRTextRtf.h>
 #include <core/STextDoc.h>
+#include <text/MVRPicturePolicy.h>
 
 #include <QTextDocument>
 
@@ -19,8 +20,14 @@ void MVRTextDoc::setMovarinMarkupRtfMimeData(QMimeData *data, const QTextDocumen
 
 bool MVRTextDoc::fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocument *document)
 {
+    return fromMovarinMarkupRtfMimeData(data, document, MVRPicturePolicy::anywhere());
+}
+
+bool MVRTextDoc::fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocument *document,
+                                              const MVRPicturePolicy &policy)
+{
     if (!data || !document || !MVRTextRtf::fromMovarinMarkupRtfMimeData(data, document))
         return false;
-    fromInlineMarkup(document);
+    fromInlineMarkup(document, policy);
     return true;
 }

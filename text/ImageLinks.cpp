@@ -94,6 +94,11 @@ void insertPicture(QTextCursor &cursor, const ImageLink &link, LinkedPictures &p
 
 void MVRTextDoc::fromInlineMarkupImageLinks(QTextDocument *document)
 {
+    fromInlineMarkupImageLinks(document, MVRPicturePolicy::anywhere());
+}
+
+void MVRTextDoc::fromInlineMarkupImageLinks(QTextDocument *document, const MVRPicturePolicy &policy)
+{
     if (!document)
         return;
     QVector<ImageLink> links;
@@ -102,7 +107,7 @@ void MVRTextDoc::fromInlineMarkupImageLinks(QTextDocument *document)
     if (links.isEmpty())
         return;
     const UnrecordedEditBlock unrecorded(document);
-    LinkedPictures pictures(document);
+    LinkedPictures pictures(document, policy);
     QTextCursor cursor(document);
     // From the last to the first, so that a picture moves no code still to be read.
     for (auto link = links.crbegin(); link != links.crend(); ++link)

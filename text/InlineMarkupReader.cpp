@@ -1,4 +1,5 @@
 #include <text/InlineMarkup_p.h>
+#include <text/MVRPicturePolicy.h>
 #include <text/MVRTextDoc.h>
 
 #include <core/MVRTextFormat.h>
@@ -138,12 +139,17 @@ void InlineMarkup::readNoteCodes(QTextDocument *document)
 
 void MVRTextDoc::fromInlineMarkup(QTextDocument *document)
 {
+    fromInlineMarkup(document, MVRPicturePolicy::anywhere());
+}
+
+void MVRTextDoc::fromInlineMarkup(QTextDocument *document, const MVRPicturePolicy &policy)
+{
     if (!document)
         return;
     const EditBlock editBlock(document);
     document->setUndoRedoEnabled(false);
     removeKeepWithNextMarkers(document);
-    fromInlineMarkupImageLinks(document);
+    fromInlineMarkupImageLinks(document, policy);
     InlineMarkup::readNoteCodes(document);
     document->setUndoRedoEnabled(true);
 }

@@ -67,6 +67,15 @@ QImage decoded(QByteArray &bytes)
     return image.depth() > 32 ? image.convertToFormat(QImage::Format_ARGB32) : image;
 }
 
+// Files of devices, processes and the kernel, some of which claim to have a size.
+bool isOfSystem(const QString &path)
+{
+    static constexpr const char *folders[] = {"/dev/", "/proc/", "/sys/"};
+    return std::any_of(std::begin(folders), std::end(folders), [&path](const char *folder) {
+        return path.startsWith(QLatin1String(folder));
+    });
+}
+
 QImage questionMark(const QSize &size)
 {
     QImage image(size, QImage::Format_RGB32);
@@ -79,13 +88,18 @@ QImage questionMark(const QSize &size)
 
 } // namespace
 
+bool LinkedPictures::exists(const QString &path) const
+{
+    return m_policy.allows(path) && QFileInfo::exists(path);
+}
+
 LinkedPictures::File LinkedPictures::find(const QString &path)
 {
     const auto known = m_files.constFind(path);
     if (known != m_files.constEnd())
         return *known;
-    File file {path, QFileInfo::exists(path)};
-    if (!file.exists && path.startsWith(QLatin1Char('/')) && QFileInfo::exists(path.mid(1)))
+    File file {path, exists(path)};
+    if (!file.exists && path.startsWith(QLatin1Char('/')) && exists(path.mid(1)))
         file = {path.mid(1), true};
     m_files.insert(path, file);
     return file;
@@ -105,7 +119,8 @@ QString LinkedPictures::addFile(const QString &path, const QSize &shown)
     if (known != m_pictures.constEnd())
         return *known;
     // Pipes and devices would wait or never end; files of the system itself claim to be empty.
-    const bool isReadable = info.isFile() && info.size() > 0 && info.size() <= longestFile;
+    const bool isReadable
+        = !isOfSystem(key) && info.isFile() && info.size() > 0 && info.size() <= longestFile;
     const QString name = addResource(isReadable ? load(path, shown) : QImage());
     m_pictures.insert(key, name);
     return name;

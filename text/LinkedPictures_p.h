@@ -1,5 +1,7 @@
 #pragma once
 
+#include <text/MVRPicturePolicy.h>
+
 #include <QHash>
 #include <QImage>
 #include <QPair>
@@ -24,11 +26,13 @@ public:
         bool exists = false;
     };
 
-    explicit LinkedPictures(QTextDocument *document)
+    LinkedPictures(QTextDocument *document, const MVRPicturePolicy &policy)
         : m_document(document)
+        , m_policy(policy)
     {
     }
 
+    /*! The file, which does not exist for one that may not open it. */
     File find(const QString &path);
 
     /*!
@@ -41,12 +45,14 @@ public:
     QString add(const File &file, const QSize &shown);
 
 private:
+    bool exists(const QString &path) const;
     QImage load(const QString &path, const QSize &shown);
     QString addFile(const QString &path, const QSize &shown);
     QString addPlaceholder(const QSize &shown);
     QString addResource(const QImage &image);
 
     QTextDocument *m_document;
+    MVRPicturePolicy m_policy;
     qint64 m_pixelsLeft = qint64(256) << 20; // for the pictures of files together, 1 GiB
     qint64 m_placeholderPixelsLeft = qint64(16) << 20;
     QHash<QString, File> m_files; // by the path in the text

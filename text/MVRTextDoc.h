@@ -11,6 +11,7 @@
 #include <QTextCursor>
 
 class MVRFormat;
+class MVRPicturePolicy;
 class QAbstractTextDocumentLayout;
 class QColor;
 class QMimeData;
@@ -351,8 +352,12 @@ public:
         text. Images are those of fromInlineMarkupImageLinks().
 
         No undo step: the undo history is cleared, and recording is on afterwards.
+
+        \warning Opens the files that the text names, anywhere on this machine. A host that reads
+        documents of others gives a \a policy.
     */
     static void fromInlineMarkup(QTextDocument *document);
+    static void fromInlineMarkup(QTextDocument *document, const MVRPicturePolicy &policy);
 
     /*!
         Turns image codes into images that are loaded from their files and shown at the size that
@@ -367,8 +372,12 @@ public:
         to a quarter of their sides. Equal images share one resource of the document.
 
         Every image is an undo step of its own; as to a layout, see toInlineMarkup().
+
+        \warning Opens the files that the text names, anywhere on this machine. A host that reads
+        documents of others gives a \a policy; a file that it does not allow is as if missing.
     */
     static void fromInlineMarkupImageLinks(QTextDocument *document);
+    static void fromInlineMarkupImageLinks(QTextDocument *document, const MVRPicturePolicy &policy);
 
     /*!
         Takes the inline footnotes out of the text, for exports that list them elsewhere, and leaves
@@ -479,9 +488,13 @@ public:
     /*!
         Replaces a document's content by the RTF in \a data and turns its markup back.
 
+        \warning Opens the files that the clipboard's text names, anywhere on this machine; nobody
+        sees them before. With the \a policy MVRPicturePolicy::nowhere() it opens none.
         \return false, the document being as it was, when there is no RTF or either is null
     */
     static bool fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocument *document);
+    static bool fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocument *document,
+                                             const MVRPicturePolicy &policy);
 
     //@}
     /*! \name Document settings */
