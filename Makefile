@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The front door. Everything a fresh machine needs is installed by scripts/install-deps.
 .DEFAULT_GOAL := help
 .PHONY: help deps build demo test nightly asan format format-check tidy bench interop fuzz install clean

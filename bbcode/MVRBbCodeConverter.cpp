@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <bbcode/MVRBbCodeConverter.h>
 
 #include <bbcode/XhtmlLimits_p.h>

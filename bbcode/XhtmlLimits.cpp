@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <bbcode/XhtmlLimits_p.h>
 
 #include <core/html/HtmlTokens_p.h>

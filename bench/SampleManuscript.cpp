@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SampleManuscript.h"
 
 #include <QStringList>

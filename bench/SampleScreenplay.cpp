@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "SampleScreenplay.h"
 
 #include <random>

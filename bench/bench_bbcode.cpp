@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HTML to BBCode, beside what the toolkit alone needs to parse the same text. Compare lines of one
 // run only.
 

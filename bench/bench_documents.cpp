@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What counting, appending, replacing, cloning and the clipboard cost, beside the toolkit's own
 // work on the same document.
 //

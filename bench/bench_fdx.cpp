@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading and writing Final Draft files, each beside the floor it is measured against: what the
 // toolkit alone needs for the same tree and the same runs. Compare lines of one run only.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What inline markup costs, beside the same edits made by hand.
 //
 // Arguments of every benchmark: codes of each kind, pieces per paragraph (0: one paragraph). A

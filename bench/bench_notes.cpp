@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the operations on notes cost, beside a plain walk over the same document.
 //
 // Arguments of every benchmark: notes (one to twenty words), words per paragraph (0: one

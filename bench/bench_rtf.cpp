@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What RTF costs, and beside it what the toolkit needs for the same document.
 #include "SampleManuscript.h"
 

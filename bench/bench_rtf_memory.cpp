@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The memory that reading RTF takes at its peak, beside inserting the same runs by hand. Each is
 // measured in a process of its own, which knows its peak only once.
 #include "SampleManuscript.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Installation: libraries, public headers, and the package that find_package(MvrText) reads.
 include(CMakePackageConfigHelpers)
 

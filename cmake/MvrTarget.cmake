@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What every target of this project is compiled with: warnings, strict Qt, sanitizers.
 function(mvr_configure_target target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wshadow -Wpedantic)

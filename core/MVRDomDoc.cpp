@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRDomDoc.h>
 
 #include <core/xml/XmlText_p.h>

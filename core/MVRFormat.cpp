@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRFormat.h>
 
 bool MVRFormat::isMmdVariant(Format format)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRScriptElement.h>
 
 #include <core/MVRTextFormat.h>

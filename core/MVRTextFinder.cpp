@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRTextFinder.h>
 
 #include <core/MVRTextFormat.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRTextFormat.h>
 
 #include <core/document/FormatEdits_p.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRTextRange.h>
 
 #include <QTextDocument>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRTextUtil.h>
 
 #include <core/MVRTextRange.h>

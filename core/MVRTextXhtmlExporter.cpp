@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRTextXhtmlExporter.h>
 
 #include <core/html/HtmlReferences_p.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRToolkit.h>
 
 #include <core/MVRTextFormat.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRTextRtf.h>
 
 #include <QMimeData>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <finaldraft/MVRFinalDraft.h>
 
 #include <core/MVRDomDoc.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <finaldraft/MVRFinalDraftReader.h>
 
 #include <finaldraft/NoteAnchor_p.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <finaldraft/MVRFinalDraftWriter.h>
 
 #include <core/MVRDomDoc.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <finaldraft/NoteAnchor_p.h>
 
 #include <QChar>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <finaldraft/RunInserter_p.h>
 
 using MVRFinalDraft::TextAttr;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads any bytes as a Final Draft file; what was read must come through writing and reading again
 // with its text unchanged.
 #include <finaldraft/MVRFinalDraftReader.h>

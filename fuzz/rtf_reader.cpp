@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads any bytes as RTF; what was read must come through writing and reading again unchanged.
 #include <core/MVRTextRtf.h>
 #include <text/MVRTextDoc.h>

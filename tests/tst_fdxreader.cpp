@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRTextFormat.h>
 #include <finaldraft/MVRFinalDraftReader.h>
 #include <text/MVRTextDoc.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Final Draft files that other programs wrote: no text is lost on the way in, and none, nor any
 // format or type, on the way out and in again.
 

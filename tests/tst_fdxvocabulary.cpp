@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRDomDoc.h>
 #include <core/MVRTextFormat.h>
 #include <finaldraft/MVRFinalDraft.h>

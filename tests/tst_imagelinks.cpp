@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRGuiUtil.h>
 #include <core/MVRTextFormat.h>
 #include <text/MVRPicturePolicy.h>

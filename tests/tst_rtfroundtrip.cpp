@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "DocumentGenerator.h"
 
 #include <core/MVRTextFormat.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "interop/Content.h"
 
 #include <core/MVRTextRtf.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRCoreUtil.h>
 #include <core/MVRSettings.h>
 #include <core/MVRTextFormat.h>

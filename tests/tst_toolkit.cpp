@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/MVRTextFormat.h>
 #include <core/MVRToolkit.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <text/InlineMarkup_p.h>
 #include <text/MVRPicturePolicy.h>
 #include <text/MVRTextDoc.h>

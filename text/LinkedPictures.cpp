@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <text/LinkedPictures_p.h>
 
 #include <core/MVRCoreUtil.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <text/MVRPicturePolicy.h>
 
 #include <QDir>

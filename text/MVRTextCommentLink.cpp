@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <text/MVRTextCommentLink.h>
 
 #include <core/MVRTextFormat.h>

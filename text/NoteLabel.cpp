@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <text/NoteLabel_p.h>
 
 #include <core/MVRTextRange.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <text/NoteRuns_p.h>
 
 #include <core/document/FormatEdits_p.h>

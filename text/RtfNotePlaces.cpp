@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <text/RtfNotePlaces_p.h>
 
 #include <core/MVRTextUtil.h>

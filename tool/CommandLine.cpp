@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
 
 #include <tool/Messages.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/Loading.h>
 
 #include <tool/CommandLine.h>

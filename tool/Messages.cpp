@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/Messages.h>
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/Notes.h>
 
 #include <core/MVRTextFormat.h>

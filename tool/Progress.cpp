@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/Progress.h>
 
 #include <chrono>

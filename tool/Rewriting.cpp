@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/Rewriting.h>
 
 #include <tool/CommandLine.h>

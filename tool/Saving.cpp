@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/Saving.h>
 
 #include <tool/Document.h>

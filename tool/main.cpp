@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/Messages.h>
 #include <tool/commands/Commands.h>
 #include <tool/pages/Pages.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/STextDoc.h>
 
 #include <core/document/OfflineDocument_p.h>

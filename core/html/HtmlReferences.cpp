@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/html/HtmlReferences_p.h>
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/xml/XmlText_p.h>
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/xml/XmlTreeWriter_p.h>
 
 #include <core/xml/XmlText_p.h>

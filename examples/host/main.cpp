@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Prints the notes of a Final Draft screenplay, each behind the words that it is attached to.
 #include <finaldraft/MVRFinalDraftReader.h>
 #include <text/MVRTextDoc.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Builds the example program the way MODE says and runs it.
 #   cmake -DMODE=installed|subdirectory -DSOURCE=... -DBUILD=... -DWORK=... -P run.cmake
 

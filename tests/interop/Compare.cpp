@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Content.h"
 
 #include <QSet>

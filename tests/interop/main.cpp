@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compares what programs read from a document:
 //   mvrinterop text FILE           the text, a line for each paragraph
 //   mvrinterop compare FILE FILE   a table of what differs

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
 #include <tool/Document.h>
 #include <tool/Loading.h>

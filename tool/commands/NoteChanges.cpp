@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/commands/NoteChanges.h>
 
 #include <tool/CommandLine.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/formats/FdxLosses.h>
 
 #include <tool/Messages.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/formats/Formats.h>
 
 #include <QFileInfo>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/formats/Pictures.h>
 
 #include <core/document/FormatEdits_p.h>

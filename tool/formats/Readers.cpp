@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/formats/Readers.h>
 
 #include <tool/Document.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/formats/ScreenplayElements.h>
 
 #include <QXmlStreamWriter>

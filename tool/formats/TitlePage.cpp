@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/formats/TitlePage.h>
 
 #include <tool/Document.h>

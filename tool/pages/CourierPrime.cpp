@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/pages/CourierPrime.h>
 
 #include <QByteArray>

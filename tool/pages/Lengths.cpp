@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/pages/Lengths.h>
 
 #include <core/document/FormatEdits_p.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <tool/pages/Pages.h>
 
 #include <tool/Document.h>

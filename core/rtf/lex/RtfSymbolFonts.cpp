@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/lex/RtfSymbolFonts.h>
 
 #include <core/rtf/lex/RtfCodePages.h>

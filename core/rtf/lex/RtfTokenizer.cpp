@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/lex/RtfTokenizer.h>
 
 #include <QtEndian>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/model/RtfFormats.h>
 
 #include <core/MVRTextFormat.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/model/RtfLists.h>
 
 #include <core/rtf/model/RtfExact.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/model/RtfPage.h>
 
 #include <core/rtf/model/RtfProps.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/model/RtfPicture.h>
 
 #include <core/rtf/model/RtfProps.h>

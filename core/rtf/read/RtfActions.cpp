@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/read/RtfActions.h>
 
 #include <core/rtf/read/RtfReader.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/read/RtfBuilder.h>
 
 #include <QTextDocument>

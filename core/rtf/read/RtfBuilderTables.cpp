@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of the builder that makes tables and frames.
 #include <core/rtf/read/RtfBuilder.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/read/RtfFields.h>
 
 #include <core/rtf/lex/RtfCodePages.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/read/RtfHeader.h>
 
 #include <core/rtf/lex/RtfCodePages.h>

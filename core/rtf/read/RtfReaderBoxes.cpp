@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of the reader that reads text boxes, frames and bookmarks.
 #include <core/rtf/read/RtfReader.h>
 

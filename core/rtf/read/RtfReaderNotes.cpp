@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of the reader that reads footnotes and comments.
 #include <core/rtf/read/RtfReader.h>
 #include <core/rtf/write/RtfWriter.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of the reader that turns bytes and \u words into text.
 #include <core/rtf/read/RtfReader.h>
 

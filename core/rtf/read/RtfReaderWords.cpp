@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of the reader that control words call: header, formatting, fields, lists, tables,
 // pictures.
 #include <core/rtf/read/RtfReader.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/read/RtfWords.h>
 
 #include <core/rtf/read/RtfActions.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <core/rtf/write/RtfOutput.h>
 
 #include <QtEndian>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of the writer that makes the header, when the body has been written.
 #include <core/rtf/model/RtfLists.h>
 #include <core/rtf/write/RtfWriter.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of the writer that puts footnotes and comments into the text.
 #include <core/rtf/read/RtfNotes.h>
 #include <core/rtf/read/RtfReader.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of the writer that goes through frames and tables.
 #include <core/rtf/model/RtfExact.h>
 #include <core/rtf/write/RtfWriter.h>
