@@ -34,7 +34,11 @@ public:
         InlineAnnotationProperty = 0x100064, /*!< bool: the run is an inline annotation */
         InlineFootnoteProperty = 0x100065, /*!< bool: the run is an inline footnote */
         InspectorCommentProperty = 0x100066, /*!< bool: the inspector note is a comment */
-        InspectorFootnoteProperty = 0x100067 /*!< bool: the inspector note is a footnote */
+        InspectorFootnoteProperty = 0x100067, /*!< bool: the inspector note is a footnote */
+        CommentAuthorProperty = 0x100068, /*!< string: who wrote an inspector note; absent or empty
+                                               when that is not known */
+        CommentDateProperty = 0x100069 /*!< QDateTime: when an inspector note was written; absent or
+                                            invalid when that is not known */
     };
 
     /*!

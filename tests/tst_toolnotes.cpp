@@ -20,6 +20,8 @@ private Q_SLOTS:
     void saysWhatWouldMove();
     void removesTrimsAndEncloses_data();
     void removesTrimsAndEncloses();
+    void keepsTablesAroundNotes();
+    void saysWhoAndWhen();
     void listsAndRemovesLinks();
 
 private:
@@ -164,6 +166,36 @@ void TestToolNotes::listsAndRemovesLinks()
              QByteArray("See **chapter two**, [web](http://a/b)."));
     QCOMPARE(mvrtext("links in2.rtf --clear -o - --as md", m_folder->path()).output.trimmed(),
              QByteArray("See chapter **two**, web."));
+}
+
+void TestToolNotes::keepsTablesAroundNotes()
+{
+    const QByteArray table
+        = R"({\rtf1 {\trowd\cellx3000\cellx6000\intbl left\cell right \{\\Mvrn_fn=note\\end_Mvrn_fn\}\cell)"
+          R"(\row}\pard \{\\Mvrn_fn=note 2\\end_Mvrn_fn\}after\par})";
+    m_folder->write(QStringLiteral("in.rtf"), table);
+    QCOMPARE(kinds("in.rtf").join(QLatin1Char('|')),
+             QStringLiteral("inline footnote:note|inline footnote:note 2"));
+    QCOMPARE(mvrtext("convert --to txt in.rtf -", m_folder->path()).output.simplified(),
+             QByteArray("left right after"));
+}
+
+void TestToolNotes::saysWhoAndWhen()
+{
+    m_folder->write(QStringLiteral("in.rtf"),
+                    R"({\rtf1 one{\*\atnid A}{\*\atnauthor Ada}\chatn{\*\annotation)"
+                    R"({\*\atntime\yr2001\mo12\dy31\hr8\min5}x} two{\footnote y}})");
+    // Also after another program's file was written anew.
+    mvrtext("convert in.rtf out.rtf", m_folder->path());
+    for (const char *file : {"in.rtf", "out.rtf"}) {
+        const Run run = mvrtext(
+            {QStringLiteral("notes"), QStringLiteral("--json"), QString::fromLatin1(file)},
+            QByteArray(), m_folder->path());
+        const QJsonArray notes = QJsonDocument::fromJson(run.output).array();
+        QCOMPARE(notes[0][QLatin1String("author")].toString(), QStringLiteral("Ada"));
+        QCOMPARE(notes[0][QLatin1String("date")].toString(), QStringLiteral("2001-12-31T08:05:00"));
+        QVERIFY(notes[1][QLatin1String("author")].isNull());
+    }
 }
 
 QTEST_GUILESS_MAIN(TestToolNotes)

@@ -34,6 +34,32 @@ void insertAt(QTextCursor &cursor, int position, int formatPosition, const QStri
 
 } // namespace
 
+QVector<MVRTextRange> MVRTextDoc::inlineNotes(const QTextDocument *document, int propertyId,
+                                              int start, int end)
+{
+    if (!document)
+        return {};
+    const MVRTextRange range(qMax(0, start), end > 0 ? end : document->characterCount());
+    return inlineNotesAround(document, propertyId, range);
+}
+
+int MVRTextDoc::removeInlineNotes(QTextDocument *document, int propertyId, QTextCursor cursor)
+{
+    const MVRTextRange range = operationRange(document, cursor);
+    if (range.start == range.end)
+        return 0;
+    const QVector<MVRTextRange> notes = inlineNotesAround(document, propertyId, range);
+    if (notes.isEmpty())
+        return 0;
+    QTextCursor remover(document);
+    const EditBlock undoStep(remover);
+    for (auto it = notes.crbegin(); it != notes.crend(); ++it) {
+        selectRange(remover, it->start, it->end);
+        remover.removeSelectedText();
+    }
+    return notes.size();
+}
+
 QTextCharFormat MVRTextDoc::setInlineFootnoteAnnotation(QTextCursor cursor, bool footnote, bool on)
 {
     QTextCharFormat format = inlineNoteFormat(footnote, on);

@@ -12,6 +12,7 @@
 #include <core/document/NoteFormat_p.h>
 #include <core/document/SafeHtml_p.h>
 
+#include <QDateTime>
 #include <QTextDocument>
 #include <QUrl>
 
@@ -22,15 +23,17 @@ bool holdsTrue(const QTextCursor &cursor, int property)
     return MVRTextFinder::hasFormatProperty(cursor, property, true, true, true);
 }
 
-QByteArray contentOf(const QTextCharFormat &format)
+/*! Whether any of the text says who wrote its note, or when. */
+bool namesAuthorOrDate(const QTextCursor &cursor)
 {
-    return format.property(MVRTextFormat::CommentCDataProperty).toByteArray();
-}
-
-/*! Equal bytes; the content of one note is usually one array shared by all its fragments. */
-bool isSameContent(const QByteArray &a, const QByteArray &b)
-{
-    return (a.constData() == b.constData() && a.size() == b.size()) || a == b;
+    FragmentWalker walker(cursor.document(), cursor.selectionStart());
+    for (; walker.isValid() && walker.start() < cursor.selectionEnd(); walker.next()) {
+        const QTextCharFormat format = walker.format();
+        if (format.hasProperty(MVRTextFormat::CommentAuthorProperty)
+            || format.hasProperty(MVRTextFormat::CommentDateProperty))
+            return true;
+    }
+    return false;
 }
 
 QTextCharFormat noteFormat(const MVRTextCommentLink &link)
@@ -70,7 +73,7 @@ QTextCharFormat noteIdentity(const QTextCharFormat &format)
     if (format.boolProperty(kind))
         identity.setProperty(kind, true);
     if (format.hasProperty(MVRTextFormat::CommentCDataProperty))
-        identity.setProperty(MVRTextFormat::CommentCDataProperty, contentOf(format));
+        identity.setProperty(MVRTextFormat::CommentCDataProperty, noteContent(format));
     return identity;
 }
 
@@ -141,7 +144,7 @@ void setContents(QTextDocument *document, const QVector<NewContent> &contents)
         // The range of a note may hold text between its paragraphs that is not part of it.
         if (note != contents.cend() && note->range.start <= position
             && format.boolProperty(MVRTextFormat::CommentLinkProperty)
-            && isSameContent(contentOf(format), note->oldContent))
+            && isSameContent(noteContent(format), note->oldContent))
             format.setProperty(MVRTextFormat::CommentCDataProperty, note->content);
     });
 }
@@ -221,7 +224,7 @@ bool MVRTextDoc::isCommentFootnoteAnchor(const QUrl &url)
 
 QString MVRTextDoc::commentText(QTextCharFormat format, bool asHtml)
 {
-    const QByteArray content = contentOf(format);
+    const QByteArray content = noteContent(format);
     QTextDocument document;
     if (content.isEmpty() || !MVRTextRtf::fromRtfCData(content, &document))
         return QString();
@@ -232,6 +235,12 @@ QString MVRTextDoc::commentText(QTextCharFormat format, bool asHtml)
 }
 
 void MVRTextDoc::setComment(QTextCursor cursor, const MVRTextCommentLink &link)
+{
+    setComment(cursor, link, QString(), QDateTime());
+}
+
+void MVRTextDoc::setComment(QTextCursor cursor, const MVRTextCommentLink &link,
+                            const QString &author, const QDateTime &date)
 {
     // Without a selection there is nothing to attach to, and a note around the position must not
     // be cut either.
@@ -249,7 +258,15 @@ void MVRTextDoc::setComment(QTextCursor cursor, const MVRTextCommentLink &link)
             STextDoc::clearCommentPropertiesCursor(&rest);
         }
     }
-    cursor.mergeCharFormat(noteFormat(link));
+    QTextCharFormat newFormat = noteFormat(link);
+    // Merging takes nothing away: what another note said there is overwritten, by nothing if need
+    // be.
+    const bool replaces = namesAuthorOrDate(cursor);
+    if (replaces || !author.isEmpty())
+        newFormat.setProperty(MVRTextFormat::CommentAuthorProperty, author);
+    if (replaces || date.isValid())
+        newFormat.setProperty(MVRTextFormat::CommentDateProperty, date);
+    cursor.mergeCharFormat(newFormat);
 }
 
 void MVRTextDoc::setComment(QTextDocument *document, const MVRTextRange &range,

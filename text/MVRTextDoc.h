@@ -3,6 +3,7 @@
 
 #include <core/MVRTextRange.h>
 #include <text/MVRTextCommentLink.h>
+#include <text/MVRTextNote.h>
 #include <text/MvrTextExport.h>
 
 #include <QList>
@@ -10,11 +11,13 @@
 #include <QStringList>
 #include <QTextCharFormat>
 #include <QTextCursor>
+#include <QVector>
 
 class MVRFormat;
 class MVRPicturePolicy;
 class QAbstractTextDocumentLayout;
 class QColor;
+class QDateTime;
 class QMimeData;
 class QPen;
 class QRegExp;
@@ -94,6 +97,12 @@ public:
     /*! Attaches a note to a range, which is cut to the document's length. */
     static void setComment(QTextDocument *document, const MVRTextRange &range,
                            const MVRTextCommentLink &link);
+    /*!
+        Attaches a note and says who wrote it, and when; see MVRTextNote. The other forms leave both
+        unknown.
+    */
+    static void setComment(QTextCursor cursor, const MVRTextCommentLink &link,
+                           const QString &author, const QDateTime &date);
     /*! Attaches a note with plain \a text in the note font of the application's settings. */
     static void setComment(QTextCursor cursor, const QString &text, bool isFootnote);
     /*! Attaches a note with RTF content; a comment takes the default comment colour. */
@@ -141,6 +150,22 @@ public:
     /*! Lists the inspector notes of both kinds; see commentsMapByType(). */
     static MVRTextCommentLinkMap commentsMap(const QTextDocument *document, int start, int end);
 
+    /*!
+        Lists the notes of all four kinds.
+
+        An inspector note is the text that follows each other with the same kind, content and
+        anchor, over any change of other formatting and any number of paragraphs. So two notes with
+        equal content that were attached one behind the other stay two, which commentsMap() puts
+        together. The inline notes are those of inlineNotes().
+        \param start  position: notes that end there or before are left out; at most 0 for the
+                      document's start
+        \param end    position: notes that begin there or behind are left out; at most 0 for the
+                      document's end
+        \return the notes, each whole, in the order of their first characters; an inspector note
+                in front of an inline one that begins with it
+    */
+    static MVRTextNotes notes(const QTextDocument *document, int start = -1, int end = -1);
+
     /*! The plain text of every inspector note, in document order; empty and unreadable ones are
         left out. */
     static QStringList inspectorNotesToPlainText(const QTextDocument *document);
@@ -164,6 +189,27 @@ public:
         cursor stands for the whole document. A cursor without a selection, or of another document,
         does nothing. */
     //@{
+
+    /*!
+        Lists the inline notes of one kind.
+
+        A note is marked text that follows each other; it goes on into the next paragraph, and over
+        empty ones whose own character format is marked. What reaches across cells of a table, but
+        is not all of its text, is one note in each of them.
+        \param propertyId  MVRTextFormat::InlineAnnotationProperty or InlineFootnoteProperty
+        \param start       as for notes(), like \a end
+        \return the ranges of the notes, each whole, in document order
+    */
+    static QVector<MVRTextRange> inlineNotes(const QTextDocument *document, int propertyId,
+                                             int start = -1, int end = -1);
+
+    /*!
+        Removes the inline notes of one kind that have any text in the selection, each whole.
+
+        \param propertyId  as for inlineNotes()
+        \return how many were removed
+    */
+    static int removeInlineNotes(QTextDocument *document, int propertyId, QTextCursor cursor);
 
     /*!
         Marks the selection as an inline note, which is then no inline note of the other kind, or
@@ -292,7 +338,8 @@ public:
         Writes a document as an RTF file, its inspector notes as footnotes and annotations that
         other programs show too.
 
-        fromRtf() gives the notes back with their kind, colour, range and content; only the letters
+        fromRtf() gives the notes back with their kind, colour, range, content and, of comments,
+        author and date to the minute; only the letters
         of content that is no RTF reach no other program.
         \param document     stays as it is
         \param inlineNotes  how the inline notes stand in the file

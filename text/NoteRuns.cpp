@@ -5,6 +5,8 @@
 
 #include <QTextFrame>
 
+#include <algorithm>
+
 namespace {
 
 /*! True when no text but that of \a run is selected, for instance a table that is all footnote. */
@@ -37,13 +39,14 @@ void appendByCells(const QTextDocument *document, const MVRTextRange &run,
     }
 }
 
-QVector<MVRTextRange> selectableRuns(QTextDocument *document, const QVector<MVRTextRange> &runs)
+QVector<MVRTextRange> selectableRuns(const QTextDocument *document,
+                                     const QVector<MVRTextRange> &runs)
 {
     if (document->rootFrame()->childFrames().isEmpty())
         return runs;
     QVector<MVRTextRange> parts;
     parts.reserve(runs.size());
-    QTextCursor cursor(document);
+    QTextCursor cursor(document->firstBlock());
     for (const MVRTextRange &run : runs) {
         if (selectRange(cursor, run.start, run.end) || selectsOnly(cursor, run))
             parts.append(run);
@@ -53,18 +56,34 @@ QVector<MVRTextRange> selectableRuns(QTextDocument *document, const QVector<MVRT
     return parts;
 }
 
-} // namespace
-
-QVector<MVRTextRange> inlineNotesIn(QTextDocument *document, int property,
-                                    const MVRTextRange &range)
+QVector<MVRTextRange> markedRuns(const QTextDocument *document, int property,
+                                 const MVRTextRange &range)
 {
     const FormatPattern pattern(property, true);
-    QVector<MVRTextRange> runs
-        = runsBehind(document, range.start,
-                     [&pattern](const QTextFormat &format) { return pattern.matches(format); });
+    const auto isMarked = [&pattern](const QTextFormat &format) { return pattern.matches(format); };
+    return runsBehind(document, range.start, isMarked, range.end);
+}
+
+} // namespace
+
+QVector<MVRTextRange> inlineNotesIn(const QTextDocument *document, int property,
+                                    const MVRTextRange &range)
+{
+    QVector<MVRTextRange> runs = markedRuns(document, property, range);
     int kept = 0;
     while (kept < runs.size() && runs[kept].end <= range.end)
         ++kept;
     runs.resize(kept);
     return selectableRuns(document, runs);
+}
+
+QVector<MVRTextRange> inlineNotesAround(const QTextDocument *document, int property,
+                                        const MVRTextRange &range)
+{
+    QVector<MVRTextRange> notes = selectableRuns(document, markedRuns(document, property, range));
+    const auto isOutside = [&range](const MVRTextRange &note) {
+        return note.end <= range.start || note.start >= range.end;
+    };
+    notes.erase(std::remove_if(notes.begin(), notes.end(), isOutside), notes.end());
+    return notes;
 }

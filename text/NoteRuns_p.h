@@ -25,8 +25,12 @@ inline MVRTextRange operationRange(const QTextDocument *document, const QTextCur
     Each can be selected without other text: a run that crosses the borders of table cells and is
     not the whole table is cut there.
 */
-QVector<MVRTextRange> inlineNotesIn(QTextDocument *document, int property,
+QVector<MVRTextRange> inlineNotesIn(const QTextDocument *document, int property,
                                     const MVRTextRange &range);
+
+/*! The same for the runs that have any text in \a range, each whole. */
+QVector<MVRTextRange> inlineNotesAround(const QTextDocument *document, int property,
+                                        const MVRTextRange &range);
 
 /*! What marks text as an inline note of one kind, and not of the other; or unmarks it. */
 inline QTextCharFormat inlineNoteFormat(bool footnote, bool on)

@@ -52,21 +52,23 @@ bool isReadable(const QByteArray &content)
     return MVRTextRtf::fromRtfCData(content, &document);
 }
 
-MVRTextRtfNote toRtfNote(const MVRTextRange &range, const MVRTextCommentLink &link)
+MVRTextRtfNote toRtfNote(const MVRTextNote &note)
 {
-    MVRTextRtfNote note;
-    note.kind = link.isFootnote ? MVRTextRtfNote::Footnote : MVRTextRtfNote::Comment;
-    note.start = range.start;
-    note.end = range.end;
-    note.rtf = link.cdata;
+    MVRTextRtfNote rtfNote;
+    rtfNote.kind = note.isFootnote() ? MVRTextRtfNote::Footnote : MVRTextRtfNote::Comment;
+    rtfNote.start = note.range.start;
+    rtfNote.end = note.range.end;
+    rtfNote.author = note.author;
+    rtfNote.time = note.date;
+    rtfNote.rtf = note.cdata;
     RtfNoteData data;
-    data.color = link.color;
-    data.keepsContent = !isReadable(link.cdata);
+    data.color = note.color;
+    data.keepsContent = !isReadable(note.cdata);
     if (data.keepsContent)
-        data.content = link.cdata;
+        data.content = note.cdata;
     if (data.color.isValid() || data.keepsContent)
-        note.data = toBytes(data);
-    return note;
+        rtfNote.data = toBytes(data);
+    return rtfNote;
 }
 
 void appendContent(const MVRTextRtfNote &note, QTextCursor *cursor)
@@ -117,10 +119,13 @@ void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
     for (auto place = places.crbegin(); place != places.crend(); ++place) {
         const MVRTextCommentLink link = toLink(*place, notes, defaultColor);
         const MVRTextRange &range = place->range;
-        MVRTextDoc::setComment(range.start < range.end
-                                   ? range.toTextCursor(document)
-                                   : insertNoteLabel(document, range.end, link.isFootnote),
-                               link);
+        const QTextCursor text = range.start < range.end
+            ? range.toTextCursor(document)
+            : insertNoteLabel(document, range.end, link.isFootnote);
+        // Of several notes in one, each names its author in the content.
+        const MVRTextRtfNote note
+            = place->notes.size() == 1 ? notes.at(place->notes.first()) : MVRTextRtfNote();
+        MVRTextDoc::setComment(text, link, note.author, note.time);
     }
 }
 
@@ -146,10 +151,11 @@ void placeInlineNotes(QTextDocument *document, MVRTextDoc::InlineNotesInRtf plac
 QByteArray withInspectorNotes(const QTextDocument *document)
 {
     MVRTextRtfNotes notes;
-    const MVRTextCommentLinkMap map = MVRTextDoc::commentsMap(document, -1, -1);
-    notes.reserve(map.size());
-    for (auto it = map.cbegin(); it != map.cend(); ++it)
-        notes.append(toRtfNote(it.key(), it.value()));
+    const MVRTextNotes all = MVRTextDoc::notes(document);
+    for (const MVRTextNote &note : all) {
+        if (!note.isInline())
+            notes.append(toRtfNote(note));
+    }
     return MVRTextRtf::toRtfCData(document, true, notes);
 }
 

@@ -1,37 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <core/MVRTextFormat.h>
+#include <text/MVRTextNote.h>
 
-#include <QColor>
 #include <QString>
 #include <QVector>
 
 class QTextDocument;
 
-/*! One note of a document, of any kind. */
-struct Note
-{
-    enum Kind { Comment, Footnote, InlineAnnotation, InlineFootnote };
-
-    Kind kind = Comment;
-    int start = 0; /*!< position in the document, in UTF-16 code units */
-    int end = 0; /*!< position after the last character */
-    QColor color; /*!< of comments only, else invalid */
-    QString content; /*!< the note as plain text */
-};
+using Note = MVRTextNote;
 
 /*! "comment", "footnote", "inline annotation" or "inline footnote". */
 QString kindName(Note::Kind kind);
 
-/*! The property that marks the text of such a note, or the text that it is attached to. */
-MVRTextFormat::Property propertyOf(Note::Kind kind);
-
-/*! How many notes there are of each kind, without a look at what they say. */
+/*! How many notes there are of each kind (by Note::Kind), without a look at what they say. */
 QVector<int> noteCounts(const QTextDocument &document);
-
-/*! All notes of \a document in the order of their places. */
-QVector<Note> notesOf(const QTextDocument &document);
 
 /*! Removes the notes of one kind, inline notes with their text; \return how many there were. */
 int removeNotes(QTextDocument &document, Note::Kind kind);

@@ -12,13 +12,26 @@ inline bool isNoteAnchor(const QString &href)
         || href.startsWith(QLatin1String("Comment:"));
 }
 
+/*! The content of the note that \a format carries, as RTF. */
+inline QByteArray noteContent(const QTextCharFormat &format)
+{
+    return format.property(MVRTextFormat::CommentCDataProperty).toByteArray();
+}
+
+/*! Equal bytes; the content of one note is usually one array shared by all its fragments. */
+inline bool isSameContent(const QByteArray &a, const QByteArray &b)
+{
+    return (a.constData() == b.constData() && a.size() == b.size()) || a == b;
+}
+
 /*! Takes an inspector note and its own anchor, never another link, out of \a format. */
 inline void clearNoteProperties(QTextCharFormat &format)
 {
     constexpr int noteProperties[] = {
         MVRTextFormat::CommentLinkProperty,       MVRTextFormat::CommentCDataProperty,
         MVRTextFormat::CommentColorProperty,      MVRTextFormat::InspectorCommentProperty,
-        MVRTextFormat::InspectorFootnoteProperty,
+        MVRTextFormat::InspectorFootnoteProperty, MVRTextFormat::CommentAuthorProperty,
+        MVRTextFormat::CommentDateProperty,
     };
     for (const int property : noteProperties) {
         if (format.hasProperty(property)) // clearing an absent one copies the whole format

@@ -10,6 +10,7 @@
 #include <QVariant>
 #include <QVector>
 
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -191,14 +192,15 @@ std::optional<MVRTextRange> nextRun(FragmentWalker &walker, const Matches &match
     return run;
 }
 
-/*! The runs of the document that end behind \a position, each whole, in document order. */
+/*! The runs of the document that end behind \a position and begin before \a end, each whole, in
+    document order. */
 template <typename Matches>
 QVector<MVRTextRange> runsBehind(const QTextDocument *document, int position,
-                                 const Matches &matches)
+                                 const Matches &matches, int end = std::numeric_limits<int>::max())
 {
     QVector<MVRTextRange> runs;
     FragmentWalker walker(document, position);
-    while (walker.isValid()) {
+    while (walker.isValid() && walker.start() < end) {
         if (!matches(walker.format())) {
             walker.next();
             continue;

@@ -53,13 +53,10 @@ Figures figuresOf(Document &document)
     return figures;
 }
 
-constexpr Note::Kind noteKinds[]
-    = {Note::Comment, Note::Footnote, Note::InlineAnnotation, Note::InlineFootnote};
-
 QJsonObject toJson(const Figures &figures, const Document &document)
 {
     QJsonObject notes;
-    for (const Note::Kind kind : noteKinds)
+    for (const Note::Kind kind : Note::allKinds)
         notes.insert(kindName(kind), figures.notes.value(kind));
     QJsonObject object {{QStringLiteral("title"), document.title},
                         {QStringLiteral("paragraphs"), figures.paragraphs},
@@ -89,7 +86,7 @@ void printTable(const Figures &figures, const Document &document)
     add(QStringLiteral("words"), figures.words);
     add(QStringLiteral("characters"), figures.characters);
     add(QStringLiteral("pages"), figures.pages);
-    for (const Note::Kind kind : noteKinds)
+    for (const Note::Kind kind : Note::allKinds)
         add(kindName(kind) + QLatin1Char('s'), figures.notes.value(kind));
     if (document.isScreenplay) {
         for (auto entry = figures.elements.cbegin(); entry != figures.elements.cend(); ++entry)

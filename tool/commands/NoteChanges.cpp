@@ -13,19 +13,6 @@
 
 namespace {
 
-constexpr Note::Kind allKinds[]
-    = {Note::Comment, Note::Footnote, Note::InlineAnnotation, Note::InlineFootnote};
-
-bool isInline(Note::Kind kind)
-{
-    return kind == Note::InlineAnnotation || kind == Note::InlineFootnote;
-}
-
-bool isFootnote(Note::Kind kind)
-{
-    return kind == Note::Footnote || kind == Note::InlineFootnote;
-}
-
 /*! What each kind of note becomes, by the word that names it on the command line. */
 const QHash<QString, QVector<Note::Kind>> &targetsByWord()
 {
@@ -85,23 +72,25 @@ bool splitInTwo(const QString &strings, QString *opening, QString *closing)
 void move(QTextDocument &document, Note::Kind from, Note::Kind to)
 {
     const QTextCursor everywhere;
-    if (isInline(from) == isInline(to))
-        MVRTextDoc::swapBoolProperties(&document, propertyOf(from), propertyOf(to), everywhere);
-    else if (isInline(to))
-        MVRTextDoc::swapInspectorToInline(&document, propertyOf(from), isFootnote(to), everywhere);
-    else
-        MVRTextDoc::swapInlineToInspector(&document, propertyOf(from), isFootnote(to), false,
+    if (Note::isInline(from) == Note::isInline(to))
+        MVRTextDoc::swapBoolProperties(&document, Note::property(from), Note::property(to),
+                                       everywhere);
+    else if (Note::isInline(to))
+        MVRTextDoc::swapInspectorToInline(&document, Note::property(from), Note::isFootnote(to),
                                           everywhere);
+    else
+        MVRTextDoc::swapInlineToInspector(&document, Note::property(from), Note::isFootnote(to),
+                                          false, everywhere);
 }
 
 void trim(QTextDocument &document)
 {
     // A blank in front of an inline note parts it from the word before.
-    for (const Note::Kind kind : allKinds) {
-        if (isInline(kind))
-            MVRTextDoc::trimInlineNotes(&document, propertyOf(kind), true, 1, 1, QTextCursor());
+    for (const Note::Kind kind : Note::allKinds) {
+        if (Note::isInline(kind))
+            MVRTextDoc::trimInlineNotes(&document, Note::property(kind), true, 1, 1, QTextCursor());
         else
-            MVRTextDoc::trimInspectorNotes(&document, propertyOf(kind), true, -1, -1);
+            MVRTextDoc::trimInspectorNotes(&document, Note::property(kind), true, -1, -1);
     }
 }
 
@@ -154,7 +143,8 @@ bool NoteChanges::isEmpty() const
 
 bool NoteChanges::endsInText() const
 {
-    return std::any_of(m_targets.cbegin(), m_targets.cend(), isInline);
+    return std::any_of(m_targets.cbegin(), m_targets.cend(),
+                       [](Note::Kind kind) { return Note::isInline(kind); });
 }
 
 QStringList NoteChanges::apply(QTextDocument &document) const
@@ -167,7 +157,7 @@ QStringList NoteChanges::apply(QTextDocument &document) const
     for (const Note::Kind kind : m_removed)
         add(removeNotes(document, kind), kind, QStringLiteral(" removed"));
     const QVector<int> toMove = m_targets.isEmpty() ? QVector<int>() : noteCounts(document);
-    for (const Note::Kind kind : allKinds) {
+    for (const Note::Kind kind : Note::allKinds) {
         if (m_targets.isEmpty() || m_targets[kind] == kind)
             continue;
         add(toMove[kind], kind,
@@ -176,7 +166,7 @@ QStringList NoteChanges::apply(QTextDocument &document) const
     }
     const QVector<int> moved = m_trims || m_encloses ? noteCounts(document) : QVector<int>();
     if (m_trims) {
-        for (const Note::Kind kind : allKinds)
+        for (const Note::Kind kind : Note::allKinds)
             add(moved[kind], kind, QStringLiteral(" trimmed"));
         trim(document);
     }

@@ -10,6 +10,8 @@
 #include <tool/commands/Commands.h>
 #include <tool/commands/NoteChanges.h>
 
+#include <text/MVRTextDoc.h>
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -24,45 +26,46 @@ const char examples[] = R"(  mvrtext notes script.fdx
   mvrtext notes draft.rtf --remove comments -o clean.rtf
 )";
 
-MVRTextRange rangeOf(const Note &note)
-{
-    return MVRTextRange(note.start, note.end);
-}
-
 QString colorName(const Note &note)
 {
     return note.color.isValid() ? note.color.name() : QString();
 }
 
-QJsonObject toJson(const Note &note, QTextDocument &document)
+QJsonValue textOrNull(const QString &text)
 {
-    QJsonObject object = Place(rangeOf(note), document).toJson();
+    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
+}
+
+QJsonObject toJson(const Note &note, const QTextDocument &document)
+{
+    QJsonObject object = Place(note.range, document).toJson();
     object.insert(QStringLiteral("kind"), kindName(note.kind));
-    object.insert(QStringLiteral("text"), selectedText(rangeOf(note), document));
-    object.insert(QStringLiteral("color"),
-                  note.color.isValid() ? QJsonValue(colorName(note)) : QJsonValue());
-    object.insert(QStringLiteral("content"), note.content);
+    object.insert(QStringLiteral("text"), note.text(document));
+    object.insert(QStringLiteral("color"), textOrNull(colorName(note)));
+    object.insert(QStringLiteral("author"), textOrNull(note.author));
+    object.insert(QStringLiteral("date"), textOrNull(note.date.toString(Qt::ISODate)));
+    object.insert(QStringLiteral("content"), note.contentText(document).trimmed());
     return object;
 }
 
-void printTable(const QVector<Note> &notes, QTextDocument &document)
+void printTable(const MVRTextNotes &notes, const QTextDocument &document)
 {
     Table table(QStringLiteral("KIND PLACE TEXT COLOUR CONTENT").split(QLatin1Char(' ')));
     for (const Note &note : notes)
-        table.addRow({kindName(note.kind), Place(rangeOf(note), document).toWords(),
-                      selectedText(rangeOf(note), document), colorName(note), note.content});
+        table.addRow({kindName(note.kind), Place(note.range, document).toWords(),
+                      note.text(document), colorName(note), note.contentText(document).trimmed()});
     printOutput(table.toString());
 }
 
 int list(const CommandLine &commandLine, const Rewriting &rewriting)
 {
     Document document;
-    QVector<Note> notes;
+    MVRTextNotes notes;
     {
         Progress progress;
         if (!rewriting.load(document, progress))
             return Failure;
-        notes = notesOf(document.text);
+        notes = MVRTextDoc::notes(&document.text);
     }
     if (!commandLine.isSet("json")) {
         printTable(notes, document.text);
