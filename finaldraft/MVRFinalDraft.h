@@ -179,4 +179,13 @@ struct MVRTEXT_EXPORT ElementSettings
     void applyFdxAppDefaults(ElementType type);
 };
 
+/*! Text of the writer that a file holds beside title page and script. */
+struct LeftOut
+{
+    int detachedNotes = 0; /*!< notes kept beside the script, with or without a range */
+    int alternates = 0; /*!< alternate versions of dialogue */
+    int omittedParagraphs = 0; /*!< paragraphs of omitted scenes */
+    int summaries = 0; /*!< summaries of scenes */
+};
+
 }

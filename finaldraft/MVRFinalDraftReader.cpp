@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <finaldraft/MVRFinalDraftReader.h>
 
+#include <finaldraft/LeftOut_p.h>
 #include <finaldraft/NoteAnchor_p.h>
 #include <finaldraft/RunInserter_p.h>
 
@@ -26,6 +27,7 @@ namespace {
 // Points; the text margin of a file that names none.
 constexpr double defaultMargin = 72.0;
 constexpr double maxMargin = 7200.0; // beyond any paper
+constexpr double pointsPerInch = 72.0;
 
 const QLatin1String scriptNoteTag("ScriptNote");
 const QLatin1String textTag("Text");
@@ -94,6 +96,17 @@ MVRFinalDraftReader::~MVRFinalDraftReader()
     clear();
 }
 
+void MVRFinalDraftReader::setFallbackSettings(const QHash<QString, ElementSettings> &settings)
+{
+    m_fallbackSettings = settings;
+}
+
+MVRFinalDraft::LeftOut MVRFinalDraftReader::leftOut() const
+{
+    return m_domDoc ? leftOutOf(m_domDoc->find(QStringLiteral("/FinalDraft")))
+                    : MVRFinalDraft::LeftOut();
+}
+
 void MVRFinalDraftReader::clear()
 {
     m_domDoc.reset();
@@ -146,6 +159,10 @@ bool MVRFinalDraftReader::readElements(QHash<QString, ElementSettings> *settings
     if (!settings || !parseElementSettings())
         return false;
     *settings = m_elementSettings;
+    for (auto it = m_fallbackSettings.cbegin(); it != m_fallbackSettings.cend(); ++it) {
+        if (!m_elementSettings.contains(it.key()))
+            settings->insert(it.key(), it.value());
+    }
     return true;
 }
 
@@ -296,7 +313,7 @@ void MVRFinalDraftReader::parseNoteParagraph(const QDomElement &element)
     }
     runs.finish();
     if (!note.isEmpty())
-        addScriptNote(note, anchorScriptNote());
+        addScriptNote(note, anchorOrInsertStandIn());
 }
 
 void MVRFinalDraftReader::parseOtherChild(const QDomElement &child, const QString &parentTag)
@@ -316,7 +333,7 @@ std::shared_ptr<const MVRFinalDraftReader::Look> MVRFinalDraftReader::findLook(c
         return known;
     const auto look = std::make_shared<Look>();
     look->settings.type = type;
-    look->isDropped = !findSettings(&look->settings);
+    look->isDropped = !resolveSettings(&look->settings);
     if (!look->isDropped) {
         const MVRScriptElement element = findScriptElement(look->settings.type);
         look->elementBlockFormat = element.blockFormat();
@@ -329,11 +346,25 @@ std::shared_ptr<const MVRFinalDraftReader::Look> MVRFinalDraftReader::findLook(c
     return look;
 }
 
+/*! The fallback settings of a type, moved to the margin of the document. */
+bool MVRFinalDraftReader::findFallback(const QString &type, ElementSettings *settings) const
+{
+    const auto fallback = m_fallbackSettings.constFind(type);
+    if (fallback == m_fallbackSettings.constEnd())
+        return false;
+    *settings = *fallback;
+    settings->type = type;
+    const double inches = (defaultMargin - m_walk->document->documentMargin()) / pointsPerInch;
+    settings->paragraphSpec.leftIndent += inches;
+    settings->paragraphSpec.rightIndent += inches;
+    return true;
+}
+
 /*!
     Finds the settings for the type that \a settings name, and in them the type that paragraphs
     are read as. False when a paragraph of this type has no place in the script.
 */
-bool MVRFinalDraftReader::findSettings(ElementSettings *settings)
+bool MVRFinalDraftReader::resolveSettings(ElementSettings *settings)
 {
     const QString typeInFile = settings->type;
     const auto entry = m_elementSettings.constFind(typeInFile);
@@ -348,6 +379,9 @@ bool MVRFinalDraftReader::findSettings(ElementSettings *settings)
         }
         return true;
     }
+    // Fallbacks are no settings of the file: no custom type takes after them.
+    if (findFallback(typeInFile, settings))
+        return true;
 
     MVRFinalDraft::ElementType type = MVRFinalDraft::toElementType(typeInFile);
     QString typeName = typeInFile;
@@ -356,7 +390,7 @@ bool MVRFinalDraftReader::findSettings(ElementSettings *settings)
         typeName = MVRFinalDraft::toString(type);
         const auto action = m_elementSettings.constFind(typeName);
         if (action == m_elementSettings.constEnd())
-            return false;
+            return findFallback(typeName, settings);
         *settings = *action;
     }
     settings->type = typeName;
@@ -385,8 +419,8 @@ MVRScriptElement MVRFinalDraftReader::findScriptElement(const QString &name) con
     return element == m_scriptElements.cend() ? MVRScriptElement() : *element;
 }
 
-/*! Finds the text that a note at the cursor annotates. */
-MVRTextRange MVRFinalDraftReader::anchorScriptNote()
+/*! Finds the text that a note at the cursor annotates; makes some where there is none. */
+MVRTextRange MVRFinalDraftReader::anchorOrInsertStandIn()
 {
     const MVRTextRange word = m_walk->noteAnchor.lastWord();
     if (word.start != word.end)

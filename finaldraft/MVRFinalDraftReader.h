@@ -31,6 +31,15 @@ public:
     ~MVRFinalDraftReader();
     Q_DISABLE_COPY(MVRFinalDraftReader)
 
+    /*!
+        Settings by paragraph type, for types that files use and say nothing about. Without them
+        such paragraphs have Final Draft's look of actions, and those of unknown type are dropped
+        where the file has no settings for "Action" either.
+
+        \param settings  kept as they are; indents count from a text margin of 72 points
+    */
+    void setFallbackSettings(const QHash<QString, MVRFinalDraft::ElementSettings> &settings);
+
     /*! Drops the loaded file; everything else stays. */
     void clear();
 
@@ -58,7 +67,8 @@ public:
 
     /*!
         Gives the file's settings by paragraph type, read() having added those of types that
-        the file uses without settings. Indents count from a text margin of 72 points.
+        the file uses without settings, and the fallback settings of the types that are left.
+        Indents count from a text margin of 72 points.
 
         \return false when \a settings is null or the file is not Final Draft's
     */
@@ -70,6 +80,9 @@ public:
     double scaling() const { return m_scaling; }
     /*! Whether the file asks to show invisible characters. */
     bool showInvisibles() const { return m_showInvisibles; }
+    /*! What the writer said in the file beside the text that read() takes from it; nothing when no
+        file is loaded. */
+    MVRFinalDraft::LeftOut leftOut() const;
     /*! How many blocks at the start of the document the last read() made of the title page. */
     int titlePageBlockCount() const { return m_titlePageBlockCount; }
 
@@ -85,16 +98,18 @@ private:
     void parseNoteParagraph(const QDomElement &element);
     void parseOtherChild(const QDomElement &child, const QString &parentTag);
     std::shared_ptr<const Look> findLook(const QString &type);
-    bool findSettings(MVRFinalDraft::ElementSettings *settings);
+    bool resolveSettings(MVRFinalDraft::ElementSettings *settings);
+    bool findFallback(const QString &type, MVRFinalDraft::ElementSettings *settings) const;
     static QTextBlockFormat blockFormat(const MVRFinalDraft::ParagraphAttr &attr, const Look &look);
     MVRScriptElement findScriptElement(const QString &name) const;
-    MVRTextRange anchorScriptNote();
+    MVRTextRange anchorOrInsertStandIn();
     void addScriptNote(const QTextDocument &note, const MVRTextRange &range);
 
     std::unique_ptr<MVRDomDoc> m_domDoc;
     Walk *m_walk = nullptr; // what read() works on; null outside it
     QString m_errorString;
     QHash<QString, MVRFinalDraft::ElementSettings> m_elementSettings;
+    QHash<QString, MVRFinalDraft::ElementSettings> m_fallbackSettings;
     QList<MVRScriptElement> m_scriptElements;
     MVRTextCommentLinkMap m_scriptNotes;
     double m_scaling = 100.0;

@@ -9,6 +9,8 @@
 #include <QTextDocument>
 #include <QTextTable>
 
+#include <utility>
+
 using MVRFinalDraft::ElementSettings;
 using MVRFinalDraft::ParagraphAttr;
 using MVRFinalDraft::TextAttr;
@@ -80,6 +82,7 @@ bool MVRFinalDraftWriter::write(QIODevice *device, const QTextDocument *document
     finalizeFragmentState(m_state, FragmentState());
     writeHeaderFooter();
     writeElementSettings();
+    writeTitlePage();
     const bool isSaved = m_dom->save(*device);
     clear();
     return isSaved;
@@ -92,7 +95,7 @@ bool MVRFinalDraftWriter::processFrame(const QTextFrame &frame)
     return true;
 }
 
-// Calls itself for frames in frames, as the toolkit's own walks over a document do.
+// Calls itself for frames in frames, as Qt's own walks over a document do.
 bool MVRFinalDraftWriter::processFrameIterator(QTextFrame::iterator it)
 {
     if (const QTextFrame *frame = it.currentFrame()) {
@@ -100,7 +103,8 @@ bool MVRFinalDraftWriter::processFrameIterator(QTextFrame::iterator it)
             processTable(*table);
         else
             processFrame(*frame);
-    } else if (it.currentBlock().isValid()) {
+    } else if (it.currentBlock().isValid()
+               && it.currentBlock().blockNumber() >= m_titlePageBlockCount) {
         processBlock(it.currentBlock());
     }
     return true;
@@ -131,6 +135,13 @@ bool MVRFinalDraftWriter::processBlock(const QTextBlock &block)
     m_dom->setAttr(QStringLiteral("Type"), typeName(block), QString(), true);
     if (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)
         m_dom->setAttr(QStringLiteral("StartsNewPage"), "Yes", QString(), true);
+    writeRuns(block);
+    m_dom->cdUp(1);
+    return true;
+}
+
+void MVRFinalDraftWriter::writeRuns(const QTextBlock &block)
+{
     QString splitPair;
     for (QTextBlock::iterator it = block.begin(); !it.atEnd();) {
         const QTextFragment fragment = it.fragment();
@@ -142,11 +153,41 @@ bool MVRFinalDraftWriter::processBlock(const QTextBlock &block)
         text.chop(splitPair.size());
         if (text.isEmpty())
             continue;
-        enterState(toFragmentState(fragment.charFormat()), format);
+        enterState(toFragmentState(fragment.charFormat()), block.blockFormat());
         run(fragment).toDomDoc(m_dom.get(), text, QStringLiteral("Text"));
     }
+}
+
+void MVRFinalDraftWriter::writeTitlePage()
+{
+    if (m_titlePageBlockCount <= 0 || !m_dom->cd(QStringLiteral("/FinalDraft")))
+        return;
+    m_dom->create(QStringLiteral("TitlePage"));
+    m_dom->create(QStringLiteral("Content"));
+    const FragmentState stateOfScript = std::exchange(m_state, FragmentState());
+    QTextBlock block = m_textDocument->begin();
+    for (int i = 0; i < m_titlePageBlockCount && block.isValid(); ++i, block = block.next())
+        writeTitleParagraph(block);
+    m_state = stateOfScript;
+}
+
+/*! Writes a paragraph that says by itself what it looks like; notes stay inside it. */
+void MVRFinalDraftWriter::writeTitleParagraph(const QTextBlock &block)
+{
+    const QString tag = QStringLiteral("Paragraph");
+    const QTextBlockFormat format = block.blockFormat();
+    // A paragraph without text was read without a format; it has none to write either.
+    if (format.hasProperty(MVRTextFormat::BlockRightIndentProperty)) {
+        ParagraphAttr attr;
+        attr.fromBlockFormat(format, m_textDocument->documentMargin());
+        attr.toDomDoc(m_dom.get(), tag);
+        m_dom->setWorkElement(m_dom->currentElement().lastChildElement(tag));
+    } else {
+        m_dom->create(tag);
+    }
+    writeRuns(block);
+    enterState(FragmentState(), format);
     m_dom->cdUp(1);
-    return true;
 }
 
 /*! The record of a run; runs of one format share it. */

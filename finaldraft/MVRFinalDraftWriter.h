@@ -59,6 +59,14 @@ public:
     void clear();
 
     /*!
+        Says how many paragraphs at the start of the document are its title page, as
+        MVRFinalDraftReader::titlePageBlockCount() counts them. They go where the format has title
+        pages, each with its own alignment and indents; 0, as it is at first, leaves them in the
+        script.
+    */
+    void setTitlePageBlockCount(int count) { m_titlePageBlockCount = count; }
+
+    /*!
         Writes a document to a file.
 
         \param fileName  overwritten in place; to replace a file in one step, write to a
@@ -103,11 +111,15 @@ public:
 
 private:
     void enterState(const FragmentState &state, const QTextBlockFormat &blockFormat);
+    void writeTitlePage();
+    void writeTitleParagraph(const QTextBlock &block);
+    void writeRuns(const QTextBlock &block);
     MVRFinalDraft::TextAttr run(const QTextFragment &fragment);
     QString typeName(const QTextBlock &block);
 
     std::unique_ptr<MVRDomDoc> m_dom;
     const QTextDocument *m_textDocument = nullptr;
+    int m_titlePageBlockCount = 0;
     QList<MVRScriptElement> m_elements;
     FragmentState m_state; // of the run written last, also of the write before
     QHash<int, MVRFinalDraft::TextAttr> m_runs; // by index of their character format

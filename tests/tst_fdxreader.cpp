@@ -15,6 +15,7 @@ class TestFdxReader : public QObject
 private Q_SLOTS:
     void readsParagraphs_data();
     void readsParagraphs();
+    void fallsBackWhereTheFileIsSilent();
     void anchorsNotes_data();
     void anchorsNotes();
     void formatsParagraphsByThemselves();
@@ -149,6 +150,33 @@ void TestFdxReader::readsParagraphs()
     QVERIFY2(reader.read(&document, {}), qPrintable(reader.errorString()));
     QTEST(outline(document), "paragraphs");
     QVERIFY(document.lastBlock().text().isEmpty());
+}
+
+void TestFdxReader::fallsBackWhereTheFileIsSilent()
+{
+    MVRFinalDraftReader reader;
+    QHash<QString, MVRFinalDraft::ElementSettings> fallback;
+    for (const auto type : {MVRFinalDraft::Action, MVRFinalDraft::SceneHeading})
+        fallback[MVRFinalDraft::toString(type)].applyFdxAppDefaults(type);
+    fallback[s("Action")].paragraphSpec.leftIndent = 4.0;
+    reader.setFallbackSettings(fallback);
+    QVERIFY(load(&reader,
+                 screenplay(s("<Paragraph Type='Foo'><Text>x</Text></Paragraph>"
+                              "<Paragraph Type='Scene Heading'><Text>y</Text></Paragraph>"
+                              "<Paragraph Type='Scene Intro'><Text>z</Text></Paragraph>"),
+                            s(introSettings) + s("<PageLayout TopMargin='36'/>"))));
+    QTextDocument document;
+    QVERIFY(reader.read(&document, {}));
+    // A custom type looks like a standard one of its file, never like a fallback.
+    QCOMPARE(outline(document), s("Action:x|Scene Heading:Y|Scene Intro:z"));
+    // The fallback counts from one inch, the document from half of one.
+    const int leftIndent = MVRTextFormat::BlockLeftIndentProperty;
+    QCOMPARE(document.begin().blockFormat().doubleProperty(leftIndent), 4.5 * 72);
+
+    QHash<QString, MVRFinalDraft::ElementSettings> settings;
+    QVERIFY(reader.readElements(&settings));
+    QCOMPARE(settings.size(), 3);
+    QCOMPARE(settings[s("Action")].paragraphSpec.leftIndent, 4.0);
 }
 
 void TestFdxReader::anchorsNotes_data()

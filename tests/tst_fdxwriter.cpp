@@ -27,6 +27,7 @@ private Q_SLOTS:
     void writesRunsExactly();
     void keepsSurrogatePairsWhole();
     void writesPageLayoutOnRequest();
+    void writesTheTitlePage();
     void refusesWhatItCannotWrite();
 };
 
@@ -314,6 +315,30 @@ void TestFdxWriter::writesPageLayoutOnRequest()
     writer.writePageLayout(); // outside a write there is nothing to write to
     QVERIFY(!writer.writeElementSettings());
     QVERIFY(!writer.processBlock(document.firstBlock()));
+}
+
+void TestFdxWriter::writesTheTitlePage()
+{
+    QTextDocument document;
+    typeText(&document, s("[TITLE]/by/FADE IN/[a] b"));
+    QTextBlockFormat centred;
+    centred.setAlignment(Qt::AlignCenter);
+    centred.setProperty(MVRTextFormat::BlockRightIndentProperty, 468.0);
+    QTextCursor(document.begin()).setBlockFormat(centred);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    MVRFinalDraftWriter writer;
+    writer.setTitlePageBlockCount(2);
+    QVERIFY(writer.write(&buffer, &document, {}));
+    QDomDocument dom;
+    QVERIFY(dom.setContent(buffer.data()));
+    const QDomElement page = dom.documentElement().lastChildElement(s("TitlePage"));
+    // Its notes stay inside their paragraphs.
+    QCOMPARE(outline(page), s("(C(P(N(P(TITLE))) P(by)))"));
+    QCOMPARE(outline(content(dom)), s("(P(FADE IN) N(P(P(a))  b))"));
+    const QDomElement title = page.firstChildElement().firstChildElement();
+    QCOMPARE(title.attribute(s("Alignment")), s("Center"));
+    QVERIFY(!title.hasAttribute(s("Type")));
 }
 
 void TestFdxWriter::refusesWhatItCannotWrite()

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void tablesHaveTheirWidth();
     void screenplayComesBack();
     void fileWithoutSettingsKeepsItsText();
+    void shotsWithoutHeadingsComeInWhole();
     void placesNotes_data();
     void placesNotes();
     void saysWhatIsNotRead();
@@ -254,6 +255,32 @@ void TestTool::fileWithoutSettingsKeepsItsText()
     const QString again = path(QStringLiteral("again.fdx"));
     QCOMPARE(mvrtext({QStringLiteral("convert"), input, again}).exitCode, 0);
     QVERIFY(read(QStringLiteral("again.fdx")).contains("<Paragraph Type=\"Shot\">"));
+}
+
+void TestTool::shotsWithoutHeadingsComeInWhole()
+{
+    const QByteArray file
+        = script("<Paragraph Type=\"Shot\"><Text>one</Text></Paragraph><Paragraph><Text>two</Text>"
+                 "</Paragraph><Paragraph Type=\"Scene Heading\"><Text>three</Text></Paragraph>"
+                 "<Paragraph Type=\"Shot\"><Text>four</Text></Paragraph>",
+                 "<ElementSettings Type=\"Shot\"><ParagraphSpec LeftIndent=\"2.00\"/>"
+                 "<Behavior PaginateAs=\"Scene Heading\"/></ElementSettings>");
+    const auto types = [this](const QByteArray &bytes) {
+        const QString input = write(QStringLiteral("shots.fdx"), bytes);
+        const Run info = mvrtext({QStringLiteral("info"), QStringLiteral("--json"), input});
+        const QJsonObject elements = QJsonDocument::fromJson(info.output)
+                                         .object()
+                                         .value(QLatin1String("elements"))
+                                         .toObject();
+        return QJsonDocument(elements).toJson(QJsonDocument::Compact);
+    };
+    const QByteArray expected = R"({"Action":1,"Scene Heading":1,"Shot":2})";
+    QCOMPARE(types(file), expected);
+    const QString text = QString::fromLatin1(file);
+    const ushort mark = 0xfeff;
+    QByteArray utf16(reinterpret_cast<const char *>(&mark), 2);
+    utf16 += QByteArray(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
+    QCOMPARE(types(utf16), expected);
 }
 
 void TestTool::placesNotes_data()

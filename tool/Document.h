@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <tool/formats/FdxLosses.h>
-
 #include <core/MVRScriptElement.h>
 #include <core/document/OfflineDocument_p.h>
 
 #include <QList>
 #include <QString>
 #include <QStringList>
+
+/*! The distance of text from the paper's edge where a document does not give one, in points. */
+constexpr double defaultMargin = 72.0;
 
 /*! A document in memory, its lengths in points, and what its file said about it. */
 struct Document
@@ -20,5 +21,5 @@ struct Document
     QList<MVRScriptElement> elements; /*!< for writing it as a screenplay */
     double scaling = 100.0; /*!< percent */
     bool showInvisibles = false;
-    FdxLosses losses;
+    QStringList losses; /*!< what its file holds and it does not, in words */
 };

@@ -80,9 +80,9 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
     }
     if (document.title.isEmpty() && path != QLatin1String("-"))
         document.title = QFileInfo(path).completeBaseName();
-    const QStringList losses = document.losses.toWords();
-    if (!losses.isEmpty())
-        printMessage(name, QStringLiteral("not read: ") + losses.join(QLatin1String(", ")));
+    if (!document.losses.isEmpty())
+        printMessage(name,
+                     QStringLiteral("not read: ") + document.losses.join(QLatin1String(", ")));
     return true;
 }
 

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <tool/formats/Readers.h>
-
 #include <QString>
 
 class CommandLine;
 class Progress;
 struct Document;
 struct Format;
+struct ReadOptions;
 
 /*!
     Finds the format of a file.

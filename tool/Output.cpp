@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int pieceSize = 1 << 20;
-constexpr int longestInput = 1 << 30; // a QByteArray ends at twice that
+constexpr int maxInputSize = 1 << 30; // a QByteArray ends at twice that
 
 bool isStream(const QString &path)
 {
@@ -62,7 +62,7 @@ bool readInput(const QString &path, QByteArray *data, QString *error)
     // In pieces: a device such as /dev/zero never ends.
     for (QByteArray piece = file.read(pieceSize); !piece.isEmpty(); piece = file.read(pieceSize)) {
         *data += piece;
-        if (data->size() > longestInput) {
+        if (data->size() > maxInputSize) {
             *error = QStringLiteral("is larger than 1 GiB");
             return false;
         }

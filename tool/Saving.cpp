@@ -66,7 +66,7 @@ bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
         return false;
     }
     reportNotes(name, format, choice, lost);
-    if (format.write == writeFdx)
+    if (format.hasElements)
         reportShapes(name, document);
     return true;
 }

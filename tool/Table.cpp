@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int gap = 2;
-constexpr int leastWidth = 8; // of a cut column
+constexpr int minCutWidth = 8;
 
 // 0 when the standard output is no terminal.
 int terminalWidth()
@@ -61,7 +61,7 @@ QVector<int> Table::columnWidths() const
     // The widest column gives first, letter by letter, so that the narrow ones stay whole.
     while (total > terminal) {
         int &widest = *std::max_element(widths.begin(), widths.end());
-        if (widest <= leastWidth)
+        if (widest <= minCutWidth)
             break;
         --widest;
         --total;

@@ -112,7 +112,7 @@ int main(int argc, char *argv[])
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
-    // The toolkit would take options of its own out of them, "--style" among these.
+    // Qt would take options of its own out of them, "--style" among these.
     argc = qMin(argc, 1);
     const QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("mvrtext"));

@@ -113,7 +113,7 @@ bool convert(const Conversion &conversion)
     Document document;
     ReadOptions readOptions;
     // A screenplay file keeps the letters as typed; its reader puts them in capitals again.
-    readOptions.capitals = conversion.to->write != writeFdx;
+    readOptions.capitals = !conversion.to->hasElements;
     return loadDocument(conversion.input, *conversion.from, readOptions, document, progress)
         && saveDocument(conversion.output, *conversion.to, conversion.notes, conversion.options,
                         document, progress);

@@ -167,7 +167,7 @@ QByteArray footnotesPage(QTextDocument &notes, const QString &title)
     QString page = MVRTextXhtmlExporter::htmlToXhtml(notes.toHtml("utf-8"));
     page.replace(QLatin1String("<html>"),
                  QLatin1String("<html xmlns=\"http://www.w3.org/1999/xhtml\">"));
-    // The toolkit writes an anchor's name as HTML did it; text cannot hold an angle bracket.
+    // Qt writes an anchor's name as HTML did it; text cannot hold an angle bracket.
     page.replace(QLatin1String("<a name=\""), QLatin1String("<a id=\""));
     return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n" + page.trimmed().toUtf8() + '\n';
 }

@@ -34,17 +34,6 @@ void writeMarkup(QTextDocument &text, const QString &name)
     MVRTextDoc::toInlineMarkup(&text);
 }
 
-// Others hold the picture itself, or none.
-bool namesPictures(const Format &format)
-{
-    return format.write == writeHtml || format.write == writeMarkdown;
-}
-
-bool hasNoPictures(const Format &format)
-{
-    return format.write == writeText || format.write == writeFdx || format.write == writeBbCode;
-}
-
 bool isLinkedPicture(const QTextCharFormat &format)
 {
     return format.isImageFormat()
@@ -92,9 +81,9 @@ void readMarkup(QTextDocument &text, const Format &output, const QString &name)
     // In the text they would be codes again.
     if (output.notes == NoteSupport::Attached)
         placeNotes(text, NotesChoice::Inspector, output.notes);
-    if (namesPictures(output))
+    if (output.pictures == PictureSupport::Named)
         nameByFile(text);
-    const int pictures = hasNoPictures(output) ? linkedPictures(text) : 0;
+    const int pictures = output.pictures == PictureSupport::None ? linkedPictures(text) : 0;
     if (pictures > 0)
         printMessage(
             name,

@@ -5,24 +5,17 @@
 
 namespace {
 
-constexpr Format formats[] = {
-    {"fdx", "Final Draft", "", readFdx, writeFdx, NoteSupport::InText},
-    {"rtf", "RTF", "", readRtf, writeRtf, NoteSupport::Attached},
-    {"html", "HTML", "htm xhtml", readHtml, writeHtml, NoteSupport::None},
-    {"txt", "plain text", "text", readText, writeText, NoteSupport::None},
-    {"md", "Markdown", "markdown", readMarkdown, writeMarkdown, NoteSupport::None},
-    {"bbcode", "BBCode", "", nullptr, writeBbCode, NoteSupport::None},
-    {"odt", "ODT", "", nullptr, writeOdt, NoteSupport::None},
-    {"pdf", "PDF", "", nullptr, writePdf, NoteSupport::None},
-    {"png", "PNG", "", nullptr, writePng, NoteSupport::None},
-};
+// In the order in which users see them.
+constexpr const Format *formats[]
+    = {&fdxFormat,    &rtfFormat, &htmlFormat, &textFormat, &markdownFormat,
+       &bbCodeFormat, &odtFormat, &pdfFormat,  &pngFormat};
 
 template <typename Test> QStringList formatNames(Test test)
 {
     QStringList names;
-    for (const Format &format : formats) {
-        if (test(format))
-            names << QString::fromLatin1(format.name);
+    for (const Format *format : formats) {
+        if (test(*format))
+            names << QString::fromLatin1(format->name);
     }
     return names;
 }
@@ -32,11 +25,11 @@ template <typename Test> QStringList formatNames(Test test)
 const Format *formatByName(const QString &name)
 {
     const QString wanted = name.toLower();
-    for (const Format &format : formats) {
+    for (const Format *format : formats) {
         const QStringList others
-            = QString::fromLatin1(format.otherSuffixes).split(QLatin1Char(' '));
-        if (!wanted.isEmpty() && (wanted == QLatin1String(format.name) || others.contains(wanted)))
-            return &format;
+            = QString::fromLatin1(format->otherSuffixes).split(QLatin1Char(' '));
+        if (!wanted.isEmpty() && (wanted == QLatin1String(format->name) || others.contains(wanted)))
+            return format;
     }
     return nullptr;
 }

@@ -2,13 +2,55 @@
 #pragma once
 
 #include <tool/Notes.h>
-#include <tool/formats/Readers.h>
-#include <tool/formats/Writers.h>
 
+#include <QByteArray>
+#include <QPageSize>
 #include <QString>
 #include <QStringList>
 
-/*! A file format that the tool reads, writes or both. */
+struct Document;
+
+/*! What the reader of a document may do to its text. */
+struct ReadOptions
+{
+    bool capitals = true; /*!< put the text of all-capitals elements in capitals */
+};
+
+/*! What a user can ask of a written file. */
+struct WriteOptions
+{
+    QPageSize paper = QPageSize(QPageSize::Letter);
+    int page = 1; /*!< of a picture, counted from 1 */
+    int dpi = 150; /*!< dots per inch of a picture */
+};
+
+/*!
+    Fills a fresh document from the bytes of a file.
+
+    \param error  receives the reason of a failure
+    \return false when the bytes are not of the format
+*/
+using ReadFunction = bool (*)(const QByteArray &bytes, const ReadOptions &options,
+                              Document &document, QString *error);
+
+/*!
+    Turns a document into the bytes of a file.
+
+    \param document  may be changed for the purpose
+    \param bytes     receives the file
+    \param error     receives the reason of a failure
+*/
+using WriteFunction
+    = bool (*)(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error);
+
+/*! What becomes of a document's pictures in a file. */
+enum class PictureSupport {
+    None,
+    Named, /*!< the file names the picture's file */
+    Held /*!< the file holds the picture */
+};
+
+/*! A file format that the tool reads, writes or both: a row that its source file defines. */
 struct Format
 {
     const char *name; /*!< also its first suffix */
@@ -17,7 +59,20 @@ struct Format
     ReadFunction read; /*!< null when it is not read */
     WriteFunction write; /*!< null when it is not written */
     NoteSupport notes;
+    PictureSupport pictures;
+    bool hasElements; /*!< paragraphs look as their element does: they lose a look of their own, and
+                           letters that it shows as capitals stay as they were typed */
 };
+
+extern const Format bbCodeFormat;
+extern const Format fdxFormat;
+extern const Format htmlFormat;
+extern const Format markdownFormat;
+extern const Format odtFormat;
+extern const Format pdfFormat;
+extern const Format pngFormat;
+extern const Format rtfFormat;
+extern const Format textFormat;
 
 /*! The format called \a name (in any case); null when there is none. */
 const Format *formatByName(const QString &name);

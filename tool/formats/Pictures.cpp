@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr double farthest = 1.0e6; // beyond any paper; infinite sizes have no proportion
+constexpr double maxLength = 1.0e6; // beyond any paper; infinite sizes have no proportion
 
 QSizeF pixelSize(const QTextDocument &text, const QString &name)
 {
@@ -30,7 +30,7 @@ QSizeF shownSize(const QTextDocument &text, const QTextImageFormat &format, doub
 {
     const bool hasWidth = format.width() > 0.0;
     const bool hasHeight = format.height() > 0.0;
-    const QSizeF said(qMin(format.width(), farthest), qMin(format.height(), farthest));
+    const QSizeF said(qMin(format.width(), maxLength), qMin(format.height(), maxLength));
     if (hasWidth && hasHeight)
         return said;
     const QSizeF pixels = pixelSize(text, format.name());
@@ -45,7 +45,7 @@ QSizeF shownSize(const QTextDocument &text, const QTextImageFormat &format, doub
 
 }
 
-void fitPictures(QTextDocument &text, const QSizeF &largest, double unitsPerPixel)
+void fitPictures(QTextDocument &text, const QSizeF &maxSize, double unitsPerPixel)
 {
     changeAllFormats(&text, [&](QTextCharFormat &format) {
         if (!format.isImageFormat())
@@ -54,8 +54,8 @@ void fitPictures(QTextDocument &text, const QSizeF &largest, double unitsPerPixe
         QSizeF size = shownSize(text, image, unitsPerPixel);
         if (size.isEmpty())
             return;
-        if (size.width() > largest.width() || size.height() > largest.height())
-            size = size.scaled(largest, Qt::KeepAspectRatio).expandedTo(QSizeF(1.0, 1.0));
+        if (size.width() > maxSize.width() || size.height() > maxSize.height())
+            size = size.scaled(maxSize, Qt::KeepAspectRatio).expandedTo(QSizeF(1.0, 1.0));
         image.setWidth(size.width());
         image.setHeight(size.height());
         format = image;

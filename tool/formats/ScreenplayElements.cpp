@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <tool/formats/ScreenplayElements.h>
 
-#include <QXmlStreamWriter>
+#include <tool/Document.h>
 
 #include <algorithm>
 
@@ -30,35 +30,6 @@ bool isInCapitals(const ElementSettings &settings)
         || standard.paragraphSpec.style.testFlag(AllCaps);
 }
 
-// Files count indents from the paper's edge; Final Draft's margin is one inch.
-QString paperInches(double indent)
-{
-    return QString::number(indent + 1.0, 'f', 2);
-}
-
-void writeSettings(QXmlStreamWriter &xml, const ElementSettings &settings)
-{
-    const ParagraphAttr &paragraph = settings.paragraphSpec;
-    const auto attribute = [&xml](const char *name, const QString &value) {
-        xml.writeAttribute(QLatin1String(name), value);
-    };
-    xml.writeStartElement(QStringLiteral("ElementSettings"));
-    attribute("Type", settings.type);
-    xml.writeStartElement(QStringLiteral("ParagraphSpec"));
-    attribute("Alignment", toString(paragraph.alignment));
-    attribute("FirstIndent", QString::number(paragraph.firstIndent, 'f', 2));
-    attribute("LeftIndent", paperInches(paragraph.leftIndent));
-    attribute("RightIndent", paperInches(paragraph.rightIndent));
-    attribute("SpaceBefore", QString::number(paragraph.spaceBefore));
-    attribute("Spacing", QStringLiteral("1"));
-    xml.writeEndElement();
-    // A type that paginated as another one would be read as that one.
-    xml.writeEmptyElement(QStringLiteral("Behavior"));
-    attribute("PaginateAs", settings.type);
-    attribute("ReturnKey", toString(settings.returnKey));
-    xml.writeEndElement();
-}
-
 bool standsBefore(const QString &one, const QString &other)
 {
     const int first = toElementType(one);
@@ -80,18 +51,18 @@ ElementSettingsMap standardSettings()
     return settings;
 }
 
-QByteArray withStandardSettings(const QByteArray &fdx, const ElementSettingsMap &known)
+ElementSettingsMap fallbackSettings()
 {
-    QByteArray added;
-    QXmlStreamWriter xml(&added);
-    const ElementSettingsMap standard = standardSettings();
-    for (const ElementSettings &settings : standard) {
-        if (!known.contains(settings.type))
-            writeSettings(xml, settings);
-    }
-    const int rootEnd = fdx.lastIndexOf("</FinalDraft");
-    QByteArray result = fdx;
-    return rootEnd < 0 || added.isEmpty() ? result : result.insert(rootEnd, added);
+    ElementSettingsMap settings = standardSettings();
+    for (ElementSettings &entry : settings)
+        entry.paragraphSpec.style = {};
+    return settings;
+}
+
+void giveStandards(Document &document)
+{
+    document.text.setDocumentMargin(defaultMargin);
+    document.elements = elementsForWriting(standardSettings());
 }
 
 QList<MVRScriptElement> elementsForReading(const ElementSettingsMap &settings, bool capitals)

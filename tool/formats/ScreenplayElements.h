@@ -4,10 +4,11 @@
 #include <core/MVRScriptElement.h>
 #include <finaldraft/MVRFinalDraft.h>
 
-#include <QByteArray>
 #include <QHash>
 #include <QList>
 #include <QString>
+
+struct Document;
 
 /*! Settings of paragraph types by name, as a reader hands them out. */
 using ElementSettingsMap = QHash<QString, MVRFinalDraft::ElementSettings>;
@@ -17,15 +18,12 @@ using ElementSettingsMap = QHash<QString, MVRFinalDraft::ElementSettings>;
 */
 ElementSettingsMap standardSettings();
 
-/*!
-    Adds Final Draft's own settings for each standard type that a file is silent about.
+/*! The same for a reader, for what files are silent about: capitals are left to its elements. */
+ElementSettingsMap fallbackSettings();
 
-    Without them such paragraphs would all stand at the left margin, and those of unknown type
-    would be dropped.
-    \param fdx    the file; returned as it is when its root element has no end tag
-    \param known  the settings that the file has
-*/
-QByteArray withStandardSettings(const QByteArray &fdx, const ElementSettingsMap &known);
+/*! Gives a document that is no screenplay margins of an inch, and the elements to write it as one.
+ */
+void giveStandards(Document &document);
 
 /*!
     Elements that let a reader keep the formats of the file.

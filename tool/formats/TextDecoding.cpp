@@ -43,3 +43,13 @@ bool decodeText(const QByteArray &bytes, QString *text)
     *text = result;
     return true;
 }
+
+QString notTextError()
+{
+    return QStringLiteral("not a text file");
+}
+
+QString nestingError()
+{
+    return QStringLiteral("its elements are nested too deep");
+}

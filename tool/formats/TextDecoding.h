@@ -13,3 +13,7 @@
     \return false when the bytes are no text: control characters are too many
 */
 bool decodeText(const QByteArray &bytes, QString *text);
+
+/*! What is wrong with bytes that are no text, and with text whose parts are nested too deep. */
+QString notTextError();
+QString nestingError();

@@ -22,7 +22,7 @@ namespace {
 
 constexpr double dotsPerPoint = Pages::resolution / 72.0;
 constexpr double linePitch = 12.0 * dotsPerPoint; // a typewriter's six lines to the inch
-constexpr double largestLineFont = 12.0; // points; larger letters would overlap at that pitch
+constexpr double maxLineFont = 12.0; // points; larger letters would overlap at that pitch
 
 // Where pages have their number: half an inch from the top, ending at the right margin.
 constexpr double numberTop = 0.5; // inches
@@ -94,7 +94,7 @@ void setLinePitch(QTextDocument &text)
     QTextCursor cursor(&text);
     cursor.beginEditBlock();
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
-        if (largestFont(block) > largestLineFont)
+        if (largestFont(block) > maxLineFont)
             continue;
         QTextBlockFormat format = block.blockFormat();
         const bool isProportional = format.lineHeightType() == QTextBlockFormat::ProportionalHeight;

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include <tool/formats/Formats.h>
+
+#include <tool/Document.h>
+#include <tool/formats/TextOutput.h>
+
+#include <bbcode/MVRBbCodeConverter.h>
+#include <core/document/FormatEdits_p.h>
+
+namespace {
+
+// A forum page has a colour of its own for text, and BBCode neither backgrounds nor link targets.
+void leaveForumFormats(QTextCharFormat &format)
+{
+    if (format.foreground().color() == QColor(Qt::black))
+        format.clearForeground();
+    format.clearBackground();
+    format.clearProperty(QTextFormat::AnchorName);
+}
+
+// Headings, rules and unbreakable lines would not even begin a line in BBCode.
+void leaveForumFormats(QTextBlockFormat &format)
+{
+    format.clearProperty(QTextFormat::HeadingLevel);
+    format.clearProperty(QTextFormat::BlockTrailingHorizontalRulerWidth);
+    format.clearProperty(QTextFormat::BlockNonBreakableLines);
+}
+
+void prepareForForum(Document &document)
+{
+    QTextCursor cursor(&document.text);
+    const EditBlock editBlock(cursor);
+    const auto change = [](QTextCharFormat &format) { leaveForumFormats(format); };
+    const QVector<FormatEdit> edits
+        = collectFormatEdits(&document.text, -1, document.text.characterCount() - 1, change);
+    for (const FormatEdit &edit : edits)
+        edit.apply(cursor);
+    for (QTextBlock block = document.text.begin(); block.isValid(); block = block.next()) {
+        QTextBlockFormat format = block.blockFormat();
+        leaveForumFormats(format);
+        cursor.setPosition(block.position());
+        if (format != block.blockFormat())
+            cursor.setBlockFormat(format);
+        if (document.isScreenplay && hasSpaceBefore(block))
+            cursor.insertText(QString(QChar::LineSeparator), QTextCharFormat());
+    }
+}
+
+bool writeBbCode(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
+{
+    Q_UNUSED(options)
+    prepareForForum(document);
+    QString fault;
+    QString text = MVRBbCodeConverter().fromHtml(document.text.toHtml(), &fault);
+    if (text.isNull()) {
+        *error = QStringLiteral("cannot be written as BBCode: %1").arg(fault.simplified());
+        return false;
+    }
+    if (text.startsWith(QLatin1Char('\n'))) // each paragraph comes behind its line feed
+        text.remove(0, 1);
+    if (document.isScreenplay)
+        dropBlankParagraphs(text);
+    *bytes = withFinalNewline(text);
+    return true;
+}
+
+}
+
+const Format bbCodeFormat = {
+    "bbcode", "BBCode", "", nullptr, writeBbCode, NoteSupport::None, PictureSupport::None, false};
