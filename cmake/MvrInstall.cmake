@@ -11,7 +11,7 @@ endif()
 install(TARGETS MvrText EXPORT MvrTextTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT MvrTextTargets NAMESPACE MvrText:: DESTINATION ${mvr_package_dir})
 
-foreach(folder core text finaldraft bbcode)
+foreach(folder core text finaldraft bbcode pages)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/mvrtext
         FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE PATTERN "rtf" EXCLUDE PATTERN "xml" EXCLUDE

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "MarkedText.h"
 
 #include <core/MVRTextRtf.h>

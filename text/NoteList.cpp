@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <text/MVRTextDoc.h>
 #include <text/MVRTextNote.h>
 

@@ -3,12 +3,12 @@
 
 #include <tool/Document.h>
 #include <tool/formats/Pictures.h>
-#include <tool/pages/CourierPrime.h>
 #include <tool/pages/Lengths.h>
 #include <tool/pages/PageBreaks.h>
 
 #include <core/MVRTextRange.h>
 #include <core/MVRToolkit.h>
+#include <pages/MVRScreenplayFace.h>
 
 #include <QAbstractTextDocumentLayout>
 #include <QFont>
@@ -39,7 +39,7 @@ void substituteCourier()
 {
     static const bool done = [] {
         for (const char *face : courierFaces)
-            QFont::insertSubstitution(QString::fromLatin1(face), screenplayFace());
+            QFont::insertSubstitution(QString::fromLatin1(face), MVRScreenplayFace::family());
         return true;
     }();
     Q_UNUSED(done)
@@ -49,7 +49,7 @@ void substituteCourier()
 void nameOwnFace(QTextDocument &text)
 {
     const QString family = QStringLiteral("Courier Prime");
-    if (screenplayFace() == family)
+    if (MVRScreenplayFace::family() == family)
         return;
     QVector<MVRTextRange> places;
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
@@ -60,7 +60,7 @@ void nameOwnFace(QTextDocument &text)
         }
     }
     QTextCharFormat ownFace;
-    ownFace.setFontFamily(screenplayFace());
+    ownFace.setFontFamily(MVRScreenplayFace::family());
     for (const MVRTextRange &place : qAsConst(places))
         place.toTextCursor(&text).mergeCharFormat(ownFace);
 }
@@ -169,7 +169,7 @@ void Pages::paint(QPainter &painter, int index) const
 
 void Pages::paintNumber(QPainter &painter, int number) const
 {
-    QFont font(screenplayFace());
+    QFont font(MVRScreenplayFace::family());
     font.setPixelSize(resolution * 12 / 72);
     painter.save();
     painter.setFont(font);

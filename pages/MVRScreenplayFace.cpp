@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <tool/pages/CourierPrime.h>
+#include <pages/MVRScreenplayFace.h>
 
 #include <QByteArray>
 #include <QFile>
@@ -7,16 +7,17 @@
 #include <QStandardPaths>
 #include <QtEndian>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
-const char family[] = "Courier Prime";
+const char primeFamily[] = "Courier Prime";
 
 // The four files of Debian's package all say that they are its light upright face. They are put
 // right in memory, under a family name of the same length that is not taken.
 const char ownFamily[] = "Courier Print";
-static_assert(sizeof(family) == sizeof(ownFamily), "The name is replaced in place");
+static_assert(sizeof(primeFamily) == sizeof(ownFamily), "The name is replaced in place");
 
 /*! A file of the package and what it should say, in the values of the OpenType tables. */
 struct Face
@@ -120,12 +121,17 @@ QByteArray corrected(const QByteArray &file, const Face &face)
     font.setWord(head + 44, face.macStyle);
     dropOldStyleNames(font);
     for (const auto &[before, after] :
-         {std::pair(family, ownFamily), std::pair(style, face.style)}) {
+         {std::pair(primeFamily, ownFamily), std::pair(style, face.style)}) {
         font.replace(utf16(before), utf16(after));
         font.replace(before, after);
     }
     return font.bytes();
 }
+
+// Screenplays name faces that few systems have; all are typewriter faces of the same width.
+const char *const aliases[]
+    = {"Courier Final Draft", "Courier",      "Courier New", "Courier Std", "Courier 10 Pitch",
+       "Courier Screenplay",  "Courier Prime"};
 
 bool hasBold(const QString &name)
 {
@@ -153,11 +159,20 @@ bool registerFaces()
 
 }
 
-QString screenplayFace()
+QString MVRScreenplayFace::family()
 {
     static const QString face = [] {
-        const QString name = QString::fromLatin1(family);
+        const QString name = QString::fromLatin1(primeFamily);
         return !hasBold(name) && registerFaces() ? QString::fromLatin1(ownFamily) : name;
     }();
     return face;
+}
+
+bool MVRScreenplayFace::isAlias(const QString &family)
+{
+    if (family.isEmpty())
+        return true;
+    return std::any_of(std::begin(aliases), std::end(aliases), [&](const char *alias) {
+        return family.compare(QLatin1String(alias), Qt::CaseInsensitive) == 0;
+    });
 }

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+#include <pages/MVRPagePainter.h>
+
+#include <pages/MVRScreenplayFace.h>
+#include <pages/ShapedText_p.h>
+
+#include <QFontMetricsF>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QTextLayout>
+#include <QtMath>
+
+using MVRFinalDraft::TextAttr;
+
+namespace {
+
+constexpr int pdfResolution = 1440; // dots per inch; a whole number for each of fontUnits
+constexpr double baselineShare = 0.79; // of a typewriter line, above the baseline
+
+bool isSameFont(const TextAttr &a, const TextAttr &b)
+{
+    return a.font == b.font && a.size == b.size && a.style == b.style;
+}
+
+/*! Fonts by look; asking the toolkit for one each time costs more than drawing with it. */
+class FontCache
+{
+public:
+    const QFont &font(const TextAttr &attr)
+    {
+        for (const Entry &entry : m_entries) {
+            if (isSameFont(entry.attr, attr))
+                return entry.font;
+        }
+        if (m_entries.size() >= maxEntries)
+            m_entries.clear();
+        m_entries.append({attr, pageFont(attr)});
+        return m_entries.last().font;
+    }
+
+private:
+    static constexpr int maxEntries = 64;
+
+    struct Entry
+    {
+        TextAttr attr;
+        QFont font;
+    };
+    QVector<Entry> m_entries;
+};
+
+double lineSize(const MVRScreenplayLine &line)
+{
+    double size = 12.0;
+    for (const MVRScreenplayLine::Run &run : line.runs)
+        size = qMax(size, run.attr.size);
+    return size;
+}
+
+QPointF at(double x, double y)
+{
+    return QPointF(x * fontUnits, y * fontUnits);
+}
+
+void drawBackground(QPainter &painter, const MVRScreenplayLine &line,
+                    const MVRScreenplayLine::Run &run)
+{
+    if (run.attr.background == QColor(Qt::white) || !run.attr.background.isValid())
+        return;
+    painter.fillRect(QRectF(at(run.x, line.y), at(run.x + run.width, line.y + line.height)),
+                     run.attr.background);
+}
+
+void drawWords(QPainter &painter, const MVRScreenplayLine::Run &run, double baseline, QFont font)
+{
+    const double letter = run.text.isEmpty() ? 0.0 : run.width / run.text.size();
+    for (int start = 0; start < run.text.size();) {
+        int end = start;
+        const bool isBlank = hangs(run.text[start]);
+        while (end < run.text.size() && hangs(run.text[end]) == isBlank)
+            ++end;
+        font.setUnderline(!isBlank);
+        painter.setFont(font);
+        painter.drawText(at(run.x + start * letter, baseline), run.text.mid(start, end - start));
+        start = end;
+    }
+}
+
+void drawRun(QPainter &painter, const MVRScreenplayLine::Run &run, double baseline,
+             const QFont &font, bool isShaped)
+{
+    painter.setPen(run.attr.color.isValid() ? run.attr.color : QColor(Qt::black));
+    if (run.attr.style.testFlag(MVRFinalDraft::WordUnderline) && !isShaped) {
+        drawWords(painter, run, baseline, font);
+        return;
+    }
+    painter.setFont(font);
+    painter.drawText(at(run.x, baseline), run.text);
+}
+
+// The whole line in one: letters join over runs, and runs come in the order of reading.
+void drawShaped(QPainter &painter, const MVRScreenplayLine &line, double baseline)
+{
+    QString text;
+    QVector<QTextLayout::FormatRange> formats;
+    double left = line.runs.first().x;
+    for (const MVRScreenplayLine::Run &run : line.runs) {
+        QTextLayout::FormatRange range;
+        range.start = text.size();
+        range.length = run.text.size();
+        range.format.setFont(pageFont(run.attr));
+        range.format.setForeground(run.attr.color.isValid() ? run.attr.color : QColor(Qt::black));
+        formats.append(range);
+        text += run.text;
+        left = qMin(left, run.x);
+    }
+    QTextLayout layout(text, pageFont(line.runs.first().attr));
+    layout.setFormats(formats);
+    layout.beginLayout();
+    QTextLine laidOut = layout.createLine();
+    laidOut.setLineWidth(1e6);
+    layout.endLayout();
+    // The toolkit puts text that runs to the left at the right end of the line's width.
+    const double shift = laidOut.naturalTextRect().left();
+    layout.draw(&painter, at(left, baseline) - QPointF(shift, laidOut.ascent()));
+}
+
+// Stretches that tabs part are drawn each for itself.
+bool hasGaps(const MVRScreenplayLine &line)
+{
+    for (int i = 1; i < line.runs.size(); ++i) {
+        if (qAbs(line.runs[i].x - line.runs[i - 1].x - line.runs[i - 1].width) > 0.5)
+            return true;
+    }
+    return false;
+}
+
+void drawLine(QPainter &painter, const MVRScreenplayLine &line, FontCache &fonts)
+{
+    if (line.runs.isEmpty())
+        return;
+    for (const MVRScreenplayLine::Run &run : line.runs)
+        drawBackground(painter, line, run);
+    // Letters stand at the top of a line that is higher than they are.
+    const double baseline = line.y + lineSize(line) * baselineShare;
+    if (line.needsShaping && !hasGaps(line)) {
+        drawShaped(painter, line, baseline);
+        return;
+    }
+    for (const MVRScreenplayLine::Run &run : line.runs)
+        drawRun(painter, run, baseline, fonts.font(run.attr), line.needsShaping);
+}
+
+void drawWatermark(QPainter &painter, const QSizeF &pageSize, const QString &watermark)
+{
+    if (watermark.isEmpty())
+        return;
+    const QSizeF size = pageSize * fontUnits;
+    TextAttr attr;
+    attr.style = MVRFinalDraft::Bold;
+    QFont font = pageFont(attr);
+    const double diagonal = std::hypot(size.width(), size.height());
+    const double letters = qMax(4, watermark.size());
+    font.setPixelSize(qBound(200, int(0.75 * diagonal / letters / 0.6), 3000));
+    painter.save();
+    painter.translate(size.width() / 2.0, size.height() / 2.0);
+    painter.rotate(-qRadiansToDegrees(std::atan2(size.height(), size.width())));
+    painter.setFont(font);
+    painter.setPen(QColor(222, 222, 222));
+    const double width = QFontMetricsF(font).horizontalAdvance(watermark);
+    painter.drawText(QPointF(-width / 2.0, font.pixelSize() / 3.0), watermark);
+    painter.restore();
+}
+
+}
+
+void MVRPagePainter::paint(QPainter &painter, const MVRScreenplayPage &page, const QSizeF &pageSize,
+                           const QString &watermark)
+{
+    FontCache fonts;
+    painter.save();
+    painter.scale(1.0 / fontUnits, 1.0 / fontUnits);
+    drawWatermark(painter, pageSize, watermark);
+    for (const MVRScreenplayLine &line : page.lines)
+        drawLine(painter, line, fonts);
+    painter.restore();
+}
+
+bool MVRPagePainter::writePdf(QIODevice *device, const MVRScreenplayPages &pages,
+                              const QString &title, const QString &watermark)
+{
+    if (!device)
+        return false;
+    QPdfWriter writer(device);
+    writer.setResolution(pdfResolution);
+    writer.setPageSize(
+        QPageSize(pages.pageSize(), QPageSize::Point, QString(), QPageSize::FuzzyOrientationMatch));
+    writer.setPageMargins(QMarginsF());
+    writer.setTitle(title);
+    writer.setCreator(QStringLiteral("libMvrText"));
+    QPainter painter;
+    if (!painter.begin(&writer))
+        return false;
+    painter.scale(pdfResolution / 72.0, pdfResolution / 72.0);
+    const QVector<MVRScreenplayPage> all = pages.pages();
+    for (int i = 0; i < all.size(); ++i) {
+        if (i > 0)
+            writer.newPage();
+        paint(painter, all[i], pages.pageSize(), watermark);
+    }
+    return painter.end();
+}

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pages/MVRScreenplayPages.h>
+
+class QIODevice;
+class QPainter;
+
+/*! Draws composed pages. */
+class MVRTEXT_EXPORT MVRPagePainter
+{
+public:
+    /*!
+        Draws a page in the order of its lines, so that selected text reads as it stands.
+
+        \param painter    its units are points, (0, 0) the paper's top left
+        \param page       the page
+        \param pageSize   in points
+        \param watermark  drawn in light grey from corner to corner, below the text; may be empty
+    */
+    static void paint(QPainter &painter, const MVRScreenplayPage &page, const QSizeF &pageSize,
+                      const QString &watermark = QString());
+
+    /*!
+        Writes pages as a PDF file with fonts in it.
+
+        \param device     open for writing
+        \param title      in the file's metadata
+        \return false when the file cannot be written
+    */
+    static bool writePdf(QIODevice *device, const MVRScreenplayPages &pages, const QString &title,
+                         const QString &watermark = QString());
+};

@@ -1,0 +1,423 @@
+// SPDX-License-Identifier: MIT
+#include "PageDump.h"
+
+#include <QRandomGenerator>
+#include <QtTest>
+
+#include <map>
+
+using namespace MVRFinalDraft;
+
+Q_DECLARE_METATYPE(MVRScreenplaySettings)
+
+namespace {
+
+MVRScreenplayParagraph paragraph(const QString &type, const QString &text)
+{
+    MVRScreenplayParagraph made;
+    const ElementSettings element = MVRScreenplay::standardElement(type);
+    made.type = type;
+    made.paginateAs = element.paginateAs;
+    made.attr = element.paragraphSpec;
+    MVRScreenplayRun run;
+    run.text = text;
+    run.attr = element.fontSpec;
+    made.runs.append(run);
+    return made;
+}
+
+/*! Scripts of all elements in orders and lengths that nobody would think of. */
+class RandomScript
+{
+public:
+    explicit RandomScript(quint32 seed)
+        : m_random(seed)
+    {
+    }
+
+    MVRScreenplay make()
+    {
+        MVRScreenplay script;
+        MVRScreenplaySettings &settings = script.settings;
+        settings.pageSize.setHeight(144.0 + 12.0 * (14 + below(50)));
+        settings.breaksAtSentences = below(4) > 0;
+        settings.marksBrokenSpeech = below(3) > 0;
+        settings.namesBrokenSpeech = below(3) > 0;
+        settings.continuesSpeakers = below(2) > 0;
+        settings.marksBrokenScene = below(3) == 0;
+        settings.continuesBrokenScene = below(3) == 0;
+        const int scenes = 3 + below(8);
+        for (int i = 0; i < scenes; ++i)
+            addScene(script.body);
+        return script;
+    }
+
+private:
+    int below(int limit) { return int(m_random.bounded(limit)); }
+
+    QString text(int words)
+    {
+        static const QStringList known
+            = QStringLiteral("rain harbour a the boat-house old Anna? No. waits. light --and "
+                             "never! stands quay "
+                             "\"So.\" somewhere-or-other Mr. Tom… (quietly) x again, nobody "
+                             "incomprehensibilities "
+                             "two  blanks lines\nbroken")
+                  .split(QLatin1Char(' '));
+        QStringList text;
+        for (int i = 0; i < words; ++i)
+            text << known[below(known.size())];
+        return text.join(QLatin1Char(' '));
+    }
+
+    void addSpeech(QVector<MVRScreenplayParagraph> &body, int dual)
+    {
+        const int first = body.size();
+        body.append(paragraph(QStringLiteral("Character"),
+                              below(2) ? QStringLiteral("Anna") : QStringLiteral("TOM (V.O.)")));
+        const int parts = 1 + below(3);
+        for (int i = 0; i < parts; ++i) {
+            if (below(3) == 0)
+                body.append(paragraph(QStringLiteral("Parenthetical"), text(1 + below(8))));
+            body.append(paragraph(QStringLiteral("Dialogue"), text(1 + below(dual ? 60 : 120))));
+        }
+        for (int i = first; i < body.size(); ++i)
+            body[i].dualDialogue = dual;
+    }
+
+    void addScene(QVector<MVRScreenplayParagraph> &body)
+    {
+        body.append(paragraph(QStringLiteral("Scene Heading"), text(1 + below(12))));
+        body.last().attr.startsNewPage = below(10) == 0;
+        const int parts = 1 + below(12);
+        for (int i = 0; i < parts; ++i) {
+            switch (below(7)) {
+            case 0:
+                body.append(paragraph(QStringLiteral("Transition"), QStringLiteral("cut to:")));
+                break;
+            case 1:
+                body.append(paragraph(QStringLiteral("Shot"), text(3)));
+                body.append(paragraph(QStringLiteral("Action"), text(below(60))));
+                break;
+            case 2:
+                ++m_dual;
+                addSpeech(body, m_dual);
+                addSpeech(body, m_dual);
+                break;
+            case 3:
+            case 4:
+                addSpeech(body, 0);
+                break;
+            default:
+                body.append(paragraph(QStringLiteral("Action"), text(below(150))));
+            }
+        }
+    }
+
+    QRandomGenerator m_random;
+    int m_dual = 0;
+};
+
+bool isBody(const MVRScreenplayLine &line)
+{
+    return line.kind <= MVRScreenplayLine::SceneTop;
+}
+
+QString withoutBlanks(QString text)
+{
+    return text.remove(QLatin1Char(' ')).remove(QLatin1Char('\n'));
+}
+
+QString textOf(const MVRScreenplayParagraph &paragraph)
+{
+    QString text;
+    for (const MVRScreenplayRun &run : paragraph.runs)
+        text += run.attr.style.testFlag(AllCaps) ? run.text.toUpper() : run.text;
+    return text;
+}
+
+/*! The lines of one paragraph on one page. */
+struct Part
+{
+    int page;
+    int lines;
+};
+
+std::map<int, QVector<Part>> partsOf(const QVector<MVRScreenplayPage> &pages)
+{
+    std::map<int, QVector<Part>> parts;
+    for (int page = 0; page < pages.size(); ++page) {
+        for (const MVRScreenplayLine &line : pages[page].lines) {
+            if (line.paragraph < 0)
+                continue;
+            QVector<Part> &known = parts[line.paragraph];
+            if (known.isEmpty() || known.last().page != page)
+                known.append({page, 0});
+            ++known.last().lines;
+        }
+    }
+    return parts;
+}
+
+/*! The last paragraph that each column of a page shows. */
+QVector<int> lastParagraphs(const MVRScreenplayPage &page)
+{
+    QVector<int> last(2, -1);
+    double end[2] = {-1.0, -1.0};
+    for (const MVRScreenplayLine &line : page.lines) {
+        if (line.paragraph >= 0 && line.y > end[line.column]) {
+            end[line.column] = line.y;
+            last[line.column] = line.paragraph;
+        }
+    }
+    if (end[1] < end[0])
+        last[1] = -1;
+    return last;
+}
+
+bool holds(const MVRScreenplayPage &page, MVRScreenplayLine::Kind kind)
+{
+    return std::any_of(page.lines.cbegin(), page.lines.cend(),
+                       [kind](const MVRScreenplayLine &line) { return line.kind == kind; });
+}
+
+bool isSpeech(const MVRScreenplayParagraph &paragraph)
+{
+    return paragraph.paginateAs == Dialogue || paragraph.paginateAs == Parenthetical;
+}
+
+}
+
+/*! The rules of breaks on scripts at random, and the measuring of text. */
+class TestPageRules : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void keepsRules_data();
+    void keepsRules();
+    void keepsText_data() { keepsRules_data(); }
+    void keepsText();
+    void takesLinearTime();
+    void survivesAnySettings_data();
+    void survivesAnySettings();
+    void placesWideAndLeftwardText();
+    void keepsScenesAndPages();
+    void measuresScenes();
+};
+
+void TestPageRules::keepsRules_data()
+{
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed = 1; seed <= 300; ++seed)
+        QTest::newRow(QByteArray::number(seed).constData()) << seed;
+}
+
+void TestPageRules::keepsText()
+{
+    QFETCH(const quint32, seed);
+    const MVRScreenplay script = RandomScript(seed).make();
+    QVector<QString> seen(script.body.size());
+    const double bottom = script.settings.pageSize.height() - script.settings.bottomMargin;
+    const QVector<MVRScreenplayPage> pages = MVRScreenplayPages(script).pages();
+    for (const MVRScreenplayPage &page : pages) {
+        for (const MVRScreenplayLine &line : page.lines) {
+            if (line.paragraph >= 0)
+                seen[line.paragraph] += line.text();
+            if (isBody(line))
+                QVERIFY2(line.y + line.height < bottom + 0.1, qPrintable(line.text()));
+            for (const MVRScreenplayLine::Run &run : line.runs)
+                QVERIFY(run.x + run.width <= script.settings.pageSize.width());
+        }
+    }
+    for (int i = 0; i < script.body.size(); ++i) {
+        const QString expected = textOf(script.body[i]);
+        if (script.body[i].type == QLatin1String("Character"))
+            QVERIFY(withoutBlanks(seen[i]).startsWith(withoutBlanks(expected)));
+        else
+            QCOMPARE(withoutBlanks(seen[i]), withoutBlanks(expected));
+    }
+}
+
+void TestPageRules::keepsRules()
+{
+    QFETCH(const quint32, seed);
+    const MVRScreenplay script = RandomScript(seed).make();
+    const QVector<MVRScreenplayPage> pages = MVRScreenplayPages(script).pages();
+    const std::map<int, QVector<Part>> parts = partsOf(pages);
+    for (const auto &[index, places] : parts) {
+        const MVRScreenplayParagraph &source = script.body[index];
+        for (const Part &part : places)
+            QVERIFY2(places.size() == 1 || part.lines >= 2, qPrintable(textOf(source)));
+        if (source.paginateAs != Action && source.paginateAs != Dialogue)
+            QCOMPARE(places.size(), 1);
+    }
+    for (int page = 0; page + 1 < pages.size(); ++page) {
+        const QVector<int> lasts = lastParagraphs(pages[page]);
+        for (const int last : lasts) {
+            if (last < 0 || last + 1 >= script.body.size()
+                || script.body[last + 1].attr.startsNewPage)
+                continue;
+            const MVRScreenplayParagraph &source = script.body[last];
+            QVERIFY2(source.paginateAs != SceneHeading && source.paginateAs != Character
+                         && source.paginateAs != Parenthetical,
+                     qPrintable(textOf(source)));
+            const bool isBroken = parts.at(last).last().page > page
+                || (isSpeech(source) && isSpeech(script.body[last + 1]));
+            if (!isBroken || !isSpeech(source))
+                continue;
+            QCOMPARE(holds(pages[page], MVRScreenplayLine::More),
+                     script.settings.marksBrokenSpeech);
+            QCOMPARE(holds(pages[page + 1], MVRScreenplayLine::Continued),
+                     script.settings.namesBrokenSpeech);
+        }
+    }
+}
+
+void TestPageRules::takesLinearTime()
+{
+    // One paragraph and one speech that go over hundreds of pages.
+    MVRScreenplay script;
+    const QString words = QStringLiteral("He waits. And waits, ").repeated(20000);
+    script.body = {paragraph(QStringLiteral("Action"), words),
+                   paragraph(QStringLiteral("Character"), QStringLiteral("ANNA")),
+                   paragraph(QStringLiteral("Dialogue"), words),
+                   paragraph(QStringLiteral("Action"), QString(200000, QLatin1Char('x'))),
+                   paragraph(QStringLiteral("Action"), QString(200000, QLatin1Char(' ')))};
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(MVRScreenplayPages(script).pages().size() > 400);
+    QVERIFY2(timer.elapsed() < 20000, "quadratic in a paragraph");
+}
+
+void TestPageRules::survivesAnySettings_data()
+{
+    QTest::addColumn<MVRScreenplaySettings>("settings");
+
+    MVRScreenplaySettings settings;
+    settings.pageSize = QSizeF(-1.0, qQNaN());
+    QTest::newRow("no paper") << settings;
+    settings = MVRScreenplaySettings();
+    settings.topMargin = settings.bottomMargin = 400.0;
+    QTest::newRow("margins that leave nothing") << settings;
+    settings = MVRScreenplaySettings();
+    settings.lineHeight = 0.0;
+    QTest::newRow("no height of lines") << settings;
+    settings = MVRScreenplaySettings();
+    settings.pageSize = QSizeF(72.0, 72.0);
+    settings.marksBrokenScene = settings.continuesBrokenScene = true;
+    QTest::newRow("a page of an inch") << settings;
+    settings = MVRScreenplaySettings();
+    settings.dualLeft = 9.0;
+    settings.dualRight = qInf();
+    QTest::newRow("columns beside the paper") << settings;
+}
+
+void TestPageRules::survivesAnySettings()
+{
+    QFETCH(const MVRScreenplaySettings, settings);
+    MVRScreenplay script = RandomScript(7).make();
+    script.settings = settings;
+    script.body[1].attr.leftIndent = qInf();
+    script.body[2].attr.rightIndent = -50.0;
+    script.body[3].attr.spacing = 1e9;
+    script.body[4].runs.first().attr.size = 1e9;
+    script.body[5].attr.spaceBefore = 1000000000;
+    script.body[6].runs.first().attr.size = 390.0;
+    QVector<QString> seen(script.body.size());
+    const QVector<MVRScreenplayPage> pages = MVRScreenplayPages(script).pages();
+    for (const MVRScreenplayPage &page : pages) {
+        for (const MVRScreenplayLine &line : page.lines) {
+            if (line.paragraph >= 0)
+                seen[line.paragraph] += line.text();
+        }
+    }
+    for (int i = 0; i < script.body.size(); ++i)
+        QVERIFY(withoutBlanks(seen[i]).startsWith(withoutBlanks(textOf(script.body[i]))));
+}
+
+void TestPageRules::placesWideAndLeftwardText()
+{
+    MVRScreenplay script;
+    const QString hebrew = QStringLiteral("שלום עולם, ");
+    const QString chinese = QStringLiteral("雨停了。船没有回来，");
+    script.body = {paragraph(QStringLiteral("Action"), hebrew.repeated(12)),
+                   paragraph(QStringLiteral("Action"), chinese.repeated(20))};
+    const QVector<MVRScreenplayPage> pages = MVRScreenplayPages(script).pages();
+    int lines[2] = {0, 0};
+    for (const MVRScreenplayLine &line : pages.first().lines) {
+        if (line.paragraph < 0)
+            continue;
+        QVERIFY(line.needsShaping);
+        ++lines[line.paragraph];
+        const MVRScreenplayLine::Run &run = line.runs.first();
+        QVERIFY(run.x > 107.0 && run.x + run.width < 541.0);
+        if (line.paragraph == 0) // begins at the right
+            QVERIFY(qAbs(run.x + run.width - 540.0) < 1.0);
+        else
+            QVERIFY(qAbs(run.x - 108.0) < 0.1);
+    }
+    QVERIFY(lines[0] > 1);
+    QVERIFY(lines[1] > 1); // although it has no blanks
+}
+
+void TestPageRules::keepsScenesAndPages()
+{
+    MVRScreenplay script;
+    for (const char *number : {"1", "2", "2A", "3", "4"}) {
+        script.body.append(paragraph(QStringLiteral("Scene Heading"), QStringLiteral("int. room")));
+        script.body.last().sceneNumber = QLatin1String(number);
+        script.body.append(
+            paragraph(QStringLiteral("Action"),
+                      QStringLiteral("Text of %1. ").arg(QLatin1String(number)).repeated(120)));
+    }
+    MVRScreenplayPages pages(script);
+    const int all = pages.pages().size();
+    QVERIFY(!pages.keepScenes(QStringLiteral("5"), QStringLiteral("6")));
+    QVERIFY(!pages.keepScenes(QStringLiteral("3"), QStringLiteral("2")));
+    QCOMPARE(pages.pages().size(), all);
+    QVERIFY(pages.keepScenes(QStringLiteral("2"), QStringLiteral("2a")));
+    const QByteArray sides = dumpOf(pages);
+    QVERIFY(sides.contains("Text of 2.") && sides.contains("Text of 2A."));
+    QVERIFY(!sides.contains("Text of 1.") && !sides.contains("Text of 3."));
+    QVERIFY(pages.pages().first().number > 0);
+
+    MVRScreenplayPages some(script);
+    QVERIFY(!some.keepPages(100, 200));
+    QVERIFY(some.keepPages(2, 3));
+    QCOMPARE(some.pages().size(), 2);
+    QCOMPARE(some.pages().first().number, 2);
+}
+
+void TestPageRules::measuresScenes()
+{
+    // 54 lines: a scene of 27, one of 2 (and two above it), one over the page's end.
+    MVRScreenplay script;
+    const auto line = [](int count) {
+        QStringList lines;
+        for (int i = 0; i < count; ++i)
+            lines << QStringLiteral("Line %1.").arg(i + 1);
+        return lines.join(QLatin1Char('\n'));
+    };
+    for (const int lines : {25, 1, 60}) {
+        script.body.append(paragraph(QStringLiteral("Scene Heading"), QStringLiteral("int. room")));
+        script.body.append(paragraph(QStringLiteral("Action"), line(lines)));
+    }
+    const MVRScreenplayPages pages(script);
+    const QVector<MVRScreenplayScene> scenes = pages.scenes();
+    QCOMPARE(scenes.size(), 3);
+    QCOMPARE(scenes[0].eighths, 4);
+    QCOMPARE(scenes[1].eighths, 1);
+    QCOMPARE(scenes[2].eighths, 9);
+    const QVector<MVRScreenplaySceneLength> parts = pages.sceneLengths();
+    QCOMPARE(parts.size(), 4);
+    QCOMPARE(parts[1].firstLine, 27);
+    QCOMPARE(parts[1].lastLine, 28);
+    QCOMPARE(parts[2].firstText, QStringLiteral("INT. ROOM"));
+    QCOMPARE(parts[3].page, 1);
+    QCOMPARE(parts[3].firstLine, 1);
+    QCOMPARE(parts[3].lastText, QStringLiteral("Line 60."));
+}
+
+QTEST_MAIN(TestPageRules)
+#include "tst_pagerules.moc"
