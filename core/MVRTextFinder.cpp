@@ -2,6 +2,7 @@
 #include <core/MVRTextFinder.h>
 
 #include <core/MVRTextFormat.h>
+#include <core/document/Selection_p.h>
 #include <core/document/TextFragments_p.h>
 
 #include <functional>
@@ -9,11 +10,6 @@
 namespace {
 
 using Matches = std::function<bool(const QTextCharFormat &)>;
-
-int searchPosition(const QTextCursor &from)
-{
-    return from.hasSelection() ? from.selectionEnd() : from.position();
-}
 
 QTextCursor selected(const QTextCursor &any, int start, int end)
 {
@@ -62,16 +58,52 @@ MVRTextRange runAround(FragmentWalker walker, const Matches &matches)
     return run;
 }
 
-bool allMatch(const QTextCursor &cursor, const Matches &matches)
+/*! What the selected characters say: all of them, any, or that there are none. */
+struct Matched
 {
-    FragmentWalker walker(cursor.document(), cursor.selectionStart());
-    bool anyText = false;
-    for (; walker.isValid() && walker.start() < cursor.selectionEnd(); walker.next()) {
-        if (!matches(walker.format()))
-            return false;
-        anyText = true;
+    bool any = false;
+    bool all = false;
+};
+
+Matched matched(const Selection &selection, const Matches &matches)
+{
+    bool anyMatches = false;
+    bool anyOther = false;
+    for (const MVRTextRange &range : selection.ranges()) {
+        FragmentWalker walker(selection.document(), range.start);
+        for (; walker.isValid() && walker.start() < range.end; walker.next()) {
+            const bool isMatch = matches(walker.format());
+            anyMatches |= isMatch;
+            anyOther |= !isMatch;
+            if (anyMatches && anyOther)
+                return {true, false};
+        }
     }
-    return anyText;
+    return {anyMatches, anyMatches && !anyOther};
+}
+
+void collectAnchors(const QTextDocument *document, const MVRTextRange &range, bool whole,
+                    QList<MVRTextRange> *anchors)
+{
+    QTextCharFormat lastFormat;
+    QTextBlock lastBlock;
+    FragmentWalker walker(document, range.start);
+    for (; walker.isValid() && walker.start() < range.end; walker.next()) {
+        const QTextCharFormat format = walker.format();
+        if (!format.isAnchor())
+            continue;
+        const int start = qMax(walker.start(), range.start);
+        const int end = qMin(walker.end(), range.end);
+        const bool continues = whole && lastBlock == walker.block() && anchors->last().end == start
+            && format.anchorHref() == lastFormat.anchorHref()
+            && format.anchorNames() == lastFormat.anchorNames();
+        if (continues)
+            anchors->last().end = end;
+        else
+            anchors->append(MVRTextRange(start, end));
+        lastFormat = format;
+        lastBlock = walker.block();
+    }
 }
 
 /*! The format at the cursor's position in the text, without what the user is about to type in. */
@@ -145,14 +177,10 @@ bool MVRTextFinder::hasFormatProperty(const QTextCursor &cursor, int id, const Q
     if (cursor.isNull())
         return false;
     const Matches matches = matcher(id, value, exact);
-    if (!cursor.hasSelection())
+    const Selection selection(cursor);
+    if (selection.isEmpty())
         return atPosition && matches(formatInText(cursor));
-    FragmentWalker walker(cursor.document(), cursor.selectionStart());
-    for (; walker.isValid() && walker.start() < cursor.selectionEnd(); walker.next()) {
-        if (matches(walker.format()))
-            return true;
-    }
-    return false;
+    return matched(selection, matches).any;
 }
 
 bool MVRTextFinder::isInFormatProperty(const QTextCursor &cursor, int id, const QVariant &value,
@@ -161,7 +189,8 @@ bool MVRTextFinder::isInFormatProperty(const QTextCursor &cursor, int id, const 
     if (cursor.isNull())
         return false;
     const Matches matches = matcher(id, value, exact);
-    return cursor.hasSelection() ? allMatch(cursor, matches) : matches(formatInText(cursor));
+    const Selection selection(cursor);
+    return selection.isEmpty() ? matches(formatInText(cursor)) : matched(selection, matches).all;
 }
 
 bool MVRTextFinder::isFormatCheckedProperty(const QTextCursor &cursor, int id,
@@ -170,33 +199,16 @@ bool MVRTextFinder::isFormatCheckedProperty(const QTextCursor &cursor, int id,
     if (cursor.isNull())
         return false;
     const Matches matches = matcher(id, value, exact);
-    return cursor.hasSelection() ? allMatch(cursor, matches) : matches(cursor.charFormat());
+    const Selection selection(cursor);
+    return selection.isEmpty() ? matches(cursor.charFormat()) : matched(selection, matches).all;
 }
 
 QList<MVRTextRange> MVRTextFinder::findAllAnchors(const QTextCursor &cursor, bool whole)
 {
     QList<MVRTextRange> anchors;
-    if (cursor.isNull())
-        return anchors;
-    QTextCharFormat lastFormat;
-    QTextBlock lastBlock;
-    FragmentWalker walker(cursor.document(), cursor.selectionStart());
-    for (; walker.isValid() && walker.start() < cursor.selectionEnd(); walker.next()) {
-        const QTextCharFormat format = walker.format();
-        if (!format.isAnchor())
-            continue;
-        const int start = qMax(walker.start(), cursor.selectionStart());
-        const int end = qMin(walker.end(), cursor.selectionEnd());
-        const bool continues = whole && !anchors.isEmpty() && anchors.last().end == start
-            && walker.block() == lastBlock && format.anchorHref() == lastFormat.anchorHref()
-            && format.anchorNames() == lastFormat.anchorNames();
-        if (continues)
-            anchors.last().end = end;
-        else
-            anchors.append(MVRTextRange(start, end));
-        lastFormat = format;
-        lastBlock = walker.block();
-    }
+    const Selection selection(cursor);
+    for (const MVRTextRange &range : selection.ranges())
+        collectAnchors(selection.document(), range, whole, &anchors);
     return anchors;
 }
 

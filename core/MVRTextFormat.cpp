@@ -62,14 +62,18 @@ void MVRTextFormat::convertToFormat(QTextDocument *document, const QTextCharForm
 {
     if (!document || (!charFormat && !blockFormat))
         return;
-    const EditBlock undoStep(document);
+    QVector<FormatEdit> edits;
     if (charFormat) {
-        changeAllFormats(document, [charFormat](QTextCharFormat &format) {
+        edits = collectAllFormatEdits(document, [charFormat](QTextCharFormat &format) {
             // Images and table cells are what they are through their format.
             if (format.objectType() == QTextFormat::NoObject)
                 format = *charFormat;
         });
     }
+    std::optional<EditBlock> undoStep;
+    if (!edits.isEmpty())
+        undoStep.emplace(document);
+    applyFormatEdits(document, edits);
     if (!blockFormat)
         return;
     QTextCursor cursor(document);
@@ -79,6 +83,8 @@ void MVRTextFormat::convertToFormat(QTextDocument *document, const QTextCharForm
         format.setObjectIndex(block.blockFormat().objectIndex());
         if (format == block.blockFormat())
             continue;
+        if (!undoStep)
+            undoStep.emplace(document);
         cursor.setPosition(block.position());
         cursor.setBlockFormat(format);
     }

@@ -3,6 +3,7 @@
 
 #include <core/MVRTextRange.h>
 #include <core/document/EditBlock_p.h>
+#include <core/document/Selection_p.h>
 #include <core/document/TextFragments_p.h>
 
 #include <QTextBoundaryFinder>
@@ -136,18 +137,20 @@ MVRTextRange textOf(const QTextBlock &block)
     return MVRTextRange(block.position(), block.position() + block.length() - 1);
 }
 
-/*! Removes what trim() removes from \a range; false when that is nothing. */
-bool trimRange(QTextDocument *document, const MVRTextRange &range, bool emptyLines, int count,
-               int limit)
+/*! Removes what trim() removes from each of \a ranges; false when that is nothing. */
+bool trimRanges(QTextDocument *document, const QVector<MVRTextRange> &ranges, bool emptyLines,
+                int count, int limit)
 {
-    const MVRTextRange kept = trimmedRange(document, range, count, limit);
     QVector<MVRTextRange> removals;
-    if (kept.start > range.start)
-        removals.append(MVRTextRange(range.start, kept.start));
-    if (emptyLines)
-        removals += repeatedEmptyLines(document, kept);
-    if (kept.end < range.end)
-        removals.append(MVRTextRange(kept.end, range.end));
+    for (const MVRTextRange &range : ranges) {
+        const MVRTextRange kept = trimmedRange(document, range, count, limit);
+        if (kept.start > range.start)
+            removals.append(MVRTextRange(range.start, kept.start));
+        if (emptyLines)
+            removals += repeatedEmptyLines(document, kept);
+        if (kept.end < range.end)
+            removals.append(MVRTextRange(kept.end, range.end));
+    }
     if (removals.isEmpty())
         return false;
     const EditBlock undoStep(document);
@@ -160,8 +163,9 @@ bool trimRange(QTextDocument *document, const MVRTextRange &range, bool emptyLin
 
 void MVRTextUtil::trim(QTextCursor selection, bool emptyLines, int count, int limit, bool *changed)
 {
-    const bool isTrimmed = selection.hasSelection()
-        && trimRange(selection.document(), MVRTextRange(selection), emptyLines, count, limit);
+    const Selection selected(selection);
+    const bool isTrimmed
+        = trimRanges(selected.document(), selected.ranges(), emptyLines, count, limit);
     if (changed)
         *changed = isTrimmed;
 }
@@ -170,8 +174,8 @@ void MVRTextUtil::trim(QTextDocument *document, bool emptyLines, int count, int 
                        bool *changed)
 {
     const bool isTrimmed = document
-        && trimRange(document, MVRTextRange(0, document->characterCount() - 1), emptyLines, count,
-                     limit);
+        && trimRanges(document, {MVRTextRange(0, document->characterCount() - 1)}, emptyLines,
+                      count, limit);
     if (changed)
         *changed = isTrimmed;
 }

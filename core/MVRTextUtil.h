@@ -23,7 +23,8 @@ public:
         Removes white space (blanks, tabs, line and paragraph ends) at both ends of a selection, as
         one undo step; none when nothing is removed.
 
-        \param selection   the text to trim; nothing happens when it is null or empty
+        \param selection   the text to trim, of a rectangle in a table each cell by itself;
+                           nothing happens when it is null or empty
         \param emptyLines  true: inside the selection, too, empty paragraphs that follow each other
                            shrink to one
         \param count    the most white-space characters to leave in front of the text; the ones

@@ -3,6 +3,7 @@
 
 #include <core/MVRTextFormat.h>
 #include <core/STextDoc.h>
+#include <core/document/EditBlock_p.h>
 
 #include <QAbstractTextDocumentLayout>
 #include <QFont>
@@ -108,7 +109,7 @@ void MVRToolkit::toStockParagraphs(QTextDocument *document, double textWidth)
     // Documents have few formats and many paragraphs: each format is translated once.
     QHash<int, QTextBlockFormat> translated;
     QTextCursor cursor(document);
-    cursor.beginEditBlock();
+    std::optional<EditBlock> undoStep;
     for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
         const int index = block.blockFormatIndex();
         auto known = translated.find(index);
@@ -120,10 +121,11 @@ void MVRToolkit::toStockParagraphs(QTextDocument *document, double textWidth)
             translateSpacing(format);
             known = translated.insert(index, format);
         }
+        if (!undoStep)
+            undoStep.emplace(document);
         cursor.setPosition(block.position());
         cursor.setBlockFormat(*known);
     }
-    cursor.endEditBlock();
 }
 
 QPen MVRToolkit::typographyPen(const QTextDocument &document)

@@ -130,9 +130,10 @@ void STextDoc::clearAllProperty(QTextDocument *document, int property, const QVa
 
 void STextDoc::clearCommentPropertiesCursor(QTextCursor *cursor)
 {
-    if (cursor && cursor->hasSelection())
-        changeFormats(cursor->document(), cursor->selectionStart(), cursor->selectionEnd(),
-                      clearNoteProperties);
+    if (!cursor)
+        return;
+    const Selection selection(*cursor);
+    applyFormatEdits(selection.document(), collectCharacterEdits(selection, clearNoteProperties));
 }
 
 void STextDoc::clearLinkProperties(QTextCharFormat *format)

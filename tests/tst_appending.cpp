@@ -284,7 +284,7 @@ void TestAppending::replacesLikeRepeatedSearch()
         QTextDocument document;
         document.setPlainText(text);
         const QTextCursor start = MarkedText::select(&document, 0, from);
-        QCOMPARE(MVRTextDoc::replace(pattern, after, start), count);
+        QCOMPARE(MVRTextDoc::replaceAll(pattern, after, start), count);
         QCOMPARE(document.toPlainText(), expected.toPlainText());
     };
     compare(before);

@@ -533,6 +533,15 @@ void TestInlineNotes::clearsLinks()
     QVERIFY(formatAt(&document, 7).fontItalic());
     const QString noteAnchor = formatAt(&document, 11).anchorHref();
     QVERIFY2(MVRTextDoc::isCommentFootnoteAnchor(noteAnchor), "a note is no link");
+
+    // What is typed into an empty paragraph of a link is plain as well.
+    fill(&document, QStringLiteral("a\n\nb"), QStringLiteral("...."));
+    QTextCharFormat link;
+    link.setAnchor(true);
+    link.setAnchorHref(QStringLiteral("17"));
+    select(&document, 0, 4).mergeCharFormat(link);
+    MVRTextDoc::convertMovarinLinksToText(&document);
+    QVERIFY(!document.findBlockByNumber(1).charFormat().isAnchor());
 }
 
 void TestInlineNotes::writesTextBesidePictures()

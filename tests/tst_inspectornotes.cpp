@@ -24,6 +24,7 @@ private Q_SLOTS:
     void initTestCase();
     void streamsLinks();
     void leavesForeignStreamsAlone();
+    void readsDamagedRecordsAsEmpty();
     void attaches_data();
     void attaches();
     void writesEveryProperty();
@@ -128,6 +129,28 @@ void TestInspectorNotes::leavesForeignStreamsAlone()
     int next = 0;
     in >> next;
     QCOMPARE(next, 42);
+}
+
+void TestInspectorNotes::readsDamagedRecordsAsEmpty()
+{
+    MVRTextCommentLink link = note('x', true);
+    link.color = Qt::red;
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out << link;
+    const int colorKind = bytes.size() - 18; // the flags, the content and the colour go behind
+    QCOMPARE(int(bytes.at(colorKind)), int(QColor::Rgb));
+    const auto isEmpty = [](const QByteArray &record) {
+        MVRTextCommentLink read = note('y', true);
+        QDataStream in(record);
+        in >> read;
+        return !read.isFootnote && read.cdata.isEmpty() && !read.color.isValid();
+    };
+    QVERIFY(!isEmpty(bytes));
+    for (int size = colorKind; size < bytes.size(); ++size)
+        QVERIFY2(isEmpty(bytes.left(size)), qPrintable(QString::number(size)));
+    for (const char kind : {'\x06', '\x7f', '\xff'})
+        QVERIFY(isEmpty(QByteArray(bytes).replace(colorKind, 1, &kind, 1)));
 }
 
 void TestInspectorNotes::attaches_data()

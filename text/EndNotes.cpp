@@ -56,8 +56,7 @@ MVRTextDoc::inlineFootnotesToEndNotes(QTextDocument *document, int firstNumber,
     if (!document)
         return endNotes;
     const QVector<MVRTextRange> notes
-        = inlineNotesIn(document, MVRTextFormat::InlineFootnoteProperty,
-                        MVRTextRange(0, document->characterCount()));
+        = inlineNotesIn(MVRTextFormat::InlineFootnoteProperty, Selection(document)).runs;
     if (notes.isEmpty())
         return endNotes;
     const EditBlock undoStep(document);

@@ -107,7 +107,8 @@ void MVRTextDoc::fromInlineMarkupImageLinks(QTextDocument *document, const MVRPi
         collectImageLinks(block.text(), block.position(), &links);
     if (links.isEmpty())
         return;
-    const UnrecordedEditBlock unrecorded(document);
+    UnrecordedEditBlock unrecorded(document);
+    unrecorded.begin();
     LinkedPictures pictures(document, policy);
     QTextCursor cursor(document);
     // From the last to the first, so that a picture moves no code still to be read.

@@ -118,6 +118,18 @@ void readCodes(QTextDocument *document, const QRegExp &start, const QRegExp &end
     }
 }
 
+/*! Whether the text holds anything that looks like a code. */
+bool holdsCodes(const QTextDocument &document)
+{
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        const QString text = block.text();
+        if (text.contains(QLatin1String("{\\Mvrn_")) || text.contains(QLatin1String("{$MVRImage"))
+            || text.contains(QLatin1String("<$mvrkeep"), Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 void InlineMarkup::readNoteCodes(QTextDocument *document)
@@ -147,10 +159,12 @@ void MVRTextDoc::fromInlineMarkup(QTextDocument *document, const MVRPicturePolic
 {
     if (!document)
         return;
-    const EditBlock editBlock(document);
     document->setUndoRedoEnabled(false);
-    removeKeepWithNextMarkers(document);
-    fromInlineMarkupImageLinks(document, policy);
-    InlineMarkup::readNoteCodes(document);
+    if (holdsCodes(*document)) {
+        const EditBlock editBlock(document);
+        removeKeepWithNextMarkers(document);
+        fromInlineMarkupImageLinks(document, policy);
+        InlineMarkup::readNoteCodes(document);
+    }
     document->setUndoRedoEnabled(true);
 }

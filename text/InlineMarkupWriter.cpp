@@ -46,11 +46,14 @@ QTextCharFormat switchedOff(int property)
 }
 
 /*! Puts codes around every run of marked text and takes the mark away. */
-void enclose(QTextDocument *document, const Codes &codes)
+void enclose(QTextDocument *document, const Codes &codes, UnrecordedEditBlock &unrecorded)
 {
     const FormatPattern marked(codes.property, true);
     const QVector<MVRTextRange> runs = runsBehind(
         document, 0, [&marked](const QTextFormat &format) { return marked.matches(format); });
+    if (runs.isEmpty())
+        return;
+    unrecorded.begin();
     const QTextCharFormat unmarked = switchedOff(codes.property);
     QTextCursor cursor(document);
     // From the last to the first, so that the codes move no run still to be done.
@@ -94,9 +97,12 @@ QVector<ImageCode> imageCodes(const QTextDocument *document)
     return codes;
 }
 
-void writeImageCodes(QTextDocument *document)
+void writeImageCodes(QTextDocument *document, UnrecordedEditBlock &unrecorded)
 {
     const QVector<ImageCode> codes = imageCodes(document);
+    if (codes.isEmpty())
+        return;
+    unrecorded.begin();
     const QTextCharFormat unlinked = switchedOff(MVRTextFormat::ImageLinkProperty);
     QTextCursor cursor(document);
     for (auto code = codes.crbegin(); code != codes.crend(); ++code) {
@@ -108,24 +114,30 @@ void writeImageCodes(QTextDocument *document)
     }
 }
 
+void encloseNotes(QTextDocument *document, UnrecordedEditBlock &unrecorded)
+{
+    // An opening code that stands right behind text of another kind becomes part of that text:
+    // which kind comes first decides where the other one's codes stand.
+    enclose(document, annotationCodes(), unrecorded);
+    enclose(document, footnoteCodes(), unrecorded);
+}
+
 } // namespace
 
 void InlineMarkup::writeNoteCodes(QTextDocument *document)
 {
-    // An opening code that stands right behind text of another kind becomes part of that text:
-    // which kind comes first decides where the other one's codes stand.
-    enclose(document, annotationCodes());
-    enclose(document, footnoteCodes());
+    UnrecordedEditBlock unrecorded(document);
+    encloseNotes(document, unrecorded);
 }
 
 void MVRTextDoc::toInlineMarkup(QTextDocument *document)
 {
     if (!document)
         return;
-    const UnrecordedEditBlock unrecorded(document);
+    UnrecordedEditBlock unrecorded(document);
     STextDoc::removeInspectorComments(document);
     STextDoc::removeInspectorFootnotes(document);
-    InlineMarkup::writeNoteCodes(document);
-    enclose(document, preserveCodes());
-    writeImageCodes(document);
+    encloseNotes(document, unrecorded);
+    enclose(document, preserveCodes(), unrecorded);
+    writeImageCodes(document, unrecorded);
 }

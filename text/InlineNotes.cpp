@@ -32,6 +32,16 @@ void insertAt(QTextCursor &cursor, int position, int formatPosition, const QStri
     cursor.insertText(text, format);
 }
 
+/*! Sets or takes a mark; an empty paragraph that the selection begins with can lose it only. */
+void setMark(const QTextCursor &cursor, const QTextCharFormat &format, bool on)
+{
+    if (on)
+        mergeIfChanged(cursor, format);
+    else
+        changeFormats(Selection(cursor),
+                      [&format](QTextCharFormat &target) { target.merge(format); });
+}
+
 } // namespace
 
 QVector<MVRTextRange> MVRTextDoc::inlineNotes(const QTextDocument *document, int propertyId,
@@ -45,10 +55,10 @@ QVector<MVRTextRange> MVRTextDoc::inlineNotes(const QTextDocument *document, int
 
 int MVRTextDoc::removeInlineNotes(QTextDocument *document, int propertyId, QTextCursor cursor)
 {
-    const MVRTextRange range = operationRange(document, cursor);
-    if (range.start == range.end)
+    const Selection selection = Selection::ofOperation(document, cursor);
+    if (selection.isEmpty())
         return 0;
-    const QVector<MVRTextRange> notes = inlineNotesAround(document, propertyId, range);
+    const QVector<MVRTextRange> notes = inlineNotesAround(propertyId, selection);
     if (notes.isEmpty())
         return 0;
     QTextCursor remover(document);
@@ -62,8 +72,8 @@ int MVRTextDoc::removeInlineNotes(QTextDocument *document, int propertyId, QText
 
 QTextCharFormat MVRTextDoc::setInlineFootnoteAnnotation(QTextCursor cursor, bool footnote, bool on)
 {
-    QTextCharFormat format = inlineNoteFormat(footnote, on);
-    mergeIfChanged(cursor, format);
+    const QTextCharFormat format = inlineNoteFormat(footnote, on);
+    setMark(cursor, format, on);
     return format;
 }
 
@@ -71,18 +81,16 @@ QTextCharFormat MVRTextDoc::setPreserveFormatting(QTextCursor cursor, bool on)
 {
     QTextCharFormat format;
     format.setProperty(MVRTextFormat::PreserveFormattingProperty, on);
-    mergeIfChanged(cursor, format);
+    setMark(cursor, format, on);
     return format;
 }
 
 void MVRTextDoc::swapBoolProperties(QTextDocument *document, int fromProperty, int toProperty,
                                     QTextCursor cursor)
 {
-    const MVRTextRange range = operationRange(document, cursor);
-    if (range.start == range.end)
-        return;
     const FormatPattern from(fromProperty, true);
-    changeFormats(document, range.start, range.end, [&](QTextCharFormat &format) {
+    const Selection selection = Selection::ofOperation(document, cursor);
+    changeFormats(selection, [&](QTextCharFormat &format) {
         if (from.matches(format)) {
             format.clearProperty(fromProperty);
             format.setProperty(toProperty, true);
@@ -121,16 +129,18 @@ void MVRTextDoc::convertInspectorFootnotesToInspectorComments(QTextDocument *doc
 void MVRTextDoc::trimInlineNotes(QTextDocument *document, int propertyId, bool trimFlag, int count,
                                  int limit, QTextCursor cursor)
 {
-    const MVRTextRange range = operationRange(document, cursor);
-    if (range.start == range.end)
+    const Selection selection = Selection::ofOperation(document, cursor);
+    if (selection.isEmpty())
         return;
-    const QVector<MVRTextRange> notes = inlineNotesIn(document, propertyId, range);
-    if (notes.isEmpty())
-        return;
-    const EditBlock undoStep(document);
+    const QVector<MVRTextRange> notes = inlineNotesIn(propertyId, selection).runs;
+    std::optional<EditBlock> undoStep;
     // From the last to the first, so that what is removed moves no note still to be trimmed.
-    for (auto it = notes.crbegin(); it != notes.crend(); ++it)
-        MVRTextUtil::trim(it->toTextCursor(document), trimFlag, count, limit, nullptr);
+    for (auto it = notes.crbegin(); it != notes.crend(); ++it) {
+        bool changed = false;
+        MVRTextUtil::trim(it->toTextCursor(document), trimFlag, count, limit, &changed);
+        if (changed && !undoStep)
+            undoStep.emplace(document, EditBlock::JoinPrevious);
+    }
 }
 
 void MVRTextDoc::encloseAnnotations(QTextDocument *document, const QString &opening,
@@ -138,9 +148,8 @@ void MVRTextDoc::encloseAnnotations(QTextDocument *document, const QString &open
 {
     if (!document || (opening.isEmpty() && closing.isEmpty() && !unmark))
         return;
-    const MVRTextRange all(0, document->characterCount());
     const QVector<MVRTextRange> notes
-        = inlineNotesIn(document, MVRTextFormat::InlineAnnotationProperty, all);
+        = inlineNotesIn(MVRTextFormat::InlineAnnotationProperty, Selection(document)).runs;
     QTextCursor cursor(document);
     int growth = 0;
     for (const MVRTextRange &note : notes) {

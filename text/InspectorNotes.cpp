@@ -11,6 +11,7 @@
 #include <core/document/FormatEdits_p.h>
 #include <core/document/NoteFormat_p.h>
 #include <core/document/SafeHtml_p.h>
+#include <text/NoteRuns_p.h>
 
 #include <QDateTime>
 #include <QTextDocument>
@@ -26,12 +27,15 @@ bool holdsTrue(const QTextCursor &cursor, int property)
 /*! Whether any of the text says who wrote its note, or when. */
 bool namesAuthorOrDate(const QTextCursor &cursor)
 {
-    FragmentWalker walker(cursor.document(), cursor.selectionStart());
-    for (; walker.isValid() && walker.start() < cursor.selectionEnd(); walker.next()) {
-        const QTextCharFormat format = walker.format();
-        if (format.hasProperty(MVRTextFormat::CommentAuthorProperty)
-            || format.hasProperty(MVRTextFormat::CommentDateProperty))
-            return true;
+    const Selection selection(cursor);
+    for (const MVRTextRange &range : selection.ranges()) {
+        FragmentWalker walker(selection.document(), range.start);
+        for (; walker.isValid() && walker.start() < range.end; walker.next()) {
+            const QTextCharFormat format = walker.format();
+            if (format.hasProperty(MVRTextFormat::CommentAuthorProperty)
+                || format.hasProperty(MVRTextFormat::CommentDateProperty))
+                return true;
+        }
     }
     return false;
 }
@@ -87,29 +91,6 @@ MVRTextRange noteAt(QTextDocument *document, int position)
     return MVRTextRange(MVRTextFinder::findFragmentAtPosition(noteIdentity(format), cursor));
 }
 
-/*! A note being put together from its fragments. */
-struct NoteRun
-{
-    MVRTextRange range;
-    QTextBlock block; // that the last fragment stands in
-    MVRTextCommentLink link; // as the last fragment has it
-
-    NoteRun(const FragmentWalker &fragment, const QTextCharFormat &format)
-        : range(fragment.start(), fragment.end())
-        , block(fragment.block())
-        , link(format)
-    {
-    }
-
-    bool isContinuedBy(const NoteRun &next, bool nextStartsBlock) const
-    {
-        const bool touches = range.end == next.range.start || (nextStartsBlock && endsBlock());
-        return touches && isSameContent(link.cdata, next.link.cdata);
-    }
-
-    bool endsBlock() const { return range.end == block.position() + block.length() - 1; }
-};
-
 /*!
     \a range without a fragment that began before it, but with the rest of the last fragment that
     begins in it.
@@ -138,7 +119,9 @@ struct NewContent
 void setContents(QTextDocument *document, const QVector<NewContent> &contents)
 {
     auto note = contents.cbegin();
-    changeAllFormats(document, [&](QTextCharFormat &format, int position) {
+    changeAllFormats(document, [&](QTextCharFormat &format, const MVRTextRange &place) {
+        // The end of a paragraph has the format of the next one.
+        const int position = place.start < place.end ? place.start : place.start - 1;
         while (note != contents.cend() && note->range.end <= position)
             ++note;
         // The range of a note may hold text between its paragraphs that is not part of it.
@@ -244,13 +227,14 @@ void MVRTextDoc::setComment(QTextCursor cursor, const MVRTextCommentLink &link,
 {
     // Without a selection there is nothing to attach to, and a note around the position must not
     // be cut either.
-    if (!cursor.hasSelection())
+    const Selection selection(cursor);
+    if (!selection.holdsText())
         return;
     const EditBlock undoStep(cursor);
     const QTextCharFormat format = cursor.charFormat();
     if (format.boolProperty(MVRTextFormat::InspectorFootnoteProperty)
         || format.boolProperty(MVRTextFormat::InspectorCommentProperty)) {
-        const int start = cursor.selectionStart();
+        const int start = selection.bounds().start;
         const MVRTextRange old = noteAt(cursor.document(), start);
         // At a paragraph's start the note found may be one that begins there, which is not cut.
         if (old.start < start && start < old.end) {
@@ -294,7 +278,12 @@ void MVRTextDoc::setComments(QTextDocument *document, const MVRTextCommentLinkMa
 {
     if (!document)
         return;
-    const EditBlock undoStep(document);
+    const auto isText = [document](const MVRTextRange &range) {
+        return range.toTextCursor(document).hasSelection();
+    };
+    std::optional<EditBlock> undoStep;
+    if (std::any_of(map.keyBegin(), map.keyEnd(), isText))
+        undoStep.emplace(document);
     STextDoc::removeInspectorCommentsAndFootnotes(document);
     for (auto it = map.cbegin(); it != map.cend(); ++it)
         setComment(document, it.key(), it.value());
@@ -315,13 +304,19 @@ void MVRTextDoc::removeComment(QTextCursor &cursor)
     if (cursor.isNull())
         return;
     QTextDocument *document = cursor.document();
-    const MVRTextRange range = fragmentsBeginningIn(document, MVRTextRange(cursor));
+    const auto clear = [](QTextCharFormat &format) {
+        if (format.boolProperty(MVRTextFormat::CommentLinkProperty))
+            clearNoteProperties(format);
+    };
+    const Selection selection(cursor);
     QVector<FormatEdit> edits;
-    if (range.start < range.end)
-        edits = collectFormatEdits(document, range.start, range.end, [](QTextCharFormat &format) {
-            if (format.boolProperty(MVRTextFormat::CommentLinkProperty))
-                clearNoteProperties(format);
-        });
+    if (selection.isRectangle()) {
+        edits = collectFormatEdits(selection, clear);
+    } else if (!selection.isEmpty()) {
+        const MVRTextRange range = fragmentsBeginningIn(document, selection.bounds());
+        if (range.start < range.end)
+            edits = collectFormatEdits(document, range, clear);
+    }
     const QTextBlock block = cursor.block();
     if (block.length() == 1) {
         QTextCharFormat format = cursor.charFormat();

@@ -15,6 +15,31 @@ bool hasAnchors(const QTextDocument &document)
     });
 }
 
+QTextCharFormat linkFormat(int id)
+{
+    QTextCharFormat link;
+    link.setAnchor(true);
+    link.setAnchorHref(QString::number(id));
+    return link;
+}
+
+/*! False when all that \a links are to be set on is such a link already. */
+bool changesLinks(QTextDocument *document, const QMap<MVRTextRange, int> &links)
+{
+    FragmentWalker walker(document, 0);
+    for (auto it = links.cbegin(); it != links.cend(); ++it) {
+        const MVRTextRange range(it.key().toTextCursor(document));
+        if (!walker.isValid() || walker.start() > range.start)
+            walker = FragmentWalker(document, range.start);
+        const QTextCharFormat link = linkFormat(it.value());
+        const auto merge = [&link](QTextCharFormat &format) { format.merge(link); };
+        if (range.start < range.end
+            && !collectFormatEdits(walker, document, range.start, range.end, merge).isEmpty())
+            return true;
+    }
+    return false;
+}
+
 /*!
     Collects what makes the text of a link plain; \a walker moves on behind it. All text gets the
     format of its last character, but pictures stay what they are through their own.
@@ -67,16 +92,13 @@ MVRTextInternalLinkMap MVRTextDoc::internalLinks(const QTextDocument &document)
 
 void MVRTextDoc::setInternalLinks(QTextDocument *document, const MVRTextInternalLinkMap &map)
 {
-    if (!document || map.links.isEmpty() || internalLinks(*document).links == map.links)
+    if (!document || !changesLinks(document, map.links))
         return;
     const EditBlock undoStep(document);
     for (auto it = map.links.cbegin(); it != map.links.cend(); ++it) {
-        QTextCharFormat link;
-        link.setAnchor(true);
-        link.setAnchorHref(QString::number(it.value()));
         QTextCursor cursor = it.key().toTextCursor(document);
         if (cursor.hasSelection())
-            cursor.mergeCharFormat(link);
+            cursor.mergeCharFormat(linkFormat(it.value()));
     }
 }
 
@@ -94,6 +116,14 @@ void MVRTextDoc::convertMovarinLinksToText(QTextDocument *document)
             walker.next();
         if (MVRTextFormat::isMovarinLink(walker.format()))
             collectUnlinking(walker, anchor, &edits);
+    }
+    // What is typed into an empty paragraph of a link is plain as well.
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        QTextCharFormat format = block.charFormat();
+        if (!MVRTextFormat::isMovarinLink(format))
+            continue;
+        STextDoc::clearLinkProperties(&format);
+        edits.append({block.position(), block.position(), format});
     }
     applyFormatEdits(document, edits);
 }

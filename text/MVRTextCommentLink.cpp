@@ -10,6 +10,13 @@ namespace {
 
 constexpr const char *versionTag = "MVRTextCommentLink::1.0";
 
+/*! A stream can name any number as the kind of a colour. */
+bool isKnownKind(const QColor &color)
+{
+    const int kind = color.spec();
+    return kind >= QColor::Invalid && kind <= QColor::ExtendedRgb;
+}
+
 } // namespace
 
 MVRTextCommentLink::MVRTextCommentLink()
@@ -38,7 +45,11 @@ QDataStream &operator>>(QDataStream &stream, MVRTextCommentLink &link)
 {
     QString tag;
     stream >> tag;
-    if (tag == QLatin1String(versionTag))
-        stream >> link.color >> link.extraFlag >> link.isFootnote >> link.cdata;
+    if (tag != QLatin1String(versionTag))
+        return stream;
+    MVRTextCommentLink read;
+    stream >> read.color >> read.extraFlag >> read.isFootnote >> read.cdata;
+    const bool isWhole = stream.status() == QDataStream::Ok && isKnownKind(read.color);
+    link = isWhole ? read : MVRTextCommentLink();
     return stream;
 }

@@ -42,6 +42,7 @@ MVRTEXT_EXPORT QDataStream &operator<<(QDataStream &stream, const MVRTextComment
 
 /*!
     Reads what operator<<() wrote. Behind any other tag nothing is read and \a link stays as it was;
-    the stream then stands behind the tag.
+    the stream then stands behind the tag. A record that is cut off, or names a colour of no kind,
+    gives an empty comment.
 */
 MVRTEXT_EXPORT QDataStream &operator>>(QDataStream &stream, MVRTextCommentLink &link);

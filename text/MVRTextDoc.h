@@ -30,9 +30,11 @@ class QUrl;
     The operations on a writer's document.
 
     All are stateless and work in place on the caller's document. A null document or cursor is
-    harmless: nothing happens, or the result is empty. Positions and ranges are UTF-16 code units
-    from the document's start. An operation that changes the document is one undo step, and none
-    when nothing changes, except where it says otherwise.
+    harmless: nothing happens, or the result is empty; so is a cursor whose document is gone.
+    Positions and ranges are UTF-16 code units from the document's start. A selected rectangle of
+    table cells is the text of these cells, without what lies between. An operation that changes the
+    document is one undo step, except where it says otherwise; when nothing changes there is none,
+    nor does the document call itself modified.
 
     Four kinds of note live in the character formats of the text (MVRTextFormat::Property).
     Inspector comments and inspector footnotes are attached to a run of text and hold their content
@@ -186,8 +188,8 @@ public:
     /*! \name Inline notes
 
         Where an operation takes a document and a cursor, it works on the cursor's selection; a null
-        cursor stands for the whole document. A cursor without a selection, or of another document,
-        does nothing. */
+        cursor stands for the whole document. A cursor without a selection, of another document, or
+        of one that is gone does nothing. */
     //@{
 
     /*!
@@ -518,10 +520,12 @@ public:
         \param before      the text to replace, whatever the case of its letters
         \param after       is inserted as it is, in the format of the last character replaced; a
                            line feed begins a paragraph
-        \return how many matches were replaced
     */
-    static int replace(const QRegExp &expression, const QString &after, const QTextCursor &from);
-    static int replace(const QString &before, const QString &after, const QTextCursor &from);
+    static void replace(const QRegExp &expression, const QString &after, const QTextCursor &from);
+    static void replace(const QString &before, const QString &after, const QTextCursor &from);
+    /*! The same; \return how many matches were replaced. */
+    static int replaceAll(const QRegExp &expression, const QString &after, const QTextCursor &from);
+    static int replaceAll(const QString &before, const QString &after, const QTextCursor &from);
 
     //@}
     /*! \name Clipboard */

@@ -19,6 +19,27 @@
 
 namespace {
 
+/*! Appends the inspector notes of one kind in a cell of a table, which end with the cell. */
+void appendNotesOfCell(const QTextDocument *document, int property, const MVRTextRange &cell,
+                       MVRTextCommentLinkMap *notes)
+{
+    std::optional<NoteRun> current;
+    FragmentWalker walker(document, cell.start);
+    for (; walker.isValid() && walker.start() < cell.end; walker.next()) {
+        const QTextCharFormat format = walker.format();
+        if (!format.boolProperty(property))
+            continue;
+        NoteRun next(walker, format);
+        if (current && current->isContinuedBy(next, walker.isAtBlockStart()))
+            next.range.start = current->range.start;
+        else if (current)
+            notes->insert(notes->cend(), current->range, current->link);
+        current = std::move(next);
+    }
+    if (current)
+        notes->insert(notes->cend(), current->range, current->link);
+}
+
 /*!
     The inspector notes of one kind that lie in \a range, whole also where the range begins inside
     one.
@@ -41,6 +62,41 @@ MVRTextCommentLinkMap notesIn(QTextDocument *document, int property, const MVRTe
     return notes;
 }
 
+MVRTextCommentLinkMap notesIn(QTextDocument *document, int property, const Selection &selection)
+{
+    if (!selection.isRectangle())
+        return notesIn(document, property, selection.bounds());
+    MVRTextCommentLinkMap notes;
+    for (const MVRTextRange &cell : selection.ranges())
+        appendNotesOfCell(document, property, cell, &notes);
+    return notes;
+}
+
+/*!
+    Collects what takes \a notes from their text, and from all paragraphs selected, whose format
+    would make notes of what is typed into them once they are empty.
+*/
+QVector<FormatEdit> noteRemovals(QTextDocument *document, const MVRTextCommentLinkMap &notes,
+                                 int property, const Selection &selection)
+{
+    auto note = notes.cbegin();
+    const auto clear = [&](QTextCharFormat &format, const MVRTextRange &place) {
+        while (note != notes.cend() && note.key().end <= place.start)
+            ++note;
+        const bool isInNote = note != notes.cend() && note.key().start <= place.start;
+        if ((isInNote || place.start == place.end) && format.boolProperty(property))
+            clearNoteProperties(format);
+    };
+    if (selection.isRectangle() || notes.isEmpty())
+        return collectFormatEdits(selection, clear);
+    // Notes may begin before the selection and go on behind it.
+    const MVRTextRange range = selection.bounds();
+    return collectFormatEdits(document,
+                              MVRTextRange(qMin(range.start, notes.firstKey().start),
+                                           qMax(range.end, notes.lastKey().end)),
+                              clear);
+}
+
 void insertInlineNote(QTextCursor &cursor, int position, const QTextDocument &content,
                       bool footnote)
 {
@@ -61,17 +117,16 @@ void insertInlineNote(QTextCursor &cursor, int position, const QTextDocument &co
     cursor.mergeCharFormat(inlineNoteFormat(footnote, true));
 }
 
-/*! Puts the content of inspector notes into the text behind them; \a notes is not empty. */
-void moveIntoText(QTextDocument *document, const MVRTextCommentLinkMap &notes, int property,
-                  bool footnote)
+/*! Puts the content of inspector notes into the text behind them. */
+void moveIntoText(QTextDocument *document, const MVRTextCommentLinkMap &notes,
+                  const QVector<FormatEdit> &removals, bool footnote)
 {
-    const QVector<FormatEdit> removals = collectFormatEdits(
-        document, notes.firstKey().start, notes.lastKey().end, [property](QTextCharFormat &format) {
-            if (format.boolProperty(property))
-                clearNoteProperties(format);
-        });
-    const EditBlock undoStep(document);
     QTextCursor cursor(document);
+    std::optional<EditBlock> undoStep;
+    const auto begin = [&] {
+        if (!undoStep)
+            undoStep.emplace(document);
+    };
     int removal = removals.size();
     // From the last to the first, so that what is inserted moves no note still to be done.
     for (auto it = notes.cend(); it != notes.cbegin();) {
@@ -79,6 +134,8 @@ void moveIntoText(QTextDocument *document, const MVRTextCommentLinkMap &notes, i
         QTextDocument content;
         content.setUndoRedoEnabled(false);
         const bool isReadable = MVRTextRtf::fromRtfCData(it->cdata, &content);
+        if (isReadable)
+            begin();
         for (; removal > 0 && removals[removal - 1].start >= it.key().start; --removal) {
             if (isReadable)
                 removals[removal - 1].apply(cursor);
@@ -88,6 +145,10 @@ void moveIntoText(QTextDocument *document, const MVRTextCommentLinkMap &notes, i
             insertInlineNote(cursor, it.key().end, content, footnote);
         }
     }
+    if (removal > 0)
+        begin();
+    while (removal > 0)
+        removals[--removal].apply(cursor);
 }
 
 /*! How inline notes become inspector notes. */
@@ -229,36 +290,59 @@ void moveToInspector(QTextDocument *document, const MVRTextRange &note, const In
     MVRTextDoc::setComment(anchor, link);
 }
 
+/*!
+    Collects what takes the mark from the paragraphs of \a selection: what is typed into an empty
+    one is no note once the notes around it have gone.
+*/
+QVector<FormatEdit> paragraphUnmarks(QTextDocument *document, int property,
+                                     const Selection &selection, const InlineNotes &notes)
+{
+    const auto unmark = [property](QTextCharFormat &format, const MVRTextRange &place) {
+        if (place.start == place.end && format.boolProperty(property))
+            format.clearProperty(property);
+    };
+    if (selection.isRectangle())
+        return collectFormatEdits(selection, unmark);
+    MVRTextRange range = selection.bounds();
+    if (!notes.runs.isEmpty())
+        range.start = qMin(range.start, notes.runs.first().start);
+    // The note that goes on beyond the end stays, with the empty paragraphs in it.
+    if (notes.end < range.end)
+        range.end = notes.end - 1;
+    return collectFormatEdits(document, range, unmark);
+}
+
 } // namespace
 
 void MVRTextDoc::swapInspectorToInline(QTextDocument *document, int propertyId, bool toFootnote,
                                        QTextCursor cursor)
 {
-    const MVRTextRange range = operationRange(document, cursor);
-    if (range.start == range.end)
+    const Selection selection = Selection::ofOperation(document, cursor);
+    if (selection.isEmpty())
         return;
-    const MVRTextCommentLinkMap notes = notesIn(document, propertyId, range);
-    if (!notes.isEmpty())
-        moveIntoText(document, notes, propertyId, toFootnote);
+    const MVRTextCommentLinkMap notes = notesIn(document, propertyId, selection);
+    moveIntoText(document, notes, noteRemovals(document, notes, propertyId, selection), toFootnote);
     STextDoc::clearAllProperty(document, propertyId, true, false);
 }
 
 void MVRTextDoc::swapInlineToInspector(QTextDocument *document, int propertyId, bool toFootnote,
                                        bool skipNoteWords, QTextCursor cursor)
 {
-    const MVRTextRange range = operationRange(document, cursor);
-    if (range.start == range.end)
+    const Selection selection = Selection::ofOperation(document, cursor);
+    if (selection.isEmpty())
         return;
-    const QVector<MVRTextRange> notes = inlineNotesIn(document, propertyId, range);
-    if (!notes.isEmpty()) {
+    const InlineNotes notes = inlineNotesIn(propertyId, selection);
+    const QVector<FormatEdit> unmarks = paragraphUnmarks(document, propertyId, selection, notes);
+    if (!notes.runs.isEmpty() || !unmarks.isEmpty()) {
         const MVRSettings &settings = mvrOptions();
         const InlineMove move = {propertyId, toFootnote, skipNoteWords,
                                  settings.value(MVRSettings::WordSearchSetting),
                                  settings.value(MVRSettings::CommentColorSetting)};
         const EditBlock undoStep(document);
+        applyFormatEdits(document, unmarks);
         WordsAhead wordsAhead;
         const int sizeBefore = document->characterCount();
-        for (const MVRTextRange &note : notes) {
+        for (const MVRTextRange &note : notes.runs) {
             const int growth = document->characterCount() - sizeBefore;
             moveToInspector(document, MVRTextRange(note.start + growth, note.end + growth), move,
                             wordsAhead);

@@ -2,6 +2,7 @@
 #include <text/NoteRuns_p.h>
 
 #include <core/document/FormatEdits_p.h>
+#include <core/document/NoteFormat_p.h>
 
 #include <QTextFrame>
 
@@ -56,6 +57,36 @@ QVector<MVRTextRange> selectableRuns(const QTextDocument *document,
     return parts;
 }
 
+/*! Appends the runs in one cell of a table, which end with the cell. */
+template <typename Matches>
+void appendRunsOfCell(const QTextDocument *document, const MVRTextRange &cell,
+                      const Matches &matches, QVector<MVRTextRange> *runs)
+{
+    std::optional<FragmentWalker> last;
+    FragmentWalker walker(document, cell.start);
+    for (; walker.isValid() && walker.start() < cell.end; walker.next()) {
+        if (!matches(walker.format())) {
+            last.reset();
+            continue;
+        }
+        if (last && continuesRun(*last, walker, matches))
+            runs->last().end = walker.end();
+        else
+            runs->append(MVRTextRange(walker.start(), walker.end()));
+        last = walker;
+    }
+}
+
+QVector<MVRTextRange> runsOfCells(int property, const Selection &selection)
+{
+    const FormatPattern pattern(property, true);
+    const auto matches = [&pattern](const QTextFormat &format) { return pattern.matches(format); };
+    QVector<MVRTextRange> runs;
+    for (const MVRTextRange &cell : selection.ranges())
+        appendRunsOfCell(selection.document(), cell, matches, &runs);
+    return runs;
+}
+
 QVector<MVRTextRange> markedRuns(const QTextDocument *document, int property,
                                  const MVRTextRange &range)
 {
@@ -66,15 +97,35 @@ QVector<MVRTextRange> markedRuns(const QTextDocument *document, int property,
 
 } // namespace
 
-QVector<MVRTextRange> inlineNotesIn(const QTextDocument *document, int property,
-                                    const MVRTextRange &range)
+InlineNotes inlineNotesIn(int property, const Selection &selection)
 {
-    QVector<MVRTextRange> runs = markedRuns(document, property, range);
+    QTextDocument *document = selection.document();
+    const MVRTextRange range = selection.bounds();
+    if (selection.isRectangle())
+        return {runsOfCells(property, selection), range.end};
+    InlineNotes notes {markedRuns(document, property, range), range.end};
     int kept = 0;
-    while (kept < runs.size() && runs[kept].end <= range.end)
+    while (kept < notes.runs.size() && notes.runs[kept].end <= range.end)
         ++kept;
-    runs.resize(kept);
-    return selectableRuns(document, runs);
+    if (kept < notes.runs.size())
+        notes.end = qMin(range.end, notes.runs[kept].start);
+    notes.runs.resize(kept);
+    notes.runs = selectableRuns(document, notes.runs);
+    return notes;
+}
+
+NoteRun::NoteRun(const FragmentWalker &fragment, const QTextCharFormat &format)
+    : range(fragment.start(), fragment.end())
+    , block(fragment.block())
+    , link(format)
+{
+}
+
+bool NoteRun::isContinuedBy(const NoteRun &next, bool nextStartsBlock) const
+{
+    const bool endsBlock = range.end == block.position() + block.length() - 1;
+    const bool touches = range.end == next.range.start || (nextStartsBlock && endsBlock);
+    return touches && isSameContent(link.cdata, next.link.cdata);
 }
 
 QVector<MVRTextRange> inlineNotesAround(const QTextDocument *document, int property,
@@ -86,4 +137,11 @@ QVector<MVRTextRange> inlineNotesAround(const QTextDocument *document, int prope
     };
     notes.erase(std::remove_if(notes.begin(), notes.end(), isOutside), notes.end());
     return notes;
+}
+
+QVector<MVRTextRange> inlineNotesAround(int property, const Selection &selection)
+{
+    return selection.isRectangle()
+        ? runsOfCells(property, selection)
+        : inlineNotesAround(selection.document(), property, selection.bounds());
 }

@@ -2,35 +2,48 @@
 #pragma once
 
 #include <core/MVRTextFormat.h>
+#include <core/document/Selection_p.h>
 #include <core/document/TextFragments_p.h>
+#include <text/MVRTextCommentLink.h>
 
-/*!
-    What an operation with an optional cursor works on: the cursor's selection, or the whole
-    document for a null cursor. Empty when there is nothing to do: without a document, without a
-    selection and for another document's cursor.
-*/
-inline MVRTextRange operationRange(const QTextDocument *document, const QTextCursor &cursor)
+/*! The inline notes that an operation on a selection is for. */
+struct InlineNotes
 {
-    if (!document)
-        return MVRTextRange();
-    if (cursor.isNull())
-        return MVRTextRange(0, document->characterCount() - 1);
-    return cursor.document() == document ? MVRTextRange(cursor) : MVRTextRange();
-}
+    QVector<MVRTextRange> runs;
+    /*! Where the first note begins that goes on beyond the selection; else the selection's end. */
+    int end = 0;
+};
 
 /*!
-    The runs of the inline note property in \a range, from one that its start lies in to the last
-    before the first that goes on beyond its end.
+    The runs of the inline note property in \a selection, from one that its start lies in to the
+    last before the first that goes on beyond its end. Of a rectangle in a table the selected cells
+    count, each by itself.
 
     Each can be selected without other text: a run that crosses the borders of table cells and is
     not the whole table is cut there.
 */
-QVector<MVRTextRange> inlineNotesIn(const QTextDocument *document, int property,
-                                    const MVRTextRange &range);
+InlineNotes inlineNotesIn(int property, const Selection &selection);
+
+/*! An inspector note being put together from its fragments. */
+struct NoteRun
+{
+    MVRTextRange range;
+    QTextBlock block; // that the last fragment stands in
+    MVRTextCommentLink link; // as the last fragment has it
+
+    NoteRun(const FragmentWalker &fragment, const QTextCharFormat &format);
+
+    /*!
+        Equal content makes fragments one note when they touch, or the one ends a paragraph and the
+        other begins one.
+    */
+    bool isContinuedBy(const NoteRun &next, bool nextStartsBlock) const;
+};
 
 /*! The same for the runs that have any text in \a range, each whole. */
 QVector<MVRTextRange> inlineNotesAround(const QTextDocument *document, int property,
                                         const MVRTextRange &range);
+QVector<MVRTextRange> inlineNotesAround(int property, const Selection &selection);
 
 /*! What marks text as an inline note of one kind, and not of the other; or unmarks it. */
 inline QTextCharFormat inlineNoteFormat(bool footnote, bool on)

@@ -2,6 +2,7 @@
 #include <text/MVRTextDoc.h>
 
 #include <core/document/EditBlock_p.h>
+#include <core/document/Selection_p.h>
 
 #include <QRegExp>
 #include <QTextBlock>
@@ -73,10 +74,10 @@ private:
     \param search  called as search(const QString &paragraph, int offset)
 */
 template <typename Search>
-int replaceAll(const Search &search, const QString &after, const QTextCursor &from)
+int replaceMatches(const Search &search, const QString &after, const QTextCursor &from)
 {
     Ranges matches;
-    const int start = from.selectionEnd();
+    const int start = searchPosition(from);
     QTextBlock block = from.document()->findBlock(start);
     for (; block.isValid(); block = block.next()) {
         QString text = block.text();
@@ -101,14 +102,14 @@ int replaceAll(const Search &search, const QString &after, const QTextCursor &fr
 
 } // namespace
 
-int MVRTextDoc::replace(const QRegExp &expression, const QString &after, const QTextCursor &from)
+int MVRTextDoc::replaceAll(const QRegExp &expression, const QString &after, const QTextCursor &from)
 {
     if (from.isNull() || expression.isEmpty() || !expression.isValid())
         return 0;
-    return replaceAll(ExpressionSearch(expression, after), after, from);
+    return replaceMatches(ExpressionSearch(expression, after), after, from);
 }
 
-int MVRTextDoc::replace(const QString &before, const QString &after, const QTextCursor &from)
+int MVRTextDoc::replaceAll(const QString &before, const QString &after, const QTextCursor &from)
 {
     if (from.isNull() || before.isEmpty())
         return 0;
@@ -122,5 +123,15 @@ int MVRTextDoc::replace(const QString &before, const QString &after, const QText
         }
         return matches;
     };
-    return replaceAll(search, after, from);
+    return replaceMatches(search, after, from);
+}
+
+void MVRTextDoc::replace(const QRegExp &expression, const QString &after, const QTextCursor &from)
+{
+    replaceAll(expression, after, from);
+}
+
+void MVRTextDoc::replace(const QString &before, const QString &after, const QTextCursor &from)
+{
+    replaceAll(before, after, from);
 }

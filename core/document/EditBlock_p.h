@@ -15,15 +15,22 @@
 class EditBlock
 {
 public:
+    /*! What an edit block begins with; joining is for callers that have just made an edit. */
+    enum Start { New, JoinPrevious };
+
     // A copy, so that reassigning the caller's cursor cannot close some other document's block.
     explicit EditBlock(const QTextCursor &cursor)
         : m_cursor(cursor)
     {
         m_cursor.beginEditBlock();
     }
-    explicit EditBlock(QTextDocument *document)
-        : EditBlock(QTextCursor(document))
+    explicit EditBlock(QTextDocument *document, Start start = New)
+        : m_cursor(document)
     {
+        if (start == JoinPrevious)
+            m_cursor.joinPreviousEditBlock();
+        else
+            m_cursor.beginEditBlock();
     }
     ~EditBlock() { m_cursor.endEditBlock(); }
     Q_DISABLE_COPY_MOVE(EditBlock)
@@ -40,11 +47,18 @@ class UnrecordedEditBlock
 {
 public:
     explicit UnrecordedEditBlock(QTextDocument *document)
+        : m_document(document)
     {
-        if (!document->isUndoRedoEnabled())
-            m_editBlock.emplace(document);
+    }
+
+    /*! To be called before the first edit; without one the document is not modified. */
+    void begin()
+    {
+        if (!m_editBlock && !m_document->isUndoRedoEnabled())
+            m_editBlock.emplace(m_document);
     }
 
 private:
+    QTextDocument *m_document;
     std::optional<EditBlock> m_editBlock;
 };

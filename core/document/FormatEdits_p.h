@@ -2,6 +2,7 @@
 #pragma once
 
 #include <core/document/EditBlock_p.h>
+#include <core/document/Selection_p.h>
 #include <core/document/TextFragments_p.h>
 
 #include <algorithm>
@@ -30,36 +31,89 @@ struct FormatEdit
     }
 };
 
+template <typename Change>
+QVector<FormatEdit> collectFormatEdits(FragmentWalker &walker, const QTextDocument *document,
+                                       int start, int end, const Change &change);
+
 /*!
     Collects what \a change does to the formats of [\a start, \a end), in document order.
 
     Paragraph ends inside the range count too: they hold the character format of the paragraph that
     follows. A negative \a start includes that of the document's first paragraph.
-    \param change  called as change(QTextCharFormat &) or change(QTextCharFormat &, int position),
-                   positions ascending; what it leaves equal is not collected
+    \param change  called as change(QTextCharFormat &) or, in document order, as
+                   change(QTextCharFormat &, const MVRTextRange &place), where the place of a
+                   paragraph's format is empty; what it leaves equal is not collected
 */
 template <typename Change>
 QVector<FormatEdit> collectFormatEdits(const QTextDocument *document, int start, int end,
                                        const Change &change)
 {
+    FragmentWalker walker(document, start);
+    return collectFormatEdits(walker, document, start, end, change);
+}
+
+/*!
+    The same for ranges in the order of the text: \a walker, which stands at or before the first of
+    them, goes on with each.
+*/
+template <typename Change>
+QVector<FormatEdit> collectFormatEdits(FragmentWalker &walker, const QTextDocument *document,
+                                       int start, int end, const Change &change)
+{
     QVector<FormatEdit> edits;
     const auto collect = [&](int from, int to, const QTextCharFormat &before) {
         QTextCharFormat after = before;
-        if constexpr (std::is_invocable_v<Change, QTextCharFormat &, int>)
-            change(after, from < to ? from : from - 1);
+        if constexpr (std::is_invocable_v<Change, QTextCharFormat &, const MVRTextRange &>)
+            change(after, MVRTextRange(from, to));
         else
             change(after);
         if (after != before)
             edits.append({from, to, after});
     };
-    FragmentWalker walker(document, start);
+    while (walker.isValid() && walker.end() <= start)
+        walker.next();
     QTextBlock block = document->findBlock(qMax(0, start));
     for (; block.isValid() && block.position() <= end; block = block.next()) {
         if (block.position() > start)
             collect(block.position(), block.position(), block.charFormat());
-        for (; walker.isValid() && walker.block() == block && walker.start() < end; walker.next())
+        for (; walker.isValid() && walker.block() == block && walker.start() < end; walker.next()) {
             collect(qMax(start, walker.start()), qMin(end, walker.end()), walker.format());
+            if (walker.end() > end)
+                return edits;
+        }
     }
+    return edits;
+}
+
+/*!
+    The same for what is selected: an empty paragraph that the selection begins with, like that of
+    an empty cell, lies in it and counts as well.
+*/
+template <typename Change>
+QVector<FormatEdit> collectFormatEdits(const QTextDocument *document, const MVRTextRange &selected,
+                                       const Change &change)
+{
+    const bool beginsEmpty = document->findBlock(selected.start).length() == 1;
+    return collectFormatEdits(document, selected.start - (beginsEmpty ? 1 : 0), selected.end,
+                              change);
+}
+
+template <typename Change>
+QVector<FormatEdit> collectFormatEdits(const Selection &selection, const Change &change)
+{
+    QVector<FormatEdit> edits;
+    for (const MVRTextRange &range : selection.ranges())
+        edits += collectFormatEdits(selection.document(), range, change);
+    return edits;
+}
+
+/*! The same for the selected characters alone, without an empty paragraph in front of them. */
+template <typename Change>
+QVector<FormatEdit> collectCharacterEdits(const Selection &selection, const Change &change)
+{
+    QVector<FormatEdit> edits;
+    for (const MVRTextRange &range : selection.ranges())
+        edits += collectFormatEdits(selection.document(), range.start, range.end, change);
     return edits;
 }
 
@@ -79,6 +133,11 @@ template <typename Change>
 void changeFormats(QTextDocument *document, int start, int end, const Change &change)
 {
     applyFormatEdits(document, collectFormatEdits(document, start, end, change));
+}
+
+template <typename Change> void changeFormats(const Selection &selection, const Change &change)
+{
+    applyFormatEdits(selection.document(), collectFormatEdits(selection, change));
 }
 
 /*! What \a change makes of the formats of a document; each of them is changed only once. */
@@ -171,7 +230,7 @@ template <typename Change> void changeAllFormats(QTextDocument *document, const 
 {
     if (!document)
         return;
-    if constexpr (std::is_invocable_v<Change, QTextCharFormat &, int>)
+    if constexpr (std::is_invocable_v<Change, QTextCharFormat &, const MVRTextRange &>)
         changeFormats(document, -1, document->characterCount(), change);
     else
         applyFormatEdits(document, collectAllFormatEdits(document, change));
@@ -181,16 +240,11 @@ template <typename Change> void changeAllFormats(QTextDocument *document, const 
     Merges \a format into the selection; no undo step when every character holds it already. Does
     nothing without a selection.
 */
-inline void mergeIfChanged(QTextCursor cursor, const QTextCharFormat &format)
+inline void mergeIfChanged(const QTextCursor &cursor, const QTextCharFormat &format)
 {
-    if (!cursor.hasSelection())
-        return;
+    const Selection selection(cursor);
     const auto merge = [&format](QTextCharFormat &target) { target.merge(format); };
-    // A selection of table cells is a rectangle, which only the cursor itself can fill.
-    if (cursor.hasComplexSelection())
-        cursor.mergeCharFormat(format);
-    else
-        changeFormats(cursor.document(), cursor.selectionStart(), cursor.selectionEnd(), merge);
+    applyFormatEdits(selection.document(), collectCharacterEdits(selection, merge));
 }
 
 /*!

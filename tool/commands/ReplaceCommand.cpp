@@ -46,8 +46,8 @@ int replaceIn(Document &document, const Replacement &replacement)
     QTextCursor script(&document.text);
     script.setPosition(document.text.findBlockByNumber(document.titlePageBlocks).position());
     script.setKeepPositionOnInsert(true);
-    const int count = MVRTextDoc::replace(replacement.expression, replacement.after,
-                                          QTextCursor(&document.text));
+    const int count = MVRTextDoc::replaceAll(replacement.expression, replacement.after,
+                                             QTextCursor(&document.text));
     // A line feed on the title page has made one more paragraph of it.
     if (document.titlePageBlocks > 0)
         document.titlePageBlocks = script.blockNumber();
