@@ -2,7 +2,7 @@
 #include <core/MVRTextRtf.h>
 
 #include <core/document/UndoRecordingOff_p.h>
-#include <core/rtf/read/RtfReader.h>
+#include <core/rtf/read/RtfParser.h>
 #include <core/rtf/write/RtfWriter.h>
 
 #include <QFont>
@@ -18,9 +18,26 @@ bool isPristine(const QTextDocument &document)
         && document.begin().charFormat().isEmpty();
 }
 
+QByteArray writeContent(const QTextDocument &content, const RtfInfo &info)
+{
+    RtfWriter writer;
+    writer.setInfo(info);
+    return writer.write(content, false);
+}
+
+// What cannot be read is an empty note.
+RtfInfo readContent(const QByteArray &rtf, QTextDocument *content)
+{
+    if (!MVRTextRtf::isRtf(rtf))
+        return {};
+    RtfParser reader(rtf, content);
+    reader.read();
+    return reader.info();
+}
+
 void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes)
 {
-    RtfReader reader(rtf, document, notes);
+    RtfParser reader(rtf, document, notes, writeContent);
     {
         QTextCursor cursor(document);
         cursor.beginEditBlock();
@@ -61,6 +78,11 @@ QTextCharFormat formatOf(const QFont &font)
 
 } // namespace
 
+bool MVRTextRtf::isRtf(const QByteArray &rtf)
+{
+    return RtfParser::isRtf(rtf);
+}
+
 bool MVRTextRtf::fromRtfCData(const QByteArray &rtf, QTextDocument *document)
 {
     return fromRtfCData(rtf, document, nullptr);
@@ -69,7 +91,7 @@ bool MVRTextRtf::fromRtfCData(const QByteArray &rtf, QTextDocument *document)
 bool MVRTextRtf::fromRtfCData(const QByteArray &rtf, QTextDocument *document,
                               MVRTextRtfNotes *notes)
 {
-    if (!document || !RtfReader::isRtf(rtf))
+    if (!document || !isRtf(rtf))
         return false;
     const UndoRecordingOff pause(document);
     if (!isPristine(*document))
@@ -86,7 +108,11 @@ QByteArray MVRTextRtf::toRtfCData(const QTextDocument *document, bool withDefaul
 QByteArray MVRTextRtf::toRtfCData(const QTextDocument *document, bool withDefaults,
                                   const MVRTextRtfNotes &notes)
 {
-    return document ? RtfWriter().write(*document, withDefaults, notes) : QByteArray();
+    if (!document)
+        return {};
+    RtfWriter writer;
+    writer.setNotes(notes, readContent);
+    return writer.write(*document, withDefaults);
 }
 
 QByteArray MVRTextRtf::textToRtf(const QString &text, const QFont *font)

@@ -24,9 +24,12 @@ class MVRCORE_EXPORT MVRTextRtf
 public:
     /*!
         Name of the dynamic property (QObject::property()) in which a document has its author, a
-        string: the toolkit's meta information has a place for the title only.
+        string: Qt's meta information has a place for the title only.
     */
     static constexpr char authorProperty[] = "mvrAuthor";
+
+    /*! Tells whether \a rtf begins, after white space, with <tt>{\\rtf</tt>, so that it is read. */
+    static bool isRtf(const QByteArray &rtf);
 
     /*!
         Replaces a document's content by an RTF file (RTF 1.9.1).
@@ -40,9 +43,8 @@ public:
 
         \param rtf       the file
         \param document  receives the text; null reads nothing
-        \return false, the document being as it was, when \a rtf does not begin (after white
-                space) with <tt>{\\rtf</tt> or the document is null; true otherwise, also for a
-                file without text
+        \return false, the document being as it was, when \a rtf is not RTF, see isRtf(), or the
+                document is null; true otherwise, also for a file without text
     */
     static bool fromRtfCData(const QByteArray &rtf, QTextDocument *document);
 

@@ -16,6 +16,8 @@ private Q_SLOTS:
     void linksLeadToFiles();
     void manualNamesEveryOption_data();
     void manualNamesEveryOption();
+    void roomsOfRtfKeepTheirArrows_data();
+    void roomsOfRtfKeepTheirArrows();
 };
 
 namespace {
@@ -89,6 +91,37 @@ void TestDocs::manualNamesEveryOption()
     while (options.hasNext()) {
         const QString name = options.next().captured(1);
         QVERIFY2(manual.contains(name), qPrintable(name));
+    }
+}
+
+void TestDocs::roomsOfRtfKeepTheirArrows_data()
+{
+    QTest::addColumn<QString>("room");
+    QTest::addColumn<QStringList>("known");
+    const QString lex = QStringLiteral("lex");
+    const QString model = QStringLiteral("model");
+    QTest::newRow("lex") << lex << QStringList();
+    QTest::newRow("model") << model << QStringList();
+    QTest::newRow("read") << QStringLiteral("read") << QStringList {lex, model};
+    QTest::newRow("write") << QStringLiteral("write") << QStringList {model};
+}
+
+void TestDocs::roomsOfRtfKeepTheirArrows()
+{
+    QFETCH(const QString, room);
+    QFETCH(const QStringList, known);
+    static const QRegularExpression include(QStringLiteral("#include <core/rtf/([^/>]*)/"));
+    const QString folder = QStringLiteral("core/rtf/") + room;
+    const QStringList files
+        = QDir(QStringLiteral(MVR_SOURCE_DIR "/") + folder).entryList(QDir::Files);
+    QVERIFY(!files.isEmpty());
+    for (const QString &file : files) {
+        auto includes = include.globalMatch(source(folder + QLatin1Char('/') + file));
+        while (includes.hasNext()) {
+            const QString other = includes.next().captured(1);
+            QVERIFY2(other == room || known.contains(other),
+                     qPrintable(file + QStringLiteral(" includes a file of ") + other));
+        }
     }
 }
 

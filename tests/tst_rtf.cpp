@@ -105,7 +105,12 @@ void TestRtf::readsText_data()
 
     row("code page of the file", "\\ansicpg1251 \\'cf\\'f0", "Пр");
     row("raw bytes", "\\ansicpg1251 \xcf\xf0!", "Пр!");
-    row("DOS and Macintosh", "\\pc \\'81\\pca \\'9b\\mac \\'8a", "üøä");
+    row("Macintosh", "\\mac \\'8a", "ä");
+    row("DOS, every thirteenth byte",
+        "\\pc \\'80\\'8d\\'9a\\'a7\\'b4\\'c1\\'ce\\'db\\'e8\\'f5\\'fe\\'ff!", "ÇìÜº┤┴╬█Φ⌡■\u00a0!");
+    row("DOS of Western Europe",
+        "\\pca \\'80\\'8d\\'9a\\'a7\\'b4\\'c1\\'ce\\'db\\'e8\\'f5\\'fe\\'ff!",
+        "ÇìÜº┤┴╬█Þ§■\u00a0!");
     row("code page of the font",
         "{\\fonttbl{\\f0\\fcharset0 A;}{\\f1\\fcharset238 B;}{\\f2\\cpg1253 "
         "C;}}\\f0\\'e8\\f1\\'e8\\f2\\'e8",

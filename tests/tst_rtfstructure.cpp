@@ -339,15 +339,16 @@ void TestRtfStructure::pictures_data()
 
     QImage image(3, 2, QImage::Format_RGB32);
     image.fill(Qt::red);
-    const auto fileOf = [&](const char *format) {
+    const auto fileOf = [](const QImage &shown, const char *format) {
         QByteArray file;
         QBuffer buffer(&file);
         buffer.open(QIODevice::WriteOnly);
-        image.save(&buffer, format);
+        shown.save(&buffer, format);
         return file;
     };
-    const QByteArray png = fileOf("PNG");
-    const QByteArray bitmap = fileOf("BMP");
+    const QByteArray png = fileOf(image, "PNG");
+    const QByteArray jpeg = fileOf(image, "JPG");
+    const QByteArray bitmap = fileOf(image, "BMP");
     QByteArray digits = png.toHex();
     for (int at = 60; at < digits.size(); at += 61)
         digits.insert(at, "\r\n"); // programs break the lines, between the digits of a byte too
@@ -362,9 +363,14 @@ void TestRtfStructure::pictures_data()
     QTest::newRow("binary") << "{\\*\\blipuid 0011}\\pngblip\\bin" + QByteArray::number(png.size())
             + ' '
             + png << png << QSizeF(0, 0);
-    QTest::newRow("JPEG") << "\\jpegblip " + fileOf("JPG").toHex() << fileOf("JPG") << QSizeF(0, 0);
+    QTest::newRow("JPEG") << "\\jpegblip " + jpeg.toHex() << jpeg << QSizeF(0, 0);
     QTest::newRow("bitmap without its head")
-        << "\\dibitmap0 " + bitmap.mid(14).toHex() << bitmap << QSizeF(0, 0);
+        << "\\dibitmap0 " + bitmap.mid(14).toHex() << fileOf(QImage::fromData(bitmap), "PNG")
+        << QSizeF(0, 0);
+    QByteArray claim = bitmap.mid(14);
+    claim.replace(4, 8, QByteArray::fromHex("1027000010270000")); // 10,000 by 10,000 pixels
+    QTest::newRow("bitmap larger than its bytes")
+        << "\\dibitmap0 " + claim.toHex() << QByteArray() << QSizeF(0, 0);
     QTest::newRow("metafile") << QByteArray("\\wmetafile8\\picwgoal200\\pichgoal100 00112233")
                               << QByteArray() << QSizeF(10, 5);
     QTest::newRow("vast") << "\\pngblip " + vast.toHex() << QByteArray() << QSizeF(0, 0);
@@ -401,8 +407,7 @@ void TestRtfStructure::pictures()
     QCOMPARE(again.charFormat().properties(), format.properties());
     const QVariant copy = read->resource(QTextDocument::ImageResource, QUrl(format.name()));
     QVERIFY(!copy.isNull());
-    // Files that other programs cannot take for PNG or JPEG are written as PNG.
-    if (!file.isEmpty() && !file.startsWith("BM"))
+    if (!file.isEmpty())
         QCOMPARE(copy.toByteArray(), file);
 }
 

@@ -46,12 +46,6 @@ RtfNoteData fromBytes(const QByteArray &bytes)
     return stream.status() == QDataStream::Ok ? data : RtfNoteData();
 }
 
-bool isReadable(const QByteArray &content)
-{
-    QTextDocument document;
-    return MVRTextRtf::fromRtfCData(content, &document);
-}
-
 MVRTextRtfNote toRtfNote(const MVRTextNote &note)
 {
     MVRTextRtfNote rtfNote;
@@ -63,7 +57,7 @@ MVRTextRtfNote toRtfNote(const MVRTextNote &note)
     rtfNote.rtf = note.cdata;
     RtfNoteData data;
     data.color = note.color;
-    data.keepsContent = !isReadable(note.cdata);
+    data.keepsContent = !MVRTextRtf::isRtf(note.cdata);
     if (data.keepsContent)
         data.content = note.cdata;
     if (data.color.isValid() || data.keepsContent)

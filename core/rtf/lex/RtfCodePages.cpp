@@ -38,10 +38,8 @@ struct CodecRow
     const char *codec;
 };
 
-constexpr CodecRow codecRows[] = {{437, "IBM437"},
-                                  {708, "ISO-8859-6"},
+constexpr CodecRow codecRows[] = {{708, "ISO-8859-6"},
                                   {819, "ISO-8859-1"},
-                                  {850, "IBM850"},
                                   {852, "IBM852"},
                                   {860, "IBM860"},
                                   {862, "IBM862"},
@@ -87,12 +85,19 @@ constexpr Thai thaiAdditions[]
     = {{0x80, 0x20ac}, {0x85, 0x2026}, {0x91, 0x2018}, {0x92, 0x2019}, {0x93, 0x201c},
        {0x94, 0x201d}, {0x95, 0x2022}, {0x96, 0x2013}, {0x97, 0x2014}, {0xa0, 0x00a0}};
 
-// DOS US and Western Europe, for builds of Qt that come without these codecs.
-constexpr char16_t dosUpper[] = u"ÇüéâäàåçêëèïîìÄÅÉæÆôöòûùÿÖÜ¢£¥₧ƒáíóúñÑªº¿⌐¬½¼¡«»░▒▓│┤╡╢╖╕╣║╗╝╜╛┐"
-                                u"└┴┬├─┼╞╟╚╔╩╦╠═╬╧╨╤╥╙╘╒╓╫╪┘┌█▄▌▐▀αßΓπΣσµτΦΘΩδ∞φε∩≡±≥≤⌠⌡÷≈°∙·√ⁿ²■ ";
+// DOS US and Western Europe, for which Qt has codecs on some machines only.
+constexpr char16_t dosUpper[]
+    = u"ÇüéâäàåçêëèïîìÄÅÉæÆôöòûùÿÖÜ¢£¥₧ƒáíóúñÑªº¿⌐¬½¼¡«»░▒▓│┤╡╢╖╕╣║╗╝╜╛┐"
+      u"└┴┬├─┼╞╟╚╔╩╦╠═╬╧╨╤╥╙╘╒╓╫╪┘┌█▄▌▐▀αßΓπΣσµτΦΘΩδ∞φε∩≡±≥≤⌠⌡÷≈°∙·√ⁿ²■\u00a0";
 constexpr char16_t dosWesternUpper[]
     = u"ÇüéâäàåçêëèïîìÄÅÉæÆôöòûùÿÖÜø£Ø×ƒáíóúñÑªº¿®¬½¼¡«»░▒▓│┤ÁÂÀ©╣║╗╝¢¥"
-      u"┐└┴┬├─┼ãÃ╚╔╩╦╠═╬¤ðÐÊËÈıÍÎÏ┘┌█▄¦Ì▀ÓßÔÒõÕµþÞÚÛÙýÝ¯´\u00ad±‗¾¶§÷¸°¨·¹³²■ ";
+      u"┐└┴┬├─┼ãÃ╚╔╩╦╠═╬¤ðÐÊËÈıÍÎÏ┘┌█▄¦Ì▀ÓßÔÒõÕµþÞÚÛÙýÝ¯´\u00ad±‗¾¶§÷¸°¨·¹³²■\u00a0";
+
+// The upper half of such a code page, or null.
+const char16_t *dosCharacters(int codePage)
+{
+    return codePage == 437 ? dosUpper : codePage == 850 ? dosWesternUpper : nullptr;
+}
 
 bool isDoubleByte(int codePage)
 {
@@ -162,7 +167,8 @@ const RtfCodePages::Page &RtfCodePages::findPage(int codePage)
             return *(m_last = known.get());
     }
     // Files may name thousands of pages that do not exist.
-    if (codePage != Symbol && !isSigns(codePage) && !codecName(codePage))
+    if (codePage != Symbol && !isSymbols(codePage) && !dosCharacters(codePage)
+        && !codecName(codePage))
         return findPage(Western);
     m_pages.push_back(makePage(codePage));
     return *(m_last = m_pages.back().get());
@@ -174,21 +180,21 @@ std::unique_ptr<RtfCodePages::Page> RtfCodePages::makePage(int codePage)
     made->codePage = codePage;
     for (int byte = 0; byte < 0x100; ++byte)
         made->characters[byte] = QChar(codePage == Symbol ? 0xf000 + byte : byte);
-    for (int byte = 0x20; byte < 0x100 && isSigns(codePage); ++byte)
+    for (int byte = 0x20; byte < 0x100 && isSymbols(codePage); ++byte)
         made->characters[byte]
             = RtfSymbolFonts::character(codePage, static_cast<unsigned char>(byte));
-    if (codePage == Symbol || isSigns(codePage))
+    if (codePage == Symbol || isSymbols(codePage))
         return made;
+    if (const char16_t *upper = dosCharacters(codePage)) {
+        fill(upper, &made->characters);
+        return made;
+    }
 
     QTextCodec *codec = QTextCodec::codecForName(codecName(codePage));
     if (codec && (isDoubleByte(codePage) || codePage == Utf8))
         made->codec = codec;
     else if (codec)
         fill(codePage, codec, &made->characters);
-    else if (codePage == 437)
-        fill(dosUpper, &made->characters);
-    else if (codePage == 850)
-        fill(dosWesternUpper, &made->characters);
     else if (codePage != Western)
         made->characters = findPage(Western).characters;
     return made;

@@ -24,7 +24,7 @@ public:
         MacRoman = 10000,
         Utf8 = 65001,
         Symbol = 42, /*!< fonts with their own glyph numbers: U+F000 and up, as Windows does */
-        SymbolFont, /*!< these three fonts, whose signs are known; see RtfSymbolFonts */
+        SymbolFont, /*!< these three fonts, whose symbols are known; see RtfSymbolFonts */
         Wingdings,
         Webdings
     };
@@ -35,8 +35,8 @@ public:
     /*! Tells whether \a codePage counts as one of the Macintosh's. */
     static bool isMac(int codePage) { return codePage >= MacRoman && codePage < MacRoman + 100; }
 
-    /*! Tells whether letters are signs too in \a codePage. */
-    static bool isSigns(int codePage) { return codePage >= SymbolFont && codePage <= Webdings; }
+    /*! Tells whether letters are symbols too in \a codePage. */
+    static bool isSymbols(int codePage) { return codePage >= SymbolFont && codePage <= Webdings; }
 
     /*! The characters of a code page of single bytes, null for one of more than one byte. */
     const QChar *singleBytes(int codePage)

@@ -7,15 +7,15 @@
 
 namespace {
 
-/*! Signs of one font that follow one another. */
-struct Signs
+/*! Symbols of one font that follow one another. */
+struct Symbols
 {
     int codePage;
     int firstByte;
     const char16_t *characters; // a blank: none of one unit
 };
 
-constexpr Signs signRows[] = {
+constexpr Symbols symbolRows[] = {
     {RtfCodePages::SymbolFont, 0x20,
      u" !∀#∃%&∋()∗+,−./0123456789:;<=>?≅ΑΒΧΔΕΦΓ"
      u"ΗΙϑΚΛΜΝΟΠΘΡΣΤΥςΩΞΨΖ[∴]⊥_‾αβχδεφγηιϕκλμνο"
@@ -62,12 +62,12 @@ QChar RtfSymbolFonts::character(int codePage, unsigned char byte)
 {
     if (byte == ' ')
         return QLatin1Char(' ');
-    for (const Signs &signs : signRows) {
-        const int at = byte - signs.firstByte;
-        const int count = static_cast<int>(std::char_traits<char16_t>::length(signs.characters));
-        const bool isThere = signs.codePage == codePage && at >= 0 && at < count;
-        if (isThere && signs.characters[at] != ' ')
-            return QChar(signs.characters[at]);
+    for (const Symbols &symbols : symbolRows) {
+        const int at = byte - symbols.firstByte;
+        const int count = static_cast<int>(std::char_traits<char16_t>::length(symbols.characters));
+        const bool isThere = symbols.codePage == codePage && at >= 0 && at < count;
+        if (isThere && symbols.characters[at] != ' ')
+            return QChar(symbols.characters[at]);
     }
     return QChar(0xf000 + byte);
 }

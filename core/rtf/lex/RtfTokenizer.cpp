@@ -123,8 +123,8 @@ bool isOrdinary(int unit)
 // A \u word for an ordinary character.
 inline const char *readUnicode(const char *at, const char *end, char16_t *unit)
 {
-    constexpr int longestWord = 8; // \u-12345
-    if (end - at <= longestWord || at[0] != '\\' || at[1] != 'u')
+    constexpr int maxWordLength = 8; // \u-12345
+    if (end - at <= maxWordLength || at[0] != '\\' || at[1] != 'u')
         return at;
     const bool negative = at[2] == '-';
     const char *digits = at + (negative ? 3 : 2);

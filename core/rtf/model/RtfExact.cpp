@@ -31,36 +31,36 @@ struct PropertyRow
     double maximum;
 };
 
-constexpr double farthest = 1e6; // points; no page is larger
+constexpr double maxLength = 1e6; // points; no page is larger
 
 constexpr PropertyRow propertyRows[] = {
     {QTextFormat::LayoutDirection, Integer, 0, 2},
     {QTextFormat::BackgroundBrush, Color, 0, 0},
     {QTextFormat::ForegroundBrush, Color, 0, 0},
     {QTextFormat::BlockAlignment, Integer, 0, 0x1ff},
-    {QTextFormat::BlockTopMargin, Real, -farthest, farthest},
-    {QTextFormat::BlockBottomMargin, Real, -farthest, farthest},
-    {QTextFormat::BlockLeftMargin, Real, -farthest, farthest},
-    {QTextFormat::BlockRightMargin, Real, -farthest, farthest},
-    {QTextFormat::TextIndent, Real, -farthest, farthest},
-    {MVRTextFormat::BlockLeftIndentProperty, Real, -farthest, farthest},
-    {MVRTextFormat::BlockRightIndentProperty, Real, -farthest, farthest},
+    {QTextFormat::BlockTopMargin, Real, -maxLength, maxLength},
+    {QTextFormat::BlockBottomMargin, Real, -maxLength, maxLength},
+    {QTextFormat::BlockLeftMargin, Real, -maxLength, maxLength},
+    {QTextFormat::BlockRightMargin, Real, -maxLength, maxLength},
+    {QTextFormat::TextIndent, Real, -maxLength, maxLength},
+    {MVRTextFormat::BlockLeftIndentProperty, Real, -maxLength, maxLength},
+    {MVRTextFormat::BlockRightIndentProperty, Real, -maxLength, maxLength},
     {QTextFormat::BlockIndent, Integer, -1000, 1000},
-    {QTextFormat::LineHeight, Real, 0, farthest},
+    {QTextFormat::LineHeight, Real, 0, maxLength},
     {QTextFormat::LineHeightType, Integer, 0, 4},
     {QTextFormat::BlockNonBreakableLines, Boolean, 0, 1},
     // One number, told apart by type: a spacing is a real, a heading's level an integer.
-    {MVRTextFormat::LineSpacingProperty, Real, 0, farthest},
+    {MVRTextFormat::LineSpacingProperty, Real, 0, maxLength},
     {QTextFormat::HeadingLevel, Integer, 0, 6},
-    {MVRTextFormat::LineSpacingBaseProperty, Real, -farthest, farthest},
-    {MVRTextFormat::LineSpacingBaseProperty, Integer, -farthest, farthest},
+    {MVRTextFormat::LineSpacingBaseProperty, Real, -maxLength, maxLength},
+    {MVRTextFormat::LineSpacingBaseProperty, Integer, -maxLength, maxLength},
     {QTextFormat::BlockMarker, Integer, 0, 2},
-    {QTextFormat::TabPositions, Tabs, -farthest, farthest},
+    {QTextFormat::TabPositions, Tabs, -maxLength, maxLength},
     {QTextFormat::PageBreakPolicy, Integer, 0, 0x11},
     {QTextFormat::FontCapitalization, Integer, 0, 4},
-    {QTextFormat::FontLetterSpacing, Real, -farthest, farthest},
+    {QTextFormat::FontLetterSpacing, Real, -maxLength, maxLength},
     {QTextFormat::FontLetterSpacingType, Integer, 0, 1},
-    {QTextFormat::FontWordSpacing, Real, -farthest, farthest},
+    {QTextFormat::FontWordSpacing, Real, -maxLength, maxLength},
     {QTextFormat::FontStretch, Integer, 0, 4000},
     {QTextFormat::FontStyleHint, Integer, 0, 8},
     {QTextFormat::FontStyleStrategy, Integer, 0, 0xffff},
@@ -85,37 +85,37 @@ constexpr PropertyRow propertyRows[] = {
     {QTextFormat::AnchorHref, Text, 0, 0},
     {QTextFormat::AnchorName, TextList, 0, 0},
     {QTextFormat::ImageName, Text, 0, 0},
-    {QTextFormat::ImageWidth, Real, 0, farthest},
-    {QTextFormat::ImageHeight, Real, 0, farthest},
+    {QTextFormat::ImageWidth, Real, 0, maxLength},
+    {QTextFormat::ImageHeight, Real, 0, maxLength},
     {QTextFormat::ListStyle, Integer, QTextListFormat::ListUpperRoman, 0},
     {QTextFormat::ListIndent, Integer, 0, 1000},
     {QTextFormat::ListNumberPrefix, Text, 0, 0},
     {QTextFormat::ListNumberSuffix, Text, 0, 0},
     {QTextFormat::CssFloat, Integer, 0, 2},
-    {QTextFormat::FrameBorder, Real, 0, farthest},
-    {QTextFormat::FrameMargin, Real, -farthest, farthest},
-    {QTextFormat::FramePadding, Real, 0, farthest},
-    {QTextFormat::FrameWidth, Length, 0, farthest},
-    {QTextFormat::FrameHeight, Length, 0, farthest},
-    {QTextFormat::FrameTopMargin, Real, -farthest, farthest},
-    {QTextFormat::FrameBottomMargin, Real, -farthest, farthest},
-    {QTextFormat::FrameLeftMargin, Real, -farthest, farthest},
-    {QTextFormat::FrameRightMargin, Real, -farthest, farthest},
+    {QTextFormat::FrameBorder, Real, 0, maxLength},
+    {QTextFormat::FrameMargin, Real, -maxLength, maxLength},
+    {QTextFormat::FramePadding, Real, 0, maxLength},
+    {QTextFormat::FrameWidth, Length, 0, maxLength},
+    {QTextFormat::FrameHeight, Length, 0, maxLength},
+    {QTextFormat::FrameTopMargin, Real, -maxLength, maxLength},
+    {QTextFormat::FrameBottomMargin, Real, -maxLength, maxLength},
+    {QTextFormat::FrameLeftMargin, Real, -maxLength, maxLength},
+    {QTextFormat::FrameRightMargin, Real, -maxLength, maxLength},
     {QTextFormat::FrameBorderBrush, Color, 0, 0},
     {QTextFormat::FrameBorderStyle, Integer, 0, 10},
-    {QTextFormat::TableColumnWidthConstraints, Lengths, 0, farthest},
-    {QTextFormat::TableCellSpacing, Real, 0, farthest},
-    {QTextFormat::TableCellPadding, Real, 0, farthest},
-    {QTextFormat::TableHeaderRowCount, Integer, 0, farthest},
+    {QTextFormat::TableColumnWidthConstraints, Lengths, 0, maxLength},
+    {QTextFormat::TableCellSpacing, Real, 0, maxLength},
+    {QTextFormat::TableCellPadding, Real, 0, maxLength},
+    {QTextFormat::TableHeaderRowCount, Integer, 0, maxLength},
     {QTextFormat::TableBorderCollapse, Boolean, 0, 1},
-    {QTextFormat::TableCellTopPadding, Real, 0, farthest},
-    {QTextFormat::TableCellBottomPadding, Real, 0, farthest},
-    {QTextFormat::TableCellLeftPadding, Real, 0, farthest},
-    {QTextFormat::TableCellRightPadding, Real, 0, farthest},
-    {QTextFormat::TableCellTopBorder, Real, 0, farthest},
-    {QTextFormat::TableCellBottomBorder, Real, 0, farthest},
-    {QTextFormat::TableCellLeftBorder, Real, 0, farthest},
-    {QTextFormat::TableCellRightBorder, Real, 0, farthest},
+    {QTextFormat::TableCellTopPadding, Real, 0, maxLength},
+    {QTextFormat::TableCellBottomPadding, Real, 0, maxLength},
+    {QTextFormat::TableCellLeftPadding, Real, 0, maxLength},
+    {QTextFormat::TableCellRightPadding, Real, 0, maxLength},
+    {QTextFormat::TableCellTopBorder, Real, 0, maxLength},
+    {QTextFormat::TableCellBottomBorder, Real, 0, maxLength},
+    {QTextFormat::TableCellLeftBorder, Real, 0, maxLength},
+    {QTextFormat::TableCellRightBorder, Real, 0, maxLength},
     {QTextFormat::TableCellTopBorderStyle, Integer, 0, 10},
     {QTextFormat::TableCellBottomBorderStyle, Integer, 0, 10},
     {QTextFormat::TableCellLeftBorderStyle, Integer, 0, 10},
@@ -298,8 +298,8 @@ QVariant realFromText(const PropertyRow &row, const QByteArray &text)
 // Each is followed by its comma; none of more than any format has.
 QList<QByteArray> entriesOf(const QByteArray &text)
 {
-    constexpr int mostEntries = 10000;
-    if (text.count(',') > mostEntries)
+    constexpr int maxEntries = 10000;
+    if (text.count(',') > maxEntries)
         return {};
     QList<QByteArray> entries = text.split(',');
     entries.removeLast();
@@ -471,7 +471,7 @@ QVector<RtfExactProperties> fromText(const QByteArray &text)
             const RtfExactProperty property = propertyFromText(entry);
             const int type = property.value.userType();
             const bool isList = type == QMetaType::QVariantList || type == QMetaType::QStringList;
-            const bool isTooMuch = isList && ++lookAlikes > RtfResources::mostLookAlikes * 2;
+            const bool isTooMuch = isList && ++lookAlikes > RtfResources::maxLookAlikes * 2;
             if (property.id != 0 && !isTooMuch)
                 properties.append(property);
         }

@@ -21,8 +21,8 @@ constexpr double indentWidth = 40; // QTextDocument's default step of QTextBlock
 int twips(double points)
 {
     // A NaN fails both comparisons of a bound, so it is asked for first.
-    constexpr double farthest = rtfFarthestTwips;
-    return std::isnan(points) ? 0 : qRound(qBound(-farthest, points * twipsPerPoint, farthest));
+    constexpr double maxTwips = rtfMaxTwips;
+    return std::isnan(points) ? 0 : qRound(qBound(-maxTwips, points * twipsPerPoint, maxTwips));
 }
 
 double points(int twipsValue)
@@ -74,13 +74,13 @@ void readScriptIndents(const QTextBlockFormat &format, int textWidth, RtfParaPro
             = textWidth - twips(format.doubleProperty(MVRTextFormat::BlockRightIndentProperty));
 }
 
-int colorOf(const QTextFormat &format, int property, RtfResources *tables)
+int colorOf(const QTextFormat &format, int property, RtfResources *resources)
 {
     const QVariant value = format.property(property);
     if (value.userType() == QMetaType::QColor)
-        return value.value<QColor>().isValid() ? tables->colorNumber(value.value<QColor>()) : 0;
+        return value.value<QColor>().isValid() ? resources->colorNumber(value.value<QColor>()) : 0;
     const QBrush brush = value.value<QBrush>();
-    return brush.style() == Qt::NoBrush ? 0 : tables->colorNumber(brush.color());
+    return brush.style() == Qt::NoBrush ? 0 : resources->colorNumber(brush.color());
 }
 
 QString familyOf(const QTextCharFormat &format)
@@ -119,10 +119,10 @@ QTextCharFormat withoutNoteAnchor(QTextCharFormat format)
 
 namespace RtfFormats {
 
-QTextCharFormat toCharFormat(const RtfCharProps &props, const RtfResources &tables)
+QTextCharFormat toCharFormat(const RtfCharProps &props, const RtfResources &resources)
 {
     QTextCharFormat format;
-    const QString family = tables.fonts.value(props.font).family;
+    const QString family = resources.fonts.value(props.font).family;
     if (!family.isEmpty())
         format.setFontFamily(family);
     if (props.size > 0)
@@ -133,8 +133,8 @@ QTextCharFormat toCharFormat(const RtfCharProps &props, const RtfResources &tabl
         format.setFontItalic(true);
     if (props.underline)
         format.setUnderlineStyle(QTextCharFormat::UnderlineStyle(props.underline));
-    if (props.underline && tables.color(props.underlineColor).isValid())
-        format.setUnderlineColor(tables.color(props.underlineColor));
+    if (props.underline && resources.color(props.underlineColor).isValid())
+        format.setUnderlineColor(resources.color(props.underlineColor));
     if (props.strike)
         format.setFontStrikeOut(true);
     if (props.vertical)
@@ -145,20 +145,20 @@ QTextCharFormat toCharFormat(const RtfCharProps &props, const RtfResources &tabl
         format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
         format.setFontLetterSpacing(points(props.spacing));
     }
-    if (tables.color(props.foreground).isValid())
-        format.setForeground(tables.color(props.foreground));
-    const QColor background = tables.color(props.highlight ? props.highlight : props.background);
+    if (resources.color(props.foreground).isValid())
+        format.setForeground(resources.color(props.foreground));
+    const QColor background = resources.color(props.highlight ? props.highlight : props.background);
     if (background.isValid())
         format.setBackground(background);
     if (props.link > 0) {
         format.setAnchor(true);
-        format.setAnchorHref(tables.links.value(props.link));
+        format.setAnchorHref(resources.links.value(props.link));
     }
-    RtfExact::apply(tables.exact.value(props.extra), &format);
+    RtfExact::apply(resources.exact.value(props.exact), &format);
     return format;
 }
 
-QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfResources &tables)
+QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfResources &resources)
 {
     QTextBlockFormat format;
     if (props.alignment)
@@ -182,29 +182,29 @@ QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfResources &ta
         format.setNonBreakableLines(true);
     if (props.rightToLeft)
         format.setLayoutDirection(Qt::RightToLeft);
-    if (tables.color(props.shading).isValid())
-        format.setBackground(tables.color(props.shading));
+    if (resources.color(props.shading).isValid())
+        format.setBackground(resources.color(props.shading));
     if (props.outline >= 0 && props.outline < 6)
         format.setHeadingLevel(props.outline + 1);
     if (props.tabs)
-        format.setTabPositions(tables.tabs.value(props.tabs));
-    RtfExact::apply(tables.exact.value(props.extra), &format);
+        format.setTabPositions(resources.tabs.value(props.tabs));
+    RtfExact::apply(resources.exact.value(props.exact), &format);
     return format;
 }
 
-RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfResources *tables)
+RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfResources *resources)
 {
     const QTextCharFormat format = withoutNoteAnchor(source);
     RtfCharProps props;
     const QString family = familyOf(format);
     if (!family.isEmpty())
-        props.font = tables->fontNumber(family);
+        props.font = resources->fontNumber(family);
     if (format.fontPointSize() > 0)
-        props.size = qBound(1, qRound(qMin(format.fontPointSize() * 2, double(rtfLargestFont))),
-                            rtfLargestFont);
+        props.size = qBound(1, qRound(qMin(format.fontPointSize() * 2, double(rtfMaxFontSize))),
+                            rtfMaxFontSize);
     else if (format.hasProperty(QTextFormat::FontPixelSize)) // at Qt's 96 dots to the inch
         props.size = qBound(1, qRound(format.intProperty(QTextFormat::FontPixelSize) * 1.5),
-                            rtfLargestFont);
+                            rtfMaxFontSize);
     props.bold = format.fontWeight() > QFont::Medium ? 1 : 0;
     props.italic = format.fontItalic() ? 1 : 0;
     props.underline = format.underlineStyle() == QTextCharFormat::SpellCheckUnderline
@@ -214,7 +214,7 @@ RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfResou
                     QTextCharFormat::DotLine, QTextCharFormat::DashDotLine,
                     QTextCharFormat::DashDotDotLine, QTextCharFormat::WaveUnderline});
     props.underlineColor
-        = props.underline ? colorOf(format, QTextFormat::TextUnderlineColor, tables) : 0;
+        = props.underline ? colorOf(format, QTextFormat::TextUnderlineColor, resources) : 0;
     props.strike = format.fontStrikeOut() ? 1 : 0;
     props.vertical = writable(format.verticalAlignment(),
                               {QTextCharFormat::AlignSuperScript, QTextCharFormat::AlignSubScript});
@@ -222,16 +222,17 @@ RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfResou
         = writable(format.fontCapitalization(), {QFont::AllUppercase, QFont::SmallCaps});
     if (format.fontLetterSpacingType() == QFont::AbsoluteSpacing)
         props.spacing = twips(format.fontLetterSpacing());
-    props.foreground = colorOf(format, QTextFormat::ForegroundBrush, tables);
-    props.background = colorOf(format, QTextFormat::BackgroundBrush, tables);
+    props.foreground = colorOf(format, QTextFormat::ForegroundBrush, resources);
+    props.background = colorOf(format, QTextFormat::BackgroundBrush, resources);
     if (linked && !format.anchorHref().isEmpty())
-        props.link = tables->linkNumber(format.anchorHref());
-    props.extra = tables->exactNumber(RtfExact::difference(format, toCharFormat(props, *tables)));
+        props.link = resources->linkNumber(format.anchorHref());
+    props.exact
+        = resources->exactNumber(RtfExact::difference(format, toCharFormat(props, *resources)));
     return props;
 }
 
 RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place,
-                             RtfResources *tables)
+                             RtfResources *resources)
 {
     RtfParaProps props;
     props.alignment = writable(format.alignment() & Qt::AlignHorizontal_Mask & ~Qt::AlignAbsolute,
@@ -251,11 +252,11 @@ RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place,
                                                                                                 : 0;
     props.keepTogether = format.nonBreakableLines() ? 1 : 0;
     props.rightToLeft = format.layoutDirection() == Qt::RightToLeft ? 1 : 0;
-    props.shading = colorOf(format, QTextFormat::BackgroundBrush, tables);
+    props.shading = colorOf(format, QTextFormat::BackgroundBrush, resources);
     const QVariant heading = format.property(QTextFormat::HeadingLevel);
     if (heading.userType() == QMetaType::Int && heading.toInt() >= 1 && heading.toInt() <= 6)
         props.outline = heading.toInt() - 1;
-    props.tabs = tables->tabsNumber(inTwips(format.tabPositions()));
+    props.tabs = resources->tabsNumber(inTwips(format.tabPositions()));
     props.inTable = place.tableLevel > 0 ? 1 : 0;
     props.tableLevel = place.tableLevel > 1 ? place.tableLevel : 0;
     props.list = place.list;
@@ -264,7 +265,8 @@ RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place,
         props.leftIndent = (props.listLevel + 1) * listIndent;
         props.firstIndent = -listIndent / 2;
     }
-    props.extra = tables->exactNumber(RtfExact::difference(format, toBlockFormat(props, *tables)));
+    props.exact
+        = resources->exactNumber(RtfExact::difference(format, toBlockFormat(props, *resources)));
     return props;
 }
 
@@ -274,7 +276,7 @@ int RtfFormatCache::charFormatNumber(const RtfCharProps &props)
 {
     const auto added = m_charNumbers.try_emplace(props, static_cast<int>(m_charFormats.size()));
     if (added.second)
-        m_charFormats.push_back(RtfFormats::toCharFormat(props, m_tables));
+        m_charFormats.push_back(RtfFormats::toCharFormat(props, m_resources));
     return added.first->second;
 }
 
@@ -282,7 +284,7 @@ int RtfFormatCache::blockFormatNumber(const RtfParaProps &props)
 {
     const auto added = m_blockNumbers.try_emplace(props, static_cast<int>(m_blockFormats.size()));
     if (added.second)
-        m_blockFormats.push_back(RtfFormats::toBlockFormat(props, m_tables));
+        m_blockFormats.push_back(RtfFormats::toBlockFormat(props, m_resources));
     return added.first->second;
 }
 
@@ -292,7 +294,7 @@ int RtfFormatCache::addCharFormat(const QTextCharFormat &format)
     return static_cast<int>(m_charFormats.size()) - 1;
 }
 
-void RtfFormatCache::tablesChanged()
+void RtfFormatCache::resourcesChanged()
 {
     m_charNumbers.clear();
     m_blockNumbers.clear();

@@ -19,15 +19,15 @@
 */
 namespace RtfFormats {
 
-QTextCharFormat toCharFormat(const RtfCharProps &props, const RtfResources &tables);
-QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfResources &tables);
+QTextCharFormat toCharFormat(const RtfCharProps &props, const RtfResources &resources);
+QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfResources &resources);
 
 /*!
-    Exact properties included; \a tables receives fonts, colours and links that are new.
+    Exact properties included; \a resources receives fonts, colours and links that are new.
     \param linked  the link may be said by a field around the text; false for the end of a
                    paragraph, which stands in no field and keeps it among the exact properties
 */
-RtfCharProps fromCharFormat(const QTextCharFormat &format, bool linked, RtfResources *tables);
+RtfCharProps fromCharFormat(const QTextCharFormat &format, bool linked, RtfResources *resources);
 
 /*! Where a paragraph stands, which its format alone does not say. */
 struct Place
@@ -41,7 +41,7 @@ struct Place
 };
 
 RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place,
-                             RtfResources *tables);
+                             RtfResources *resources);
 
 }
 
@@ -74,8 +74,8 @@ struct RtfPropsEqual
 class RtfFormatCache
 {
 public:
-    explicit RtfFormatCache(const RtfResources &tables)
-        : m_tables(tables)
+    explicit RtfFormatCache(const RtfResources &resources)
+        : m_resources(resources)
     {
     }
 
@@ -86,11 +86,11 @@ public:
     const QTextCharFormat &charFormat(int number) const { return m_charFormats[number]; }
     const QTextBlockFormat &blockFormat(int number) const { return m_blockFormats[number]; }
 
-    /*! Forgets the numbers, after the tables that the properties refer to have changed. */
-    void tablesChanged();
+    /*! Forgets the numbers, after the resources that the properties refer to have changed. */
+    void resourcesChanged();
 
 private:
-    const RtfResources &m_tables;
+    const RtfResources &m_resources;
     std::vector<QTextCharFormat> m_charFormats;
     std::vector<QTextBlockFormat> m_blockFormats;
     std::unordered_map<RtfCharProps, int, RtfPropsHash, RtfPropsEqual> m_charNumbers;

@@ -2,7 +2,6 @@
 #include <core/rtf/model/RtfLists.h>
 
 #include <core/rtf/model/RtfExact.h>
-#include <core/rtf/write/RtfOutput.h>
 
 namespace {
 
@@ -19,10 +18,10 @@ constexpr NumberFormat numberFormats[]
        {22, QTextListFormat::ListDecimal},        {23, QTextListFormat::ListDisc},
        {255, QTextListFormat::ListStyleUndefined}};
 
-// Signs of Unicode, and of the Symbol and Wingdings fonts as their glyph numbers.
-QTextListFormat::Style bulletStyle(char16_t sign)
+// Symbols of Unicode, and of the Symbol and Wingdings fonts as their glyph numbers.
+QTextListFormat::Style bulletStyle(char16_t symbol)
 {
-    switch (sign) {
+    switch (symbol) {
     case 'o':
     case 0x25cb:
     case 0x25e6:
@@ -42,58 +41,16 @@ bool isPlace(QChar character)
     return character.unicode() < 9;
 }
 
-QByteArray hexByte(int byte)
-{
-    return "\\'" + QByteArray::number(byte, 16).rightJustified(2, '0');
-}
-
-QByteArray bulletText(QTextListFormat::Style style)
-{
-    if (style == QTextListFormat::ListStyleUndefined)
-        return hexByte(0);
-    const char16_t sign = style == QTextListFormat::ListSquare ? 0x25aa
-        : style == QTextListFormat::ListCircle                 ? 0x25e6
-                                                               : 0x2022;
-    RtfOutput out;
-    out.raw(hexByte(1));
-    out.text(QString(QChar(sign)));
-    return out.rtf();
-}
-
-// The number's place stands as the number of its level, counted from the length on.
-QByteArray numberText(const QTextListFormat &format, int level)
-{
-    constexpr int longestAffix = 100;
-    const QString prefix = format.numberPrefix().left(longestAffix);
-    const QString suffix = format.hasProperty(QTextFormat::ListNumberSuffix)
-        ? format.numberSuffix().left(longestAffix)
-        : QStringLiteral(".");
-    RtfOutput out;
-    out.raw(hexByte(prefix.size() + 1 + suffix.size()));
-    out.text(prefix);
-    out.raw(hexByte(level));
-    out.text(suffix);
-    out.raw(";}{\\levelnumbers" + hexByte(prefix.size() + 1));
-    return out.rtf();
-}
-
 } // namespace
 
-QByteArray RtfLists::levelRtf(const QTextListFormat &format, int level)
+int RtfLists::numberFormat(QTextListFormat::Style style)
 {
-    int code = 23;
+    constexpr int bullet = 23;
     for (const NumberFormat &row : numberFormats) {
-        if (row.style == format.style()) {
-            code = row.code;
-            break;
-        }
+        if (row.style == style)
+            return row.code;
     }
-    const bool isNumber = format.style() <= QTextListFormat::ListDecimal;
-    const int indent = (level + 1) * 720;
-    return "{\\listlevel\\levelnfc" + QByteArray::number(code)
-        + "\\leveljc0\\levelfollow0\\levelstartat1{\\leveltext"
-        + (isNumber ? numberText(format, level) : bulletText(format.style())) + ";}\\fi-360\\li"
-        + QByteArray::number(indent) + '}';
+    return bullet;
 }
 
 void RtfLists::beginList()
@@ -157,14 +114,14 @@ const RtfLists::List *RtfLists::find(int number) const
     return list != m_lists.cend() ? &*list : nullptr;
 }
 
-bool RtfLists::isShown(int number, int level, const RtfResources &tables) const
+bool RtfLists::isShown(int number, int level, const RtfResources &resources) const
 {
     const List *list = find(number);
-    return (list && !tables.exact.value(list->exact).isEmpty())
-        || format(number, level, tables).style() != QTextListFormat::ListStyleUndefined;
+    return (list && !resources.exact.value(list->exact).isEmpty())
+        || format(number, level, resources).style() != QTextListFormat::ListStyleUndefined;
 }
 
-QTextListFormat RtfLists::format(int number, int level, const RtfResources &tables) const
+QTextListFormat RtfLists::format(int number, int level, const RtfResources &resources) const
 {
     QTextListFormat format;
     const int depth = qBound(0, level, levels - 1);
@@ -178,7 +135,7 @@ QTextListFormat RtfLists::format(int number, int level, const RtfResources &tabl
         format.setStyle(QTextListFormat::ListStyleUndefined);
         return format;
     }
-    const RtfExactProperties exact = tables.exact.value(list->exact);
+    const RtfExactProperties exact = resources.exact.value(list->exact);
     if (!exact.isEmpty()) {
         format.clearProperty(QTextFormat::ListIndent);
         RtfExact::apply(exact, &format);

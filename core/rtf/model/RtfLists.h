@@ -35,21 +35,21 @@ public:
     static int oldList(QTextListFormat::Style style) { return firstOldList - style; }
 
     /*!
-        \param tables  hold the exact properties that the file gives of a list
+        \param resources  hold the exact properties that the file gives of a list
         \return the format of list \a number at \a level (from 0), its indent one more than the
                 level; an undefined style when there is no such list
     */
-    QTextListFormat format(int number, int level, const RtfResources &tables) const;
+    QTextListFormat format(int number, int level, const RtfResources &resources) const;
 
     /*! Tells whether the paragraphs of a list are its items: not in one without any numbers, but
         for a list that a document had. */
-    bool isShown(int number, int level, const RtfResources &tables) const;
+    bool isShown(int number, int level, const RtfResources &resources) const;
 
     /*! How many levels a list has. */
     static constexpr int levels = 9;
 
-    /*! The group that describes \a level, from 0, as one of a list that looks like \a format. */
-    static QByteArray levelRtf(const QTextListFormat &format, int level);
+    /*! The \levelnfc that stands for \a style; that of a bullet where there is none. */
+    static int numberFormat(QTextListFormat::Style style);
 
 private:
     struct Level

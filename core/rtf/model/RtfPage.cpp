@@ -8,13 +8,13 @@
 
 namespace {
 
-constexpr double smallestPage = 72;
-constexpr double largestPage = rtfFarthestTwips / 20.0;
-constexpr double smallestMargin = 18; // the toolkit's own default is a gap, no margin
+constexpr double minPage = 72;
+constexpr double maxPage = rtfMaxTwips / 20.0;
+constexpr double minMargin = 18; // Qt's own default is a gap, no margin
 
-void setLength(double points, double smallest, double largest, int *twips)
+void setLength(double points, double min, double max, int *twips)
 {
-    if (points >= smallest && points <= largest)
+    if (points >= min && points <= max)
         *twips = qRound(points * 20);
 }
 
@@ -24,15 +24,15 @@ RtfPage RtfPage::of(const QTextDocument &document)
 {
     RtfPage page;
     const QSizeF size = document.pageSize();
-    if (qMin(size.width(), size.height()) >= smallestPage) {
-        setLength(size.width(), smallestPage, largestPage, &page.width);
-        setLength(size.height(), smallestPage, largestPage, &page.height);
+    if (qMin(size.width(), size.height()) >= minPage) {
+        setLength(size.width(), minPage, maxPage, &page.width);
+        setLength(size.height(), minPage, maxPage, &page.height);
     }
     const QTextFrameFormat root = document.rootFrame()->frameFormat();
-    const double widest = page.width / 20.0 / 3; // leaves a third for the text
-    setLength(root.leftMargin(), smallestMargin, widest, &page.left);
-    setLength(root.rightMargin(), smallestMargin, widest, &page.right);
-    setLength(root.topMargin(), smallestMargin, page.height / 20.0 / 3, &page.top);
-    setLength(root.bottomMargin(), smallestMargin, page.height / 20.0 / 3, &page.bottom);
+    const double maxMargin = page.width / 20.0 / 3; // leaves a third for the text
+    setLength(root.leftMargin(), minMargin, maxMargin, &page.left);
+    setLength(root.rightMargin(), minMargin, maxMargin, &page.right);
+    setLength(root.topMargin(), minMargin, page.height / 20.0 / 3, &page.top);
+    setLength(root.bottomMargin(), minMargin, page.height / 20.0 / 3, &page.bottom);
     return page;
 }

@@ -11,12 +11,11 @@
 #include <QPixmap>
 #include <QTextDocument>
 #include <QUrl>
-#include <QtEndian>
 
 namespace {
 
-constexpr qint64 mostPixels = 100000000;
-constexpr double largestSide = rtfFarthestTwips / 20.0;
+constexpr qint64 maxPixels = 100000000;
+constexpr double maxSide = rtfMaxTwips / 20.0;
 
 int digitValue(char digit)
 {
@@ -30,11 +29,10 @@ const char *suffix(RtfPicture::Kind kind)
 {
     switch (kind) {
     case RtfPicture::Png:
+    case RtfPicture::Dib:
         return ".png";
     case RtfPicture::Jpeg:
         return ".jpg";
-    case RtfPicture::Dib:
-        return ".bmp";
     case RtfPicture::Unknown:
         break;
     }
@@ -47,7 +45,31 @@ bool canBeShown(QByteArray file)
     QBuffer buffer(&file);
     const QSize size = QImageReader(&buffer).size();
     return size.isValid() && !size.isEmpty()
-        && qint64(size.width()) * qint64(size.height()) <= mostPixels;
+        && qint64(size.width()) * qint64(size.height()) <= maxPixels;
+}
+
+QByteArray asPng(const QImage &image)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+// A bitmap in RTF lacks the head of a file. It may say any size, whatever pixels are there.
+QByteArray fileOfBitmap(QByteArray bytes)
+{
+    constexpr qint64 maxGrowth = 32; // of bitmaps that are packed
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer, "dib");
+    const QSize size = reader.size();
+    const int depth = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
+    if (size.isEmpty()
+        || qint64(size.width()) * size.height() / 8 * depth > bytes.size() * maxGrowth)
+        return {};
+    const QImage image = reader.read();
+    return image.isNull() ? QByteArray() : asPng(image);
 }
 
 double side(int goal, int pixels, int scale)
@@ -55,7 +77,7 @@ double side(int goal, int pixels, int scale)
     // 15 twips to the pixel is what programs assume of a bitmap without a goal.
     const double twips = goal > 0 ? goal : qMax(0, pixels) * 15.0;
     const int percent = scale > 0 ? scale : 100;
-    return qMin(twips / 20 * percent / 100, largestSide);
+    return qMin(twips / 20 * percent / 100, maxSide);
 }
 
 } // namespace
@@ -81,32 +103,11 @@ void RtfPicture::addBytes(std::string_view bytes)
     m_bytes.append(bytes.data(), static_cast<int>(bytes.size()));
 }
 
-// A bitmap in RTF lacks the file's head, which says where the pixels begin.
 QByteArray RtfPicture::file() const
 {
-    constexpr int headSize = 14;
-    constexpr int infoSize = 40;
-    if (kind != Dib)
-        return kind == Unknown ? QByteArray() : m_bytes;
-    if (m_bytes.size() < infoSize)
-        return {};
-    const auto *info = reinterpret_cast<const uchar *>(m_bytes.constData());
-    const uint bits = qFromLittleEndian<quint16>(info + 14);
-    const uint compression = qFromLittleEndian<quint32>(info + 16);
-    uint colors = qFromLittleEndian<quint32>(info + 32);
-    if (colors == 0 && bits <= 8)
-        colors = 1u << bits;
-    if (colors > 256)
-        return {};
-    const uint masks = compression == 3 ? 12 : 0;
-    QByteArray head(headSize, 0);
-    auto *to = reinterpret_cast<uchar *>(head.data());
-    to[0] = 'B';
-    to[1] = 'M';
-    qToLittleEndian<quint32>(headSize + uint(m_bytes.size()), to + 2);
-    const uint pixels = headSize + qFromLittleEndian<quint32>(info) + masks + colors * 4;
-    qToLittleEndian<quint32>(pixels, to + 10);
-    return head + m_bytes;
+    if (kind == Dib)
+        return fileOfBitmap(m_bytes);
+    return kind == Unknown ? QByteArray() : m_bytes;
 }
 
 QSizeF RtfPicture::size() const
@@ -163,14 +164,11 @@ QByteArray RtfPicture::toRtf(const QVariant &image, const QTextImageFormat &form
             shown.fill(Qt::lightGray);
         }
         pixels = shown.size();
-        bytes.clear();
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        shown.save(&buffer, "PNG");
+        bytes = asPng(shown);
     }
     const auto goal = [](double points, int pixelCount) {
         const double twips = points > 0 ? points * 20 : pixelCount * 15.0;
-        return QByteArray::number(qRound(qMin(twips, double(rtfFarthestTwips))));
+        return QByteArray::number(qRound(qMin(twips, double(rtfMaxTwips))));
     };
     QByteArray rtf = isJpeg ? "{\\pict\\jpegblip" : "{\\pict\\pngblip";
     rtf += "\\picw" + QByteArray::number(pixels.width()) + "\\pich"

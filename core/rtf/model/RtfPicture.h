@@ -11,7 +11,7 @@ class QTextDocument;
 /*!
     A picture while it is read (RTF 1.9.1, "Pictures"): what its words say and its bytes.
 
-    PNG and JPEG keep their bytes, device-independent bitmaps become BMP files. What the toolkit
+    PNG and JPEG keep their bytes, device-independent bitmaps become PNG. What Qt
     cannot show (metafiles), or could only show by filling the memory, gets a placeholder of the
     same size.
 */

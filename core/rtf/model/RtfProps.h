@@ -27,7 +27,7 @@ struct RtfCharProps
     int highlight = 0; /*!< \highlight: index of the colour table; covers the background */
     int spacing = 0; /*!< \expndtw: twips between letters */
     int link = 0; /*!< number of an interned link target */
-    int extra = 0; /*!< \mvrx: number of a set of exact properties */
+    int exact = 0; /*!< \mvrx: number of a set of exact properties */
 };
 
 /*! Paragraph formatting in RTF's own units. Lengths are twips; zero means "not said". */
@@ -51,14 +51,14 @@ struct RtfParaProps
     int inTable = 0; /*!< \intbl */
     int tableLevel = 0; /*!< \itap: depth of nesting, which only newer files say */
     int tabs = 0; /*!< number of an interned set of tab stops */
-    int extra = 0; /*!< \mvrp: number of a set of exact properties */
+    int exact = 0; /*!< \mvrp: number of a set of exact properties */
 };
 
 static_assert(sizeof(RtfCharProps) % sizeof(int) == 0 && sizeof(RtfParaProps) % sizeof(int) == 0,
               "compared and hashed as bytes, so there must be no padding");
 
 /*! Lengths beyond this (10,000 points, in twips) are cut: no page is larger. */
-constexpr int rtfFarthestTwips = 200000;
+constexpr int rtfMaxTwips = 200000;
 
 /*! The largest size of a font, in half-points. */
-constexpr int rtfLargestFont = 20000;
+constexpr int rtfMaxFontSize = 20000;

@@ -15,7 +15,7 @@ QString tableName(const QString &family)
         if (character.unicode() >= 0x20 && !isSeparator)
             name += character;
     }
-    return name.left(RtfFont::longestName).trimmed();
+    return name.left(RtfFont::maxNameLength).trimmed();
 }
 
 // Number 0 means none, so the first entry is never handed out.
@@ -63,7 +63,7 @@ int RtfResources::linkNumber(const QString &target)
     return number;
 }
 
-int RtfResources::tabsNumber(const QList<QTextOption::Tab> &stops, int most)
+int RtfResources::tabsNumber(const QList<QTextOption::Tab> &stops, int max)
 {
     if (stops.isEmpty())
         return 0;
@@ -73,7 +73,7 @@ int RtfResources::tabsNumber(const QList<QTextOption::Tab> &stops, int most)
     const auto known = m_tabsNumbers.constFind(key);
     if (known != m_tabsNumbers.constEnd())
         return known.value();
-    if (tabs.size() >= most)
+    if (tabs.size() >= max)
         return 0;
     const int number = appendNumbered(&tabs, stops);
     m_tabsNumbers.insert(key, number);

@@ -21,7 +21,7 @@ using RtfExactProperties = QVector<RtfExactProperty>;
 
 struct RtfFont
 {
-    static constexpr int longestName = 256;
+    static constexpr int maxNameLength = 256;
 
     QString family;
     int codePage = 0; /*!< of its text; 0: the document's */
@@ -47,10 +47,10 @@ public:
     QColor color(int number) const { return number > 0 ? colors.value(number) : QColor(); }
 
     /*!
-        How many sets of tabs, tables' widths or names a file may have. The toolkit tells formats
+        How many sets of tabs, tables' widths or names a file may have. Qt tells formats
         apart by all other properties first; those that differ in nothing else take it ever longer.
     */
-    static constexpr int mostLookAlikes = 2000;
+    static constexpr int maxLookAlikes = 2000;
 
     /*!
         The number of a font, colour, link target …, added when it is new. For a font -1 when its
@@ -59,9 +59,8 @@ public:
     int fontNumber(const QString &family);
     int colorNumber(const QColor &color);
     int linkNumber(const QString &target);
-    /*! \param most  0 is the number of a new set when there are so many */
-    int tabsNumber(const QList<QTextOption::Tab> &stops,
-                   int most = std::numeric_limits<int>::max());
+    /*! \param max  0 is the number of a new set when there are so many */
+    int tabsNumber(const QList<QTextOption::Tab> &stops, int max = std::numeric_limits<int>::max());
     int exactNumber(const RtfExactProperties &properties);
 
     /*! The exact properties as the content of their destination, in the order of numbers. */

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int nearEdges = 20; // programs round; edges closer than a point are one
+constexpr int maxRounding = 20; // programs round; edges closer than a point are one
 
 // The grid may be this many times larger than the table's own cells.
 constexpr std::size_t proportion = 16;
@@ -52,10 +52,10 @@ void RtfTable::endRow(const RtfRowFormat &format)
 RtfTableGrid::RtfTableGrid(const RtfTable &table)
     : m_rows(static_cast<int>(table.rows.size()))
 {
-    const std::size_t mostCells = std::max(smallGrid, countCells(table) * proportion);
-    if (!hasEdges(table) || !layByEdges(table, mostCells))
+    const std::size_t maxCells = std::max(smallGrid, countCells(table) * proportion);
+    if (!hasEdges(table) || !layByEdges(table, maxCells))
         layByCount(table);
-    m_reasonable = std::size_t(m_columns) * std::size_t(m_rows) <= mostCells;
+    m_reasonable = std::size_t(m_columns) * std::size_t(m_rows) <= maxCells;
 }
 
 bool RtfTableGrid::hasEdges(const RtfTable &table) const
@@ -74,7 +74,7 @@ bool RtfTableGrid::hasEdges(const RtfTable &table) const
     return true;
 }
 
-bool RtfTableGrid::layByEdges(const RtfTable &table, std::size_t mostCells)
+bool RtfTableGrid::layByEdges(const RtfTable &table, std::size_t maxCells)
 {
     std::vector<int> edges;
     for (const RtfRow &row : table.rows) {
@@ -85,10 +85,10 @@ bool RtfTableGrid::layByEdges(const RtfTable &table, std::size_t mostCells)
     std::sort(edges.begin(), edges.end());
     std::vector<int> distinct;
     for (const int edge : edges) {
-        if (distinct.empty() || edge - distinct.back() > nearEdges)
+        if (distinct.empty() || edge - distinct.back() > maxRounding)
             distinct.push_back(edge);
     }
-    if (distinct.size() < 2 || (distinct.size() - 1) * std::size_t(m_rows) > mostCells)
+    if (distinct.size() < 2 || (distinct.size() - 1) * std::size_t(m_rows) > maxCells)
         return false;
     m_columns = static_cast<int>(distinct.size()) - 1;
     for (int column = 0; column < m_columns; ++column)

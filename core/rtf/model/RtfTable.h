@@ -61,14 +61,14 @@ struct RtfCellFormat
     bool joinsAbove = false; /*!< \clvmrg */
     bool border = false;
     int background = 0; /*!< index of the colour table */
-    int extra = 0; /*!< \mvrc: number of a set of exact properties */
+    int exact = 0; /*!< \mvrc: number of a set of exact properties */
 };
 
 struct RtfRowFormat
 {
     int left = 0; /*!< \trleft, in twips */
     bool header = false;
-    int extra = 0; /*!< \mvrt: number of the table's set of exact properties */
+    int exact = 0; /*!< \mvrt: number of the table's set of exact properties */
     QVector<RtfCellFormat> cells;
 };
 
@@ -122,7 +122,7 @@ public:
 
 private:
     bool hasEdges(const RtfTable &table) const;
-    bool layByEdges(const RtfTable &table, std::size_t mostCells);
+    bool layByEdges(const RtfTable &table, std::size_t maxCells);
     bool layRow(const RtfRow &row, int number, const std::vector<int> &edges,
                 const std::vector<int> &above, std::vector<int> *here);
     void layByCount(const RtfTable &table);

@@ -30,7 +30,7 @@ QString nextArgument(const QString &instruction, int *at)
     return argument;
 }
 
-QString signText(uint code, const QString &font, bool isUnicode)
+QString symbolCharacter(uint code, const QString &font, bool isUnicode)
 {
     if (isUnicode && code >= 0x20 && code < 0x110000 && !QChar::isSurrogate(code))
         return QString::fromUcs4(&code, 1);
@@ -56,7 +56,7 @@ QString symbolText(const QString &instruction, int at)
             font = nextArgument(instruction, &at);
         isUnicode = isUnicode || argument == QLatin1String("\\u");
     }
-    return isNumber ? signText(code, font, isUnicode) : QString();
+    return isNumber ? symbolCharacter(code, font, isUnicode) : QString();
 }
 
 // EQ \o\ad(\s\up 9(reading),words): LibreOffice and Word write phonetic guides so.
@@ -70,13 +70,6 @@ QString wordsWithReading(const QString &instruction)
         return {};
     return instruction.mid(comma + 2, end - comma - 2) + QChar(0xff08)
         + instruction.mid(start, comma - start) + QChar(0xff09);
-}
-
-QString quoted(QString text)
-{
-    text.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
-    text.replace(QLatin1Char('"'), QLatin1String("\\\""));
-    return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
 } // namespace
@@ -117,13 +110,6 @@ QString shownText(const QString &instruction)
     if (kind == QLatin1String("SYMBOL"))
         return symbolText(instruction, at);
     return kind == QLatin1String("EQ") ? wordsWithReading(instruction) : QString();
-}
-
-QString linkInstruction(const QString &target)
-{
-    if (target.startsWith(QLatin1Char('#')) && target.size() > 1)
-        return QLatin1String("HYPERLINK \\l ") + quoted(target.mid(1));
-    return QLatin1String("HYPERLINK ") + quoted(target);
 }
 
 } // namespace RtfFields

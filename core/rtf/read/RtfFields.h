@@ -15,13 +15,10 @@ namespace RtfFields {
 QString linkTarget(const QString &instruction);
 
 /*!
-    \return what a field shows that has no result: the sign of a SYMBOL, in Unicode where its font
+    \return what a field shows that has no result: the symbol of a SYMBOL, in Unicode where its font
    is one that is known; the words of an EQ that puts a reading beside them, with the reading in
    parentheses. Empty for other fields.
 */
 QString shownText(const QString &instruction);
-
-/*! The instruction, not yet as RTF, whose linkTarget() is \a target. */
-QString linkInstruction(const QString &target);
 
 }

@@ -1,264 +1,182 @@
 // SPDX-License-Identifier: MIT
 #include <core/rtf/read/RtfReader.h>
 
-#include <core/rtf/read/RtfWords.h>
-
-#include <cstring>
+#include <algorithm>
 
 namespace {
 
-// Word stops at a few hundred levels; what lies deeper is read, but without settings of its own.
-constexpr std::size_t deepestGroup = 2000;
+constexpr int maxTableDepth = 8;
 
-const char *skipSpace(const char *at, const char *end)
+bool isBlank(std::string_view ascii)
 {
-    while (at != end && std::strchr(" \t\r\n\f\v", *at) && *at != 0)
-        ++at;
-    return at;
+    return std::all_of(ascii.begin(), ascii.end(), [](char byte) { return byte == ' '; });
 }
 
 } // namespace
 
-RtfReader::RtfReader(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes)
-    : m_tokens(rtf)
-    , m_document(document)
-    , m_formats(m_tables)
-    , m_body(document, m_formats, m_tables, m_lists)
-    , m_fontTable(&m_tables)
-    , m_colorTable(&m_tables)
-    , m_notes(notes)
+RtfReader::RtfReader(RtfTokenizer *tokens, QTextDocument *document, MVRTextRtfNotes *notes,
+                     RtfContentWriter write)
+    : m_tokens(*tokens)
+    , m_formats(m_resources)
+    , m_body(document, m_formats, m_resources, m_lists)
+    , m_story({document, &m_body, {}, false, false})
+    , m_text(tokens, this)
+    , m_header(&m_resources)
+    , m_formatting(&m_resources)
+    , m_fields(&m_resources)
+    , m_notes(notes != nullptr, std::move(write))
+    , m_foundNotes(notes)
 {
-    m_outer.reserve(8); // deep enough for most files
 }
 
-bool RtfReader::isRtf(const QByteArray &rtf)
-{
-    const char *end = rtf.constData() + rtf.size();
-    const char *at = skipSpace(rtf.constData(), end);
-    if (at == end || *at != '{')
-        return false;
-    // Files that were indented by hand have white space here too.
-    at = skipSpace(at + 1, end);
-    return end - at >= 4 && std::memcmp(at, "\\rtf", 4) == 0;
-}
-
-void RtfReader::read()
-{
-    while (handle(m_tokens.next())) { }
-    finish();
-}
-
-bool RtfReader::handle(const RtfToken &token)
-{
-    const bool isText = token.kind == RtfToken::Text || token.kind == RtfToken::Hex;
-    if (!isText && !m_leadByte && !m_bytes.isEmpty())
-        flushBytes();
-
-    switch (token.kind) {
-    case RtfToken::End:
-        return false;
-    case RtfToken::GroupStart:
-        pushGroup();
-        break;
-    case RtfToken::GroupEnd:
-        return popGroup();
-    case RtfToken::Word:
-        handleWord(token);
-        return true; // keeps \* for the word behind it
-    case RtfToken::Symbol:
-        handleSymbol(token.text.front());
-        return true;
-    case RtfToken::Hex:
-        if (!skipFallback()) {
-            addByte(static_cast<unsigned char>(token.parameter));
-            putCodedRun();
-        }
-        break;
-    case RtfToken::Text:
-        addText(token);
-        break;
-    case RtfToken::Binary:
-        if (!skipFallback() && inPicture())
-            m_picture.addBytes(token.text);
-        break;
-    }
-    m_ignorable = false;
-    return true;
-}
-
-void RtfReader::handleWord(const RtfToken &token)
-{
-    if (m_leadByte)
-        flushBytes();
-    const bool ignorable = m_ignorable;
-    m_ignorable = false;
-    const RtfWord *word = findRtfWord(token.text);
-    // "\*\cs" begins a character style: the one place where a star stands before other words.
-    const bool starred = ignorable && !inStyleSheet();
-    if (!word || (starred && word->kind != RtfWord::Destination)) {
-        if (ignorable)
-            skipDestination();
-        return;
-    }
-    if (word->kind == RtfWord::Character && skipFallback())
-        return;
-    if (word->kind == RtfWord::Structure)
-        m_fallback = 0;
-    word->apply(*this, *word, token.hasParameter,
-                token.hasParameter ? token.parameter : word->value);
-}
-
-void RtfReader::handleSymbol(char symbol)
-{
-    const bool literal = symbol == '\\' || symbol == '{' || symbol == '}';
-    if (m_leadByte && !literal)
-        flushBytes();
-    m_ignorable = symbol == '*';
-    switch (symbol) {
-    case '\\':
-    case '{':
-    case '}':
-        if (!skipFallback())
-            addByte(static_cast<unsigned char>(symbol));
-        break;
-    case '~':
-    case '-':
-    case '_':
-        if (!skipFallback())
-            appendCharacter(symbol == '~' ? 0x00a0 : symbol == '-' ? 0x00ad : 0x2011);
-        break;
-    case '\t':
-        if (!skipFallback())
-            appendCharacter('\t');
-        break;
-    case '\r':
-    case '\n':
-        m_fallback = 0;
-        endParagraph();
-        break;
-    default: // \*, \: and \| of index entries, and what nobody knows
-        break;
-    }
-}
-
-void RtfReader::pushGroup()
-{
-    m_fallback = 0;
-    if (m_leadByte)
-        flushBytes();
-    if (m_outer.size() >= deepestGroup) {
-        ++m_uncounted;
-        return;
-    }
-    m_outer.push_back(m_group);
-    m_group.opensDestination = false;
-}
-
-bool RtfReader::popGroup()
-{
-    m_fallback = 0;
-    m_ignorable = false;
-    if (m_leadByte)
-        flushBytes();
-    if (m_uncounted > 0) {
-        --m_uncounted;
-        return true;
-    }
-    if (m_outer.empty())
-        return false;
-    if (m_group.opensDestination && m_group.destination->close)
-        m_group.destination->close(*this);
-    // The document's own group keeps its settings: the last paragraph may still need them.
-    if (m_outer.size() > 1)
-        m_group = m_outer.back();
-    m_outer.pop_back();
-    return !m_outer.empty();
-}
-
-void RtfReader::finish()
-{
-    flushBytes();
-    // A file that breaks off within a destination ends with the text around it.
-    while ((!inBody() || openNote() || !m_boxes.empty()) && m_outer.size() > 1) {
-        if (m_group.opensDestination && inBody())
-            m_group.destination->close(*this);
-        m_group = m_outer.back();
-        m_outer.pop_back();
-    }
-    insertLastParagraph();
-    if (m_notes)
-        resolveNotes();
-}
-
-void RtfReader::insertLastParagraph()
-{
-    putLoneSurrogate();
-    // The last \par ends the last paragraph, and no empty one follows it.
-    if (m_builder->hasText() || !m_builder->hasContent())
-        insertParagraph();
-    m_builder->finish();
-}
-
-void RtfReader::openDestination(const RtfDestination *destination)
+bool RtfReader::openDestination(const RtfDestination &destination)
 {
     // Inside text that is passed over nothing is of interest, and without a group of its own
     // the destination would swallow the text behind it.
-    if (m_uncounted > 0 || m_group.destination == &RtfDestinations::ignored) {
+    if (m_groups.isTooDeep() || group().isIn(RtfDestination::Ignored)) {
         skipDestination();
-        return;
+        return false;
     }
-    if (m_outer.size() <= 1)
-        return; // the document itself is no destination
-    m_group.destination = destination;
-    m_group.opensDestination = true;
+    if (!m_groups.isNested())
+        return false; // the document itself is no destination
+    group().destination = &destination;
+    group().opensDestination = true;
+    return true;
 }
 
 void RtfReader::skipDestination()
 {
-    if (m_outer.size() <= 1 && m_uncounted == 0)
+    if (!m_groups.isNested() && !m_groups.isTooDeep())
         return; // the document itself cannot be skipped
     m_tokens.skipGroup();
-    m_group.opensDestination = false;
-    popGroup();
+    m_text.setFallback(0);
+    m_text.flush();
+    m_groups.pop();
 }
 
 void RtfReader::openUnicodeAlternative()
 {
-    if (m_uncounted > 0 || !m_group.uprOuter) {
+    if (m_groups.isTooDeep() || !group().uprOuter) {
         skipDestination();
         return;
     }
-    m_group.destination = m_group.uprOuter;
-    m_group.uprOuter = nullptr;
+    group().destination = std::exchange(group().uprOuter, nullptr);
+}
+
+void RtfReader::addByte(int byte)
+{
+    m_text.addByte(static_cast<unsigned char>(byte), codePage());
+    readCodedRun();
+}
+
+void RtfReader::addUnicode(int value)
+{
+    if (value < 0)
+        value += 0x10000; // \u takes a signed number of 16 bits
+    if (value == QChar::ParagraphSeparator) {
+        m_text.flush();
+        endParagraph();
+    } else {
+        m_text.addUnicode(group().isBody() ? m_text.shownValue(value, codePage()) : value);
+    }
+    m_text.setFallback(group().unicodeSkip);
+    readCodedRun();
+}
+
+void RtfReader::readCodedRun()
+{
+    if (!m_inHeader && group().isVisible() && m_bookmarks.isEmpty())
+        m_text.readCodedRun(codePage(), group().unicodeSkip);
+}
+
+void RtfReader::addAscii(std::string_view text)
+{
+    RtfGroup &current = group();
+    if (!current.isBody()) {
+        if (current.destination->text)
+            current.destination->text(
+                *this, QString::fromLatin1(text.data(), static_cast<int>(text.size())));
+        return;
+    }
+    if (!current.isVisible())
+        return;
+    if (m_inHeader && isBlank(text)) // a header holds no text: someone indented the file
+        return;
+    m_inHeader = false;
+    if (!m_bookmarks.isEmpty()) {
+        builder().append(text.substr(0, 1), anchorFormat());
+        text.remove_prefix(1);
+    }
+    builder().append(text, charFormat());
+}
+
+void RtfReader::addCharacters(QStringView characters)
+{
+    if (!group().isBody()) {
+        if (group().destination->text)
+            group().destination->text(*this, characters.toString());
+        return;
+    }
+    if (!group().isVisible())
+        return;
+    m_inHeader = false;
+    builder().append(characters, m_bookmarks.isEmpty() ? charFormat() : anchorFormat());
+}
+
+void RtfReader::addControl(unsigned char byte)
+{
+    if (group().isIn(RtfDestination::LevelText)) // counts and places
+        m_value += QChar(ushort(byte));
+}
+
+void RtfReader::resetChars()
+{
+    m_formatting.resetChars(&group());
+    m_inHeader = false;
+}
+
+void RtfReader::resetPara()
+{
+    group().para = {};
+    m_inHeader = false;
+}
+
+void RtfReader::setOldList(QTextListFormat::Style style)
+{
+    // The words stand in a group of their own and are meant for the paragraph around it.
+    if (!group().isIn(RtfDestination::OldList) || !m_groups.isNested())
+        return;
+    RtfParaProps &para = m_groups.outer().para;
+    para.list = style == QTextListFormat::ListStyleUndefined ? 0 : RtfLists::oldList(style);
+    para.listLevel = 0;
 }
 
 void RtfReader::endParagraph()
 {
-    if (!isVisible())
+    if (!group().isVisible())
         return;
-    putLoneSurrogate();
+    m_text.endText();
     insertParagraph();
 }
 
 int RtfReader::tableLevel() const
 {
-    static constexpr int deepestTable = 8;
     const auto levelOf = [](const RtfParaProps &props) {
-        return qBound(0, props.tableLevel > 0 ? props.tableLevel : props.inTable, deepestTable);
+        return qBound(0, props.tableLevel > 0 ? props.tableLevel : props.inTable, maxTableDepth);
     };
-    const int level = levelOf(m_group.para);
+    const int level = levelOf(group().para);
     // A box does not end the table that it is anchored in.
-    return m_boxes.empty() ? level : qMax(level, levelOf(m_boxes.back().para));
+    return m_shapes.isInBox() ? qMax(level, levelOf(m_shapes.anchor())) : level;
 }
 
 RtfParagraphEnd RtfReader::paragraphEnd()
 {
-    RtfParaProps para = m_group.para;
-    if (m_pageBreak || (m_sectionBreak && !m_continuousSection))
+    RtfParaProps para = group().para;
+    if (m_story.pageBreak || (m_story.sectionBreak && !m_isContinuous))
         para.pageBreakBefore = 1;
-    m_pageBreak = m_sectionBreak = false;
+    m_story.pageBreak = m_story.sectionBreak = false;
     m_inHeader = false;
-    if (para.list != 0 && !m_lists.isShown(para.list, para.listLevel, m_tables))
+    if (para.list != 0 && !m_lists.isShown(para.list, para.listLevel, m_resources))
         para.list = 0;
 
     RtfParagraphEnd end;
@@ -275,47 +193,91 @@ RtfParagraphEnd RtfReader::paragraphEnd()
 
 void RtfReader::insertParagraph()
 {
-    m_builder->endParagraph(paragraphEnd());
+    builder().endParagraph(paragraphEnd());
+}
+
+void RtfReader::insertLastParagraph()
+{
+    m_text.endText();
+    // The last \par ends the last paragraph, and no empty one follows it.
+    if (builder().hasText() || !builder().hasContent())
+        insertParagraph();
+    builder().finish();
 }
 
 void RtfReader::breakPage()
 {
-    if (!isVisible())
+    if (!group().isVisible())
         return;
-    if (m_builder->hasText())
+    if (builder().hasText())
         endParagraph();
-    m_pageBreak = true;
+    m_story.pageBreak = true;
 }
 
 void RtfReader::breakColumn()
 {
     if (m_columns <= 1)
         breakPage();
-    else if (m_builder->hasText()) // documents have one column only
+    else if (builder().hasText()) // documents have one column only
         endParagraph();
 }
 
 void RtfReader::endSection()
 {
-    if (!inBody())
+    if (!group().isBody())
         return;
-    if (m_builder->hasText())
+    if (builder().hasText())
         endParagraph();
-    m_sectionBreak = true;
+    m_story.sectionBreak = true;
 }
 
-// Opens a destination that means something within another one only.
-void RtfReader::openWithin(const RtfDestination *around, const RtfDestination *destination)
+void RtfReader::endCell()
 {
-    if (m_group.destination == around)
-        openDestination(destination);
-    else
-        skipDestination();
+    if (!group().isBody())
+        return;
+    m_text.endText();
+    builder().endCell(paragraphEnd());
+}
+
+void RtfReader::endRow()
+{
+    if (group().isBody())
+        builder().endRow(1, rows().outerRow());
+}
+
+// Stands in \nesttableprops, or in the text when that destination is left out.
+void RtfReader::endNestedRow()
+{
+    const int level = qBound(2, group().para.tableLevel, maxTableDepth);
+    if (group().isBody() || group().isIn(RtfDestination::NestedRow))
+        builder().endRow(level, rows().nestedRow());
 }
 
 int RtfReader::charFormat()
 {
-    if (m_group.charFormat < 0)
-        m_group.charFormat = m_formats.charFormatNumber(m_group.chars);
-    return m_group.charFormat;
+    if (group().charFormat < 0)
+        group().charFormat = m_formats.charFormatNumber(group().chars);
+    return group().charFormat;
+}
+
+// A file that breaks off within a destination ends with the text around it.
+void RtfReader::finishDestinations()
+{
+    while (m_groups.isTooDeep())
+        m_groups.pop();
+    while ((!group().isBody() || m_notes.isInNote() || m_shapes.isInBox()) && m_groups.isNested()) {
+        const RtfDestination &destination = *group().destination;
+        if (group().opensDestination && destination.isBody() && destination.close)
+            destination.close(*this);
+        m_groups.pop();
+    }
+}
+
+void RtfReader::finish()
+{
+    m_text.flush();
+    finishDestinations();
+    insertLastParagraph();
+    if (m_foundNotes)
+        *m_foundNotes = m_notes.resolved(m_body);
 }

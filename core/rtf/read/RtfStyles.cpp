@@ -40,12 +40,12 @@ void RtfStyles::finish(const RtfCharProps &chars, const RtfParaProps &para)
 
 void RtfStyles::resolve(Style *style)
 {
-    constexpr int longestChain = 32;
+    constexpr int maxBases = 32;
     // Word repeats in a definition what it takes from its base, and what is not there is off. Its
     // \itap0 tells such a definition from one that somebody wrote by hand.
     const bool isComplete = style->para.tableLevel == switchedOff;
     int base = isComplete ? -1 : style->base;
-    for (int i = 0; i < longestChain && m_styles.contains(base); ++i) {
+    for (int i = 0; i < maxBases && m_styles.contains(base); ++i) {
         const Style &from = m_styles[base];
         fillFrom(from.chars, &style->chars);
         fillFrom(from.para, &style->para);

@@ -142,10 +142,10 @@ void RtfOutput::ascii(const QChar *text, int length)
 const QChar *RtfOutput::coded(const QChar *at, const QChar *end)
 {
     constexpr int size = 512;
-    constexpr int longestForm = 10; // \u-12345 a
+    constexpr int maxFormLength = 10; // \u-12345 a
     char buffer[size];
     char *to = buffer;
-    for (; at != end && to - buffer <= size - longestForm; ++at) {
+    for (; at != end && to - buffer <= size - maxFormLength; ++at) {
         const char16_t unit = at->unicode();
         if (isFar(unit)) {
             m_afterWord = false;

@@ -5,8 +5,7 @@
 #include <core/rtf/model/RtfFormats.h>
 #include <core/rtf/model/RtfLists.h>
 #include <core/rtf/model/RtfPicture.h>
-#include <core/rtf/read/RtfFields.h>
-#include <core/rtf/read/RtfWords.h>
+#include <core/rtf/write/RtfWriterWords.h>
 
 #include <QTextBlock>
 #include <QTextDocument>
@@ -31,10 +30,24 @@ void appendTabs(const QList<QTextOption::Tab> &stops, QByteArray *words)
     }
 }
 
+QString quoted(QString text)
+{
+    text.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
+    text.replace(QLatin1Char('"'), QLatin1String("\\\""));
+    return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+// The field instruction, not yet as RTF, that links to \a target.
+QString linkInstruction(const QString &target)
+{
+    if (target.startsWith(QLatin1Char('#')) && target.size() > 1)
+        return QLatin1String("HYPERLINK \\l ") + quoted(target.mid(1));
+    return QLatin1String("HYPERLINK ") + quoted(target);
+}
+
 } // namespace
 
-QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults,
-                            const MVRTextRtfNotes &notes)
+QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults)
 {
     m_page = RtfPage::of(document);
     if (withDefaults) {
@@ -43,7 +56,6 @@ QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults,
         m_info.author = document.property(MVRTextRtf::authorProperty).toString();
         writeDefaults(document);
     }
-    setNotes(notes);
     writeBody(document);
     writeNotesUntil(std::numeric_limits<int>::max());
     return finished();
@@ -133,14 +145,14 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
             place.listLevel = qBound(0, list->format().indent() - 1, RtfLists::levels - 1);
         }
         const RtfParaProps props
-            = RtfFormats::fromBlockFormat(block.blockFormat(), place, &m_tables);
+            = RtfFormats::fromBlockFormat(block.blockFormat(), place, &m_resources);
         QByteArray words = rtfPlainParagraph;
         if (props.outline >= 0) { // the navigators of other programs go by the style
-            m_tables.headings |= 1 << props.outline;
+            m_resources.headings |= 1 << props.outline;
             words += "\\s" + QByteArray::number(props.outline + 1);
         }
         appendRtfWords(RtfParaProps(), props, &words);
-        appendTabs(m_tables.tabs.value(props.tabs), &words);
+        appendTabs(m_resources.tabs.value(props.tabs), &words);
         known = m_paragraphs.insert(key, words);
     }
     if (known.value() != m_paragraph || m_frameBorder != m_border) {
@@ -238,7 +250,7 @@ void RtfWriter::openLink(int link)
     m_body.words(QByteArrayLiteral("\\field"));
     m_body.beginGroup();
     m_body.words(QByteArrayLiteral("\\*\\fldinst"));
-    m_body.text(RtfFields::linkInstruction(m_tables.links.at(link)));
+    m_body.text(linkInstruction(m_resources.links.at(link)));
     m_body.endGroup();
     m_body.beginGroup();
     m_body.words(QByteArrayLiteral("\\fldrslt"));
@@ -263,7 +275,7 @@ const RtfWriter::Run &RtfWriter::run(int formatNumber, const QTextFragment &frag
 
 RtfWriter::Run RtfWriter::makeRun(const QTextCharFormat &format)
 {
-    const RtfCharProps props = RtfFormats::fromCharFormat(format, true, &m_tables);
+    const RtfCharProps props = RtfFormats::fromCharFormat(format, true, &m_resources);
     Run made;
     made.link = props.link;
     made.bookmarks = format.anchorNames();
@@ -281,7 +293,7 @@ const QByteArray &RtfWriter::markWords(int formatNumber, const QTextBlock &block
         // At the edges of a table's cells this format is the cell's or the table's.
         const QTextCharFormat format = block.charFormat();
         if (!format.isEmpty() && format.objectIndex() < 0)
-            appendRtfWords(RtfCharProps(), RtfFormats::fromCharFormat(format, false, &m_tables),
+            appendRtfWords(RtfCharProps(), RtfFormats::fromCharFormat(format, false, &m_resources),
                            &words);
         known = m_marks.insert(formatNumber, words);
     }
@@ -294,7 +306,7 @@ void RtfWriter::writeDefaults(const QTextDocument &document)
     format.setFontFamily(document.defaultFont().family());
     if (document.defaultFont().pointSizeF() > 0)
         format.setFontPointSize(document.defaultFont().pointSizeF());
-    appendRtfWords(RtfCharProps(), RtfFormats::fromCharFormat(format, true, &m_tables),
+    appendRtfWords(RtfCharProps(), RtfFormats::fromCharFormat(format, true, &m_resources),
                    &m_defaults);
     // Other programs take these as the formatting of all that says nothing else.
     m_defaults += "{\\*\\mvrdefaults}";

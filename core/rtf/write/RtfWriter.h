@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <core/MVRTextRtfNote.h>
+#include <core/rtf/model/RtfNoteWords.h>
 #include <core/rtf/model/RtfPage.h>
 #include <core/rtf/model/RtfProps.h>
 #include <core/rtf/model/RtfResources.h>
-#include <core/rtf/read/RtfNotes.h>
 #include <core/rtf/write/RtfOutput.h>
 
 #include <QHash>
 #include <QTextFormat>
 #include <QVector>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -24,6 +26,9 @@ class QTextList;
 class QTextTable;
 class QTextTableCell;
 
+/*! Puts a note's content into an empty document, and tells who wrote it and when. */
+using RtfContentReader = std::function<RtfInfo(const QByteArray &, QTextDocument *)>;
+
 /*!
     Writes a document as RTF.
 
@@ -35,8 +40,9 @@ class RtfWriter
 {
 public:
     /*! \param withDefaults  the default font goes out too, see MVRTextRtf::toRtfCData() */
-    QByteArray write(const QTextDocument &document, bool withDefaults,
-                     const MVRTextRtfNotes &notes = {});
+    QByteArray write(const QTextDocument &document, bool withDefaults);
+    /*! Notes of the document that is written next; \a read is called for each one's content. */
+    void setNotes(const MVRTextRtfNotes &notes, RtfContentReader read);
     /*! What \info is to say; a document's own title comes first. */
     void setInfo(const RtfInfo &info) { m_info = info; }
     QByteArray write(const QString &text, const QTextCharFormat &format);
@@ -75,7 +81,6 @@ private:
     void writeBlockFormat(const QTextBlock &block, int tableLevel);
     void writeRun(const Run &run, QStringView text, bool stayOpen);
     void writePictures(int count, const QTextImageFormat &image);
-    void setNotes(const MVRTextRtfNotes &notes);
     int nextEdge() const;
     void writeNotesUntil(int position);
     void writeNote(int number);
@@ -102,13 +107,14 @@ private:
 
     const QTextDocument *m_document = nullptr;
     RtfOutput m_body;
-    RtfResources m_tables;
+    RtfResources m_resources;
     QHash<int, Run> m_runs;
     QHash<int, QByteArray> m_marks;
     QHash<qint64, QByteArray> m_paragraphs;
     QHash<const QTextList *, int> m_listNumbers;
     QVector<QTextListFormat> m_lists;
     MVRTextRtfNotes m_notes;
+    RtfContentReader m_readContent;
     std::vector<NoteEdge> m_edges; // in the order of the text
     std::size_t m_nextEdge = 0;
     bool m_isNote = false; // what is written is the content of a note

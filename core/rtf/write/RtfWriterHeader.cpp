@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // The part of the writer that makes the header, when the body has been written.
-#include <core/rtf/model/RtfLists.h>
 #include <core/rtf/write/RtfWriter.h>
 
 #include <QTextFormat>
@@ -16,8 +15,8 @@ QByteArray RtfWriter::header()
 {
     QByteArray rtf = QByteArrayLiteral("{\\rtf1\\ansi\\ansicpg1252\\uc1");
     rtf += fontTable() + colorTable() + styleSheet() + listTable();
-    if (!m_tables.exactText().isEmpty())
-        rtf += "{\\*\\mvrprops " + m_tables.exactText() + '}';
+    if (!m_resources.exactText().isEmpty())
+        rtf += "{\\*\\mvrprops " + m_resources.exactText() + '}';
     // Without a generator LibreOffice takes neighbouring blanks for something that they are not.
     if (!m_defaults.isEmpty())
         rtf += "{\\*\\generator MvrText;}";
@@ -40,11 +39,11 @@ QByteArray RtfWriter::pageWords() const
 // The styles say only the level: looks that a style had would be taken for the paragraph's.
 QByteArray RtfWriter::styleSheet() const
 {
-    if (m_tables.headings == 0)
+    if (m_resources.headings == 0)
         return {};
     QByteArray rtf = QByteArrayLiteral("{\\stylesheet{Normal;}");
     for (int level = 0; level < 6; ++level) {
-        if ((m_tables.headings & 1 << level) == 0)
+        if ((m_resources.headings & 1 << level) == 0)
             continue;
         const QByteArray number = QByteArray::number(level + 1);
         rtf += "{\\s" + number + "\\sbasedon0\\snext0\\outlinelevel" + QByteArray::number(level)
@@ -85,13 +84,13 @@ QByteArray RtfWriter::infoGroup() const
 
 QByteArray RtfWriter::fontTable() const
 {
-    if (m_tables.fonts.isEmpty())
+    if (m_resources.fonts.isEmpty())
         return {};
     RtfOutput out;
     out.words(QByteArrayLiteral("{\\fonttbl"));
-    for (int number = 0; number < m_tables.fonts.size(); ++number) {
+    for (int number = 0; number < m_resources.fonts.size(); ++number) {
         out.words("{\\f" + QByteArray::number(number) + "\\fnil");
-        out.text(m_tables.fonts.value(number).family);
+        out.text(m_resources.fonts.value(number).family);
         out.raw(QByteArrayLiteral(";}"));
     }
     out.endGroup();
@@ -100,34 +99,13 @@ QByteArray RtfWriter::fontTable() const
 
 QByteArray RtfWriter::colorTable() const
 {
-    if (m_tables.colors.size() < 2)
+    if (m_resources.colors.size() < 2)
         return {};
     QByteArray rtf = QByteArrayLiteral("{\\colortbl;");
-    for (int number = 1; number < m_tables.colors.size(); ++number) {
-        const QColor color = m_tables.colors.at(number);
+    for (int number = 1; number < m_resources.colors.size(); ++number) {
+        const QColor color = m_resources.colors.at(number);
         rtf += "\\red" + QByteArray::number(color.red()) + "\\green"
             + QByteArray::number(color.green()) + "\\blue" + QByteArray::number(color.blue()) + ';';
     }
     return rtf + '}';
-}
-
-QByteArray RtfWriter::listTable()
-{
-    if (m_lists.isEmpty())
-        return {};
-    QByteArray lists = QByteArrayLiteral("{\\*\\listtable");
-    QByteArray overrides = QByteArrayLiteral("{\\*\\listoverridetable");
-    for (int i = 0; i < m_lists.size(); ++i) {
-        const QByteArray number = QByteArray::number(i + 1);
-        const QTextListFormat format = m_lists.at(i);
-        lists += "{\\list";
-        appendExact("\\mvrl", format, &lists);
-        lists += "\\listtemplateid" + number;
-        // A level is found by its place, so those above it are there too.
-        for (int level = 0; level < qBound(1, format.indent(), RtfLists::levels); ++level)
-            lists += RtfLists::levelRtf(format, level);
-        lists += "\\listid" + number + '}';
-        overrides += "{\\listoverride\\listid" + number + "\\listoverridecount0\\ls" + number + '}';
-    }
-    return lists + '}' + overrides + '}';
 }

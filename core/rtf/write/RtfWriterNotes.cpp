@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The part of the writer that puts footnotes and comments into the text.
-#include <core/rtf/read/RtfNotes.h>
-#include <core/rtf/read/RtfReader.h>
+#include <core/rtf/model/RtfNoteWords.h>
 #include <core/rtf/write/RtfWriter.h>
 
 #include <QTextBlock>
@@ -10,9 +9,10 @@
 #include <algorithm>
 #include <limits>
 
-void RtfWriter::setNotes(const MVRTextRtfNotes &notes)
+void RtfWriter::setNotes(const MVRTextRtfNotes &notes, RtfContentReader read)
 {
     m_notes = notes;
+    m_readContent = std::move(read);
     m_edges.reserve(static_cast<std::size_t>(notes.size()) * 2);
     for (int i = 0; i < notes.size(); ++i) {
         const MVRTextRtfNote &note = notes.at(i);
@@ -74,11 +74,12 @@ void RtfWriter::writeComment(int number, const QByteArray &content)
     m_body.words(QByteArrayLiteral("\\*\\annotation"));
     if (hasRange)
         m_body.raw("{\\*\\atnref " + reference);
-    const quint32 date = RtfNotes::dateToNumber(note.time);
+    const quint32 date = RtfNoteWords::dateToNumber(note.time);
     if (date != 0) // counted as signed
         m_body.raw("{\\*\\atndate " + QByteArray::number(static_cast<int>(date)) + '}');
     if (!note.data.isEmpty())
-        m_body.raw("{\\*\\mvrnote " + RtfNotes::dataToText(note.end - note.start, note.data) + '}');
+        m_body.raw("{\\*\\mvrnote " + RtfNoteWords::dataToText(note.end - note.start, note.data)
+                   + '}');
     m_body.raw(content);
     m_body.endGroup();
 }
@@ -88,28 +89,25 @@ void RtfWriter::writeFootnote(const MVRTextRtfNote &note, const QByteArray &cont
     m_body.raw(QByteArrayLiteral("{\\super\\chftn}{\\footnote"));
     if (note.isEndNote)
         m_body.raw(QByteArrayLiteral("\\ftnalt"));
-    m_body.raw("{\\*\\mvrnote " + RtfNotes::dataToText(note.end - note.start, note.data) + '}');
+    m_body.raw("{\\*\\mvrnote " + RtfNoteWords::dataToText(note.end - note.start, note.data) + '}');
     m_body.raw(content);
     m_body.endGroup();
 }
 
-// Uses the tables of the whole file; content that cannot be read is an empty note. Who wrote it and
-// when may stand in the content itself, where the reader puts it.
+// Uses the resources of the whole file; content that cannot be read is an empty note. Who wrote it
+// and when may stand in the content itself, where the reader puts it.
 QByteArray RtfWriter::noteContent(MVRTextRtfNote *note)
 {
     QTextDocument content;
     content.setUndoRedoEnabled(false);
-    if (RtfReader::isRtf(note->rtf)) {
-        RtfReader reader(note->rtf, &content);
-        reader.read();
-        if (note->author.isEmpty())
-            note->author = reader.info().author;
-        if (!note->time.isValid())
-            note->time = reader.info().time;
-    }
+    const RtfInfo info = m_readContent(note->rtf, &content);
+    if (note->author.isEmpty())
+        note->author = info.author;
+    if (!note->time.isValid())
+        note->time = info.time;
 
     RtfWriter writer;
-    std::swap(writer.m_tables, m_tables);
+    std::swap(writer.m_resources, m_resources);
     std::swap(writer.m_lists, m_lists);
     writer.m_page = m_page;
     writer.m_isNote = true;
@@ -118,7 +116,7 @@ QByteArray RtfWriter::noteContent(MVRTextRtfNote *note)
     if (note->kind == MVRTextRtfNote::Footnote)
         writer.m_body.raw(QByteArrayLiteral("{\\super\\chftn} "));
     writer.writeBody(content);
-    std::swap(writer.m_tables, m_tables);
+    std::swap(writer.m_resources, m_resources);
     std::swap(writer.m_lists, m_lists);
     return writer.m_body.rtf();
 }

@@ -21,8 +21,8 @@ QVector<int> columnEdges(const QTextTable &table, int textWidth)
             twips = width.rawValue() * 20;
         else if (width.type() == QTextLength::PercentageLength)
             twips = width.rawValue() * textWidth / 100;
-        right += qBound(30.0, twips, double(rtfFarthestTwips)); // never without a width
-        edges.append(qRound(qMin(right, double(rtfFarthestTwips))));
+        right += qBound(30.0, twips, double(rtfMaxTwips)); // never without a width
+        edges.append(qRound(qMin(right, double(rtfMaxTwips))));
     }
     return edges;
 }
@@ -48,7 +48,7 @@ void RtfWriter::writeFramed(const QTextFrame &frame, int tableLevel)
 {
     const QTextFrameFormat format = frame.frameFormat();
     const QByteArray exact
-        = QByteArray::number(m_tables.exactNumber(RtfExact::difference(format, QTextFormat())));
+        = QByteArray::number(m_resources.exactNumber(RtfExact::difference(format, QTextFormat())));
     m_frameStart = "{\\*\\mvrframe" + exact + '}';
     const QByteArray outer = m_frameBorder;
     if (format.border() > 0)
@@ -89,7 +89,7 @@ void RtfWriter::writeTable(const QTextTable &table, int tableLevel)
 
 void RtfWriter::appendExact(const char *word, const QTextFormat &format, QByteArray *words)
 {
-    const int number = m_tables.exactNumber(RtfExact::difference(format, QTextFormat()));
+    const int number = m_resources.exactNumber(RtfExact::difference(format, QTextFormat()));
     if (number != 0)
         *words += word + QByteArray::number(number);
 }
@@ -110,7 +110,7 @@ QByteArray RtfWriter::borderWords(const char *edge, const QTextFrameFormat &form
                                    {QTextFrameFormat::BorderStyle_Groove, "\\brdrengrave"},
                                    {QTextFrameFormat::BorderStyle_Ridge, "\\brdremboss"},
                                    {QTextFrameFormat::BorderStyle_Inset, "\\brdrinset"}};
-    constexpr double widest = 75; // \brdrw counts to 75 in twips; wider ones are not shown
+    constexpr double maxWidth = 75; // \brdrw counts to 75 in twips; wider ones are not shown
     QByteArray words = edge;
     const char *style = "\\brdrs";
     for (const Row &row : rows) {
@@ -118,10 +118,10 @@ QByteArray RtfWriter::borderWords(const char *edge, const QTextFrameFormat &form
             style = row.word;
     }
     words += style;
-    words += "\\brdrw" + QByteArray::number(qRound(qBound(1.0, format.border() * 15, widest)));
+    words += "\\brdrw" + QByteArray::number(qRound(qBound(1.0, format.border() * 15, maxWidth)));
     const QBrush brush = format.borderBrush();
     if (brush.style() == Qt::SolidPattern && brush.color() != Qt::black)
-        words += "\\brdrcf" + QByteArray::number(m_tables.colorNumber(brush.color()));
+        words += "\\brdrcf" + QByteArray::number(m_resources.colorNumber(brush.color()));
     return words;
 }
 
@@ -149,7 +149,7 @@ QByteArray RtfWriter::rowWords(const QTextTable &table, int row, const QVector<i
         words += borders;
         const QBrush background = cell.format().background();
         if (background.style() == Qt::SolidPattern)
-            words += "\\clcbpat" + QByteArray::number(m_tables.colorNumber(background.color()));
+            words += "\\clcbpat" + QByteArray::number(m_resources.colorNumber(background.color()));
         if (cell.row() == row && cell.column() == column)
             appendExact("\\mvrc", cell.format(), &words);
         words += "\\cellx" + QByteArray::number(edges.at(column));

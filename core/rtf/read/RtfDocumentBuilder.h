@@ -25,12 +25,17 @@ class QTextTable;
     end. So each block and each run is one insertion, and nothing is formatted afterwards. Tables
     wait until their last row is known.
 */
-class RtfBuilder
+class RtfDocumentBuilder
 {
 public:
     /*! \param document  empty; filled from its first block on */
-    RtfBuilder(QTextDocument *document, const RtfFormatCache &formats, const RtfResources &tables,
-               const RtfLists &lists);
+    RtfDocumentBuilder(QTextDocument *document, const RtfFormatCache &formats,
+                       const RtfResources &resources, const RtfLists &lists);
+    /*! One with the formats, resources and lists of \a model. */
+    RtfDocumentBuilder(QTextDocument *document, const RtfDocumentBuilder &model)
+        : RtfDocumentBuilder(document, model.m_formats, model.m_resources, model.m_listFormats)
+    {
+    }
 
     /*! Adds printable ASCII to the paragraph. */
     void append(std::string_view ascii, int charFormat)
@@ -96,7 +101,7 @@ private:
 
     QTextCursor m_cursor;
     const RtfFormatCache &m_formats;
-    const RtfResources &m_formatTables;
+    const RtfResources &m_resources;
     const RtfLists &m_listFormats;
     RtfParagraph m_paragraph;
     std::vector<RtfTable> m_tables; // those that are open, the innermost last

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <core/rtf/read/RtfHeader.h>
+#include <core/rtf/read/RtfHeaderReader.h>
 
-#include <core/rtf/lex/RtfCodePages.h>
 #include <core/rtf/lex/RtfSymbolFonts.h>
 
 namespace {
@@ -37,7 +36,7 @@ void RtfFontTable::addText(const QString &text)
     for (const QChar &character : text) {
         if (character == QLatin1Char(';'))
             finish();
-        else if (m_font.family.size() < RtfFont::longestName)
+        else if (m_font.family.size() < RtfFont::maxNameLength)
             m_font.family.append(character);
     }
 }
@@ -47,20 +46,20 @@ void RtfFontTable::finish()
     m_font.family = m_font.family.trimmed();
     if (m_faces)
         m_font.family = familyOfFace(m_font.family);
-    const int signs = RtfSymbolFonts::codePage(m_font.family);
-    if (m_font.codePage == RtfCodePages::Symbol && signs != 0)
-        m_font.codePage = signs;
+    const int symbols = RtfSymbolFonts::codePage(m_font.family);
+    if (m_font.codePage == RtfCodePages::Symbol && symbols != 0)
+        m_font.codePage = symbols;
     if (m_font.codePage == RtfCodePages::SymbolFont) // other fonts have these characters too
         m_font.family.clear();
     if (m_number >= 0)
-        m_tables->fonts.insert(m_number, m_font);
+        m_resources->fonts.insert(m_number, m_font);
     m_font = RtfFont();
     m_number = -1;
 }
 
 void RtfColorTable::begin()
 {
-    m_tables->colors.clear();
+    m_resources->colors.clear();
     m_automatic = true;
 }
 
@@ -77,8 +76,41 @@ void RtfColorTable::addText(const QString &text)
     for (const QChar &character : text) {
         if (character != QLatin1Char(';'))
             continue;
-        m_tables->colors.append(
+        m_resources->colors.append(
             m_automatic ? QColor() : QColor(m_components[0], m_components[1], m_components[2]));
         m_automatic = true;
     }
+}
+
+void RtfHeaderReader::setCodePage(RtfGroup *group, int codePage)
+{
+    m_codePage = codePage > 0 ? codePage : int(RtfCodePages::Western);
+    m_fromMac = m_fromMac || RtfCodePages::isMac(m_codePage);
+    group->codePage = -1;
+}
+
+void RtfHeaderReader::setFromMac()
+{
+    m_fromMac = true;
+    m_fonts.setFaces();
+}
+
+void RtfHeaderReader::setCharset(int charset)
+{
+    // Charset 0 is Windows' 1252 whatever the file's code page is, but programs of the Macintosh
+    // mean the file's.
+    const int page = charset == 0 && m_fromMac ? 0 : RtfCodePages::fromCharset(charset);
+    m_fonts.setCodePage(page);
+}
+
+int RtfHeaderReader::lookUpCodePage(const RtfGroup &group) const
+{
+    int page = 0;
+    if (group.isIn(RtfDestination::FontTable)) {
+        page = m_fonts.codePage();
+    } else {
+        const auto font = m_resources.fonts.constFind(group.chars.font);
+        page = font != m_resources.fonts.constEnd() ? font->codePage : 0;
+    }
+    return page > 0 ? page : m_codePage;
 }

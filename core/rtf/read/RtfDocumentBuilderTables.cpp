@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The part of the builder that makes tables and frames.
-#include <core/rtf/read/RtfBuilder.h>
+#include <core/rtf/read/RtfDocumentBuilder.h>
 
 #include <core/rtf/model/RtfExact.h>
 
@@ -21,9 +21,9 @@ template <typename Format> Format bareFormat()
 
 } // namespace
 
-QTextTableFormat RtfBuilder::tableFormat(const RtfTable &table, const RtfTableGrid &grid)
+QTextTableFormat RtfDocumentBuilder::tableFormat(const RtfTable &table, const RtfTableGrid &grid)
 {
-    const RtfExactProperties exact = m_formatTables.exact.value(table.rows.front().format.extra);
+    const RtfExactProperties exact = m_resources.exact.value(table.rows.front().format.exact);
     if (!exact.isEmpty()) {
         auto format = bareFormat<QTextTableFormat>();
         RtfExact::apply(exact, &format);
@@ -48,7 +48,7 @@ QTextTableFormat RtfBuilder::tableFormat(const RtfTable &table, const RtfTableGr
         format.setHeaderRowCount(headers);
     const bool isKnown = m_tableWidths.contains(grid.widths());
     if (grid.widths().isEmpty()
-        || (!isKnown && m_tableWidths.size() >= RtfResources::mostLookAlikes))
+        || (!isKnown && m_tableWidths.size() >= RtfResources::maxLookAlikes))
         return format;
     m_tableWidths.insert(grid.widths());
     QVector<QTextLength> widths;
@@ -58,7 +58,7 @@ QTextTableFormat RtfBuilder::tableFormat(const RtfTable &table, const RtfTableGr
     return format;
 }
 
-void RtfBuilder::insertTable(const RtfTable &table)
+void RtfDocumentBuilder::insertTable(const RtfTable &table)
 {
     if (table.rows.empty())
         return;
@@ -69,14 +69,14 @@ void RtfBuilder::insertTable(const RtfTable &table)
     }
     m_started = true;
     QTextTable *made = m_cursor.insertTable(grid.rows(), grid.columns(), tableFormat(table, grid));
-    // Each joining of cells makes the toolkit go through the whole table.
-    constexpr std::size_t mostWork = 20000000;
+    // Each joining of cells makes Qt go through the whole table.
+    constexpr std::size_t maxWork = 20000000;
     std::size_t work = 0;
     for (const RtfGridCell &place : grid.cells()) {
         if (place.rowSpan == 1 && place.columnSpan == 1)
             continue;
         work += std::size_t(grid.rows()) * std::size_t(grid.columns());
-        if (work < mostWork)
+        if (work < maxWork)
             made->mergeCells(place.row, place.column, place.rowSpan, place.columnSpan);
     }
     for (const RtfGridCell &place : grid.cells()) {
@@ -89,12 +89,12 @@ void RtfBuilder::insertTable(const RtfTable &table)
     m_lastList = 0;
 }
 
-void RtfBuilder::insertCell(const RtfCell &cell, QTextTable *table, const RtfGridCell &place,
-                            const RtfCellFormat &format)
+void RtfDocumentBuilder::insertCell(const RtfCell &cell, QTextTable *table,
+                                    const RtfGridCell &place, const RtfCellFormat &format)
 {
     QTextTableCell made = table->cellAt(place.row, place.column);
-    const QColor background = m_formatTables.color(format.background);
-    const RtfExactProperties exact = m_formatTables.exact.value(format.extra);
+    const QColor background = m_resources.color(format.background);
+    const RtfExactProperties exact = m_resources.exact.value(format.exact);
     if (background.isValid() || !exact.isEmpty()) {
         QTextCharFormat cellFormat = made.format();
         if (background.isValid())
@@ -113,7 +113,7 @@ void RtfBuilder::insertCell(const RtfCell &cell, QTextTable *table, const RtfGri
     m_framesOutside = outside;
 }
 
-void RtfBuilder::insertContent(const RtfCellContent &content)
+void RtfDocumentBuilder::insertContent(const RtfCellContent &content)
 {
     switch (content.kind) {
     case RtfCellContent::Paragraph:
@@ -131,7 +131,7 @@ void RtfBuilder::insertContent(const RtfCellContent &content)
     }
 }
 
-void RtfBuilder::insertAsParagraphs(const RtfTable &table)
+void RtfDocumentBuilder::insertAsParagraphs(const RtfTable &table)
 {
     for (const RtfRow &row : table.rows) {
         for (const RtfCell &cell : row.cells) {
@@ -141,7 +141,7 @@ void RtfBuilder::insertAsParagraphs(const RtfTable &table)
     }
 }
 
-void RtfBuilder::beginFrame(int level, int exact)
+void RtfDocumentBuilder::beginFrame(int level, int exact)
 {
     closeTables(level);
     openTables(level);
@@ -151,7 +151,7 @@ void RtfBuilder::beginFrame(int level, int exact)
         enterFrame(exact);
 }
 
-void RtfBuilder::endFrame(int level)
+void RtfDocumentBuilder::endFrame(int level)
 {
     closeTables(level);
     openTables(level);
@@ -161,16 +161,16 @@ void RtfBuilder::endFrame(int level)
         leaveFrame();
 }
 
-void RtfBuilder::enterFrame(int exact)
+void RtfDocumentBuilder::enterFrame(int exact)
 {
-    constexpr std::size_t deepestFrame = 30;
-    constexpr int mostFrames = 5000;
-    if (m_frames.size() >= deepestFrame || ++m_frameCount > mostFrames) {
+    constexpr std::size_t maxFrameDepth = 30;
+    constexpr int maxFrames = 5000;
+    if (m_frames.size() >= maxFrameDepth || ++m_frameCount > maxFrames) {
         m_frames.push_back(nullptr);
         return;
     }
     auto format = bareFormat<QTextFrameFormat>();
-    RtfExact::apply(m_formatTables.exact.value(exact), &format);
+    RtfExact::apply(m_resources.exact.value(exact), &format);
     m_frames.push_back(m_cursor.insertFrame(format));
     m_cellStart = m_frames.back()->firstPosition();
     m_cursor.setPosition(m_cellStart);
@@ -178,7 +178,7 @@ void RtfBuilder::enterFrame(int exact)
     m_lastList = 0;
 }
 
-void RtfBuilder::leaveFrame()
+void RtfDocumentBuilder::leaveFrame()
 {
     if (m_frames.size() <= m_framesOutside)
         return;
@@ -192,7 +192,7 @@ void RtfBuilder::leaveFrame()
     m_lastList = 0;
 }
 
-void RtfBuilder::finish()
+void RtfDocumentBuilder::finish()
 {
     closeTables(0);
     while (!m_frames.empty())

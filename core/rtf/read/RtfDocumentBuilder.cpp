@@ -1,30 +1,30 @@
 // SPDX-License-Identifier: MIT
-#include <core/rtf/read/RtfBuilder.h>
+#include <core/rtf/read/RtfDocumentBuilder.h>
 
 #include <QTextDocument>
 #include <QTextList>
 
 namespace {
 
-// Each item that joins a list makes the toolkit go through all of them. A long list is cut in
+// Each item that joins a list makes Qt go through all of them. A long list is cut in
 // parts; with bullets that cannot be seen, so those are cut earlier.
-int mostItems(const QTextListFormat &format)
+int maxItems(const QTextListFormat &format)
 {
     return format.style() <= QTextListFormat::ListDecimal ? 2000 : 500;
 }
 
 } // namespace
 
-RtfBuilder::RtfBuilder(QTextDocument *document, const RtfFormatCache &formats,
-                       const RtfResources &tables, const RtfLists &lists)
+RtfDocumentBuilder::RtfDocumentBuilder(QTextDocument *document, const RtfFormatCache &formats,
+                                       const RtfResources &resources, const RtfLists &lists)
     : m_cursor(document)
     , m_formats(formats)
-    , m_formatTables(tables)
+    , m_resources(resources)
     , m_listFormats(lists)
 {
 }
 
-void RtfBuilder::endParagraph(const RtfParagraphEnd &end)
+void RtfDocumentBuilder::endParagraph(const RtfParagraphEnd &end)
 {
     closeTables(end.tableLevel);
     if (end.tableLevel > 0) {
@@ -39,7 +39,7 @@ void RtfBuilder::endParagraph(const RtfParagraphEnd &end)
     m_paragraph.marks.clear();
 }
 
-int RtfBuilder::addMark()
+int RtfDocumentBuilder::addMark()
 {
     const int number = static_cast<int>(m_markPositions.size());
     m_markPositions.push_back(-1);
@@ -47,13 +47,13 @@ int RtfBuilder::addMark()
     return number;
 }
 
-int RtfBuilder::markPosition(int number) const
+int RtfDocumentBuilder::markPosition(int number) const
 {
     const int position = m_markPositions[number];
     return position >= 0 ? position : m_cursor.document()->characterCount() - 1;
 }
 
-void RtfBuilder::endCell(RtfParagraphEnd end)
+void RtfDocumentBuilder::endCell(RtfParagraphEnd end)
 {
     end.tableLevel = qMax(end.tableLevel, 1);
     closeTables(end.tableLevel);
@@ -62,20 +62,20 @@ void RtfBuilder::endCell(RtfParagraphEnd end)
     m_tables.back().endCell();
 }
 
-void RtfBuilder::endRow(int level, const RtfRowFormat &format)
+void RtfDocumentBuilder::endRow(int level, const RtfRowFormat &format)
 {
     closeTables(level);
     if (static_cast<int>(m_tables.size()) == level)
         m_tables.back().endRow(format);
 }
 
-void RtfBuilder::openTables(int level)
+void RtfDocumentBuilder::openTables(int level)
 {
     while (static_cast<int>(m_tables.size()) < level)
         m_tables.emplace_back();
 }
 
-void RtfBuilder::closeTables(int level)
+void RtfDocumentBuilder::closeTables(int level)
 {
     while (static_cast<int>(m_tables.size()) > level) {
         auto table = std::make_unique<RtfTable>(std::move(m_tables.back()));
@@ -88,14 +88,14 @@ void RtfBuilder::closeTables(int level)
     }
 }
 
-void RtfBuilder::addToCell(const RtfParagraphEnd &end)
+void RtfDocumentBuilder::addToCell(const RtfParagraphEnd &end)
 {
     m_paragraph.end = end;
     m_tables.back().cell.push_back({RtfCellContent::Paragraph, std::move(m_paragraph), nullptr, 0});
     m_paragraph = {};
 }
 
-void RtfBuilder::insert(const RtfParagraph &paragraph)
+void RtfDocumentBuilder::insert(const RtfParagraph &paragraph)
 {
     if (paragraph.end.list != 0)
         insertItem(paragraph);
@@ -118,7 +118,8 @@ void RtfBuilder::insert(const RtfParagraph &paragraph)
     }
 }
 
-void RtfBuilder::insertBlock(const QTextBlockFormat &blockFormat, const QTextCharFormat &markFormat)
+void RtfDocumentBuilder::insertBlock(const QTextBlockFormat &blockFormat,
+                                     const QTextCharFormat &markFormat)
 {
     const bool first = !m_started;
     m_started = true;
@@ -136,7 +137,7 @@ void RtfBuilder::insertBlock(const QTextBlockFormat &blockFormat, const QTextCha
         m_cursor.setBlockCharFormat(markFormat);
 }
 
-void RtfBuilder::insertItem(const RtfParagraph &paragraph)
+void RtfDocumentBuilder::insertItem(const RtfParagraph &paragraph)
 {
     const RtfParagraphEnd &end = paragraph.end;
     // Old files have no lists, only items; and a list below another starts again with it.
@@ -148,7 +149,7 @@ void RtfBuilder::insertItem(const RtfParagraph &paragraph)
     m_lastListLevel = end.listLevel;
 
     QTextList *list = resumes ? m_lists.value({end.list, end.listLevel}) : nullptr;
-    if (list && list->count() >= mostItems(list->format()))
+    if (list && list->count() >= maxItems(list->format()))
         list = nullptr;
     QTextBlockFormat format = m_formats.blockFormat(end.blockFormat);
     if (list)
@@ -157,5 +158,5 @@ void RtfBuilder::insertItem(const RtfParagraph &paragraph)
     if (!list)
         m_lists.insert(
             {end.list, end.listLevel},
-            m_cursor.createList(m_listFormats.format(end.list, end.listLevel, m_formatTables)));
+            m_cursor.createList(m_listFormats.format(end.list, end.listLevel, m_resources)));
 }

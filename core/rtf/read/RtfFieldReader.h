@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <core/rtf/model/RtfResources.h>
+#include <core/rtf/read/RtfGroups.h>
+
+#include <QString>
+
+#include <vector>
+
+/*! The fields that are open, and what their results show (RTF 1.9.1, "Fields"). */
+class RtfFieldReader
+{
+public:
+    /*! \param resources  receive the targets of links */
+    explicit RtfFieldReader(RtfResources *resources)
+        : m_resources(*resources)
+    {
+    }
+
+    /*! \a group is a field. */
+    void begin(RtfGroup *group);
+    void addInstruction(const RtfGroup &group, const QString &text);
+    void finishInstruction(const RtfGroup &group);
+    /*!
+        \a group is the field's result; a link's target becomes a property of it.
+        \return what is shown in its place; empty for a result that counts
+    */
+    QString beginResult(RtfGroup *group);
+
+private:
+    struct Field
+    {
+        QString instruction;
+        int parent = -1;
+        int link = 0;
+        QString shown; // in place of its result
+    };
+
+    RtfResources &m_resources;
+    std::vector<Field> m_fields;
+};

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <core/rtf/read/RtfReader.h>
+
+/*!
+    Reads an RTF file into an empty document.
+
+    One pass over the tokens with an explicit stack of groups. Nothing in a file makes it fail:
+    unknown words and destinations are passed over by RTF's own rules, and input that ends early
+    ends the document.
+*/
+class RtfParser
+{
+public:
+    /*!
+        \param rtf    the file, from its first `{` on; must outlive the parser
+        \param notes  receives the notes of the file, their content through \a write; null leaves
+                      them out
+    */
+    RtfParser(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes = nullptr,
+              RtfContentWriter write = {});
+
+    /*! Tells whether \a rtf begins, after white space, with `{\rtf`. */
+    static bool isRtf(const QByteArray &rtf);
+
+    void read();
+
+    /*! The default character format that the file carries, see \mvrdefaults; may be empty. */
+    const QTextCharFormat &defaultFormat() const { return m_reader.defaultFormat(); }
+    /*! What \info says about the file. */
+    const RtfInfo &info() { return m_reader.info(); }
+
+private:
+    bool handle(const RtfToken &token);
+    void handleWord(const RtfToken &token);
+    void handleSymbol(char symbol);
+    void handleText(const RtfToken &token);
+    bool popGroup();
+
+    RtfTokenizer m_tokens;
+    RtfReader m_reader;
+    bool m_ignorable = false; // the last token was \*
+};

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+// The part of the reader for what stands in the text: pictures, shapes, frames, notes.
+#include <core/rtf/read/RtfReader.h>
+
+#include <core/rtf/model/RtfExact.h>
+
+void RtfReader::beginFieldResult(const RtfDestination &ignored)
+{
+    const QString shown = m_fields.beginResult(&group());
+    if (shown.isEmpty())
+        return;
+    m_text.addCharacters(QStringView(shown));
+    group().destination = &ignored;
+}
+
+void RtfReader::beginPicture(const RtfDestination &picture)
+{
+    if (!group().isVisible())
+        skipDestination();
+    else if (openDestination(picture))
+        m_picture = {};
+}
+
+void RtfReader::finishPicture()
+{
+    if (m_picture.isEmpty())
+        return;
+    const QTextImageFormat format
+        = m_picture.store(m_story.document, m_formats.charFormat(charFormat()));
+    const QChar object(QChar::ObjectReplacementCharacter);
+    m_inHeader = false;
+    builder().append(QStringView(&object, 1), m_formats.addCharFormat(format));
+    m_picture = {};
+}
+
+void RtfReader::beginTextBox(const RtfDestination &box)
+{
+    if (!m_shapes.canBeginBox() || group().opensDestination) {
+        skipDestination();
+        return;
+    }
+    if (!openDestination(box))
+        return;
+    m_text.endText();
+    m_shapes.beginBox(&builder(), group().para);
+    resetPara();
+}
+
+void RtfReader::finishTextBox()
+{
+    if (!m_shapes.isInBox())
+        return;
+    m_text.endText();
+    if (builder().hasText())
+        insertParagraph();
+    m_shapes.endBox(&builder());
+}
+
+// Letters that are drawn as a shape are a property of it.
+void RtfReader::addShapeText()
+{
+    const QString text = takeValue();
+    if (!m_shapes.isText() || text.isEmpty())
+        return;
+    RtfParagraph paragraph = builder().takeParagraph();
+    builder().append(QStringView(text), charFormat());
+    insertParagraph();
+    builder().giveParagraph(std::move(paragraph));
+}
+
+// The marks of frames stand in the text, behind the formatting of the frame's first paragraph and
+// behind its last one, so the paragraph's table is the frame's.
+void RtfReader::beginFrame(int exact)
+{
+    if (isOwnMark()) {
+        if (builder().hasText())
+            endParagraph();
+        m_inHeader = false;
+        builder().beginFrame(tableLevel(), exact);
+    }
+    skipDestination();
+}
+
+void RtfReader::endFrame()
+{
+    if (isOwnMark()) {
+        if (builder().hasText())
+            endParagraph();
+        builder().endFrame(tableLevel());
+    }
+    skipDestination();
+}
+
+void RtfReader::addBookmark()
+{
+    const QString name = takeValue();
+    if (!m_notes.isInNote())
+        m_bookmarks.add(name);
+}
+
+// Bookmarks stand on the first character behind their beginning.
+int RtfReader::anchorFormat()
+{
+    QTextCharFormat format = m_formats.charFormat(charFormat());
+    QStringList names = format.anchorNames();
+    if (!m_bookmarks.moveTo(&names))
+        return charFormat();
+    format.setAnchor(true);
+    format.setAnchorNames(names);
+    return m_formats.addCharFormat(format);
+}
+
+void RtfReader::beginNote(MVRTextRtfNote::Kind kind, const RtfDestination &note)
+{
+    // The mark of a comment is hidden in some programs' files; a hidden footnote is not shown.
+    const bool isComment = kind == MVRTextRtfNote::Comment;
+    const bool isShown
+        = isComment ? group().isBody() && !group().chars.deleted : group().isVisible();
+    if (!isShown || !m_notes.canBegin()) {
+        skipDestination();
+        return;
+    }
+    if (group().opensDestination) // said twice in one group
+        return;
+    if (!openDestination(note))
+        return;
+
+    m_text.endText();
+    m_bookmarks.clear();
+    const int mark = m_notes.isInNote() ? m_notes.mark() : m_body.addMark();
+    m_notes.begin(kind, m_body, mark, &m_story);
+    resetChars();
+    resetPara();
+    group().chars.link = 0;
+    group().field = -1;
+}
+
+void RtfReader::finishNote()
+{
+    if (!m_notes.isInNote())
+        return;
+    insertLastParagraph();
+    m_notes.finish(&m_story);
+}
+
+// \atntime and \creatim say part after part.
+void RtfReader::setTime(int part, int value)
+{
+    QDateTime *time = nullptr;
+    if (group().isIn(RtfDestination::InfoTime))
+        time = &m_header.info().time;
+    else if (group().isIn(RtfDestination::NoteTime))
+        time = m_notes.time();
+    if (!time)
+        return;
+    if (!time->isValid())
+        *time = QDateTime(QDate(1900, 1, 1), QTime(0, 0));
+    QDate date = time->date();
+    int parts[]
+        = {date.year(), date.month(), date.day(), time->time().hour(), time->time().minute()};
+    parts[part] = value;
+    date = QDate(parts[0], parts[1], parts[2]);
+    const QTime clock(parts[3], parts[4]);
+    if (date.isValid() && clock.isValid())
+        *time = QDateTime(date, clock);
+}
+
+void RtfReader::finishExactProperties()
+{
+    if (m_resources.exact.isEmpty())
+        m_resources.exact.append(RtfExactProperties()); // sets are counted from 1
+    m_resources.exact += RtfExact::fromText(takeValue().toLatin1());
+    m_formats.resourcesChanged();
+}
+
+void RtfReader::takeDefaults()
+{
+    if (group().isBody() && m_groups.isNested()) {
+        RtfGroup &outer = m_groups.outer();
+        m_defaultFormat = RtfFormats::toCharFormat(outer.chars, m_resources);
+        outer.chars = {};
+        outer.fontChanged();
+        m_formatting.dropDefaults();
+    }
+    skipDestination();
+}

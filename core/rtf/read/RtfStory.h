@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <core/rtf/read/RtfRowReader.h>
+
+class QTextDocument;
+class RtfDocumentBuilder;
+
+/*! A text that goes from paragraph to paragraph: the document's own, or that of a note. */
+struct RtfStory
+{
+    QTextDocument *document = nullptr;
+    RtfDocumentBuilder *builder = nullptr;
+    RtfRowReader rows;
+    bool pageBreak = false; /*!< the next paragraph starts a page */
+    bool sectionBreak = false;
+};
