@@ -15,7 +15,7 @@ foreach(folder core text finaldraft bbcode pages)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/mvrtext
         FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE PATTERN "rtf" EXCLUDE PATTERN "xml" EXCLUDE
-        PATTERN "html" EXCLUDE PATTERN "document" EXCLUDE)
+        PATTERN "html" EXCLUDE PATTERN "document" EXCLUDE PATTERN "file" EXCLUDE)
 endforeach()
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/MvrTextConfig.cmake.in

@@ -25,15 +25,15 @@ constexpr std::array<bool, 128> asciiWordEnds()
     return ends;
 }
 
-bool endsWord(QChar character)
+}
+
+bool NoteAnchor::endsWord(QChar character)
 {
     static constexpr std::array<bool, 128> asciiEnds = asciiWordEnds();
     const ushort code = character.unicode();
     if (code < 128)
         return asciiEnds[code];
     return character.isSpace() || code == frameBegin || code == frameEnd;
-}
-
 }
 
 // From the end: the last word is the only one that counts.

@@ -28,6 +28,9 @@ public:
     */
     MVRTextRange lastWord() const;
 
+    /*! True for white space and punctuation, which no word holds. */
+    static bool endsWord(QChar character);
+
 private:
     /*! Characters without white space and punctuation that the text ends with. */
     struct Stretch

@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: MIT
+#include <finaldraft/MVRFinalDraftFile.h>
+
+#include <finaldraft/file/FdxDocument_p.h>
+#include <finaldraft/file/FdxNotes_p.h>
+#include <finaldraft/file/FdxScript_p.h>
+#include <finaldraft/file/FdxTree_p.h>
+#include <finaldraft/file/FdxWriter_p.h>
+
+#include <core/STextDoc.h>
+#include <core/document/EditBlock_p.h>
+#include <core/document/UndoRecordingOff_p.h>
+#include <text/MVRTextDoc.h>
+
+#include <QFile>
+#include <QObject>
+#include <QPointer>
+#include <QRandomGenerator>
+#include <QTextDocument>
+
+#include <optional>
+
+namespace {
+
+// Points; the text margin of a file that names none.
+constexpr double defaultMargin = 72.0;
+constexpr double maxMargin = 7200.0; // beyond any paper
+
+double number(const pugi::xml_node &element, const char *name, double fallback)
+{
+    bool isNumber = false;
+    const double value = fdxAttribute(element, name).toDouble(&isNumber);
+    return isNumber ? value : fallback;
+}
+
+// The first child that a path of names leads to.
+pugi::xml_node childAt(pugi::xml_node node, const QString &path)
+{
+    const QStringList names = path.split(QLatin1Char('/'));
+    for (const QString &name : names)
+        node = node.child(name.toUtf8().constData());
+    return node;
+}
+
+}
+
+struct MVRFinalDraftFile::Private
+{
+    FdxTree tree;
+    std::optional<FdxScript> script; // empty: nothing is loaded
+    std::optional<FdxPlaces> places; // made when they are asked for
+    QVector<FdxNote> notes;
+    QHash<QString, int> anchors; // of notes in documents that were read: index
+    int fileId = 0;
+    QString errorString;
+    // The document that read() filled, as it was then.
+    QPointer<const QTextDocument> readDocument;
+    int readRevision = -1;
+
+    bool parse(const QByteArray &bytes);
+    void findNotes();
+    void applyPageLayout(QTextDocument *document);
+    void rememberDocument(QTextDocument *document);
+    QByteArray written(const QTextDocument *document);
+};
+
+bool MVRFinalDraftFile::Private::parse(const QByteArray &bytes)
+{
+    places.reset();
+    script.reset();
+    notes.clear();
+    readDocument.clear();
+    if (!tree.load(bytes)) {
+        errorString = tree.errorString();
+        return false;
+    }
+    if (!fdxIs(tree.root(), "FinalDraft")) {
+        errorString = QObject::tr("Not a Final Draft file.");
+        return false;
+    }
+    script.emplace(tree);
+    // Never 0, which formats say that do not know.
+    fileId = int(QRandomGenerator::global()->bounded(1u, 0x7fffffffu));
+    errorString.clear();
+    return true;
+}
+
+void MVRFinalDraftFile::Private::findNotes()
+{
+    if (places)
+        return;
+    places.emplace(*script);
+    notes = fdxNotes(*script, *places);
+}
+
+void MVRFinalDraftFile::Private::applyPageLayout(QTextDocument *document)
+{
+    const pugi::xml_node layout = tree.root().child("PageLayout");
+    const double margin = number(layout, "TopMargin", defaultMargin);
+    document->setDocumentMargin(margin >= 0 && margin <= maxMargin ? margin : defaultMargin);
+    MVRTextDoc::setDefaultCharFormatColors(
+        document, fdxColor(layout.attribute("ForegroundColor").value(), Qt::black),
+        fdxColor(layout.attribute("BackgroundColor").value(), Qt::white));
+}
+
+QByteArray MVRFinalDraftFile::Private::written(const QTextDocument *document)
+{
+    if (readDocument == document && readRevision == document->revision())
+        return tree.file();
+    findNotes();
+    const QByteArray source = FdxWriter(*script, *places, notes, anchors, fileId, document).write();
+    return source == tree.source() ? tree.file() : tree.toFileEncoding(source);
+}
+
+// An edit block that is still open would hide changes: its revision was counted at its start.
+void MVRFinalDraftFile::Private::rememberDocument(QTextDocument *document)
+{
+    const int before = document->revision();
+    {
+        const EditBlock editBlock(document);
+    }
+    readDocument = document->revision() != before ? document : nullptr;
+    readRevision = document->revision();
+}
+
+MVRFinalDraftFile::MVRFinalDraftFile()
+    : d(std::make_unique<Private>())
+{
+}
+
+MVRFinalDraftFile::~MVRFinalDraftFile() = default;
+
+void MVRFinalDraftFile::clear()
+{
+    d = std::make_unique<Private>();
+}
+
+bool MVRFinalDraftFile::load(QIODevice *device)
+{
+    clear();
+    if (!device || !device->isReadable()) {
+        d->errorString = QObject::tr("The file cannot be read.");
+        return false;
+    }
+    return d->parse(device->readAll());
+}
+
+bool MVRFinalDraftFile::load(const QString &fileName)
+{
+    QFile file(fileName);
+    if (file.open(QIODevice::ReadOnly))
+        return load(&file);
+    clear();
+    d->errorString = file.errorString();
+    return false;
+}
+
+bool MVRFinalDraftFile::isLoaded() const
+{
+    return d->script.has_value();
+}
+
+QString MVRFinalDraftFile::errorString() const
+{
+    return d->errorString;
+}
+
+bool MVRFinalDraftFile::read(QTextDocument *document, const QList<MVRScriptElement> &elements)
+{
+    if (!document || !isLoaded())
+        return false;
+    document->clear();
+    {
+        const UndoRecordingOff noUndo(document);
+        d->applyPageLayout(document);
+        d->script->setView(elements, document->documentMargin());
+        fdxInsertScript(*d->script, d->fileId, document);
+        d->findNotes();
+        const QHash<QString, int> anchors = fdxAttachNotes(d->notes, d->tree, document);
+        for (auto it = anchors.cbegin(); it != anchors.cend(); ++it)
+            d->anchors.insert(it.key(), it.value());
+        STextDoc::clearDefaultTextOptionFlags(document);
+    }
+    d->rememberDocument(document);
+    return true;
+}
+
+bool MVRFinalDraftFile::write(QIODevice *device, const QTextDocument *document)
+{
+    if (!device || !document || !isLoaded())
+        return false;
+    const QByteArray bytes = d->written(document);
+    return device->write(bytes) == bytes.size();
+}
+
+QVector<MVRFinalDraftFile::Note> MVRFinalDraftFile::notes() const
+{
+    QVector<Note> records;
+    if (!isLoaded())
+        return records;
+    d->findNotes();
+    for (const FdxNote &note : qAsConst(d->notes))
+        records.append(fdxNoteRecord(note, *d->script, *d->places));
+    return records;
+}
+
+QVector<MVRFinalDraftFile::Scene> MVRFinalDraftFile::scenes() const
+{
+    QVector<Scene> scenes;
+    int block = 0;
+    const int count = isLoaded() ? d->script->paragraphs().size() : 0;
+    for (int i = 0; i < count; ++i) {
+        const FdxParagraph &paragraph = d->script->paragraphs()[i];
+        if (paragraph.hasBlock && !d->script->isTitlePage(i)
+            && d->script->typeName(i) == "Scene Heading") {
+            const pugi::xml_node properties = paragraph.node.child("SceneProperties");
+            Scene scene;
+            scene.block = block;
+            scene.heading = d->script->text(i);
+            scene.number = fdxAttribute(paragraph.node, "Number");
+            scene.title = fdxAttribute(properties, "Title");
+            scene.color = fdxAttribute(properties, "Color");
+            scene.length = fdxAttribute(properties, "Length");
+            scene.page = fdxAttribute(properties, "Page");
+            scene.summary = fdxParagraphsText(d->tree, properties.child("Summary"));
+            scenes.append(scene);
+        }
+        block += paragraph.hasBlock ? 1 : 0;
+    }
+    return scenes;
+}
+
+QHash<QString, MVRFinalDraft::ElementSettings> MVRFinalDraftFile::elementSettings() const
+{
+    return isLoaded() ? d->script->settings() : QHash<QString, MVRFinalDraft::ElementSettings>();
+}
+
+QString MVRFinalDraftFile::version() const
+{
+    return fdxAttribute(d->tree.root(), "Version");
+}
+
+int MVRFinalDraftFile::titlePageBlockCount() const
+{
+    int count = 0;
+    const int paragraphs = isLoaded() ? d->script->paragraphs().size() : 0;
+    for (int i = 0; i < paragraphs && d->script->isTitlePage(i); ++i)
+        count += d->script->paragraphs()[i].hasBlock ? 1 : 0;
+    return count;
+}
+
+double MVRFinalDraftFile::scaling() const
+{
+    return number(d->tree.root().child("TextState"), "Scaling", 100.0);
+}
+
+bool MVRFinalDraftFile::showInvisibles() const
+{
+    return fdxAttribute(d->tree.root().child("TextState"), "ShowInvisibles")
+        == QLatin1String("Yes");
+}
+
+QByteArray MVRFinalDraftFile::elementXml(const QString &name) const
+{
+    const pugi::xml_node element = childAt(d->tree.root(), name);
+    if (!element || name.isEmpty())
+        return QByteArray();
+    const FdxTree::Span span = d->tree.span(element);
+    return d->tree.source().mid(span.start, span.end - span.start);
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <finaldraft/file/FdxNotes_p.h>
+#include <finaldraft/file/FdxScript_p.h>
+
+class QTextDocument;
+
+/*! Inserts title page and script into an empty document; \a fileId tells whose paragraphs they are.
+ */
+void fdxInsertScript(FdxScript &script, int fileId, QTextDocument *document);
+
+/*!
+    Attaches the notes to the document that the script was inserted into.
+
+    \return for each note's anchor in the document: its index
+*/
+QHash<QString, int> fdxAttachNotes(const QVector<FdxNote> &notes, const FdxTree &tree,
+                                   QTextDocument *document);
+
+/*! A note's content as RTF. */
+QByteArray fdxNoteRtf(const pugi::xml_node &note, const FdxTree &tree);

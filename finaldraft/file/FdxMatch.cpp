@@ -1,0 +1,323 @@
+// SPDX-License-Identifier: MIT
+#include <finaldraft/file/FdxMatch_p.h>
+
+#include <core/MVRTextFormat.h>
+#include <core/MVRTextRange.h>
+#include <finaldraft/MVRFinalDraftFile.h>
+
+#include <QTextDocument>
+#include <QTextFragment>
+
+#include <algorithm>
+
+namespace {
+
+using File = MVRFinalDraftFile;
+
+bool isInlineNote(const QTextCharFormat &format)
+{
+    return format.boolProperty(MVRTextFormat::InlineAnnotationProperty)
+        || format.boolProperty(MVRTextFormat::InlineFootnoteProperty);
+}
+
+}
+
+QString FdxEntry::text() const
+{
+    QString text;
+    for (const FdxNewRun &run : runs)
+        text += run.text;
+    return text;
+}
+
+FdxMatch::FdxMatch(const FdxScript &script, int fileId, const QTextDocument *document)
+    : m_script(script)
+    , m_fileId(fileId)
+{
+    entryOf.fill(-1, script.paragraphs().size());
+    collect(document);
+    resolveMarks();
+    resolveByText();
+    assignContainers();
+    findInPlace();
+    gatherDualDialogue();
+}
+
+void FdxMatch::collect(const QTextDocument *document)
+{
+    entries.reserve(document->blockCount());
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next())
+        readBlock(block);
+    // The block that a document has at least; a file without paragraphs has none for it.
+    if (entries.size() == 1 && entries.first().length() == 0 && m_script.paragraphs().isEmpty())
+        entries.clear();
+}
+
+void FdxMatch::readBlock(const QTextBlock &block)
+{
+    FdxEntry entry;
+    entry.block = block;
+    entry.position = m_position;
+    entries.append(entry);
+    bool isStart = true;
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextFragment fragment = it.fragment();
+        const QTextCharFormat format = fragment.charFormat();
+        QString text = fragment.text();
+        text.remove(QChar::ObjectReplacementCharacter);
+        if (isInlineNote(format)) {
+            addInlineNote(text, !isStart || block.position() > 0);
+        } else if (!text.isEmpty()) {
+            if (format.boolProperty(MVRTextFormat::CommentLinkProperty))
+                addNote(format, m_position, m_position + text.size());
+            entries.last().runs.append({text, format});
+            m_position += text.size();
+        }
+        isStart = false;
+    }
+    entries.last().diff.newLength = m_position - entry.position;
+    ++m_position;
+}
+
+void FdxMatch::addInlineNote(const QString &text, bool continues)
+{
+    const bool isTouching = continues && !notes.isEmpty() && notes.last().isInline
+        && (notes.last().end == m_position || notes.last().end == m_position - 1)
+        && notes.last().entry >= entries.size() - 2;
+    const bool isNewParagraph
+        = isTouching && notes.last().entry != entries.size() - 1 && entries.last().runs.isEmpty();
+    if (!isTouching || (notes.last().entry != entries.size() - 1 && !isNewParagraph)) {
+        FdxDocumentNote note;
+        note.start = note.end = m_position;
+        note.entry = entries.size() - 1;
+        note.isInline = true;
+        note.paragraphs.append(text);
+        notes.append(note);
+        return;
+    }
+    if (isNewParagraph)
+        notes.last().paragraphs.append(text);
+    else
+        notes.last().paragraphs.last() += text;
+}
+
+void FdxMatch::addNote(const QTextCharFormat &format, int start, int end)
+{
+    const QString href = format.anchorHref();
+    const auto content = [](const QTextCharFormat &of) {
+        return of.property(MVRTextFormat::CommentCDataProperty);
+    };
+    if (!notes.isEmpty() && !notes.last().isInline && notes.last().href == href
+        && start - notes.last().end == entries.size() - 1 - notes.last().lastEntry
+        && content(notes.last().format) == content(format)) {
+        // Nothing but paragraph ends stands between.
+        notes.last().end = end;
+        notes.last().lastEntry = entries.size() - 1;
+        return;
+    }
+    FdxDocumentNote note;
+    note.start = start;
+    note.end = end;
+    note.entry = note.lastEntry = entries.size() - 1;
+    note.format = format;
+    note.href = href;
+    notes.append(note);
+}
+
+/*! Of several blocks with one mark, the first is the paragraph, but not an empty one in front. */
+void FdxMatch::resolveMarks()
+{
+    const QVector<FdxParagraph> &paragraphs = m_script.paragraphs();
+    for (int i = 0; i < entries.size(); ++i) {
+        FdxEntry &entry = entries[i];
+        const QTextBlockFormat format = entry.block.blockFormat();
+        if (format.intProperty(File::SourceFileProperty) != m_fileId
+            || !format.hasProperty(File::SourceParagraphProperty))
+            continue;
+        const int paragraph = format.intProperty(File::SourceParagraphProperty);
+        if (paragraph < 0 || paragraph >= paragraphs.size() || !paragraphs[paragraph].hasBlock)
+            continue;
+        entry.origin = paragraph;
+        const int known = entryOf[paragraph];
+        if (known >= 0) {
+            const bool isBehindEmpty = known == i - 1 && entries[known].length() == 0
+                && entry.length() > 0 && entry.text() == m_script.text(paragraph);
+            if (!isBehindEmpty)
+                continue;
+            entries[known].source = -1;
+        }
+        entry.source = paragraph;
+        entryOf[paragraph] = i;
+    }
+}
+
+/*! Between two known paragraphs, a block without a mark is the missing one with the same text. */
+void FdxMatch::resolveByText()
+{
+    int last = -1; // the paragraph known last
+    for (int i = 0; i < entries.size(); ++i) {
+        if (entries[i].source >= 0) {
+            last = entries[i].source;
+            continue;
+        }
+        if (entries[i].origin >= 0)
+            continue;
+        constexpr int reach = 8; // paragraphs looked through for each block
+        for (int paragraph = last + 1; paragraph < qMin(last + 1 + reach, int(entryOf.size()));
+             ++paragraph) {
+            if (!m_script.paragraphs()[paragraph].hasBlock)
+                continue;
+            if (entryOf[paragraph] >= 0)
+                break;
+            if (m_script.text(paragraph) != entries[i].text())
+                continue;
+            entries[i].source = entries[i].origin = last = paragraph;
+            entryOf[paragraph] = i;
+            break;
+        }
+    }
+}
+
+/*! The container that a block asks for; -1 when it does not say. */
+int FdxMatch::ownContainer(const FdxEntry &entry) const
+{
+    if (entry.origin < 0)
+        return -1;
+    const int container = m_script.paragraphs()[entry.origin].container;
+    const int wrapper = m_script.containers()[container].wrapper;
+    if (wrapper < 0)
+        return container;
+    const bool isDual = entry.block.blockFormat().hasProperty(File::DualDialogueProperty);
+    return isDual ? container : m_script.paragraphs()[wrapper].container;
+}
+
+void FdxMatch::assignContainers()
+{
+    for (FdxEntry &entry : entries)
+        entry.container = ownContainer(entry);
+    separateTitlePage();
+    // The rest goes with what stands in front of it, else with what follows.
+    int script = m_script.containers().size() - 1;
+    while (script > 0 && m_script.containers()[script].wrapper >= 0)
+        --script;
+    int last = -1;
+    for (FdxEntry &entry : entries) {
+        if (entry.container < 0)
+            entry.container = last;
+        last = entry.container;
+        // Behind dual dialogue a new paragraph stands in the script again.
+        const int wrapper = last >= 0 ? m_script.containers()[last].wrapper : -1;
+        if (wrapper >= 0)
+            last = m_script.paragraphs()[wrapper].container;
+    }
+    int next = script;
+    for (int i = entries.size(); i-- > 0;) {
+        if (entries[i].container < 0)
+            entries[i].container = next;
+        else if (m_script.containers()[entries[i].container].wrapper < 0)
+            next = entries[i].container;
+        else
+            next = m_script.paragraphs()[m_script.containers()[entries[i].container].wrapper]
+                       .container;
+    }
+}
+
+/*!
+    What touches the paragraphs of dual dialogue that stay in place and belongs to them stays with
+    them, and so does all between. What strayed becomes dual dialogue of its own, or none.
+*/
+void FdxMatch::gatherDualDialogue()
+{
+    const auto dualNumber = [this](int i) {
+        const QTextBlockFormat format = entries[i].block.blockFormat();
+        return format.hasProperty(File::DualDialogueProperty)
+            ? format.intProperty(File::DualDialogueProperty)
+            : -1;
+    };
+    QVector<MVRTextRange> kept(m_script.containers().size(), MVRTextRange(-1, -1));
+    for (int i = 0; i < entries.size(); ++i) {
+        MVRTextRange &range = kept[entries[i].container];
+        if (entries[i].isInPlace)
+            range = MVRTextRange(range.start < 0 ? i : range.start, i);
+    }
+    QVector<int> containers(entries.size(), -1);
+    for (int container = 0; container < kept.size(); ++container) {
+        if (m_script.containers()[container].wrapper < 0 || kept[container].start < 0)
+            continue;
+        MVRTextRange range = kept[container];
+        while (range.start > 0 && entries[range.start - 1].container == container)
+            --range.start;
+        while (range.end + 1 < entries.size() && entries[range.end + 1].container == container)
+            ++range.end;
+        for (int i = range.start; i <= range.end; ++i)
+            containers[i] = container;
+    }
+    for (int i = 0; i < entries.size(); ++i) {
+        const int wrapper = m_script.containers()[entries[i].container].wrapper;
+        if (containers[i] >= 0)
+            entries[i].container = containers[i];
+        else if (wrapper >= 0)
+            entries[i].container = m_script.paragraphs()[wrapper].container;
+    }
+    for (int i = 1; i < entries.size(); ++i) {
+        const int number = containers[i] < 0 && containers[i - 1] < 0 ? dualNumber(i) : -1;
+        const bool isPair = number >= 0 && number == dualNumber(i - 1) && !entries[i].isInPlace
+            && !entries[i - 1].isInPlace && entries[i].container == entries[i - 1].container;
+        if (isPair && entries[i - 1].newDual < 0)
+            entries[i - 1].newDual = i - 1;
+        if (isPair)
+            entries[i].newDual = entries[i - 1].newDual;
+    }
+}
+
+/*! The title page ends where fewest blocks have to change sides. */
+void FdxMatch::separateTitlePage()
+{
+    const auto isTitle = [this](const FdxEntry &entry) {
+        return entry.container >= 0 && m_script.containers()[entry.container].isTitlePage;
+    };
+    const auto isScript
+        = [&](const FdxEntry &entry) { return entry.container >= 0 && !isTitle(entry); };
+    int wrong = int(std::count_if(entries.cbegin(), entries.cend(), isTitle));
+    if (wrong == 0)
+        return;
+    int fewest = wrong;
+    int split = 0;
+    for (int i = 0; i < entries.size(); ++i) {
+        wrong += isTitle(entries[i]) ? -1 : isScript(entries[i]) ? 1 : 0;
+        if (wrong < fewest) {
+            fewest = wrong;
+            split = i + 1;
+        }
+    }
+    int title = -1;
+    for (int i = 0; i < split; ++i)
+        title = isTitle(entries[i]) && title < 0 ? entries[i].container : title;
+    for (int i = 0; i < entries.size(); ++i) {
+        if (i < split ? isScript(entries[i]) : isTitle(entries[i]))
+            entries[i].container = i < split ? title : -1;
+    }
+}
+
+/*! The longest rising sequence of paragraphs that stay in their container stays in place. */
+void FdxMatch::findInPlace()
+{
+    QVector<int> tails; // entry that ends the best sequence of each length
+    QVector<int> previous(entries.size(), -1);
+    for (int i = 0; i < entries.size(); ++i) {
+        const int source = entries[i].source;
+        if (source < 0 || entries[i].container != m_script.paragraphs()[source].container)
+            continue;
+        const auto place
+            = std::lower_bound(tails.begin(), tails.end(), source, [this](int entry, int value) {
+                  return entries[entry].source < value;
+              });
+        previous[i] = place == tails.begin() ? -1 : *(place - 1);
+        if (place == tails.end())
+            tails.append(i);
+        else
+            *place = i;
+    }
+    for (int i = tails.isEmpty() ? -1 : tails.last(); i >= 0; i = previous[i])
+        entries[i].isInPlace = true;
+}

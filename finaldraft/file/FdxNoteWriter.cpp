@@ -1,0 +1,384 @@
+// SPDX-License-Identifier: MIT
+#include <finaldraft/file/FdxDocument_p.h>
+#include <finaldraft/file/FdxText_p.h>
+#include <finaldraft/file/FdxWriter_p.h>
+
+#include <core/MVRTextFormat.h>
+#include <core/MVRTextRtf.h>
+
+#include <QDateTime>
+#include <QTextDocument>
+
+#include <algorithm>
+
+using File = MVRFinalDraftFile;
+
+namespace {
+
+QStringList lines(const QByteArray &rtf)
+{
+    QTextDocument content;
+    if (!MVRTextRtf::fromRtfCData(rtf, &content))
+        return {QString::fromUtf8(rtf)};
+    QStringList texts;
+    for (QTextBlock block = content.begin(); block.isValid(); block = block.next())
+        texts.append(block.text());
+    return texts;
+}
+
+QByteArray paragraph(const QByteArray &runs)
+{
+    return "<Paragraph Alignment=\"Left\">" + runs + "</Paragraph>";
+}
+
+QByteArray blockRuns(const QTextBlock &block, const QByteArray &newLine)
+{
+    QByteArray runs;
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const FdxLook look = FdxLook().with(it.fragment().charFormat());
+        runs += "<Text Style=\"" + look.styleText() + "\">"
+            + fdxEscaped(it.fragment().text(), newLine) + "</Text>";
+    }
+    return runs.isEmpty() ? QByteArray("<Text Style=\"\"></Text>") : runs;
+}
+
+// Final Draft writes its times in UTC.
+QByteArray fileTime()
+{
+    return QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'hhmmss")).toLatin1();
+}
+
+QByteArray fileColor(const QColor &color)
+{
+    return MVRFinalDraft::toString(color.isValid() ? color : QColor(Qt::black)).toLatin1();
+}
+
+}
+
+/*! Finds which notes of the file the document still has. */
+void FdxWriter::matchNotes()
+{
+    m_documentNote.fill(-1, m_notes.size());
+    for (int i = 0; i < m_match.notes.size(); ++i) {
+        const int note
+            = m_match.notes[i].isInline ? -1 : m_anchors.value(m_match.notes[i].href, -1);
+        if (note < 0 || note >= m_notes.size() || m_documentNote[note] >= 0)
+            continue;
+        m_documentNote[note] = i;
+        m_keptNotes.insert(i);
+    }
+    for (int i = 0; i < m_notes.size(); ++i) {
+        const FdxNote &note = m_notes[i];
+        const int now = m_documentNote[i];
+        if (note.attached.start == note.attached.end || note.shape == File::NoteOfRange)
+            continue;
+        if (now < 0 || hasMoved(note, m_match.notes[now]))
+            m_goneIn[note.paragraph].append(i);
+        if (now >= 0 && hasMoved(note, m_match.notes[now])) {
+            const FdxTree::Span span = m_tree.span(note.node);
+            m_newIn[m_match.notes[now].entry].append(
+                {-1, m_tree.source().mid(span.start, span.end - span.start)});
+        }
+    }
+}
+
+/*! Whether a note of a paragraph is in another one now. */
+bool FdxWriter::hasMoved(const FdxNote &note, const FdxDocumentNote &now) const
+{
+    return !m_script.paragraphs()[note.paragraph].isWrapper
+        && m_match.entries[now.entry].source != note.paragraph;
+}
+
+void FdxWriter::writeNotes()
+{
+    findNumbers();
+    for (int i = 0; i < m_notes.size(); ++i)
+        writeKeptNote(i);
+    writeNewNotes();
+}
+
+/*! Only what the document changed of a note is written. */
+void FdxWriter::writeKeptNote(int index)
+{
+    const FdxNote &note = m_notes[index];
+    const int now = m_documentNote[index];
+    const bool isAttached = note.attached.start < note.attached.end;
+    if (note.shape != File::NoteOfRange) {
+        if (now >= 0 && !m_goneIn.value(note.paragraph).contains(index))
+            m_changedIn[note.paragraph].append(index);
+    } else if (isAttached && now < 0) {
+        const FdxTree::Span span = m_tree.span(note.node);
+        m_splices.append({m_tree.gapStart(span.start), span.end, QByteArray()});
+    } else {
+        if (note.hasNumbers)
+            writeRange(index);
+        if (now >= 0)
+            m_splices += contentSplices(index);
+    }
+}
+
+/*! Gives a note the content and colour that the document has for it. */
+FdxSplices FdxWriter::contentSplices(int index) const
+{
+    FdxSplices splices;
+    const pugi::xml_node &node = m_notes[index].node;
+    const FdxDocumentNote &now = m_match.notes[m_documentNote[index]];
+    const QColor color = now.format.property(MVRTextFormat::CommentColorProperty).value<QColor>();
+    const pugi::xml_attribute oldColor = node.attribute("Color");
+    if (oldColor && color.isValid() && fdxColor(oldColor.value(), color) != color)
+        addAttribute(node, "Color", fileColor(color), &splices);
+    const QByteArray rtf = now.format.property(MVRTextFormat::CommentCDataProperty).toByteArray();
+    if (rtf == fdxNoteRtf(node, m_tree))
+        return splices;
+    QStringList texts = lines(rtf);
+    for (QString &text : texts)
+        text.replace(QChar::LineSeparator, QLatin1Char('\n'));
+    if (texts == fdxParagraphTexts(m_tree, node))
+        return splices;
+    if (node.attribute("DateModified"))
+        addAttribute(node, "DateModified", fileTime(), &splices);
+    const FdxTree::Span span = m_tree.span(node);
+    if (!span.isEmptyTag)
+        splices.append({span.innerStart, span.innerEnd, noteParagraphs(now)});
+    return splices;
+}
+
+/*! What changes of the notes that a paragraph has. */
+FdxSplices FdxWriter::noteSplices(int paragraph) const
+{
+    FdxSplices splices;
+    for (const int note : m_goneIn.value(paragraph)) {
+        const FdxTree::Span span = m_tree.span(m_notes[note].node);
+        splices.append({m_tree.gapStart(span.start), span.end, QByteArray()});
+    }
+    for (const int note : m_changedIn.value(paragraph))
+        splices += contentSplices(note);
+    return splices;
+}
+
+/*! What changes among the notes of a paragraph. */
+FdxSplices FdxWriter::childSplices(int index) const
+{
+    const FdxEntry &entry = m_match.entries[index];
+    FdxSplices splices = noteSplices(entry.source);
+    for (const NewNote &note : m_newIn.value(index))
+        splices.append(childSplice(entry, note));
+    return splices;
+}
+
+/*! Puts a note behind the text that it is about, as far as that stands in the file already. */
+FdxSplice FdxWriter::childSplice(const FdxEntry &entry, const NewNote &note) const
+{
+    const pugi::xml_node &node = m_script.paragraphs()[entry.source].node;
+    int offset = note.offset;
+    if (offset > entry.diff.prefix)
+        offset = offset > entry.diff.newLength - entry.diff.suffix
+            ? offset + entry.diff.oldLength - entry.diff.newLength
+            : -1;
+    int position = 0;
+    const QVector<FdxRun> runs = m_script.runs(node);
+    for (const FdxRun &run : runs) {
+        const int length = m_script.text(run).size();
+        const int inside = offset - position;
+        position += length;
+        if (offset < 0 || inside > length || inside <= 0)
+            continue;
+        const FdxTree::Span span = m_tree.span(run.node);
+        if (inside == length)
+            return {span.end, span.end, note.element};
+        if (m_tree.slice(run.textStart, run.textEnd).contains('<'))
+            continue;
+        const int place = fdxTextPlace(m_tree.source(), run.textStart, run.textEnd, inside);
+        return {place, place,
+                "</Text>" + note.element
+                    + m_tree.source().mid(span.start, span.innerStart - span.start)};
+    }
+    const int start = m_tree.span(node).innerStart;
+    return {start, start, note.element};
+}
+
+/*! The numbers that ranges count paragraphs from, as the document has them. */
+void FdxWriter::findNumbers()
+{
+    int number = 0;
+    int last = -1; // dual dialogue that the last entry was in
+    for (const FdxEntry &entry : qAsConst(m_match.entries)) {
+        const FdxContainer &container = m_script.containers()[entry.container];
+        const int dual = dualDialogueOf(entry);
+        const bool isWrapper = entry.source >= 0 && m_script.paragraphs()[entry.source].isWrapper;
+        if (dual >= 0 && dual != last)
+            number += 3;
+        last = dual;
+        m_numbers.append(dual >= 0 ? number - 3 : number);
+        if (!container.isTitlePage && dual < 0 && !isWrapper)
+            number += entry.length() + 1;
+    }
+}
+
+/*! A number for the dual dialogue that an entry is in; -1 for none. */
+int FdxWriter::dualDialogueOf(const FdxEntry &entry) const
+{
+    if (entry.newDual >= 0)
+        return m_script.containers().size() + entry.newDual;
+    return m_script.containers()[entry.container].wrapper >= 0 ? entry.container : -1;
+}
+
+/*! The number of a place in the document. */
+int FdxWriter::numberOf(int position) const
+{
+    const QVector<FdxEntry> &entries = m_match.entries;
+    const auto behind
+        = std::upper_bound(entries.cbegin(), entries.cend(), position,
+                           [](int value, const FdxEntry &entry) { return value < entry.position; });
+    if (behind == entries.cbegin())
+        return 0;
+    const int index = int(behind - entries.cbegin()) - 1;
+    const FdxEntry &entry = entries[index];
+    const bool isDual = entry.container >= 0 && m_script.containers()[entry.container].wrapper >= 0;
+    return m_numbers[index] + (isDual ? 0 : qMin(position - entry.position, entry.length()));
+}
+
+/*! Where a place of the document that was read is now. */
+int FdxWriter::moved(int position) const
+{
+    int paragraph = m_places.paragraphAt(position);
+    if (paragraph < 0)
+        return 0;
+    const int offset = position - m_places.position(paragraph);
+    const int entry = m_match.entryOf[paragraph];
+    if (entry >= 0)
+        return m_match.entries[entry].position + m_match.entries[entry].diff.moved(offset);
+    // The paragraph is gone: what follows it has taken its place.
+    while (paragraph < m_match.entryOf.size() && m_match.entryOf[paragraph] < 0)
+        ++paragraph;
+    if (paragraph < m_match.entryOf.size())
+        return m_match.entries[m_match.entryOf[paragraph]].position;
+    return m_match.entries.isEmpty()
+        ? 0
+        : m_match.entries.last().position + m_match.entries.last().length();
+}
+
+/*! Moves the range with the text. */
+void FdxWriter::writeRange(int index)
+{
+    const FdxNote &note = m_notes[index];
+    const int oldStart = m_places.positionOf(note.numbers.start);
+    const int oldEnd = m_places.positionOf(note.numbers.end);
+    int start = moved(oldStart);
+    int end = moved(oldEnd);
+    if (m_documentNote[index] >= 0 && note.numbers.start < note.numbers.end) {
+        const FdxDocumentNote &now = m_match.notes[m_documentNote[index]];
+        if (now.start != moved(note.attached.start))
+            start = now.start;
+        if (now.end != moved(note.attached.end))
+            end = now.end;
+    }
+    // Relative, for numbers that lie beyond the script or within dual dialogue.
+    const int newStart
+        = qMax(0, note.numbers.start + numberOf(start) - m_places.offsetOf(oldStart));
+    const int newEnd = qMax(newStart, note.numbers.end + numberOf(end) - m_places.offsetOf(oldEnd));
+    if (newStart != note.numbers.start || newEnd != note.numbers.end)
+        addAttribute(note.node, "Range",
+                     QByteArray::number(newStart) + ',' + QByteArray::number(newEnd), &m_splices);
+}
+
+// New notes.
+
+bool FdxWriter::isRangeFile() const
+{
+    return m_tree.root().attribute("Version").as_int() >= 5 || m_tree.root().child("ScriptNotes");
+}
+
+bool FdxWriter::isRunFile() const
+{
+    return m_tree.root().attribute("Version").as_int() < 2;
+}
+
+/*! The text that a note is about; an inline one is about the word before it. */
+MVRTextRange FdxWriter::anchorOf(const FdxDocumentNote &note) const
+{
+    if (!note.isInline)
+        return MVRTextRange(note.start, note.end);
+    const FdxEntry &entry = m_match.entries[note.entry];
+    const QString text = entry.text();
+    MVRTextRange word = fdxWordBefore(text, note.start - entry.position);
+    if (word.start == word.end)
+        word = fdxFirstWord(text, 0);
+    return MVRTextRange(entry.position + word.start, entry.position + word.end);
+}
+
+void FdxWriter::writeNewNotes()
+{
+    QByteArray rangeNotes;
+    int id = 0;
+    for (const FdxNote &note : m_notes)
+        id = qMax(id, note.node.attribute("Id").as_int());
+    for (int i = 0; i < m_match.notes.size(); ++i) {
+        if (m_keptNotes.contains(i))
+            continue;
+        const FdxDocumentNote &note = m_match.notes[i];
+        const FdxEntry &entry = m_match.entries[note.entry];
+        const bool isOnTitlePage
+            = entry.container >= 0 && m_script.containers()[entry.container].isTitlePage;
+        if (isRangeFile() && !isOnTitlePage)
+            rangeNotes += fdxNewLine(m_tree) + "    " + newNote(note, ++id);
+        else
+            m_newIn[note.entry].append(
+                {isRunFile() ? anchorOf(note).end - entry.position : -1, newNote(note, 0)});
+    }
+    if (!rangeNotes.isEmpty())
+        addRangeNotes(rangeNotes);
+}
+
+void FdxWriter::addRangeNotes(const QByteArray &elements)
+{
+    const QByteArray newLine = fdxNewLine(m_tree);
+    const pugi::xml_node notes = m_tree.root().child("ScriptNotes");
+    const FdxTree::Span span = m_tree.span(notes ? notes : m_tree.root());
+    if (!notes)
+        m_splices.append({span.innerEnd, span.innerEnd,
+                          "  <ScriptNotes>" + elements + newLine + "  </ScriptNotes>" + newLine});
+    else if (span.isEmptyTag)
+        m_splices.append({m_tree.gapStart(span.end - 2), span.end,
+                          '>' + elements + newLine + "  </ScriptNotes>"});
+    else
+        m_splices.append(
+            {m_tree.gapStart(span.innerEnd), m_tree.gapStart(span.innerEnd), elements});
+}
+
+QByteArray FdxWriter::newNote(const FdxDocumentNote &note, int id) const
+{
+    const QByteArray time = fileTime();
+    const QByteArray color
+        = fileColor(note.format.property(MVRTextFormat::CommentColorProperty).value<QColor>());
+    const QByteArray common
+        = " Color=\"" + color + "\" DateModified=\"" + time + "\" DateTime=\"" + time + '"';
+    QByteArray tag;
+    if (id > 0) {
+        const MVRTextRange range = anchorOf(note);
+        tag = "<ScriptNote" + common + " Id=\"" + QByteArray::number(id) + "\" Name=\"\" Range=\""
+            + QByteArray::number(numberOf(range.start)) + ','
+            + QByteArray::number(numberOf(range.end)) + "\" Type=\"\" WriterName=\"\">";
+    } else if (isRunFile()) {
+        tag = "<ScriptNote ID=\"1\">";
+    } else {
+        tag = "<ScriptNote Author=\"\"" + common + " Name=\"\" Type=\"\">";
+    }
+    return tag + noteParagraphs(note) + "</ScriptNote>";
+}
+
+QByteArray FdxWriter::noteParagraphs(const FdxDocumentNote &note) const
+{
+    const QByteArray newLine = fdxNewLine(m_tree);
+    QByteArray paragraphs;
+    for (const QString &text : note.paragraphs)
+        paragraphs += paragraph("<Text Style=\"\">" + fdxEscaped(text, newLine) + "</Text>");
+    if (note.isInline)
+        return paragraphs;
+    QTextDocument content;
+    MVRTextRtf::fromRtfCData(
+        note.format.property(MVRTextFormat::CommentCDataProperty).toByteArray(), &content);
+    for (QTextBlock block = content.begin(); block.isValid(); block = block.next())
+        paragraphs += paragraph(blockRuns(block, newLine));
+    return paragraphs;
+}

@@ -1,0 +1,369 @@
+// SPDX-License-Identifier: MIT
+#include <finaldraft/file/FdxNotes_p.h>
+
+#include <finaldraft/NoteAnchor_p.h>
+#include <finaldraft/file/FdxText_p.h>
+
+#include <QMap>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+using File = MVRFinalDraftFile;
+
+/*! The stretch of word characters around \a offset, which is in one. */
+MVRTextRange stretchAround(const QString &text, int offset)
+{
+    MVRTextRange stretch(offset, offset + 1);
+    while (stretch.start > 0 && !NoteAnchor::endsWord(text.at(stretch.start - 1)))
+        --stretch.start;
+    while (stretch.end < text.size() && !NoteAnchor::endsWord(text.at(stretch.end)))
+        ++stretch.end;
+    return stretch;
+}
+
+bool isWord(const QString &text, const MVRTextRange &stretch)
+{
+    const QChar first = text.at(stretch.start);
+    return first.isLetterOrNumber() || first.isSurrogate();
+}
+
+/*! Reads "12,34"; false for anything else. */
+bool readNumbers(const char *text, MVRTextRange *numbers)
+{
+    const QList<QByteArray> parts = QByteArray(text).split(',');
+    bool isStart = false;
+    bool isEnd = false;
+    const int start = parts.value(0).trimmed().toInt(&isStart);
+    const int end = parts.value(1).trimmed().toInt(&isEnd);
+    if (parts.size() != 2 || !isStart || !isEnd || start < 0 || end < 0)
+        return false;
+    *numbers = MVRTextRange(qMin(start, end), qMax(start, end));
+    return true;
+}
+
+/*! Finds the notes in one walk over the tree. */
+class Finder
+{
+public:
+    Finder(const FdxScript &script, const FdxPlaces &places)
+        : m_script(script)
+        , m_places(places)
+    {
+        for (int i = 0; i < script.paragraphs().size(); ++i)
+            m_paragraphs.insert(script.paragraphs()[i].node.internal_object(), i);
+    }
+
+    // Nested calls go down the tree, which is shallow.
+    void find(const pugi::xml_node &parent, int paragraph)
+    {
+        const int own = m_paragraphs.value(parent.internal_object(), -1);
+        for (const pugi::xml_node &child : parent.children()) {
+            if (fdxIs(child, "ScriptNote"))
+                add(child, own >= 0 ? own : paragraph);
+            else if (!fdxIs(child, "Text"))
+                find(child, own >= 0 ? own : paragraph);
+        }
+    }
+
+    QVector<FdxNote> notes;
+
+private:
+    void add(const pugi::xml_node &node, int paragraph)
+    {
+        FdxNote note;
+        note.node = node;
+        note.paragraph = paragraph;
+        const pugi::xml_attribute range = node.attribute("Range");
+        note.hasNumbers = paragraph < 0 && range && readNumbers(range.value(), &note.numbers);
+        if (note.hasNumbers)
+            placeByNumbers(&note);
+        else if (paragraph >= 0)
+            placeInParagraph(&note);
+        notes.append(note);
+    }
+
+    void placeByNumbers(FdxNote *note)
+    {
+        note->shape = File::NoteOfRange;
+        const int start = m_places.positionOf(note->numbers.start);
+        const int end = m_places.positionOf(note->numbers.end);
+        note->range = MVRTextRange(start, end);
+        note->paragraph = m_places.paragraphAt(start);
+        if (note->numbers.start != note->numbers.end || note->paragraph < 0)
+            return;
+        const int first = m_places.position(note->paragraph);
+        const MVRTextRange word = fdxWordAt(m_places.text(note->paragraph), start - first);
+        if (word.start < word.end)
+            note->range = MVRTextRange(first + word.start, first + word.end);
+    }
+
+    void placeInParagraph(FdxNote *note)
+    {
+        const bool isAmongRuns = note->node.attribute("ID") && !note->node.attribute("Name");
+        note->shape = isAmongRuns ? File::NoteAmongRuns : File::NoteOfParagraph;
+        const int paragraph = firstWithText(note->paragraph);
+        const int first = m_places.position(paragraph);
+        const QString text = m_places.text(paragraph);
+        MVRTextRange word = fdxWordBefore(text, paragraph == note->paragraph ? before(*note) : 0);
+        if (word.start == word.end)
+            word = fdxFirstWord(text, 0);
+        note->range = MVRTextRange(first + word.start, first + word.end);
+    }
+
+    /*! What a wrapper holds begins with the paragraph that shows its notes. */
+    int firstWithText(int paragraph) const
+    {
+        const QVector<FdxParagraph> &all = m_script.paragraphs();
+        int index = paragraph;
+        while (index + 1 < all.size() && all[index].isWrapper && !all[index].hasBlock)
+            ++index;
+        return index;
+    }
+
+    /*! How much text stands in front of the note in its paragraph. */
+    int before(const FdxNote &note) const
+    {
+        int length = 0;
+        for (pugi::xml_node node = note.node.previous_sibling(); node;
+             node = node.previous_sibling()) {
+            if (!fdxIs(node, "Text"))
+                continue;
+            const FdxTree::Span span = m_script.tree().span(node);
+            length += fdxTextLength(m_script.tree().source(), span.innerStart, span.innerEnd);
+        }
+        return length;
+    }
+
+    const FdxScript &m_script;
+    const FdxPlaces &m_places;
+    QHash<const void *, int> m_paragraphs; // index by node
+};
+
+/*! Notes about the very same characters share them, as far as there are enough. */
+void shareEqualRanges(QVector<FdxNote *> *notes)
+{
+    for (int first = 0; first < notes->size();) {
+        int end = first + 1;
+        const MVRTextRange range = (*notes)[first]->range;
+        while (end < notes->size() && (*notes)[end]->range == range)
+            ++end;
+        const int sharing = qMin(end - first, range.end - range.start);
+        for (int i = 0; i < sharing; ++i) {
+            const qint64 length = range.end - range.start;
+            (*notes)[first + i]->attached
+                = MVRTextRange(range.start + int(length * i / sharing),
+                               range.start + int(length * (i + 1) / sharing));
+        }
+        first = end;
+    }
+}
+
+/*! The stretches of a document that notes have taken; touching ones are one. */
+class TakenStretches
+{
+public:
+    /*! Takes the first free stretch of \a range. */
+    MVRTextRange take(const MVRTextRange &range)
+    {
+        int start = range.start;
+        auto next = m_ends.upperBound(start);
+        if (next != m_ends.begin() && std::prev(next).value() > start)
+            start = std::prev(next).value();
+        const int end = next == m_ends.end() ? range.end : qMin(range.end, next.key());
+        if (start >= end)
+            return MVRTextRange();
+        add(start, end);
+        return MVRTextRange(start, end);
+    }
+
+private:
+    void add(int start, int end)
+    {
+        auto next = m_ends.find(end);
+        const int joinedEnd = next == m_ends.end() ? end : next.value();
+        if (next != m_ends.end())
+            m_ends.erase(next);
+        const auto behind = m_ends.lowerBound(start);
+        if (behind != m_ends.begin() && std::prev(behind).value() == start)
+            std::prev(behind).value() = joinedEnd;
+        else
+            m_ends.insert(start, joinedEnd);
+    }
+
+    QMap<int, int> m_ends; // by start
+};
+
+/*! Gives each note characters of its own; a shorter one has its place before a longer one. */
+void attach(QVector<FdxNote> *notes)
+{
+    QVector<FdxNote *> sorted;
+    for (FdxNote &note : *notes) {
+        if (note.range.start >= 0 && note.range.start < note.range.end)
+            sorted.append(&note);
+    }
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const FdxNote *a, const FdxNote *b) { return a->range < b->range; });
+    shareEqualRanges(&sorted);
+    std::stable_sort(sorted.begin(), sorted.end(), [](const FdxNote *a, const FdxNote *b) {
+        return a->attached.end - a->attached.start < b->attached.end - b->attached.start;
+    });
+    TakenStretches taken;
+    for (FdxNote *note : qAsConst(sorted)) {
+        if (note->attached.start < note->attached.end)
+            note->attached = taken.take(note->attached);
+    }
+}
+
+}
+
+FdxPlaces::FdxPlaces(const FdxScript &script)
+    : m_script(script)
+{
+    int position = 0;
+    int offset = 0;
+    const QVector<FdxParagraph> &paragraphs = script.paragraphs();
+    for (int i = 0; i < paragraphs.size(); ++i) {
+        const FdxParagraph &paragraph = paragraphs[i];
+        int length = 0;
+        const QVector<FdxRun> runs = script.runs(i);
+        for (const FdxRun &run : runs)
+            length += fdxTextLength(script.tree().source(), run.textStart, run.textEnd);
+        const int wrapper = script.containerOf(i).wrapper;
+        m_positions.append(position);
+        m_lengths.append(paragraph.hasBlock ? length : 0);
+        m_offsets.append(script.isTitlePage(i) ? -1 : wrapper >= 0 ? m_offsets[wrapper] : offset);
+        if (!script.isTitlePage(i) && wrapper < 0) {
+            m_topLevel.append(i);
+            offset += (paragraph.isWrapper ? 2 : length) + 1;
+        }
+        if (paragraph.hasBlock) {
+            m_blocks.append(i);
+            position += length + 1;
+        }
+    }
+    m_endPosition = qMax(0, position - 1);
+}
+
+int FdxPlaces::positionOf(int offset) const
+{
+    const auto behind = std::upper_bound(
+        m_topLevel.cbegin(), m_topLevel.cend(), offset,
+        [this](int value, int paragraph) { return value < m_offsets[paragraph]; });
+    if (behind == m_topLevel.cbegin())
+        return m_endPosition;
+    const int paragraph = *(behind - 1);
+    const int inside = offset - m_offsets[paragraph];
+    if (!m_script.paragraphs()[paragraph].isWrapper)
+        return m_positions[paragraph] + qMin(inside, m_lengths[paragraph]);
+    if (inside == 0)
+        return m_positions[paragraph];
+    // Dual dialogue is a whole: behind its start there is only its end.
+    const int next = behind == m_topLevel.cend() ? m_endPosition + 1 : m_positions[*behind];
+    return qMax(m_positions[paragraph], next - 1);
+}
+
+int FdxPlaces::offsetOf(int position) const
+{
+    const int paragraph = paragraphAt(position);
+    if (paragraph < 0 || m_offsets[paragraph] < 0)
+        return 0;
+    const bool isDual = m_script.containerOf(paragraph).wrapper >= 0
+        || m_script.paragraphs()[paragraph].isWrapper;
+    return m_offsets[paragraph] + (isDual ? 0 : position - m_positions[paragraph]);
+}
+
+int FdxPlaces::paragraphAt(int position) const
+{
+    const auto behind = std::upper_bound(
+        m_blocks.cbegin(), m_blocks.cend(), position,
+        [this](int value, int paragraph) { return value < m_positions[paragraph]; });
+    return behind == m_blocks.cbegin() ? -1 : *(behind - 1);
+}
+
+QString FdxPlaces::text(const MVRTextRange &range) const
+{
+    QString text;
+    for (int paragraph = paragraphAt(range.start);
+         paragraph >= 0 && paragraph < m_positions.size() && m_positions[paragraph] < range.end;
+         ++paragraph) {
+        if (!m_script.paragraphs()[paragraph].hasBlock)
+            continue;
+        const int start = m_positions[paragraph];
+        const int from = qMax(0, range.start - start);
+        text += m_script.text(paragraph).mid(from, range.end - start - from) + QLatin1Char('\n');
+    }
+    text.chop(1);
+    return text.replace(QChar::LineSeparator, QLatin1Char('\n'));
+}
+
+MVRTextRange fdxWordBefore(const QString &text, int offset)
+{
+    for (int end = qMin(offset, int(text.size())); end > 0; --end) {
+        if (NoteAnchor::endsWord(text.at(end - 1)))
+            continue;
+        const MVRTextRange stretch = stretchAround(text, end - 1);
+        if (isWord(text, stretch))
+            return stretch;
+        end = stretch.start + 1;
+    }
+    return MVRTextRange();
+}
+
+MVRTextRange fdxFirstWord(const QString &text, int from)
+{
+    MVRTextRange mark;
+    for (int start = from; start < text.size(); ++start) {
+        if (NoteAnchor::endsWord(text.at(start))) {
+            if (mark.end == 0 && !text.at(start).isSpace())
+                mark = MVRTextRange(start, start + 1);
+            continue;
+        }
+        const MVRTextRange stretch = stretchAround(text, start);
+        if (isWord(text, stretch))
+            return stretch;
+        start = stretch.end - 1;
+    }
+    return mark; // a paragraph of dashes has no better place
+}
+
+MVRTextRange fdxWordAt(const QString &text, int offset)
+{
+    if (offset < text.size() && !NoteAnchor::endsWord(text.at(offset)))
+        return stretchAround(text, offset);
+    if (offset > 0 && offset <= text.size() && !NoteAnchor::endsWord(text.at(offset - 1)))
+        return stretchAround(text, offset - 1);
+    const MVRTextRange next = fdxFirstWord(text, offset);
+    return next.start < next.end ? next : fdxWordBefore(text, offset);
+}
+
+QVector<FdxNote> fdxNotes(const FdxScript &script, const FdxPlaces &places)
+{
+    Finder finder(script, places);
+    finder.find(script.tree().root(), -1);
+    attach(&finder.notes);
+    return finder.notes;
+}
+
+MVRFinalDraftFile::Note fdxNoteRecord(const FdxNote &note, const FdxScript &script,
+                                      const FdxPlaces &places)
+{
+    const pugi::xml_node &node = note.node;
+    File::Note record;
+    record.shape = note.shape;
+    record.id = fdxAttribute(node, note.shape == File::NoteOfRange ? "Id" : "ID");
+    record.name = fdxAttribute(node, "Name");
+    record.type = fdxAttribute(node, "Type");
+    record.author = fdxAttribute(node, "WriterName");
+    if (record.author.isEmpty())
+        record.author = fdxAttribute(node, "Author");
+    record.date = fdxAttribute(node, "DateTime");
+    record.dateModified = fdxAttribute(node, "DateModified");
+    record.color = fdxAttribute(node, "Color");
+    record.paragraphs = fdxParagraphTexts(script.tree(), node);
+    record.range = note.range;
+    record.text = note.range.start >= 0 ? places.text(note.range) : QString();
+    return record;
+}

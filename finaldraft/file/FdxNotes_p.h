@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <core/MVRTextRange.h>
+#include <finaldraft/MVRFinalDraftFile.h>
+#include <finaldraft/file/FdxScript_p.h>
+
+#include <QVector>
+
+/*! Where the paragraphs of a file stand: in the document, and in the numbers of note ranges. */
+class FdxPlaces
+{
+public:
+    explicit FdxPlaces(const FdxScript &script);
+
+    /*! Place of a paragraph's first character in the document. */
+    int position(int paragraph) const { return m_positions[paragraph]; }
+    int length(int paragraph) const { return m_lengths[paragraph]; }
+    QString text(int paragraph) const { return m_script.text(paragraph); }
+
+    /*! The document's place of a number in a note's Range; beyond the script, its end. */
+    int positionOf(int offset) const;
+    /*! The number of a document's place; within dual dialogue that of the wrapper. */
+    int offsetOf(int position) const;
+    /*! The paragraph with a block that holds a document's place; -1 when there is none. */
+    int paragraphAt(int position) const;
+    /*! The text of [range), a line a paragraph. */
+    QString text(const MVRTextRange &range) const;
+    /*! How many characters the document of the file has, and the number that ends its script. */
+    int endPosition() const { return m_endPosition; }
+
+private:
+    const FdxScript &m_script;
+    QVector<int> m_positions; // by paragraph; a wrapper has the place of what it holds
+    QVector<int> m_lengths;
+    QVector<int> m_offsets; // by paragraph, numbers of the script; title page: -1
+    QVector<int> m_blocks; // the paragraphs that have one
+    QVector<int> m_topLevel; // paragraphs of the script that are in no wrapper
+    int m_endPosition = 0;
+};
+
+/*! A note of a file and where it stands. */
+struct FdxNote
+{
+    pugi::xml_node node;
+    MVRFinalDraftFile::NoteShape shape = MVRFinalDraftFile::NoteUnanchored;
+    int paragraph = -1; // that it stands in, or its place does
+    MVRTextRange numbers; // its Range as the file has it
+    bool hasNumbers = false;
+    MVRTextRange range = MVRTextRange(-1, -1); // what it is about, in the document
+    MVRTextRange attached; // where the document carries it; empty: nowhere
+};
+
+/*! Finds all notes of a file, in its order. */
+QVector<FdxNote> fdxNotes(const FdxScript &script, const FdxPlaces &places);
+
+/*! The word before, at or behind \a offset of \a text, or the first one. Empty: there is none. */
+MVRTextRange fdxWordBefore(const QString &text, int offset);
+MVRTextRange fdxWordAt(const QString &text, int offset);
+MVRTextRange fdxFirstWord(const QString &text, int from);
+
+/*! A note as it is told to the outside. */
+MVRFinalDraftFile::Note fdxNoteRecord(const FdxNote &note, const FdxScript &script,
+                                      const FdxPlaces &places);

@@ -1,0 +1,344 @@
+// SPDX-License-Identifier: MIT
+#include <finaldraft/file/FdxRunEdit_p.h>
+
+#include <finaldraft/file/FdxText_p.h>
+
+namespace {
+
+QByteArray attribute(const char *name, const QByteArray &value)
+{
+    return QByteArray(" ") + name + "=\"" + value + '"';
+}
+
+QByteArray fontAttributes(const FdxLook &look)
+{
+    return attribute("AdornmentStyle", "0")
+        + attribute("Background", MVRFinalDraft::toString(look.background).toLatin1())
+        + attribute("Color", MVRFinalDraft::toString(look.color).toLatin1())
+        + attribute("Font", fdxEscapedValue(look.font)) + attribute("RevisionID", "0")
+        + attribute("Size", QByteArray::number(look.size));
+}
+
+}
+
+QByteArray fdxRunAttributes(const FdxLook &look, const FdxType &type)
+{
+    QByteArray attributes;
+    if (!look.hasFontOf(type.plain.look)) // all or none, as Final Draft has them
+        attributes = fontAttributes(look);
+    if (look.style != type.plain.look.style || !attributes.isEmpty())
+        attributes += attribute("Style", look.styleText());
+    return attributes;
+}
+
+QByteArray fdxNewLine(const FdxTree &tree)
+{
+    const int end = tree.source().indexOf('\n');
+    return end > 0 && tree.source()[end - 1] == '\r' ? "\r\n" : "\n";
+}
+
+/*! Which piece of changed text goes where. Indexes of changed runs; -1 for none. */
+struct FdxRunEdit::Change
+{
+    QVector<NewRun> pieces;
+    int left = -1; // the run that the text in front ends in
+    int right = -1; // the run that the text behind begins in
+    int toLeft = -1; // piece that goes to the end of the left run
+    int toRight = -1; // piece that goes to the start of the right run
+    QVector<int> middle; // runs all of whose text was changed
+    QVector<int> pieceOf; // for each of them: the piece that it takes
+    QVector<int> place; // for each piece that gets a new element: the middle run it stands behind,
+                        // as index of middle; -1: behind the left run. -2: no element
+};
+
+FdxRunEdit::FdxRunEdit(const FdxScript &script, const pugi::xml_node &paragraph, FdxType &oldType,
+                       FdxType &newType, const QVector<FdxNewRun> &runs)
+    : m_script(script)
+    , m_tree(script.tree())
+    , m_paragraph(paragraph)
+    , m_type(newType)
+{
+    int position = 0;
+    const QVector<FdxRun> oldRuns = script.runs(paragraph);
+    m_old.reserve(oldRuns.size());
+    for (const FdxRun &run : oldRuns) {
+        OldRun old {run, script.text(run), script.runStyle(oldType, run.node).look,
+                    {},  position,         0};
+        old.lookInNewType
+            = &oldType == &newType ? old.look : script.runStyle(newType, run.node).look;
+        position += old.text.size();
+        old.end = position;
+        m_old.append(old);
+    }
+    m_new.reserve(runs.size());
+    for (const FdxNewRun &run : runs) {
+        const FdxLook look = newType.look.with(run.format);
+        m_new.append({run.text, look, &oldType == &newType ? look : oldType.look.with(run.format)});
+        m_diff.newLength += run.text.size();
+    }
+    m_diff.oldLength = position;
+    compare();
+}
+
+bool FdxRunEdit::isSameLook(const OldRun &oldRun, const NewRun &newRun)
+{
+    return oldRun.look == newRun.lookInOldType || oldRun.lookInNewType == newRun.look;
+}
+
+/*! How many characters are the same, with the same look, from one of the ends. */
+int FdxRunEdit::commonLength(bool fromEnd, int limit) const
+{
+    int length = 0;
+    int oldIndex = 0;
+    int newIndex = 0;
+    int oldUsed = 0;
+    int newUsed = 0;
+    while (length < limit) {
+        const OldRun &oldRun = m_old[fromEnd ? m_old.size() - 1 - oldIndex : oldIndex];
+        const NewRun &newRun = m_new[fromEnd ? m_new.size() - 1 - newIndex : newIndex];
+        if (oldUsed == oldRun.text.size()) {
+            ++oldIndex;
+            oldUsed = 0;
+        } else if (newUsed == newRun.text.size()) {
+            ++newIndex;
+            newUsed = 0;
+        } else {
+            const int oldPlace = fromEnd ? oldRun.text.size() - 1 - oldUsed : oldUsed;
+            const int newPlace = fromEnd ? newRun.text.size() - 1 - newUsed : newUsed;
+            const bool isNewPair = oldUsed == 0 || newUsed == 0;
+            if (oldRun.text.at(oldPlace) != newRun.text.at(newPlace)
+                || (isNewPair && !isSameLook(oldRun, newRun)))
+                break;
+            ++oldUsed;
+            ++newUsed;
+            ++length;
+        }
+    }
+    return length;
+}
+
+void FdxRunEdit::compare()
+{
+    const int shorter = qMin(m_diff.oldLength, m_diff.newLength);
+    m_diff.prefix = commonLength(false, shorter);
+    if (m_diff.isSame())
+        return;
+    QString oldText;
+    for (const OldRun &run : qAsConst(m_old))
+        oldText += run.text;
+    const auto splitsPair = [&oldText](int place) {
+        return place > 0 && place < oldText.size() && oldText.at(place).isLowSurrogate()
+            && oldText.at(place - 1).isHighSurrogate();
+    };
+    // Half a character is no text to write.
+    if (m_diff.prefix > 0 && oldText.at(m_diff.prefix - 1).isHighSurrogate())
+        --m_diff.prefix;
+    m_diff.suffix = commonLength(true, shorter - m_diff.prefix);
+    if (splitsPair(m_diff.oldLength - m_diff.suffix))
+        --m_diff.suffix;
+}
+
+/*! The part of the new runs that is changed text. */
+QVector<FdxRunEdit::NewRun> FdxRunEdit::changedRuns() const
+{
+    QVector<NewRun> changed;
+    int position = 0;
+    const int end = m_diff.newLength - m_diff.suffix;
+    for (const NewRun &run : m_new) {
+        const int from = qMax(m_diff.prefix, position);
+        const int to = qMin(end, position + int(run.text.size()));
+        if (from < to) {
+            NewRun piece = run;
+            piece.text = run.text.mid(from - position, to - from);
+            if (!changed.isEmpty() && changed.last().look == piece.look)
+                changed.last().text += piece.text;
+            else
+                changed.append(piece);
+        }
+        position += run.text.size();
+    }
+    return changed;
+}
+
+FdxRunEdit::Change FdxRunEdit::assign() const
+{
+    Change change;
+    change.pieces = changedRuns();
+    const int oldEnd = m_diff.oldLength - m_diff.suffix;
+    for (int i = 0; i < m_old.size(); ++i) {
+        const OldRun &run = m_old[i];
+        if (run.start < m_diff.prefix && run.end >= m_diff.prefix)
+            change.left = i;
+        if (run.end > oldEnd && run.start <= oldEnd && change.right < 0)
+            change.right = i;
+        const bool isInside = run.start >= m_diff.prefix && run.end <= oldEnd;
+        if (isInside && (run.start < run.end || m_diff.oldLength == 0))
+            change.middle.append(i);
+    }
+    change.pieceOf.fill(-1, change.middle.size());
+    change.place.fill(-2, change.pieces.size());
+    int behind = -1;
+    for (int piece = 0; piece < change.pieces.size(); ++piece) {
+        int host = behind + 1;
+        while (host < change.middle.size()
+               && !isSameLook(m_old[change.middle[host]], change.pieces[piece]))
+            ++host;
+        if (host < change.middle.size()) {
+            change.pieceOf[host] = piece;
+            behind = host;
+        } else if (piece == 0 && change.left >= 0
+                   && isSameLook(m_old[change.left], change.pieces[piece])) {
+            change.toLeft = piece;
+        } else if (piece == change.pieces.size() - 1 && change.right >= 0
+                   && isSameLook(m_old[change.right], change.pieces[piece])) {
+            change.toRight = piece;
+        } else {
+            change.place[piece] = behind;
+        }
+    }
+    return change;
+}
+
+FdxSplices FdxRunEdit::splices() const
+{
+    FdxSplices splices;
+    if (m_diff.isSame())
+        return splices;
+    const Change change = assign();
+    const int oldEnd = m_diff.oldLength - m_diff.suffix;
+    const auto textOf
+        = [&](int piece) { return piece < 0 ? QByteArray() : escaped(change.pieces[piece].text); };
+    if (change.left >= 0 && change.left == change.right) {
+        addSplit(change, &splices);
+        return splices;
+    }
+    if (change.left >= 0) {
+        const OldRun &run = m_old[change.left];
+        if (run.end > m_diff.prefix || change.toLeft >= 0)
+            splices.append(replaceText(run, m_diff.prefix - run.start, run.end - run.start,
+                                       textOf(change.toLeft)));
+    }
+    addInserted(change, &splices);
+    // A paragraph without text keeps one empty run.
+    const bool isEmptied = m_diff.newLength == 0;
+    for (int i = 0; i < change.middle.size(); ++i) {
+        const OldRun &run = m_old[change.middle[i]];
+        const FdxTree::Span span = m_tree.span(run.run.node);
+        if (change.pieceOf[i] >= 0)
+            splices.append(setText(run, change.pieces[change.pieceOf[i]].text));
+        else if (isEmptied && i == 0)
+            splices.append(setText(run, QString()));
+        else
+            splices.append({m_tree.gapStart(span.start), span.end, QByteArray()});
+    }
+    if (change.right >= 0) {
+        const OldRun &run = m_old[change.right];
+        if (run.start < oldEnd || change.toRight >= 0)
+            splices.append(replaceText(run, 0, oldEnd - run.start, textOf(change.toRight)));
+    }
+    return splices;
+}
+
+/*! A change within one run, which comes apart where something of another look was put in. */
+void FdxRunEdit::addSplit(const Change &change, FdxSplices *splices) const
+{
+    const OldRun &run = m_old[change.left];
+    QByteArray bytes;
+    bool isSplit = false;
+    for (int piece = 0; piece < change.pieces.size(); ++piece) {
+        if (change.place[piece] == -2) {
+            if (piece == change.toRight && isSplit)
+                bytes += startTag(run);
+            bytes += escaped(change.pieces[piece].text);
+            continue;
+        }
+        bytes += (isSplit ? "" : "</Text>") + newElement(change.pieces[piece], &run);
+        isSplit = true;
+    }
+    if (isSplit && change.toRight < 0)
+        bytes += startTag(run);
+    splices->append(replaceText(run, m_diff.prefix - run.start,
+                                m_diff.oldLength - m_diff.suffix - run.start, bytes));
+}
+
+void FdxRunEdit::addInserted(const Change &change, FdxSplices *splices) const
+{
+    for (int piece = 0; piece < change.pieces.size(); ++piece) {
+        const int place = change.place[piece];
+        if (place == -2)
+            continue;
+        const int before = place >= 0 ? change.middle[place] : change.left;
+        const int model = before >= 0  ? before
+            : !change.middle.isEmpty() ? change.middle.first()
+                                       : change.right;
+        const QByteArray element
+            = newElement(change.pieces[piece], model >= 0 ? &m_old[model] : nullptr);
+        if (before >= 0) {
+            const FdxTree::Span span = m_tree.span(m_old[before].run.node);
+            const int gap = m_tree.gapStart(span.start);
+            splices->append({span.end, span.end, m_tree.slice(gap, span.start) + element});
+        } else if (model >= 0) {
+            const int start = m_tree.start(m_old[model].run.node);
+            // In front of the white space of a run that goes.
+            const bool isGoing = model != change.right && change.pieceOf.value(0) < 0;
+            const int gap = m_tree.gapStart(start);
+            const QByteArray space = m_tree.slice(gap, start);
+            splices->append(isGoing ? FdxSplice {gap, gap, space + element}
+                                    : FdxSplice {start, start, element + space});
+        } else {
+            const int end = m_tree.gapStart(m_tree.span(m_paragraph).innerEnd);
+            splices->append({end, end, element});
+        }
+    }
+}
+
+/*! Bytes for the characters [from, to) of a run. */
+FdxSplice FdxRunEdit::replaceText(const OldRun &run, int from, int to,
+                                  const QByteArray &bytes) const
+{
+    const QByteArray &source = m_tree.source();
+    const int start = run.run.textStart;
+    const int end = run.run.textEnd;
+    // Between CDATA and elements inside a run nothing can be put without looking at them.
+    if (m_tree.slice(start, end).contains('<'))
+        return {start, end, escaped(run.text.left(from)) + bytes + escaped(run.text.mid(to))};
+    return {fdxTextPlace(source, start, end, from), fdxTextPlace(source, start, end, to), bytes};
+}
+
+FdxSplice FdxRunEdit::setText(const OldRun &run, const QString &text) const
+{
+    if (run.run.textStart < run.run.textEnd || !m_tree.span(run.run.node).isEmptyTag)
+        return {run.run.textStart, run.run.textEnd, escaped(text)};
+    const int tagEnd = m_tree.tagEnd(run.run.node);
+    return {m_tree.gapStart(tagEnd - 2), tagEnd, '>' + escaped(text) + "</Text>"};
+}
+
+QByteArray FdxRunEdit::startTag(const OldRun &run) const
+{
+    const int start = m_tree.start(run.run.node);
+    return QByteArray(m_tree.source().constData() + start, m_tree.tagEnd(run.run.node) - start);
+}
+
+/*! A Text of its own. \a model is the run beside it, whose other attributes go along. */
+QByteArray FdxRunEdit::newElement(const NewRun &run, const OldRun *model) const
+{
+    const auto alike = std::find_if(m_old.cbegin(), m_old.cend(), [&run](const OldRun &candidate) {
+        return isSameLook(candidate, run)
+            && qstrcmp(candidate.run.node.attribute("AdornmentStyle").value(), "-1") != 0
+            && candidate.run.textStart < candidate.run.textEnd;
+    });
+    if (alike != m_old.cend())
+        return startTag(*alike) + escaped(run.text) + "</Text>";
+    QByteArray attributes = fdxRunAttributes(run.look, m_type);
+    const QByteArray revision = model ? model->run.node.attribute("RevisionID").value() : "";
+    if (!revision.isEmpty() && attributes.contains(" RevisionID=\"0\""))
+        attributes.replace(" RevisionID=\"0\"", " RevisionID=\"" + revision + '"');
+    else if (!revision.isEmpty() && revision != "0")
+        attributes += " RevisionID=\"" + revision + '"';
+    return "<Text" + attributes + '>' + escaped(run.text) + "</Text>";
+}
+
+QByteArray FdxRunEdit::escaped(const QString &text) const
+{
+    return fdxEscaped(text, fdxNewLine(m_tree));
+}

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <core/MVRScriptElement.h>
+#include <finaldraft/file/FdxLook_p.h>
+#include <finaldraft/file/FdxTree_p.h>
+
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QTextDocument>
+#include <QVector>
+
+#include <memory>
+
+/*! A run of a paragraph. */
+struct FdxRun
+{
+    pugi::xml_node node;
+    int textStart = 0; // place of its character data in the source; [n, n) for an empty tag
+    int textEnd = 0;
+};
+
+/*! How runs with the same attributes look in paragraphs of one type. */
+struct FdxRunStyle
+{
+    QTextCharFormat format;
+    FdxLook look;
+};
+
+/*! How paragraphs with the same attributes of shape look. */
+struct FdxParagraphStyle
+{
+    QTextBlockFormat format;
+    MVRFinalDraft::ParagraphAttr shape;
+};
+
+/*! How paragraphs of one type look. */
+struct FdxType
+{
+    QString name; // as the document has it; null on a title page
+    FdxLook look; // of runs that say nothing
+    MVRFinalDraft::ParagraphAttr shape;
+    MVRScriptElement element; // the application's
+    FdxRunStyle plain;
+    FdxParagraphStyle plainParagraph;
+    QHash<QByteArray, std::shared_ptr<FdxRunStyle>> runs; // by their attributes
+    QHash<QByteArray, std::shared_ptr<FdxParagraphStyle>>
+        paragraphs; // by their attributes of shape
+};
+
+/*! What holds paragraphs: Content, or DualDialogue. */
+struct FdxContainer
+{
+    pugi::xml_node node;
+    int wrapper = -1; // of DualDialogue: index of the paragraph that it stands in
+    bool isTitlePage = false;
+};
+
+/*! A Paragraph of title page or script. */
+struct FdxParagraph
+{
+    pugi::xml_node node;
+    int container = 0;
+    bool isWrapper = false; // holds dual dialogue
+    bool hasBlock = true; // a wrapper seldom has text of its own
+};
+
+/*!
+    The script of a file: its paragraphs in document order, and how they look as a document.
+
+    A paragraph's index counts wrappers of dual dialogue too; they stand before what they hold.
+*/
+class FdxScript
+{
+public:
+    /*! Collects the paragraphs; the tree must live as long as this. */
+    explicit FdxScript(const FdxTree &tree);
+
+    const FdxTree &tree() const { return m_tree; }
+    const QVector<FdxParagraph> &paragraphs() const { return m_paragraphs; }
+    const QVector<FdxContainer> &containers() const { return m_containers; }
+    const FdxContainer &containerOf(int paragraph) const
+    {
+        return m_containers[m_paragraphs[paragraph].container];
+    }
+    bool isTitlePage(int paragraph) const { return containerOf(paragraph).isTitlePage; }
+
+    /*! The runs of a paragraph in order. */
+    QVector<FdxRun> runs(int paragraph) const;
+    QVector<FdxRun> runs(const pugi::xml_node &paragraph) const;
+    QString text(const FdxRun &run) const;
+    QString text(int paragraph) const;
+
+    /*! Sets what the paragraphs are shown by; what is known of looks is forgotten. */
+    void setView(const QList<MVRScriptElement> &elements, double margin);
+    double margin() const { return m_margin; }
+    const QList<MVRScriptElement> &elements() const { return m_elements; }
+
+    /*! The type of a paragraph, as it stands in the file; "" for none. */
+    QByteArray typeName(int paragraph) const;
+    FdxType &type(const QByteArray &name, bool isTitlePage);
+    FdxType &typeOf(int paragraph) { return type(typeName(paragraph), isTitlePage(paragraph)); }
+    const FdxRunStyle &runStyle(FdxType &type, const pugi::xml_node &run) const;
+    const FdxParagraphStyle &paragraphStyle(FdxType &type, const pugi::xml_node &paragraph) const;
+
+    /*! The settings that the file has. */
+    QHash<QString, MVRFinalDraft::ElementSettings> settings() const;
+
+private:
+    struct Settings
+    {
+        FdxLook look;
+        MVRFinalDraft::ParagraphAttr shape;
+    };
+
+    void addContainer(const pugi::xml_node &node, int wrapper, bool isTitlePage);
+    Settings settings(const QByteArray &type, bool isTitlePage) const;
+    QTextBlockFormat blockFormat(const FdxType &type,
+                                 const MVRFinalDraft::ParagraphAttr &shape) const;
+
+    const FdxTree &m_tree;
+    QVector<FdxParagraph> m_paragraphs;
+    QVector<FdxContainer> m_containers;
+    QHash<QByteArray, pugi::xml_node> m_settings; // ElementSettings by type
+    QList<MVRScriptElement> m_elements;
+    double m_margin = 72.0;
+    QHash<QByteArray, std::shared_ptr<FdxType>> m_types;
+    QHash<QByteArray, std::shared_ptr<FdxType>> m_titleTypes;
+};
+
+/*! The paragraphs of a note or summary, plain. */
+QStringList fdxParagraphTexts(const FdxTree &tree, const pugi::xml_node &element);
+/*! The same in one text, a line a paragraph. */
+QString fdxParagraphsText(const FdxTree &tree, const pugi::xml_node &element);

@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: MIT
+#include <finaldraft/file/FdxText_p.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr uint replacement = 0xfffd;
+constexpr uint lineSeparator = 0x2028;
+
+struct NamedReference
+{
+    const char *name;
+    char character;
+};
+
+constexpr NamedReference namedReferences[]
+    = {{"amp;", '&'}, {"lt;", '<'}, {"gt;", '>'}, {"quot;", '"'}, {"apos;", '\''}};
+
+/*! Reads the characters of XML source one by one. */
+class Characters
+{
+public:
+    Characters(const QByteArray &source, int start, int end)
+        : m_place(source.constData() + start)
+        , m_end(source.constData() + end)
+    {
+    }
+
+    const char *place() const { return m_place; }
+
+    /*! The next character into \a code; false at the end. */
+    bool next(uint *code)
+    {
+        skipMarkup();
+        if (m_place == m_end)
+            return false;
+        *code = plain();
+        if (*code == '\r')
+            skipLineFeed();
+        *code = shown(*code);
+        return true;
+    }
+
+private:
+    // A document would begin a paragraph at these, or a frame.
+    static uint shown(uint code)
+    {
+        if (code == '\n' || code == '\r' || code == 0x2029)
+            return lineSeparator;
+        const bool isUnfit = code == 0 || (code >= 0xd800 && code < 0xe000) || code > 0x10ffff
+            || code == 0xfdd0 || code == 0xfdd1;
+        return isUnfit ? replacement : code;
+    }
+
+    bool startsWith(const char *text) const
+    {
+        const int length = int(std::strlen(text));
+        return m_end - m_place >= length && std::memcmp(m_place, text, size_t(length)) == 0;
+    }
+
+    void skipBehind(const char *text)
+    {
+        const char *found = std::search(m_place, m_end, text, text + std::strlen(text));
+        m_place = found == m_end ? m_end : found + std::strlen(text);
+    }
+
+    void skipMarkup()
+    {
+        while (m_place < m_end) {
+            if (m_isCData) {
+                if (!startsWith("]]>"))
+                    return;
+                m_place += 3;
+                m_isCData = false;
+            } else if (*m_place != '<') {
+                return;
+            } else if (startsWith("<![CDATA[")) {
+                m_place += 9;
+                m_isCData = true;
+            } else {
+                skipBehind(startsWith("<!--") ? "-->" : ">");
+            }
+        }
+    }
+
+    void skipLineFeed()
+    {
+        Characters ahead = *this;
+        ahead.skipMarkup();
+        if (ahead.m_place < m_end && ahead.plain() == '\n')
+            *this = ahead;
+    }
+
+    uint plain()
+    {
+        const uchar first = uchar(*m_place);
+        if (first == '&' && !m_isCData)
+            return reference();
+        return first < 0x80 ? uchar(*m_place++) : sequence();
+    }
+
+    uint reference()
+    {
+        ++m_place;
+        for (const NamedReference &reference : namedReferences) {
+            if (startsWith(reference.name)) {
+                m_place += std::strlen(reference.name);
+                return uint(reference.character);
+            }
+        }
+        const char *end = std::find(m_place, std::min(m_end, m_place + 12), ';');
+        if (end == m_end || *end != ';' || end - m_place < 2 || *m_place != '#')
+            return '&';
+        const bool isHex = m_place[1] == 'x';
+        bool isNumber = false;
+        const uint code
+            = QByteArray(m_place + (isHex ? 2 : 1), int(end - m_place) - (isHex ? 2 : 1))
+                  .toUInt(&isNumber, isHex ? 16 : 10);
+        if (!isNumber)
+            return '&';
+        m_place = end + 1;
+        return code;
+    }
+
+    uint sequence()
+    {
+        const uchar first = uchar(*m_place++);
+        const int more = first >= 0xf0 ? 3 : first >= 0xe0 ? 2 : 1;
+        if (first < 0xc2 || first > 0xf4 || m_end - m_place < more)
+            return replacement;
+        uint code = first & (0x3fu >> more);
+        for (int i = 0; i < more; ++i) {
+            if ((uchar(m_place[i]) & 0xc0) != 0x80)
+                return replacement;
+            code = (code << 6) | (uchar(m_place[i]) & 0x3fu);
+        }
+        m_place += more;
+        return code;
+    }
+
+    const char *m_place;
+    const char *m_end;
+    bool m_isCData = false;
+};
+
+// What most runs are: each byte a character of its own.
+bool isPlain(const char *start, const char *end)
+{
+    return std::all_of(start, end, [](char byte) {
+        return uchar(byte) < 0x80 && byte != '&' && byte != '<' && byte != '\n' && byte != '\r'
+            && byte != '\0';
+    });
+}
+
+int units(uint code)
+{
+    return QChar::requiresSurrogates(code) ? 2 : 1;
+}
+
+}
+
+QString fdxText(const QByteArray &source, int start, int end)
+{
+    if (isPlain(source.constData() + start, source.constData() + end))
+        return QString::fromLatin1(source.constData() + start, end - start);
+    QString text;
+    text.reserve(end - start);
+    Characters characters(source, start, end);
+    for (uint code = 0; characters.next(&code);) {
+        if (units(code) == 2)
+            text += QChar(QChar::highSurrogate(code));
+        text += units(code) == 2 ? QChar(QChar::lowSurrogate(code)) : QChar(ushort(code));
+    }
+    return text;
+}
+
+int fdxTextLength(const QByteArray &source, int start, int end)
+{
+    if (isPlain(source.constData() + start, source.constData() + end))
+        return end - start;
+    int length = 0;
+    Characters characters(source, start, end);
+    for (uint code = 0; characters.next(&code);)
+        length += units(code);
+    return length;
+}
+
+int fdxTextPlace(const QByteArray &source, int start, int end, int count)
+{
+    if (isPlain(source.constData() + start, source.constData() + end))
+        return qMin(end, start + count);
+    Characters characters(source, start, end);
+    for (uint code = 0; count > 0 && characters.next(&code);)
+        count -= units(code);
+    return int(characters.place() - source.constData());
+}
+
+QByteArray fdxEscaped(QStringView text, const QByteArray &newLine)
+{
+    QString escaped;
+    escaped.reserve(int(text.size()) + 16);
+    for (const QChar character : text) {
+        const ushort code = character.unicode();
+        if (code == '&')
+            escaped += QLatin1String("&amp;");
+        else if (code == '<')
+            escaped += QLatin1String("&lt;");
+        else if (code == '>')
+            escaped += QLatin1String("&gt;");
+        else if (code == lineSeparator)
+            escaped += QString::fromLatin1(newLine);
+        else if (code < 0x20 && code != '\t') // XML has no way to write them
+            escaped += QChar(QChar::ReplacementCharacter);
+        else
+            escaped += character;
+    }
+    return escaped.toUtf8();
+}
+
+QByteArray fdxEscapedValue(const QString &value)
+{
+    QByteArray escaped = fdxEscaped(value, "&#10;");
+    escaped.replace('"', "&quot;");
+    escaped.replace('\t', "&#9;");
+    return escaped;
+}

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringView>
+
+/*!
+    The character data of XML source as a document takes it: references resolved, line ends and
+    other breaks as line separators, what a document cannot hold as U+FFFD. Markup inside is
+    passed over, the text of CDATA is text.
+*/
+QString fdxText(const QByteArray &source, int start, int end);
+
+/*! How many UTF-16 units fdxText() would give. */
+int fdxTextLength(const QByteArray &source, int start, int end);
+
+/*! The place behind the first \a count UTF-16 units of [start, end). */
+int fdxTextPlace(const QByteArray &source, int start, int end, int count);
+
+/*! Text as XML source; line separators become \a newLine. */
+QByteArray fdxEscaped(QStringView text, const QByteArray &newLine);
+
+/*! A value to stand between double quotes. */
+QByteArray fdxEscapedValue(const QString &value);

@@ -1,0 +1,366 @@
+// SPDX-License-Identifier: MIT
+#include <finaldraft/file/FdxWriter_p.h>
+
+#include <finaldraft/file/FdxText_p.h>
+
+#include <algorithm>
+
+using MVRFinalDraft::ParagraphAttr;
+using File = MVRFinalDraftFile;
+
+namespace {
+
+/*! A block property that is an attribute of its paragraph. */
+struct WrittenProperty
+{
+    int property;
+    const char *attribute;
+};
+
+constexpr WrittenProperty writtenProperties[] = {
+    {File::SceneNumberProperty, "Number"},
+    {File::LabelProperty, "Label"},
+};
+
+const char actionType[] = "Action";
+
+}
+
+FdxWriter::FdxWriter(FdxScript &script, const FdxPlaces &places, const QVector<FdxNote> &notes,
+                     const QHash<QString, int> &anchors, int fileId, const QTextDocument *document)
+    : m_script(script)
+    , m_tree(script.tree())
+    , m_places(places)
+    , m_notes(notes)
+    , m_anchors(anchors)
+    , m_match(script, fileId, document)
+    , m_containers(script.containers().size())
+{
+}
+
+QByteArray FdxWriter::write()
+{
+    compareParagraphs();
+    matchNotes();
+    writeNotes();
+    findFirstInPlace();
+    removeParagraphs();
+    writeParagraphs();
+    fillContainers();
+    return m_tree.spliced(m_splices);
+}
+
+void FdxWriter::compareParagraphs()
+{
+    for (FdxEntry &entry : m_match.entries) {
+        if (entry.source < 0)
+            continue;
+        entry.diff = runEdit(entry).diff();
+    }
+}
+
+FdxRunEdit FdxWriter::runEdit(const FdxEntry &entry)
+{
+    FdxType &type = newType(entry);
+    // Runs that say nothing of their style keep saying nothing when the type changes. On the title
+    // page, though, no type counts.
+    const bool keepsPage
+        = m_script.isTitlePage(entry.source) == m_script.containers()[entry.container].isTitlePage;
+    return FdxRunEdit(m_script, m_script.paragraphs()[entry.source].node,
+                      keepsPage ? m_script.typeOf(entry.source) : type, type, entry.runs);
+}
+
+/*! Whether the element of a paragraph that holds dual dialogue stays. */
+bool FdxWriter::isAlive(int wrapper) const
+{
+    const auto isIn = [this, wrapper](const FdxEntry &entry) {
+        return entry.source == wrapper
+            || (entry.container >= 0 && m_script.containers()[entry.container].wrapper == wrapper);
+    };
+    return std::any_of(m_match.entries.cbegin(), m_match.entries.cend(), isIn);
+}
+
+void FdxWriter::findFirstInPlace()
+{
+    for (const FdxEntry &entry : m_match.entries) {
+        if (!entry.isInPlace)
+            continue;
+        int paragraph = entry.source;
+        for (int container = entry.container; container >= 0;) {
+            if (m_containers[container].firstInPlace < 0)
+                m_containers[container].firstInPlace = paragraph;
+            paragraph = m_script.containers()[container].wrapper;
+            container = paragraph < 0 ? -1 : m_script.paragraphs()[paragraph].container;
+        }
+    }
+}
+
+void FdxWriter::removeParagraphs()
+{
+    for (int i = 0; i < m_script.paragraphs().size(); ++i) {
+        const FdxParagraph &paragraph = m_script.paragraphs()[i];
+        const int entry = m_match.entryOf[i];
+        if (paragraph.isWrapper) {
+            removeWrapper(i);
+            continue;
+        }
+        if (entry >= 0 && m_match.entries[entry].isInPlace)
+            continue;
+        const FdxTree::Span span = m_tree.span(paragraph.node);
+        m_splices.append({m_tree.gapStart(span.start), span.end, QByteArray()});
+    }
+}
+
+void FdxWriter::removeWrapper(int paragraph)
+{
+    const pugi::xml_node &node = m_script.paragraphs()[paragraph].node;
+    const int entry = m_match.entryOf[paragraph];
+    if (!isAlive(paragraph)) {
+        const FdxTree::Span span = m_tree.span(node);
+        m_splices.append({m_tree.gapStart(span.start), span.end, QByteArray()});
+        return;
+    }
+    if (entry >= 0 && m_match.entries[entry].isInPlace)
+        return; // it is written as other paragraphs are
+    m_splices += noteSplices(paragraph);
+    if (m_script.paragraphs()[paragraph].hasBlock) {
+        const QVector<FdxRun> runs = m_script.runs(paragraph);
+        for (const FdxRun &run : runs) {
+            const FdxTree::Span span = m_tree.span(run.node);
+            m_splices.append({m_tree.gapStart(span.start), span.end, QByteArray()});
+        }
+    }
+}
+
+void FdxWriter::writeParagraphs()
+{
+    for (int i = 0; i < m_match.entries.size(); ++i) {
+        const FdxEntry &entry = m_match.entries[i];
+        if (entry.isInPlace) {
+            m_splices += paragraphSplices(i);
+            passInPlace(i);
+        } else if (entry.newDual < 0) {
+            placeNew(entry.container, element(i));
+        } else if (entry.newDual == i) {
+            placeNew(entry.container, newDualDialogue(i));
+        }
+    }
+}
+
+QByteArray FdxWriter::element(int entry)
+{
+    return m_match.entries[entry].source >= 0 ? movedParagraph(entry) : newParagraph(entry);
+}
+
+QByteArray FdxWriter::newDualDialogue(int first)
+{
+    QByteArray paragraphs;
+    for (int i = first; i < m_match.entries.size() && m_match.entries[i].newDual == first; ++i)
+        paragraphs += element(i);
+    return "<Paragraph><DualDialogue>" + paragraphs + "</DualDialogue></Paragraph>";
+}
+
+/*! What comes next stands behind this paragraph, and behind the wrapper that it is in. */
+void FdxWriter::passInPlace(int entry)
+{
+    int paragraph = m_match.entries[entry].source;
+    while (paragraph >= 0) {
+        const FdxTree::Span span = m_tree.span(m_script.paragraphs()[paragraph].node);
+        Place &place = m_containers[m_script.paragraphs()[paragraph].container];
+        place.behind = span.end;
+        place.modelStart = span.start;
+        paragraph = m_script.containerOf(paragraph).wrapper;
+    }
+}
+
+QByteArray FdxWriter::gapBefore(int position) const
+{
+    const int start = m_tree.gapStart(position);
+    return QByteArray(m_tree.source().constData() + start, position - start);
+}
+
+void FdxWriter::placeNew(int container, const QByteArray &element)
+{
+    Place &place = m_containers[container];
+    if (place.behind >= 0) {
+        m_splices.append({place.behind, place.behind, gapBefore(place.modelStart) + element});
+    } else if (place.firstInPlace >= 0) {
+        const int start = m_tree.start(m_script.paragraphs()[place.firstInPlace].node);
+        m_splices.append({start, start, element + gapBefore(start)});
+    } else {
+        const pugi::xml_node first = m_script.containers()[container].node.first_child();
+        place.content += (first ? gapBefore(m_tree.start(first)) : fdxNewLine(m_tree)) + element;
+    }
+}
+
+void FdxWriter::fillContainers()
+{
+    for (int i = 0; i < m_containers.size(); ++i) {
+        const QByteArray &content = m_containers[i].content;
+        if (content.isEmpty())
+            continue;
+        const pugi::xml_node &node = m_script.containers()[i].node;
+        const FdxTree::Span span = m_tree.span(node);
+        if (span.isEmptyTag)
+            m_splices.append({m_tree.gapStart(span.end - 2), span.end,
+                              '>' + content + fdxNewLine(m_tree) + "</" + node.name() + '>'});
+        else
+            m_splices.append({span.innerStart, span.innerStart, content});
+    }
+}
+
+// Type names.
+
+/*! The name of the type that a block without a name has the shape of. */
+QByteArray FdxWriter::shapeName(const FdxEntry &entry) const
+{
+    for (const MVRScriptElement &element : m_script.elements()) {
+        if (!element.name().isEmpty()
+            && MVRScriptElement::equal(element.blockFormat(), entry.block.blockFormat()))
+            return element.name().toUtf8();
+    }
+    return actionType;
+}
+
+QByteArray FdxWriter::newTypeName(const FdxEntry &entry) const
+{
+    const bool isTitlePage
+        = entry.container >= 0 && m_script.containers()[entry.container].isTitlePage;
+    const QTextBlockFormat format = entry.block.blockFormat();
+    const QByteArray oldName = entry.source >= 0 ? m_script.typeName(entry.source) : QByteArray();
+    if (!format.hasProperty(MVRScriptElement::NameProperty)) {
+        if (entry.source >= 0)
+            return oldName;
+        return isTitlePage ? QByteArray() : shapeName(entry);
+    }
+    const QByteArray name = format.stringProperty(MVRScriptElement::NameProperty).toUtf8();
+    // A paragraph without a type is shown as a general one and stays without.
+    return name == "General" && entry.source >= 0 && oldName.isEmpty() ? oldName : name;
+}
+
+FdxType &FdxWriter::newType(const FdxEntry &entry)
+{
+    const bool isTitlePage
+        = entry.container >= 0 && m_script.containers()[entry.container].isTitlePage;
+    return m_script.type(newTypeName(entry), isTitlePage);
+}
+
+// Paragraphs.
+
+FdxSplices FdxWriter::paragraphSplices(int index)
+{
+    const FdxEntry &entry = m_match.entries[index];
+    const pugi::xml_node &node = m_script.paragraphs()[entry.source].node;
+    FdxType &type = newType(entry);
+    FdxSplices splices;
+    const QByteArray name = newTypeName(entry);
+    if (name != m_script.typeName(entry.source))
+        addAttribute(node, "Type", name, &splices);
+    addShape(entry, type, &splices);
+    const QTextBlockFormat format = entry.block.blockFormat();
+    for (const WrittenProperty &row : writtenProperties) {
+        const QByteArray value = format.stringProperty(row.property).toUtf8();
+        if (format.hasProperty(row.property) && value != node.attribute(row.attribute).value())
+            addAttribute(node, row.attribute, value, &splices);
+    }
+    const FdxTree::Span span = m_tree.span(node);
+    if (span.isEmptyTag) {
+        const QByteArray content = newRuns(index, type);
+        if (!content.isEmpty())
+            splices.append(
+                {m_tree.gapStart(span.end - 2), span.end, '>' + content + "</Paragraph>"});
+        return splices;
+    }
+    if (!entry.diff.isSame())
+        splices += runEdit(entry).splices();
+    splices += childSplices(index);
+    return splices;
+}
+
+void FdxWriter::addAttribute(const pugi::xml_node &element, const char *name,
+                             const QByteArray &value, FdxSplices *splices) const
+{
+    const QByteArray text = fdxEscapedValue(QString::fromUtf8(value));
+    if (const pugi::xml_attribute attribute = element.attribute(name)) {
+        const FdxTree::Span span = m_tree.span(attribute);
+        splices->append({span.start, span.end, text});
+        return;
+    }
+    const pugi::xml_attribute last = element.last_attribute();
+    const int place = last ? m_tree.span(last).end + 1
+                           : m_tree.start(element) + 1 + int(qstrlen(element.name()));
+    splices->append({place, place, QByteArray(" ") + name + "=\"" + text + '"'});
+}
+
+/*! Formatting that is neither what the file says nor what the new type says goes out. */
+void FdxWriter::addShape(const FdxEntry &entry, FdxType &type, FdxSplices *splices)
+{
+    const pugi::xml_node &node = m_script.paragraphs()[entry.source].node;
+    const QTextBlockFormat format = entry.block.blockFormat();
+    FdxType &oldType = m_script.typeOf(entry.source);
+    const ParagraphAttr &before = m_script.paragraphStyle(oldType, node).shape;
+    if (fdxIsSameShape(fdxShape(format, before), before))
+        return;
+    const ParagraphAttr &inNewType = m_script.paragraphStyle(type, node).shape;
+    const QVector<FdxAttribute> attributes
+        = fdxShapeAttributes(fdxShape(format, inNewType), inNewType, m_script.margin());
+    for (const FdxAttribute &attribute : attributes)
+        addAttribute(node, attribute.name, attribute.value, splices);
+}
+
+QByteArray FdxWriter::movedParagraph(int entry)
+{
+    const FdxTree::Span span
+        = m_tree.span(m_script.paragraphs()[m_match.entries[entry].source].node);
+    return fdxSpliced(QByteArray(m_tree.source().constData() + span.start, span.end - span.start),
+                      paragraphSplices(entry), span.start);
+}
+
+QByteArray FdxWriter::newParagraph(int index)
+{
+    const FdxEntry &entry = m_match.entries[index];
+    const QByteArray name = newTypeName(entry);
+    FdxType &type = newType(entry);
+    QByteArray element = "<Paragraph";
+    const ParagraphAttr &inType = type.plainParagraph.shape;
+    const QVector<FdxAttribute> attributes = fdxShapeAttributes(
+        fdxShape(entry.block.blockFormat(), inType), inType, m_script.margin());
+    for (const FdxAttribute &attribute : attributes)
+        element += QByteArray(" ") + attribute.name + "=\"" + attribute.value + '"';
+    if (!name.isEmpty())
+        element += " Type=\"" + fdxEscapedValue(QString::fromUtf8(name)) + '"';
+    return element + '>' + newRuns(index, type) + "</Paragraph>";
+}
+
+QByteArray FdxWriter::newRuns(int index, FdxType &type) const
+{
+    QByteArray elements;
+    FdxLook last;
+    QString text;
+    const auto flush = [&] {
+        if (!text.isEmpty())
+            elements += "<Text" + fdxRunAttributes(last, type) + '>'
+                + fdxEscaped(text, fdxNewLine(m_tree)) + "</Text>";
+        text.clear();
+    };
+    QVector<NewNote> notes = m_newIn.value(index);
+    int offset = 0;
+    for (const FdxNewRun &run : m_match.entries[index].runs) {
+        const FdxLook look = type.look.with(run.format);
+        if (look != last)
+            flush();
+        last = look;
+        for (const QChar character : run.text) {
+            while (!notes.isEmpty() && notes.first().offset <= offset) {
+                flush();
+                elements += notes.takeFirst().element;
+            }
+            text += character;
+            ++offset;
+        }
+    }
+    flush();
+    for (const NewNote &note : qAsConst(notes))
+        elements += note.element;
+    return elements;
+}

@@ -1,0 +1,489 @@
+// SPDX-License-Identifier: MIT
+#include <core/MVRTextFormat.h>
+#include <core/MVRTextRtf.h>
+#include <finaldraft/MVRFinalDraftFile.h>
+#include <text/MVRTextDoc.h>
+
+#include <QBuffer>
+#include <QDir>
+#include <QRandomGenerator>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
+#include <QtTest>
+
+namespace {
+
+QByteArray sample(const QString &name)
+{
+    QFile file(QStringLiteral(MVR_TEST_DATA "/fdx/") + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QStringList sampleNames()
+{
+    return QDir(QStringLiteral(MVR_TEST_DATA "/fdx")).entryList({QStringLiteral("*.fdx")});
+}
+
+bool load(MVRFinalDraftFile *file, const QByteArray &bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return file->load(&buffer);
+}
+
+QByteArray written(MVRFinalDraftFile *file, const QTextDocument &document)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    return file->write(&buffer, &document) ? buffer.data() : QByteArray();
+}
+
+/*! A file and the document that it was read into. */
+struct Opened
+{
+    explicit Opened(const QByteArray &bytes)
+        : isRead(load(&file, bytes) && file.read(&document))
+    {
+        document.setUndoRedoEnabled(true);
+    }
+
+    QByteArray written() { return ::written(&file, document); }
+    QTextCursor find(const char *text) { return document.find(QString::fromUtf8(text)); }
+    QString type(int block)
+    {
+        return document.findBlockByNumber(block).blockFormat().stringProperty(
+            MVRScriptElement::NameProperty);
+    }
+
+    MVRFinalDraftFile file;
+    QTextDocument document;
+    bool isRead;
+};
+
+QByteArray script(const QByteArray &paragraphs, const QByteArray &rest = QByteArray(),
+                  const QByteArray &version = "5")
+{
+    return "<FinalDraft DocumentType=\"Script\" Version=\"" + version + "\">\n  <Content>\n"
+        + paragraphs + "  </Content>\n" + rest + "</FinalDraft>\n";
+}
+
+QByteArray note(const QByteArray &attributes)
+{
+    return "<ScriptNote " + attributes
+        + " Author=\"A &amp; B\" Color=\"#FFFFC8C80000\" DateTime=\"20200102T030405\">"
+          "<Paragraph Alignment=\"Left\"><Text Style=\"\">First.</Text></Paragraph>\n<Paragraph/>"
+          "<Paragraph><Text>La</Text> <Text Style=\"Bold\"> st</Text></Paragraph></ScriptNote>";
+}
+
+// A change that write() has to look at, and that leaves the document as it was.
+void touch(QTextDocument *document)
+{
+    QTextCursor cursor(document);
+    cursor.insertText(QStringLiteral("x"));
+    cursor.deletePreviousChar();
+}
+
+// Ranges of notes move with the text in front of them.
+QByteArray withoutRanges(const QByteArray &bytes)
+{
+    static const QRegularExpression range(QStringLiteral("Range=\"[0-9,]*\""));
+    return QString::fromUtf8(bytes).remove(range).toUtf8();
+}
+
+QString describe(const QTextCharFormat &format)
+{
+    return QStringLiteral("%1%2%3%4%5 ")
+        .arg(format.fontWeight() > QFont::Normal)
+        .arg(format.fontItalic())
+        .arg(format.fontUnderline())
+        .arg(format.fontStrikeOut())
+        .arg(format.fontCapitalization());
+}
+
+/*! A document as text: type, and text of each look. */
+QStringList described(const QTextDocument &document, bool withLooks)
+{
+    QStringList lines;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        QString line
+            = block.blockFormat().stringProperty(MVRScriptElement::NameProperty) + QLatin1Char('|');
+        QString last;
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QString look = describe(it.fragment().charFormat());
+            if (withLooks && look != last)
+                line += QLatin1Char('<') + look + QLatin1Char('>');
+            last = look;
+            line += it.fragment().text();
+        }
+        // Paragraphs of the title page that have no type get none.
+        lines.append(line.startsWith(QLatin1String("General|")) ? line.mid(7) : line);
+    }
+    return lines;
+}
+
+/*! Edits a document at random; the same seed makes the same edits. */
+class Editor
+{
+public:
+    Editor(QTextDocument *document, uint seed)
+        : m_document(document)
+        , m_random(seed)
+    {
+    }
+
+    void edit()
+    {
+        QTextCursor cursor = place(0);
+        switch (m_random.bounded(9)) {
+        case 0:
+        case 1:
+            cursor.insertText(word());
+            break;
+        case 2:
+            select(12).removeSelectedText();
+            break;
+        case 3:
+            cursor.insertBlock();
+            break;
+        case 4:
+            cursor.deletePreviousChar();
+            break;
+        case 5:
+            select(20).mergeCharFormat(look());
+            break;
+        case 6: {
+            QTextCursor moved = select(60);
+            const QTextDocumentFragment fragment(moved);
+            if (m_random.bounded(2) == 0)
+                moved.removeSelectedText();
+            place(0).insertFragment(fragment);
+            break;
+        }
+        case 7:
+            select(200).removeSelectedText();
+            break;
+        default:
+            m_document->undo();
+        }
+    }
+
+private:
+    QTextCursor place(int behind)
+    {
+        QTextCursor cursor(m_document);
+        cursor.setPosition(qMin(m_document->characterCount() - 1,
+                                m_random.bounded(m_document->characterCount()) + behind));
+        return whole(cursor);
+    }
+
+    QTextCursor select(int most)
+    {
+        QTextCursor cursor = place(0);
+        cursor.setPosition(
+            qMin(m_document->characterCount() - 1, cursor.position() + m_random.bounded(most)),
+            QTextCursor::KeepAnchor);
+        return whole(cursor);
+    }
+
+    // Half a character is nothing that an editor would stand before.
+    QTextCursor whole(QTextCursor cursor)
+    {
+        if (m_document->characterAt(cursor.position()).isLowSurrogate())
+            cursor.setPosition(cursor.position() + 1,
+                               cursor.hasSelection() ? QTextCursor::KeepAnchor
+                                                     : QTextCursor::MoveAnchor);
+        return cursor;
+    }
+
+    QTextCharFormat look()
+    {
+        QTextCharFormat format;
+        const bool on = m_random.bounded(2);
+        switch (m_random.bounded(3)) {
+        case 0:
+            format.setFontWeight(on ? QFont::Bold : QFont::Normal);
+            break;
+        case 1:
+            format.setFontItalic(on);
+            break;
+        default:
+            format.setFontUnderline(on);
+        }
+        return format;
+    }
+
+    QString word()
+    {
+        static const QStringList words
+            = {QStringLiteral("a"), QStringLiteral(" & <b> "), QString::fromUtf8("é🎬"),
+               QStringLiteral("two words"), QString(QChar::LineSeparator)};
+        return words[m_random.bounded(words.size())];
+    }
+
+    QTextDocument *m_document;
+    QRandomGenerator m_random;
+};
+
+}
+
+class TestFdxFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void unchangedFiles_data();
+    void unchangedFiles();
+    void oneWord_data();
+    void oneWord();
+    void randomEdits_data();
+    void randomEdits();
+    void listsNotes_data();
+    void listsNotes();
+    void overlappingNotes();
+};
+
+void TestFdxFile::unchangedFiles_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QStringList names = sampleNames();
+    QVERIFY(names.size() > 10);
+    for (const QString &name : names) {
+        const QByteArray bytes = sample(name);
+        const QByteArray row = name.toUtf8();
+        QTest::newRow(row.constData()) << bytes;
+        QTest::newRow((row + " CRLF").constData())
+            << QByteArray(bytes).replace("\r\n", "\n").replace("\n", "\r\n");
+    }
+    const QByteArray shapes = sample(QStringLiteral("synthetic-shapes.fdx"));
+    QTest::newRow("blanks before, nothing declared")
+        << QByteArray(" \n") + shapes.mid(shapes.indexOf("<Final"));
+    QTest::newRow("byte order mark") << QByteArray("\xef\xbb\xbf") + shapes;
+    const QString text = QString::fromUtf8(shapes);
+    QTest::newRow("UTF-16") << QByteArray("\xff\xfe")
+            + QByteArray(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
+    QTest::newRow("no paragraphs") << QByteArray("<FinalDraft><Content/></FinalDraft>");
+    QTest::newRow("no content") << QByteArray("<FinalDraft></FinalDraft>");
+    QTest::newRow("several contents, odd runs")
+        << QByteArray("<FinalDraft><Content><Paragraph><Text>a<![CDATA[<b>]]><i>c</i></Text>"
+                      "<Text/><Text >&#x2029;&bad;&#0;\xff</Text></Paragraph></Content>"
+                      "<!-- -- --><Content><Paragraph  Type = 'Acti\"on' /><x/></Content>"
+                      "</FinalDraft>");
+}
+
+void TestFdxFile::unchangedFiles()
+{
+    QFETCH(const QByteArray, bytes);
+    Opened opened(bytes);
+    QVERIFY2(opened.isRead, qPrintable(opened.file.errorString()));
+    QCOMPARE(opened.written(), bytes);
+    touch(&opened.document);
+    QCOMPARE(opened.written(), bytes);
+    const std::unique_ptr<QTextDocument> clone(opened.document.clone());
+    QCOMPARE(written(&opened.file, *clone), bytes);
+}
+
+void TestFdxFile::oneWord_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QStringList names = sampleNames();
+    for (const QString &name : names)
+        QTest::newRow(name.toUtf8().constData()) << sample(name);
+}
+
+// A letter put into each paragraph is all that differs, a letter taken out too.
+void TestFdxFile::oneWord()
+{
+    QFETCH(const QByteArray, bytes);
+    Opened opened(bytes);
+    for (QTextBlock block = opened.document.begin(); block.isValid(); block = block.next()) {
+        if (block.length() < 3)
+            continue;
+        QTextCursor cursor(block);
+        cursor.movePosition(QTextCursor::Right);
+        cursor.insertText(QStringLiteral("Zqz"));
+        const QByteArray changed = opened.written();
+        QCOMPARE(changed.count("Zqz"), 1);
+        QByteArray back = changed;
+        QCOMPARE(withoutRanges(back.replace("Zqz", "")), withoutRanges(bytes));
+        opened.document.undo();
+    }
+    QCOMPARE(opened.written(), bytes);
+}
+
+void TestFdxFile::randomEdits_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QStringList names = sampleNames();
+    for (const QString &name : names)
+        QTest::newRow(name.toUtf8().constData()) << sample(name);
+}
+
+void TestFdxFile::randomEdits()
+{
+    QFETCH(const QByteArray, bytes);
+    static const int rounds = qEnvironmentVariableIntValue("MVR_RANDOM_DOCUMENTS") + 20;
+    for (uint seed = 1; seed <= uint(rounds); ++seed) {
+        Opened opened(bytes);
+        Editor editor(&opened.document, seed);
+        for (int i = 0; i < 12; ++i) {
+            editor.edit();
+            if (i % 4 != 3)
+                continue;
+            const QByteArray output = opened.written();
+            Opened again(output);
+            QVERIFY2(again.isRead, qPrintable(again.file.errorString()));
+            const QStringList is = described(again.document, true);
+            const QStringList was = described(opened.document, true);
+            if (is != was && qEnvironmentVariableIsSet("DBG")) {
+                for (auto &l : is)
+                    qWarning() << "IS " << l;
+                for (auto &l : was)
+                    qWarning() << "WAS" << l;
+                QFile f(QStringLiteral("/tmp/fx/bad.fdx"));
+                f.open(QIODevice::WriteOnly);
+                f.write(output);
+            }
+            QCOMPARE(is.size(), was.size());
+            for (int line = 0; line < was.size(); ++line) {
+                // A block that lost its type is shown as some other one.
+                const QString lost = was[line];
+                const int from
+                    = lost.startsWith(QLatin1Char('|')) ? is[line].indexOf(QLatin1Char('|')) : 0;
+                const QString found = is[line].mid(from);
+                QVERIFY2(found == lost,
+                         qPrintable(QStringLiteral("seed %1, edit %2, block %3 is\n%4\nand was\n%5")
+                                        .arg(seed)
+                                        .arg(i)
+                                        .arg(line)
+                                        .arg(is.value(line), lost)));
+            }
+        }
+    }
+}
+
+void TestFdxFile::listsNotes_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("text"); // that the note is about
+    QTest::addColumn<int>("shape");
+
+    const QByteArray body
+        = "<Paragraph Type=\"Action\"><Text>One two-three.</Text></Paragraph>\n"
+          "<Paragraph Type=\"Action\"><Text/></Paragraph>\n"
+          "<Paragraph><DualDialogue><Paragraph Type=\"Character\"><Text>ADA</Text>"
+          "</Paragraph><Paragraph Type=\"Dialogue\"><Text>Hey</Text></Paragraph>"
+          "</DualDialogue></Paragraph>\n"
+          "<Paragraph Type=\"Action\"><Text>La\nst.</Text></Paragraph>\n";
+    const auto range = [&](const char *name, const char *numbers, const char *text) {
+        QTest::newRow(name) << script(
+            body,
+            "<ScriptNotes>" + note("Range=\"" + QByteArray(numbers) + "\"") + "</ScriptNotes>")
+                            << QString::fromUtf8(text) << int(MVRFinalDraftFile::NoteOfRange);
+    };
+    range("a word", "4,7", "two");
+    range("point in a word", "5,5", "two");
+    range("point at the end", "14,14", "three");
+    range("point between words", "3,3", "One");
+    range("over paragraphs", "8,23", "three.\n\nADA\nHey\nLa\ns");
+    range("empty paragraph", "15,15", "");
+    range("start of dual dialogue", "16,16", "ADA");
+    range("all of dual dialogue", "16,18", "ADA\nHey");
+    range("behind dual dialogue", "19,21", "La");
+    range("ends beyond the script", "19,900", "La\nst.");
+    range("begins beyond the script", "800,900", "");
+    range("backwards", "7,4", "two");
+    QTest::newRow("no numbers") << script(
+        body, "<ScriptNotes>" + note("Range=\"a,b\"") + "</ScriptNotes>")
+                                << QString() << int(MVRFinalDraftFile::NoteUnanchored);
+
+    const auto inside = [&](const char *name, const QByteArray &paragraph, const char *text,
+                            MVRFinalDraftFile::NoteShape shape) {
+        QTest::newRow(name) << script("<Paragraph><Text>Before.</Text></Paragraph>" + paragraph, {},
+                                      "2")
+                            << QString::fromUtf8(text) << int(shape);
+    };
+    const QByteArray runs = "<Text>INT. HOUSE</Text>";
+    inside("of a paragraph", "<Paragraph>" + note("Name=\"\"") + runs + "</Paragraph>", "INT",
+           MVRFinalDraftFile::NoteOfParagraph);
+    inside("of a paragraph without words",
+           "<Paragraph>" + note("Name=\"\"") + "<Text> --</Text></Paragraph>", "-",
+           MVRFinalDraftFile::NoteOfParagraph);
+    inside("of a paragraph without text", "<Paragraph>" + note("Name=\"\"") + "</Paragraph>", "",
+           MVRFinalDraftFile::NoteOfParagraph);
+    inside("beside dual dialogue",
+           "<Paragraph>" + note("Name=\"\"") + "<DualDialogue><Paragraph>" + runs
+               + "</Paragraph></DualDialogue><Text></Text></Paragraph>",
+           "INT", MVRFinalDraftFile::NoteOfParagraph);
+    inside("in dual dialogue",
+           "<Paragraph><DualDialogue><Paragraph>" + runs + note("ID=\"1\"")
+               + "</Paragraph></DualDialogue></Paragraph>",
+           "HOUSE", MVRFinalDraftFile::NoteAmongRuns);
+    inside("behind runs", "<Paragraph>" + runs + note("ID=\"1\"") + "</Paragraph>", "HOUSE",
+           MVRFinalDraftFile::NoteAmongRuns);
+    inside("in front of runs", "<Paragraph>" + note("ID=\"1\"") + runs + "</Paragraph>", "INT",
+           MVRFinalDraftFile::NoteAmongRuns);
+    QTest::newRow("unanchored") << script(
+        body, "<UnanchoredScriptNotes>" + note("Name=\"x\"") + "</UnanchoredScriptNotes>")
+                                << QString() << int(MVRFinalDraftFile::NoteUnanchored);
+}
+
+void TestFdxFile::listsNotes()
+{
+    QFETCH(const QByteArray, bytes);
+    QFETCH(const QString, text);
+    Opened opened(bytes);
+    const QVector<MVRFinalDraftFile::Note> notes = opened.file.notes();
+    QCOMPARE(notes.size(), 1);
+    const MVRFinalDraftFile::Note &note = notes.first();
+    QTEST(int(note.shape), "shape");
+    QCOMPARE(note.text, text);
+    QCOMPARE(note.content(), QStringLiteral("First.\n\nLa st"));
+    QCOMPARE(note.author, QStringLiteral("A & B"));
+    QCOMPARE(note.date, QStringLiteral("20200102T030405"));
+    QCOMPARE(note.color, QStringLiteral("#FFFFC8C80000"));
+
+    const MVRTextCommentLinkMap comments = MVRTextDoc::commentsMap(&opened.document, -1, -1);
+    QCOMPARE(comments.size(), text.isEmpty() ? 0 : 1);
+    if (!text.isEmpty()) {
+        const QTextCursor cursor = comments.firstKey().toTextCursor(&opened.document);
+        QCOMPARE(cursor.selectedText()
+                     .replace(QChar::ParagraphSeparator, QLatin1Char('\n'))
+                     .replace(QChar::LineSeparator, QLatin1Char('\n')),
+                 text);
+        QCOMPARE(comments.first().color, QColor(255, 200, 0));
+        QTextDocument content;
+        QVERIFY(MVRTextRtf::fromRtfCData(comments.first().cdata, &content));
+        QCOMPARE(content.toPlainText(), note.content());
+    }
+    touch(&opened.document);
+    QCOMPARE(opened.written(), bytes);
+}
+
+// Each note of the file is listed; in the document each has characters of its own.
+void TestFdxFile::overlappingNotes()
+{
+    const QByteArray body = "<Paragraph><Text>abcdefghij</Text></Paragraph>\n";
+    QByteArray all;
+    for (const char *numbers : {"0,8", "2,4", "2,4", "0,10", "9,10", "9,10"})
+        all += note("Range=\"" + QByteArray(numbers) + "\" Id=\"1\"");
+    const QByteArray bytes = script(body, "<ScriptNotes>" + all + "</ScriptNotes>");
+    Opened opened(bytes);
+    QStringList texts;
+    const QVector<MVRFinalDraftFile::Note> notes = opened.file.notes();
+    for (const MVRFinalDraftFile::Note &listed : notes)
+        texts.append(listed.text);
+    QCOMPARE(texts.join(QLatin1Char(' ')), QStringLiteral("abcdefgh cd cd abcdefghij j j"));
+    touch(&opened.document);
+    QCOMPARE(opened.written(), bytes);
+    // The character of one of them goes, and its note.
+    opened.find("c").deleteChar();
+    Opened again(opened.written());
+    QVERIFY(again.isRead);
+    QCOMPARE(again.file.notes().size(), 5);
+    QCOMPARE(again.file.notes().at(0).text, QStringLiteral("abdefgh"));
+}
+
+QTEST_MAIN(TestFdxFile)
+#include "tst_fdxfile.moc"
