@@ -20,6 +20,7 @@ private Q_SLOTS:
     void keepsThePageBreak();
     void keepsListsAndTables_data();
     void keepsListsAndTables();
+    void fragmentsTakeTheirFormatAlong();
     void bringsPictures();
     void replacesLikeRepeatedSearch_data();
     void replacesLikeRepeatedSearch();
@@ -205,6 +206,27 @@ void TestAppending::keepsListsAndTables()
     const int table = document.rootFrame()->childFrames().first()->firstPosition();
     const QTextBlock before = document.findBlock(table - 1);
     QCOMPARE(before.blockFormat().hasProperty(QTextFormat::PageBreakPolicy), hasBreak);
+}
+
+void TestAppending::fragmentsTakeTheirFormatAlong()
+{
+    QTextDocument source;
+    draw(&source, QStringLiteral("2bT|3U"));
+    const QTextDocumentFragment fragment(&source);
+    for (const auto &row : {std::make_pair("0x|1b", "0x|2bT|3U"), {"0x|1y", "0x|1yT|3U"}}) {
+        QTextDocument document;
+        draw(&document, QLatin1String(row.first));
+        QTextCursor cursor = atEnd(&document);
+        MVRTextDoc::appendFragment(cursor, fragment);
+        QCOMPARE(drawing(document), QLatin1String(row.second));
+        QVERIFY(cursor.atEnd());
+        document.undo(); // one step
+        QCOMPARE(drawing(document), QLatin1String(row.first));
+        cursor = atEnd(&document);
+        cursor.movePosition(QTextCursor::Left, QTextCursor::KeepAnchor); // stays for nothing
+        MVRTextDoc::appendFragment(cursor, QTextDocumentFragment());
+        QCOMPARE(drawing(document), QLatin1String(row.first));
+    }
 }
 
 void TestAppending::bringsPictures()

@@ -260,7 +260,12 @@ void TestFdxReader::formatsParagraphsByThemselves()
     QVERIFY(load(&reader,
                  screenplay(s("<Paragraph Alignment='Center'><Text>a</Text></Paragraph>"
                               "<Paragraph StartsNewPage='Yes'><Text>b</Text></Paragraph>"
-                              "<Paragraph/><Paragraph><Text>c</Text></Paragraph>"),
+                              "<Paragraph/><Paragraph><Text>c</Text></Paragraph>"
+                              "<Paragraph Spacing='2'><Text>d</Text></Paragraph>"
+                              "<Paragraph SpaceBefore='30'><Text>e</Text></Paragraph>"
+                              "<Paragraph FirstIndent='0.50'><Text>f</Text></Paragraph>"
+                              "<Paragraph LeftIndent='2.00'><Text>g</Text></Paragraph>"
+                              "<Paragraph RightIndent='5.00'><Text>h</Text></Paragraph>"),
                             s(actionSettings))));
     QTextDocument document;
     QVERIFY(reader.read(&document, {}));
@@ -271,7 +276,19 @@ void TestFdxReader::formatsParagraphsByThemselves()
     QVERIFY(block.blockFormat().pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore);
     block = block.next(); // has no text, and no page of its own
     QVERIFY(!block.blockFormat().hasProperty(QTextFormat::PageBreakPolicy));
-    QVERIFY(!block.next().blockFormat().hasProperty(QTextFormat::PageBreakPolicy));
+    block = block.next();
+    QVERIFY(!block.blockFormat().hasProperty(QTextFormat::PageBreakPolicy));
+    block = block.next();
+    QCOMPARE(block.blockFormat().property(MVRTextFormat::LineSpacingProperty), QVariant(2.0));
+    block = block.next();
+    QCOMPARE(block.blockFormat().property(MVRTextFormat::LineSpacingProperty), QVariant(1.0));
+    QCOMPARE(block.blockFormat().topMargin(), 30.0);
+    block = block.next();
+    QCOMPARE(block.blockFormat().textIndent(), 72.0); // from the margin
+    block = block.next(); // behind a margin of an inch
+    QCOMPARE(block.blockFormat().doubleProperty(MVRTextFormat::BlockLeftIndentProperty), 72.0);
+    block = block.next();
+    QCOMPARE(block.blockFormat().doubleProperty(MVRTextFormat::BlockRightIndentProperty), 288.0);
 }
 
 void TestFdxReader::formatsRunsOneByOne()

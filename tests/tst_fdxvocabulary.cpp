@@ -26,7 +26,7 @@ private Q_SLOTS:
     void formatsParagraphAttributes_data();
     void formatsParagraphAttributes();
     void readsAndWritesElementSettings();
-    void knowsFinalDraftsDefaults();
+    void defaultsAreThoseOfAnEmptyScript();
 };
 
 namespace {
@@ -318,29 +318,37 @@ void TestFdxVocabulary::readsAndWritesElementSettings()
     QCOMPARE(settings.fontSpec.font, s("Arial"));
 }
 
-void TestFdxVocabulary::knowsFinalDraftsDefaults()
+void TestFdxVocabulary::defaultsAreThoseOfAnEmptyScript()
 {
-    ElementSettings settings;
-    settings.paragraphSpec.startsNewPage = true;
-    settings.paragraphSpec.alignment = Qt::AlignRight;
-    settings.applyFdxAppDefaults(Parenthetical);
-    QCOMPARE(settings.type, s("Parenthetical"));
-    QCOMPARE(settings.paragraphSpec.firstIndent, -0.1);
-    QCOMPARE(settings.paragraphSpec.leftIndent, 2.0);
-    QCOMPARE(settings.paragraphSpec.rightIndent, 4.5);
-    QCOMPARE(settings.paragraphSpec.alignment, Qt::Alignment(Qt::AlignLeft));
-    QVERIFY(settings.paragraphSpec.startsNewPage);
-    QCOMPARE(int(settings.returnKey), int(Dialogue));
-
-    settings.applyFdxAppDefaults(Shot);
-    QCOMPARE(int(settings.paginateAs), int(SceneHeading));
-    QCOMPARE(settings.paragraphSpec.spaceBefore, 22);
-    QCOMPARE(int(settings.paragraphSpec.style), int(AllCaps));
-
-    settings.applyFdxAppDefaults(NoElement);
-    QVERIFY(settings.type.isNull());
-    QCOMPARE(int(settings.paginateAs), int(SceneHeading));
-    QCOMPARE(settings.paragraphSpec.spaceBefore, 22);
+    // What a new script of version 6 says; the older defaults have other spaces before paragraphs.
+    MVRDomDoc dom;
+    QFile file(s(MVR_TEST_DATA "/fdx/finaldraft-v6-empty.fdx"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    parse(&dom, file.readAll());
+    int compared = 0;
+    for (QDomElement element = dom.find(s("/FinalDraft/ElementSettings")); !element.isNull();
+         element = element.nextSiblingElement(s("ElementSettings"))) {
+        const ElementType type = toElementType(element.attribute(s("Type")));
+        if (type < SceneHeading || type > Dialogue)
+            continue;
+        const QDomElement behavior = element.firstChildElement(s("Behavior"));
+        const QDomElement font = element.firstChildElement(s("FontSpec"));
+        ParagraphAttr read;
+        read.fromDomElement(element.firstChildElement(s("ParagraphSpec")), 72);
+        ElementSettings defaults;
+        defaults.paragraphSpec.startsNewPage = true; // no default's business
+        defaults.applyFdxAppDefaults(type);
+        QCOMPARE(defaults.type, element.attribute(s("Type")));
+        QCOMPARE(toString(defaults.paginateAs), behavior.attribute(s("PaginateAs")));
+        QCOMPARE(toString(defaults.returnKey), behavior.attribute(s("ReturnKey")));
+        QCOMPARE(bool(defaults.paragraphSpec.style & AllCaps),
+                 font.attribute(s("Style")) == s("AllCaps"));
+        QCOMPARE(defaults.paragraphSpec.leftIndent, read.leftIndent);
+        QCOMPARE(defaults.paragraphSpec.firstIndent, read.firstIndent);
+        QVERIFY(defaults.paragraphSpec.startsNewPage);
+        ++compared;
+    }
+    QCOMPARE(compared, 5);
 }
 
 QTEST_MAIN(TestFdxVocabulary)

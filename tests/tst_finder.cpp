@@ -29,6 +29,7 @@ private Q_SLOTS:
     void listsAnchors();
     void trims_data();
     void trims();
+    void trimsFragmentsAndSelections();
     void findsTheClosestWord_data();
     void findsTheClosestWord();
     void clampsRanges();
@@ -60,44 +61,24 @@ void TestFinder::findsFragmentsAndRuns_data()
     QTest::addColumn<QString>("fragment");
     QTest::addColumn<QString>("run");
 
-    QTest::newRow("nothing") << "abc"
-                             << "..." << 0 << 0 << "none"
-                             << "none";
-    QTest::newRow("first of two") << "abcdefg"
-                                  << ".aa.aa." << 0 << 0 << "1-3"
-                                  << "1-3";
-    QTest::newRow("behind the selection") << "abcdefg"
-                                          << ".aa.aa." << 1 << 3 << "4-6"
-                                          << "4-6";
-    QTest::newRow("backward selection") << "abcdefg"
-                                        << ".aa.aa." << 3 << 1 << "4-6"
-                                        << "4-6";
-    QTest::newRow("at a run's end") << "abcdefg"
-                                    << ".aa.aa." << 3 << 3 << "4-6"
-                                    << "4-6";
-    QTest::newRow("from inside") << "abcdefg"
-                                 << ".aaaaa." << 3 << 3 << "1-6"
-                                 << "1-6";
-    QTest::newRow("behind the last") << "abc"
-                                     << "aa." << 0 << 2 << "none"
-                                     << "none";
-    QTest::newRow("other formatting inside") << "abcdef"
-                                             << "aaAAaa" << 3 << 3 << "2-4"
-                                             << "0-6";
-    QTest::newRow("over a paragraph end") << "ab\ncd"
-                                          << "aa.aa" << 3 << 3 << "3-5"
-                                          << "0-5";
-    QTest::newRow("plain text at the paragraph end") << "ab\ncd"
-                                                     << "a..aa" << 1 << 1 << "3-5"
-                                                     << "3-5";
-    QTest::newRow("empty paragraph of the run") << "ab\n\ncd"
-                                                << "aaa.aa" << 0 << 0 << "0-2"
-                                                << "0-6";
-    QTest::newRow("plain empty paragraph") << "ab\n\ncd"
-                                           << "aa.aaa" << 0 << 0 << "0-2"
-                                           << "0-2";
-    QTest::newRow("surrogate pairs") << QString::fromUtf8("a😀b") << ".aa." << 0 << 0 << "1-3"
-                                     << "1-3";
+    const auto row = [](const char *name, const char *text, const char *marks, int anchor,
+                        int position, const char *fragment, const char *run) {
+        QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(marks) << anchor
+                            << position << QString::fromUtf8(fragment) << QString::fromUtf8(run);
+    };
+    row("nothing", "abc", "...", 0, 0, "none", "none");
+    row("first of two", "abcdefg", ".aa.aa.", 0, 0, "1-3", "1-3");
+    row("behind the selection", "abcdefg", ".aa.aa.", 1, 3, "4-6", "4-6");
+    row("backward selection", "abcdefg", ".aa.aa.", 3, 1, "4-6", "4-6");
+    row("at a run's end", "abcdefg", ".aa.aa.", 3, 3, "4-6", "4-6");
+    row("from inside", "abcdefg", ".aaaaa.", 3, 3, "1-6", "1-6");
+    row("behind the last", "abc", "aa.", 0, 2, "none", "none");
+    row("other formatting inside", "abcdef", "aaAAaa", 3, 3, "2-4", "0-6");
+    row("over a paragraph end", "ab\ncd", "aa.aa", 3, 3, "3-5", "0-5");
+    row("plain text at the paragraph end", "ab\ncd", "a..aa", 1, 1, "3-5", "3-5");
+    row("empty paragraph of the run", "ab\n\ncd", "aaa.aa", 0, 0, "0-2", "0-6");
+    row("plain empty paragraph", "ab\n\ncd", "aa.aaa", 0, 0, "0-2", "0-2");
+    row("surrogate pairs", "a😀b", ".aa.", 0, 0, "1-3", "1-3");
 }
 
 void TestFinder::findsFragmentsAndRuns()
@@ -120,22 +101,19 @@ void TestFinder::findsTheRunAtAPosition_data()
     QTest::addColumn<int>("position");
     QTest::addColumn<QString>("run");
 
-    QTest::newRow("inside") << "abcdef"
-                            << ".aAAa." << 3 << "1-5";
-    QTest::newRow("at the start: the character behind") << "abcdef"
-                                                        << ".aaaa." << 1 << "1-5";
-    QTest::newRow("at the end: the character before") << "abcdef"
-                                                      << ".aaaa." << 5 << "1-5";
-    QTest::newRow("apart") << "abcdef"
-                           << "aa..aa" << 3 << "none";
-    QTest::newRow("start of a paragraph") << "ab\ncd"
-                                          << ".aaaa" << 3 << "1-5";
-    QTest::newRow("end of a paragraph, note in the next") << "ab\ncd"
-                                                          << "....a" << 2 << "none";
-    QTest::newRow("empty paragraph inside") << "ab\n\ncd"
-                                            << "aaaaaa" << 3 << "0-6";
-    QTest::newRow("empty paragraph before") << "\nab"
-                                            << ".aa" << 0 << "none";
+    const auto row
+        = [](const char *name, const char *text, const char *marks, int position, const char *run) {
+              QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(marks) << position
+                                  << QString::fromUtf8(run);
+          };
+    row("inside", "abcdef", ".aAAa.", 3, "1-5");
+    row("at the start: the character behind", "abcdef", ".aaaa.", 1, "1-5");
+    row("at the end: the character before", "abcdef", ".aaaa.", 5, "1-5");
+    row("apart", "abcdef", "aa..aa", 3, "none");
+    row("start of a paragraph", "ab\ncd", ".aaaa", 3, "1-5");
+    row("end of a paragraph, note in the next", "ab\ncd", "....a", 2, "none");
+    row("empty paragraph inside", "ab\n\ncd", "aaaaaa", 3, "0-6");
+    row("empty paragraph before", "\nab", ".aa", 0, "none");
 }
 
 void TestFinder::findsTheRunAtAPosition()
@@ -173,22 +151,19 @@ void TestFinder::answersForSelections_data()
     QTest::addColumn<bool>("has");
     QTest::addColumn<bool>("isIn");
 
-    QTest::newRow("all selected") << "abc"
-                                  << "aaa" << 0 << 3 << true << true;
-    QTest::newRow("part selected") << "abc"
-                                   << ".a." << 0 << 3 << true << false;
-    QTest::newRow("next to it") << "abc"
-                                << ".a." << 0 << 1 << false << false;
-    QTest::newRow("over an empty paragraph") << "a\n\nb"
-                                             << "a..a" << 0 << 4 << true << true;
-    QTest::newRow("only a paragraph end") << "a\nb"
-                                          << "aaa" << 1 << 2 << false << false;
-    QTest::newRow("position behind") << "abc"
-                                     << ".a." << 2 << 2 << true << true;
-    QTest::newRow("position before") << "abc"
-                                     << ".a." << 1 << 1 << false << false;
-    QTest::newRow("position at the start of the document") << "abc"
-                                                           << "aa." << 0 << 0 << true << true;
+    const auto row = [](const char *name, const char *text, const char *marks, int anchor,
+                        int position, bool has, bool isIn) {
+        QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(marks) << anchor
+                            << position << has << isIn;
+    };
+    row("all selected", "abc", "aaa", 0, 3, true, true);
+    row("part selected", "abc", ".a.", 0, 3, true, false);
+    row("next to it", "abc", ".a.", 0, 1, false, false);
+    row("over an empty paragraph", "a\n\nb", "a..a", 0, 4, true, true);
+    row("only a paragraph end", "a\nb", "aaa", 1, 2, false, false);
+    row("position behind", "abc", ".a.", 2, 2, true, true);
+    row("position before", "abc", ".a.", 1, 1, false, false);
+    row("position at the start of the document", "abc", "aa.", 0, 0, true, true);
 }
 
 void TestFinder::answersForSelections()
@@ -263,15 +238,19 @@ void TestFinder::trims_data()
     QTest::addColumn<int>("limit");
     QTest::addColumn<QString>("trimmed");
 
-    QTest::newRow("nothing to trim") << "a b" << true << 0 << 0 << "a b";
-    QTest::newRow("all kinds of white space") << " \t\n\u2028a \n" << false << 0 << 0 << "a";
-    QTest::newRow("some stays") << "\n  a\t \n" << false << 1 << 2 << " a\t ";
-    QTest::newRow("less than may stay") << " a" << false << 3 << 3 << " a";
-    QTest::newRow("negative counts") << " a " << false << -1 << -1 << "a";
-    QTest::newRow("nothing but white space") << " \n " << false << 0 << 0 << "";
-    QTest::newRow("empty paragraphs stay") << "a\n\n\nb" << false << 0 << 0 << "a\n\n\nb";
-    QTest::newRow("empty paragraphs shrink")
-        << "a\n\n\n\nb\n\nc" << true << 0 << 0 << "a\n\nb\n\nc";
+    const auto row = [](const char *name, const char *text, bool emptyLines, int count, int limit,
+                        const char *trimmed) {
+        QTest::newRow(name) << QString::fromUtf8(text) << emptyLines << count << limit
+                            << QString::fromUtf8(trimmed);
+    };
+    row("nothing to trim", "a b", true, 0, 0, "a b");
+    row("all kinds of white space", " \t\n\u2028a \n", false, 0, 0, "a");
+    row("some stays", "\n  a\t \n", false, 1, 2, " a\t ");
+    row("less than may stay", " a", false, 3, 3, " a");
+    row("negative counts", " a ", false, -1, -1, "a");
+    row("nothing but white space", " \n ", false, 0, 0, "");
+    row("empty paragraphs stay", "a\n\n\nb", false, 0, 0, "a\n\n\nb");
+    row("empty paragraphs shrink", "a\n\n\n\nb\n\nc", true, 0, 0, "a\n\nb\n\nc");
 }
 
 void TestFinder::trims()
@@ -294,6 +273,25 @@ void TestFinder::trims()
     QCOMPARE(document.toPlainText(), before);
 }
 
+void TestFinder::trimsFragmentsAndSelections()
+{
+    QTextDocument document;
+    fill(&document, QStringLiteral(" \n ab "), QStringLiteral("BBBBBB"));
+    const QTextDocumentFragment trimmed = MVRTextUtil::trimmed(QTextDocumentFragment(&document));
+    QTextDocument result;
+    QTextCursor(&result).insertFragment(trimmed);
+    QCOMPARE(result.toPlainText(), QStringLiteral("ab"));
+    QCOMPARE(MarkedText::marks(result), QStringLiteral("BB"));
+    QVERIFY(MVRTextUtil::trimmed(QTextDocumentFragment()).isEmpty());
+
+    bool changed = true;
+    MVRTextUtil::trim(select(&document, 3, 3), false, 0, 0, &changed);
+    QVERIFY(!changed);
+    MVRTextUtil::trim(select(&document, 6, 2), false, 0, 0, &changed);
+    QVERIFY(changed);
+    QCOMPARE(document.toPlainText(), QStringLiteral(" \nab"));
+}
+
 void TestFinder::findsTheClosestWord_data()
 {
     QTest::addColumn<QString>("text");
@@ -303,48 +301,26 @@ void TestFinder::findsTheClosestWord_data()
     QTest::addColumn<QString>("forward");
     QTest::addColumn<QString>("withOtherParagraphs"); // searched backward
 
-    QTest::newRow("inside a word") << "one two"
-                                   << "......." << 5 << "two"
-                                   << ""
-                                   << "two";
-    QTest::newRow("at a word's start") << "one two"
-                                       << "......." << 4 << "two"
-                                       << "two"
-                                       << "two";
-    QTest::newRow("at a word's end") << "one two"
-                                     << "......." << 3 << "one"
-                                     << "two"
-                                     << "one";
-    QTest::newRow("between signs") << "one -- two"
-                                   << ".........." << 5 << "one"
-                                   << "two"
-                                   << "one";
-    QTest::newRow("in an empty paragraph") << "one\n\ntwo"
-                                           << "........" << 4 << ""
-                                           << ""
-                                           << "one";
-    QTest::newRow("skipped words") << "one two six"
-                                   << "....aaa...." << 7 << "one"
-                                   << "six"
-                                   << "one";
-    QTest::newRow("partly skipped word") << "one two"
-                                         << ".a....." << 2 << ""
-                                         << "two"
-                                         << "";
-    QTest::newRow("apostrophe") << "don't go"
-                                << "........" << 1 << "don't"
-                                << "go"
-                                << "don't";
-    QTest::newRow("no words") << "*** !"
-                              << "....." << 2 << ""
-                              << ""
-                              << "";
-    QTest::newRow("beyond the plane") << QString::fromUtf8("𝐀𝐁 x") << "......" << 6 << "x"
-                                      << ""
-                                      << "x";
-    QTest::newRow("script without blanks")
-        << QString::fromUtf8("你好") << ".." << 1 << QString::fromUtf8("好")
-        << QString::fromUtf8("好") << QString::fromUtf8("好");
+    const auto row
+        = [](const char *name, const char *text, const char *marks, int position,
+             const char *backward, const char *forward, const char *withOtherParagraphs) {
+              QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(marks) << position
+                                  << QString::fromUtf8(backward) << QString::fromUtf8(forward)
+                                  << QString::fromUtf8(withOtherParagraphs);
+          };
+    row("inside a word", "one two", ".......", 5, "two", "", "two");
+    row("at a word's start", "one two", ".......", 4, "two", "two", "two");
+    row("at a word's end", "one two", ".......", 3, "one", "two", "one");
+    row("between signs", "one -- two", "..........", 5, "one", "two", "one");
+    row("in an empty paragraph", "one\n\ntwo", "........", 4, "", "", "one");
+    row("skipped words", "one two six", "....aaa....", 7, "one", "six", "one");
+    row("partly skipped word", "one two", ".a.....", 2, "", "two", "");
+    row("word skipped for its first letter", "one two", "....a..", 7, "one", "", "one");
+    row("word skipped for its last letter", "one two", "......a", 5, "one", "", "one");
+    row("apostrophe", "don't go", "........", 1, "don't", "go", "don't");
+    row("no words", "*** !", ".....", 2, "", "", "");
+    row("beyond the plane", "𝐀𝐁 x", "......", 6, "x", "", "x");
+    row("script without blanks", "你好", "..", 1, "好", "好", "好");
 }
 
 void TestFinder::findsTheClosestWord()

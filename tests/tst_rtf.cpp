@@ -193,7 +193,7 @@ void TestRtf::readsText_data()
         "{\\field{\\*\\fldinst EQ \\\\* jc2 \\\\o\\\\ad(\\\\s\\\\up 9(kana),words)}{\\fldrslt}}"
         "{\\field{\\*\\fldinst EQ \\\\s\\\\up(),}{\\fldrslt r}}",
         "words（kana）r");
-    row("hidden and deleted", " a{\\v h\\par}{\\deleted d}b", "ab");
+    row("hidden and deleted", " a{\\v h\\par}{\\deleted d\\plain e}b", "ab");
     row("bad hex", "\\'zz\\'4g", "zz4g");
     row("too many ends", " a}b}c", "a");
     row("destination without a group", " a\\stylesheet b\\nosupersub c", "abc");
@@ -343,6 +343,7 @@ void TestRtf::readsBlockFormat_data()
     row("x\\sect a", [](F &f) { f.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore); });
     row("x\\sect\\sectd\\sbknone a", [](F &) {});
     row("x\\page a\\par b", [](F &) {});
+    row("x\\sect a\\par b", [](F &) {});
     row("\\rtlpar\\outlinelevel1 a",
         [](F &f) { f.setLayoutDirection(Qt::RightToLeft), f.setHeadingLevel(2); });
     row("{\\qc a\\par}b", [](F &) {});

@@ -27,6 +27,8 @@ private Q_SLOTS:
     void charFormats();
     void blockFormats_data();
     void blockFormats();
+    void boundsOfNumbers_data();
+    void boundsOfNumbers();
     void pageBreakBehindParagraph();
     void tabStops();
     void linksOverRuns();
@@ -276,6 +278,85 @@ void TestRtfRoundTrip::blockFormats()
     cursor.insertText(QStringLiteral("again"));
     cursor.insertBlock(format);
     compareRoundTrip(document);
+}
+
+void TestRtfRoundTrip::boundsOfNumbers_data()
+{
+    QTest::addColumn<int>("property");
+    QTest::addColumn<double>("least");
+    QTest::addColumn<double>("most");
+    QTest::addColumn<double>("step"); // to the first value beyond; below 1 for reals
+    const auto enumerated = [](const char *name, int property, int least, int most) {
+        QTest::newRow(name) << property << double(least) << double(most) << 1.0;
+    };
+    const auto measured = [](const char *name, int property, double least, double most) {
+        QTest::newRow(name) << property << least << most << 0.5;
+    };
+    using F = QTextFormat;
+    enumerated("direction", F::LayoutDirection, Qt::LeftToRight, Qt::LayoutDirectionAuto);
+    enumerated("kind of line height", F::LineHeightType, QTextBlockFormat::SingleHeight,
+               QTextBlockFormat::LineDistanceHeight);
+    enumerated("marker", F::BlockMarker, int(QTextBlockFormat::MarkerType::NoMarker),
+               int(QTextBlockFormat::MarkerType::Checked));
+    enumerated("heading", F::HeadingLevel, 0, 6);
+    enumerated("page breaks", F::PageBreakPolicy, F::PageBreak_Auto,
+               F::PageBreak_AlwaysBefore | F::PageBreak_AlwaysAfter);
+    enumerated("capitals", F::FontCapitalization, QFont::MixedCase, QFont::Capitalize);
+    enumerated("kind of letter spacing", F::FontLetterSpacingType, QFont::PercentageSpacing,
+               QFont::AbsoluteSpacing);
+    enumerated("style of face", F::FontStyleHint, QFont::Helvetica, QFont::Fantasy);
+    enumerated("hinting", F::FontHintingPreference, QFont::PreferDefaultHinting,
+               QFont::PreferFullHinting);
+    enumerated("baseline", F::TextVerticalAlignment, QTextCharFormat::AlignNormal,
+               QTextCharFormat::AlignBaseline);
+    enumerated("underline", F::TextUnderlineStyle, QTextCharFormat::NoUnderline,
+               QTextCharFormat::SpellCheckUnderline);
+    enumerated("size in pixels", F::FontPixelSize, 1, 10000);
+    measured("line height", F::LineHeight, 0, 1e6);
+    measured("margin", F::BlockTopMargin, -1e6, 1e6);
+    measured("right edge", MVRTextFormat::BlockRightIndentProperty, -1e6, 1e6);
+    measured("letter spacing", F::FontLetterSpacing, -1e6, 1e6);
+}
+
+// A file says only what Qt has a meaning for, and a reader believes no more.
+void TestRtfRoundTrip::boundsOfNumbers()
+{
+    QFETCH(const int, property);
+    QFETCH(const double, least);
+    QFETCH(const double, most);
+    QFETCH(const double, step);
+    const bool isWhole = step == 1.0;
+    const auto variant
+        = [isWhole](double number) { return isWhole ? QVariant(int(number)) : QVariant(number); };
+    const auto written = [&](double number) {
+        QTextDocument document;
+        QTextBlockFormat block;
+        block.setProperty(property, variant(number));
+        QTextCharFormat chars;
+        chars.setProperty(property, variant(number));
+        QTextCursor cursor(&document);
+        cursor.setBlockFormat(block);
+        cursor.insertText(QStringLiteral("x"), chars);
+        return MVRTextRtf::toRtfCData(&document, false);
+    };
+    const auto holds = [&](const QByteArray &rtf, double number) {
+        QTextDocument read;
+        return MVRTextRtf::fromRtfCData(rtf, &read)
+            && (read.begin().blockFormat().property(property) == variant(number)
+                || read.begin().begin().fragment().charFormat().property(property)
+                    == variant(number));
+    };
+    QVERIFY(holds(written(least), least));
+    QVERIFY(holds(written(most), most));
+    QVERIFY(!holds(written(least - step), least - step));
+    QVERIFY(!holds(written(most + step), most + step));
+
+    // A file that was made to say more.
+    const QByteArray said = isWhole ? "i:" + QByteArray::number(int(most)) : "d:1e+06";
+    const QByteArray beyond = (isWhole ? "i:" : "d:") + QByteArray::number(most + step, 'g', 9);
+    QByteArray forged = written(most);
+    QVERIFY(forged.contains(said));
+    QVERIFY(!holds(forged.replace(said, beyond), most + step));
 }
 
 void TestRtfRoundTrip::pageBreakBehindParagraph()
