@@ -1,13 +1,14 @@
 # SPDX-License-Identifier: MIT
 # The front door. Everything a fresh machine needs is installed by scripts/install-deps.
 .DEFAULT_GOAL := help
-.PHONY: help deps build demo test nightly asan format format-check tidy bench interop fuzz install clean
+.PHONY: help deps build demo test nightly asan coverage mutants format format-check tidy bench interop fuzz install clean
 
 BUILD := build/dev
 JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
 FUZZ_SECONDS ?= 60
 RTF_DOCUMENTS ?= 4000
+MUTANTS ?= 220
 
 help: ## Show what can be made
 	@awk -F ':.*## ' '/^[a-z-]+:.*## /{printf "  make %-14s %s\n", $$1, $$2}' $(MAKEFILE_LIST)
@@ -27,14 +28,26 @@ demo: deps ## Convert the example screenplay and show what comes out
 test: build ## Run the whole test suite
 	@ctest --preset dev -j $(JOBS)
 
-nightly: build ## Round trips of RTF_DOCUMENTS random documents (minutes)
+nightly: build ## Round trips of RTF_DOCUMENTS random documents, static checks of everything
 	@MVR_RANDOM_DOCUMENTS=$(RTF_DOCUMENTS) QT_QPA_PLATFORM=offscreen \
 		$(BUILD)/tests/tst_rtfroundtrip randomDocuments -silent
+	@scripts/tidy $(BUILD) --all
 
 asan: deps ## Run the test suite under AddressSanitizer and UndefinedBehaviorSanitizer
 	@cmake --preset asan >/dev/null
 	@cmake --build --preset asan -j $(JOBS)
 	@ctest --preset asan -j $(JOBS)
+
+coverage: deps ## Lines and branches that the tests run, by file
+	@scripts/install-deps gcovr
+	@cmake --preset coverage >/dev/null
+	@cmake --build --preset coverage -j $(JOBS)
+	@find build/coverage -name '*.gcda' -delete
+	@ctest --preset coverage -j $(JOBS) >build/coverage/tests.log || (cat build/coverage/tests.log; false)
+	@scripts/coverage build/coverage
+
+mutants: deps ## Change MUTANTS lines of the library, one at a time, and see whether tests fail
+	@scripts/mutants --count $(MUTANTS) --jobs $(JOBS)
 
 format: ## Format all sources in place
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i
@@ -42,7 +55,7 @@ format: ## Format all sources in place
 format-check: deps
 	@git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
 
-tidy: build ## Static checks
+tidy: build ## Static checks of what differs from the upstream branch
 	@scripts/tidy $(BUILD)
 
 bench: deps ## Measure against the floors (minutes)
