@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <tool/Table.h>
 
+#include <tool/Columns.h>
+
 #include <algorithm>
 
 #include <sys/ioctl.h>
@@ -10,25 +12,6 @@ namespace {
 
 constexpr int gap = 2;
 constexpr int minCutWidth = 8;
-
-// 0 when the standard output is no terminal.
-int terminalWidth()
-{
-    winsize size = {};
-    if (!isatty(STDOUT_FILENO) || ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0)
-        return 0;
-    return size.ws_col;
-}
-
-QString cut(const QString &cell, int width)
-{
-    if (cell.size() <= width)
-        return cell;
-    int end = width - 1;
-    if (end > 0 && cell.at(end - 1).isHighSurrogate())
-        --end;
-    return cell.left(end) + QChar(0x2026);
-}
 
 }
 
@@ -45,21 +28,28 @@ void Table::addRow(const QStringList &cells)
     m_rows.append(row);
 }
 
-QVector<int> Table::columnWidths() const
+int Table::terminalWidth()
+{
+    winsize size = {};
+    if (!isatty(STDOUT_FILENO) || ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0)
+        return 0;
+    return size.ws_col;
+}
+
+QVector<int> Table::columnWidths(int maxWidth) const
 {
     QVector<int> widths(m_rows.first().size(), 0);
     for (const QStringList &row : m_rows) {
         for (int column = 0; column < row.size(); ++column)
-            widths[column] = qMax(widths[column], row[column].size());
+            widths[column] = qMax(widths[column], columnCount(row[column]));
     }
-    const int terminal = terminalWidth();
-    if (terminal <= 0)
+    if (maxWidth <= 0)
         return widths;
     int total = gap * (widths.size() - 1);
     for (const int width : qAsConst(widths))
         total += width;
     // The widest column gives first, letter by letter, so that the narrow ones stay whole.
-    while (total > terminal) {
+    while (total > maxWidth) {
         int &widest = *std::max_element(widths.begin(), widths.end());
         if (widest <= minCutWidth)
             break;
@@ -69,14 +59,16 @@ QVector<int> Table::columnWidths() const
     return widths;
 }
 
-QString Table::toString() const
+QString Table::toString(int maxWidth) const
 {
-    const QVector<int> widths = columnWidths();
+    const QVector<int> widths = columnWidths(maxWidth);
     QString text;
     for (const QStringList &row : m_rows) {
         QString line;
-        for (int column = 0; column < row.size(); ++column)
-            line += cut(row[column], widths[column]).leftJustified(widths[column] + gap);
+        for (int column = 0; column < row.size(); ++column) {
+            const QString cell = cutToColumns(row[column], widths[column]);
+            line += cell + QString(widths[column] + gap - columnCount(cell), QLatin1Char(' '));
+        }
         text += line.trimmed() + QLatin1Char('\n');
     }
     return text;
