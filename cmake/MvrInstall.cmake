@@ -29,4 +29,11 @@ if(MVR_BUILD_TOOL)
     install(TARGETS mvrtext RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
     install(FILES ${PROJECT_SOURCE_DIR}/docs/mvrtext.1
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    set(completion ${PROJECT_BINARY_DIR}/tool/completion)
+    install(FILES ${completion}.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+        RENAME mvrtext)
+    install(FILES ${completion}.zsh DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions
+        RENAME _mvrtext)
+    install(FILES ${completion}.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
+        RENAME mvrtext.fish)
 endif()

@@ -98,7 +98,7 @@ void TestTool::exitCodes_data()
     QTest::newRow("neither way") << "markup a.txt -o b.txt" << 2 << "either";
     QTest::newRow("bad style") << "endnotes --style pdf a.txt -o b.txt" << 2 << "pdf";
     QTest::newRow("notes of a book without a file")
-        << "endnotes --style ebook a.txt -o - --as html" << 2 << "--notes-out";
+        << "endnotes --style ebook a.txt -o - --to html" << 2 << "--notes-out";
     QTest::newRow("notes over the input")
         << "endnotes a.txt -o b.txt --notes-out b.txt" << 1 << "nothing was written";
     QTest::newRow("no such file") << "notes nowhere.fdx" << 1 << "mvrtext: nowhere\\.fdx: ";

@@ -67,12 +67,12 @@ void TestToolNotes::exitCodes_data()
     QTest::addColumn<int>("exitCode");
     QTest::addColumn<QString>("message");
 
-    QTest::newRow("no output") << "notes in.rtf --to inline" << 2 << "-o OUT";
-    QTest::newRow("no change") << "notes in.rtf -o out.rtf" << 2 << "--to";
-    QTest::newRow("no such kind") << "notes in.rtf --to poems -o out.rtf" << 2 << "poems";
+    QTest::newRow("no output") << "notes in.rtf --make inline" << 2 << "-o OUT";
+    QTest::newRow("no change") << "notes in.rtf -o out.rtf" << 2 << "--make";
+    QTest::newRow("no such kind") << "notes in.rtf --make poems -o out.rtf" << 2 << "poems";
     QTest::newRow("one string") << "notes in.rtf --enclose [ -o out.rtf" << 2 << "two strings";
     QTest::newRow("itself") << "notes in.rtf --trim -o in.rtf" << 1 << "input itself";
-    QTest::newRow("links without change") << "links in.rtf -o out.rtf" << 2 << "--clear";
+    QTest::newRow("links without change") << "links in.rtf -o out.rtf" << 2 << "--remove items";
     QTest::newRow("links of nothing") << "links nowhere.rtf" << 1 << "nowhere";
 }
 
@@ -109,7 +109,7 @@ void TestToolNotes::movesNotes_data()
 void TestToolNotes::movesNotes()
 {
     QFETCH(const QString, kind);
-    const QString arguments = QStringLiteral("notes in.rtf -o out.rtf --to ") + kind;
+    const QString arguments = QStringLiteral("notes in.rtf -o out.rtf --make ") + kind;
     const Run run = mvrtext(arguments.toUtf8().constData(), m_folder->path());
     QVERIFY2(run.exitCode == 0 && run.errors.isEmpty(), run.errors.constData());
     QTEST(kinds("out.rtf").join(QLatin1Char('|')), "notes");
@@ -117,11 +117,11 @@ void TestToolNotes::movesNotes()
 
 void TestToolNotes::saysWhatWouldMove()
 {
-    const Run run = mvrtext("notes in.rtf --to comments --dry-run", m_folder->path());
+    const Run run = mvrtext("notes in.rtf --make comments --dry-run", m_folder->path());
     QCOMPARE(run.output,
              QByteArray("1 footnote -> comments\n1 inline annotation -> comments\n"
                         "1 inline footnote -> comments\n"));
-    const Run none = mvrtext("notes out.rtf --to inline --dry-run", m_folder->path());
+    const Run none = mvrtext("notes out.rtf --make inline --dry-run", m_folder->path());
     QCOMPARE(none.exitCode, 1);
     m_folder->write(QStringLiteral("bare.txt"), "no note");
     QCOMPARE(mvrtext("notes bare.txt --remove all --dry-run", m_folder->path()).output,
@@ -138,7 +138,7 @@ void TestToolNotes::removesTrimsAndEncloses_data()
     QTest::newRow("brackets") << "--remove inline-footnotes --enclose [] --as-text"
                               << "Some text and second word  [aside], then on.";
     QTest::newRow("everything in brackets")
-        << "--to annotations --trim --enclose << --as-text"
+        << "--make annotations --trim --enclose << --as-text"
         << "Some text <said  A< and second <Below.< word  <aside<, then <noted<  on.";
 }
 
@@ -162,9 +162,10 @@ void TestToolNotes::listsAndRemovesLinks()
         = QJsonDocument::fromJson(mvrtext("links --json in2.rtf", m_folder->path()).output).array();
     QCOMPARE(links.size(), 1);
     QCOMPARE(links[0][QLatin1String("item")].toInt(), 42);
-    QCOMPARE(mvrtext("links in.html --to-text -o - --as md", m_folder->path()).output.trimmed(),
-             QByteArray("See **chapter two**, [web](http://a/b)."));
-    QCOMPARE(mvrtext("links in2.rtf --clear -o - --as md", m_folder->path()).output.trimmed(),
+    QCOMPARE(
+        mvrtext("links in.html --remove items -o - --to md", m_folder->path()).output.trimmed(),
+        QByteArray("See **chapter two**, [web](http://a/b)."));
+    QCOMPARE(mvrtext("links in2.rtf --remove all -o - --to md", m_folder->path()).output.trimmed(),
              QByteArray("See chapter **two**, web."));
 }
 

@@ -2,91 +2,206 @@
 #include <tool/CommandLine.h>
 
 #include <tool/Messages.h>
+#include <tool/UserSettings.h>
 
-CommandLine::CommandLine(const char *name, const char *description, const char *examples)
-    : m_name(QString::fromLatin1(name))
-    , m_examples(QString::fromLatin1(examples))
+CommandLine::CommandLine(const Command &command, const QStringList &arguments)
+    : m_command(command)
 {
-    m_parser.setApplicationDescription(QString::fromLatin1(description));
-    m_parser.addOption(
-        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
-    m_parser.addPositionalArgument(m_name, QString(), m_name);
+    parse(arguments);
+    if (m_state == Ready)
+        readSettings();
+    if (m_state == Ready)
+        check();
 }
 
-void CommandLine::addFlag(const char *name, const char *description)
+/*! Whether all is there that has to be. */
+void CommandLine::check()
 {
-    m_parser.addOption({QString::fromLatin1(name), QString::fromLatin1(description)});
-}
-
-void CommandLine::addOption(const char *name, const char *description, const QString &valueName,
-                            const char *defaultValue)
-{
-    QStringList names(QString::fromLatin1(name));
-    if (names.first() == QLatin1String("output"))
-        names.prepend(QStringLiteral("o"));
-    m_parser.addOption(
-        {names, QString::fromLatin1(description), valueName, QString::fromLatin1(defaultValue)});
-}
-
-void CommandLine::addFile(const char *name, const char *description)
-{
-    m_parser.addPositionalArgument(QString::fromLatin1(name), QString::fromLatin1(description));
-    ++m_fileCount;
-}
-
-void CommandLine::addFiles(const char *name, const char *description)
-{
-    const QString text = QString::fromLatin1(name);
-    m_parser.addPositionalArgument(text, QString::fromLatin1(description),
-                                   text + QLatin1String("..."));
-    ++m_fileCount;
-    m_takesMore = true;
-}
-
-std::optional<int> CommandLine::parse(const QStringList &arguments)
-{
-    const bool isParsed = m_parser.parse(QStringList(QStringLiteral("mvrtext")) + arguments);
-    if (m_parser.isSet(QStringLiteral("help"))) {
-        printOutput(helpText());
-        return Success;
+    for (const Option &option : m_command.options) {
+        if (option.isRequired && !isSet(option.name))
+            return fail(QT_TRANSLATE_NOOP("mvrtext", "--%1 %2 is missing"),
+                        QLatin1String(option.name), QLatin1String(option.value));
     }
-    if (!isParsed)
-        return usageError(m_parser.errorText());
-    const int given = m_parser.positionalArguments().size() - 1;
-    if (given == m_fileCount || (given > m_fileCount && m_takesMore))
-        return std::nullopt;
-    return usageError(given < m_fileCount ? QStringLiteral("a file name is missing")
-                                          : QStringLiteral("too many file names"));
+    const bool repeats = !m_command.files.isEmpty() && m_command.files.last().repeats;
+    if (m_files.size() < m_command.files.size())
+        fail(QT_TRANSLATE_NOOP("mvrtext", "a file name is missing"));
+    else if (m_files.size() > m_command.files.size() && !repeats)
+        fail(QT_TRANSLATE_NOOP("mvrtext", "too many file names"));
 }
 
-bool CommandLine::isSet(const char *name) const
+void CommandLine::parse(const QStringList &arguments)
 {
-    return m_parser.isSet(QString::fromLatin1(name));
+    bool hasEnded = false; // "--": what follows are files
+    for (int at = 0; at < arguments.size() && m_state == Ready;) {
+        const QString &word = arguments.at(at);
+        if (hasEnded || word == QLatin1String("-") || !word.startsWith(QLatin1Char('-'))) {
+            m_files.append(word);
+            ++at;
+        } else if (word == QLatin1String("--")) {
+            hasEnded = true;
+            ++at;
+        } else {
+            at += parseOption(arguments, at);
+        }
+    }
 }
 
-QString CommandLine::value(const char *name) const
+/*! Takes the option at \a at with its value; \return how many arguments these are. */
+int CommandLine::parseOption(const QStringList &arguments, int at)
 {
-    return m_parser.value(QString::fromLatin1(name));
+    const QString word = arguments.at(at);
+    const bool isLong = word.startsWith(QLatin1String("--"));
+    const int equals = isLong ? word.indexOf(QLatin1Char('=')) : -1;
+    // "--name=value", "--name value", "-ovalue", "-o value"
+    QString name = isLong ? word.mid(2, equals < 0 ? -1 : equals - 2) : word.mid(1, 1);
+    const bool holdsValue = isLong ? equals >= 0 : word.size() > 2;
+    QString value = isLong ? word.mid(equals + 1) : word.mid(2);
+    if (name == QLatin1String("help") || name == QLatin1String("h")) {
+        m_state = HelpWanted;
+        return 1;
+    }
+    const bool takesValue = takesValueAs(name);
+    if (!findOption(name) && !findOldWord(name, QString()))
+        fail(QT_TRANSLATE_NOOP("mvrtext", "there is no option %1"), word);
+    else if (holdsValue && !takesValue)
+        fail(QT_TRANSLATE_NOOP("mvrtext", "%1 takes no value"), word);
+    const bool isBehind = takesValue && !holdsValue;
+    if (isBehind && at + 1 >= arguments.size())
+        fail(QT_TRANSLATE_NOOP("mvrtext", "%1 needs a value"), word);
+    if (m_state == Wrong)
+        return 1;
+    if (isBehind)
+        value = arguments.at(at + 1);
+    const Option *option = findOption(name);
+    if (const OldWord *old = findOldWord(name, value)) {
+        m_oldWords.append(*old);
+        option = findOption(QLatin1String(old->option));
+        if (old->value)
+            value = QLatin1String(old->value);
+    }
+    give(*option, option->value ? value : QString());
+    return isBehind ? 2 : 1;
 }
 
-QString CommandLine::file(int index) const
+/*! The former word \a name; one that is about certain values only when \a value is one of them. */
+const OldWord *CommandLine::findOldWord(const QString &name, const QString &value) const
 {
-    return m_parser.positionalArguments().value(index + 1);
+    for (const OldWord &old : m_command.oldWords) {
+        if (name == QLatin1String(old.name)
+            && (old.onlyFor.isEmpty() || old.onlyFor.contains(value.toLower())))
+            return &old;
+    }
+    return nullptr;
 }
 
-QStringList CommandLine::files() const
+bool CommandLine::takesValueAs(const QString &name) const
 {
-    return m_parser.positionalArguments().mid(1);
+    if (const Option *option = findOption(name))
+        return option->value;
+    const OldWord *old = findOldWord(name, QString());
+    return old && !old->value;
+}
+
+const Option *CommandLine::findOption(const QString &name) const
+{
+    for (const Option &option : m_command.options) {
+        const QString own = QLatin1String(option.name);
+        if (name == own || (name.size() == 1 && name.at(0) == QLatin1Char(letterOf(own))))
+            return &option;
+    }
+    return nullptr;
+}
+
+void CommandLine::give(const Option &option, const QString &value)
+{
+    const QString name = QLatin1String(option.name);
+    const QString word = option.choices.isEmpty() ? value : value.toLower();
+    if (!option.choices.isEmpty() && !option.takesOthers && !option.choices.contains(word))
+        fail(QT_TRANSLATE_NOOP("mvrtext", "--%1 does not take \"%2\""), name, value);
+    m_values.insert(name, word);
+}
+
+// A setting is a default for all subcommands that have the option.
+void CommandLine::readSettings()
+{
+    const QHash<QString, QString> settings = userSettings();
+    for (const Option &option : m_command.options) {
+        const QString name = QLatin1String(option.name);
+        const auto setting = settings.constFind(name);
+        if (setting == settings.constEnd())
+            continue;
+        if (!option.choices.isEmpty() && !option.choices.contains(setting->toLower()))
+            return fail(QT_TRANSLATE_NOOP("mvrtext", "%1 does not take what %2 says"), name,
+                        userSettingsFile());
+        m_settings.insert(name, option.choices.isEmpty() ? *setting : setting->toLower());
+    }
+}
+
+void CommandLine::fail(const char *reason, const QString &word, const QString &more)
+{
+    m_state = Wrong;
+    m_reason = reason;
+    m_word = word;
+    m_more = more;
+}
+
+QString CommandLine::error() const
+{
+    QString text = Tool::tr(m_reason);
+    if (!m_word.isEmpty())
+        text = text.arg(m_word);
+    return m_more.isEmpty() ? text : text.arg(m_more);
+}
+
+QStringList CommandLine::hints() const
+{
+    QStringList hints;
+    for (const OldWord &old : m_oldWords) {
+        QString now = QLatin1String("--") + QLatin1String(old.option);
+        if (old.value)
+            now += QLatin1Char(' ') + QLatin1String(old.value);
+        hints << Tool::tr("--%1 is called %2 now").arg(QLatin1String(old.name), now);
+    }
+    return hints;
+}
+
+bool CommandLine::isSet(const char *option) const
+{
+    return m_values.contains(QLatin1String(option));
+}
+
+QString CommandLine::value(const char *option) const
+{
+    const QString name = QLatin1String(option);
+    const auto given = m_values.constFind(name);
+    if (given != m_values.constEnd())
+        return *given;
+    const auto setting = m_settings.constFind(name);
+    if (setting != m_settings.constEnd())
+        return *setting;
+    const Option *found = findOption(name);
+    return found ? QString::fromLatin1(found->initial) : QString();
+}
+
+bool CommandLine::readNumber(const char *option, int least, int most, int *number,
+                             QString *error) const
+{
+    bool isNumber = false;
+    const int given = value(option).toInt(&isNumber);
+    if (isNumber && given >= least && given <= most) {
+        *number = given;
+        return true;
+    }
+    *error = Tool::tr("--%1 takes a number from %2 to %3")
+                 .arg(QLatin1String(option))
+                 .arg(least)
+                 .arg(most);
+    return false;
 }
 
 int CommandLine::usageError(const QString &reason) const
 {
-    printMessage(m_name, reason);
-    printMessage(QString(), QStringLiteral("see mvrtext %1 --help").arg(m_name));
+    printMessage(QLatin1String(m_command.name), reason);
+    printMessage(QString(), Tool::tr("see mvrtext %1 --help").arg(QLatin1String(m_command.name)));
     return UsageError;
-}
-
-QString CommandLine::helpText() const
-{
-    return m_parser.helpText() + QLatin1String("\nExamples:\n") + m_examples;
 }

@@ -1,56 +1,65 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QCommandLineParser>
+#include <tool/Command.h>
+
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
-#include <optional>
-
-/*! The command line of one subcommand: its options, its file arguments and its help. */
+/*! A parsed command line of one subcommand. */
 class CommandLine
 {
 public:
-    /*!
-        \param name         the subcommand
-        \param description  what it does
-        \param examples     lines of the help, each a command
-    */
-    CommandLine(const char *name, const char *description, const char *examples);
+    enum State {
+        Ready, /*!< the subcommand can run */
+        HelpWanted,
+        Wrong /*!< see error() */
+    };
 
-    /*! Adds an option that takes no value. */
-    void addFlag(const char *name, const char *description);
-    /*! Adds an option with a value; \a valueName says in the help what it is. "output" is "o" for
-        short. */
-    void addOption(const char *name, const char *description, const QString &valueName,
-                   const char *defaultValue = "");
-    /*! Adds a file argument; all of them must be given. */
-    void addFile(const char *name, const char *description);
-    /*! Adds the last file argument, of which there can be any number but none. */
-    void addFiles(const char *name, const char *description);
+    /*! \param arguments  what follows the name of the subcommand */
+    CommandLine(const Command &command, const QStringList &arguments);
 
-    /*!
-        Parses the arguments, from the name of the subcommand on.
+    const Command &command() const { return m_command; }
+    State state() const { return m_state; }
+    /*! What is wrong, translated. */
+    QString error() const;
+    /*! What to say instead of words of former versions, each a sentence. */
+    QStringList hints() const;
 
-        \return the program's exit code when there is nothing left to do: help was asked for and
-                shown, or the arguments are wrong and it was said why
-    */
-    std::optional<int> parse(const QStringList &arguments);
+    /*! Whether the option was given. */
+    bool isSet(const char *option) const;
+    /*! The option's value: as it was given, else as the user's settings have it, else its initial
+        one. Choices are in small letters. */
+    QString value(const char *option) const;
+    /*! The number that the option's value is; false, and \a error says so, for any other text and
+        for numbers that are not from \a least to \a most. */
+    bool readNumber(const char *option, int least, int most, int *number, QString *error) const;
 
-    bool isSet(const char *name) const;
-    QString value(const char *name) const;
-    QString file(int index) const;
-    QStringList files() const;
+    QString file(int index) const { return m_files.value(index); }
+    const QStringList &files() const { return m_files; }
 
     /*! Says on the standard error what is wrong and where help is; \return UsageError. */
     int usageError(const QString &reason) const;
 
 private:
-    QString helpText() const;
+    void parse(const QStringList &arguments);
+    int parseOption(const QStringList &arguments, int at);
+    const Option *findOption(const QString &name) const;
+    const OldWord *findOldWord(const QString &name, const QString &value) const;
+    bool takesValueAs(const QString &name) const;
+    void give(const Option &option, const QString &value);
+    void readSettings();
+    void check();
+    void fail(const char *reason, const QString &word = QString(), const QString &more = QString());
 
-    QString m_name;
-    QString m_examples;
-    QCommandLineParser m_parser;
-    int m_fileCount = 0;
-    bool m_takesMore = false;
+    const Command &m_command;
+    State m_state = Ready;
+    const char *m_reason = "";
+    QString m_word;
+    QString m_more;
+    QHash<QString, QString> m_values;
+    QHash<QString, QString> m_settings;
+    QVector<OldWord> m_oldWords;
+    QStringList m_files;
 };

@@ -42,11 +42,11 @@ const Format *findFormat(const QString &path, const QString &name, QString *erro
     if (format)
         return format;
     if (!name.isEmpty())
-        *error = QStringLiteral("unknown format \"%1\"").arg(name);
+        *error = Tool::tr("unknown format \"%1\"").arg(name);
     else if (path == QLatin1String("-"))
-        *error = QStringLiteral("a stream has no suffix: name its format");
+        *error = Tool::tr("a stream has no suffix: name its format");
     else
-        *error = QStringLiteral("cannot tell the format of \"%1\" by its suffix").arg(path);
+        *error = Tool::tr("cannot tell the format of \"%1\" by its suffix").arg(path);
     return nullptr;
 }
 
@@ -55,15 +55,15 @@ const Format *readableFormat(const QString &path, const QString &name, QString *
     const Format *format = findFormat(path, name, error);
     if (!format || format->read)
         return format;
-    *error = QStringLiteral("%1 is not read").arg(QString::fromLatin1(format->title));
+    *error = Tool::tr("%1 is not read").arg(QLatin1String(format->title));
     return nullptr;
 }
 
 bool loadDocument(const QString &path, const Format &format, const ReadOptions &options,
-                  Document &document, Progress &progress)
+                  Document &document, Listener &listener)
 {
-    const QString name = displayName(path, QStringLiteral("standard input"));
-    progress.setStep(QStringLiteral("Reading ") + name);
+    const QString name = displayName(path, Tool::tr("standard input"));
+    listener.setStep(Tool::tr("Reading %1").arg(name));
     QByteArray bytes;
     QString error;
     document.text.setUndoRedoEnabled(false);
@@ -71,22 +71,21 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
     document.text.setDefaultFont(QFont(QStringLiteral("Times New Roman"), 12));
     bool isRead = readInput(path, &bytes, &error) && format.read(bytes, options, document, &error);
     if (isRead && hasDeepTables(document.text)) {
-        error = QStringLiteral("its tables are nested too deep");
+        error = Tool::tr("its tables are nested too deep");
         isRead = false;
     }
     if (!isRead) {
-        printMessage(name, error);
+        listener.say(name, error);
         return false;
     }
     if (document.title.isEmpty() && path != QLatin1String("-"))
         document.title = QFileInfo(path).completeBaseName();
     if (!document.losses.isEmpty())
-        printMessage(name,
-                     QStringLiteral("not read: ") + document.losses.join(QLatin1String(", ")));
+        listener.say(name, Tool::tr("not read: %1").arg(document.losses.join(QLatin1String(", "))));
     return true;
 }
 
-int loadForReport(const CommandLine &commandLine, Document &document, Progress &progress)
+int loadForReport(const CommandLine &commandLine, Document &document, Listener &listener)
 {
     QString error;
     const Format *format = readableFormat(commandLine.file(0), commandLine.value("from"), &error);
@@ -94,6 +93,6 @@ int loadForReport(const CommandLine &commandLine, Document &document, Progress &
         return commandLine.usageError(error);
     ReadOptions options;
     options.capitals = false;
-    return loadDocument(commandLine.file(0), *format, options, document, progress) ? Success
+    return loadDocument(commandLine.file(0), *format, options, document, listener) ? Success
                                                                                    : Failure;
 }

@@ -4,7 +4,7 @@
 #include <QString>
 
 class CommandLine;
-class Progress;
+class Listener;
 struct Document;
 struct Format;
 struct ReadOptions;
@@ -28,11 +28,11 @@ const Format *readableFormat(const QString &path, const QString &name, QString *
     \return false when that failed; the reason was printed
 */
 bool loadDocument(const QString &path, const Format &format, const ReadOptions &options,
-                  Document &document, Progress &progress);
+                  Document &document, Listener &listener);
 
 /*!
     The same for a subcommand whose one argument is the file and whose option "from" its format.
 
     \return the program's exit code; Success when the document was read
 */
-int loadForReport(const CommandLine &commandLine, Document &document, Progress &progress);
+int loadForReport(const CommandLine &commandLine, Document &document, Listener &listener);

@@ -34,6 +34,5 @@ QString displayName(const QString &path, const QString &nameOfStream)
 
 QString counted(int count, const char *singular, const char *plural)
 {
-    return QString::number(count) + QLatin1Char(' ')
-        + QString::fromLatin1(count == 1 ? singular : plural);
+    return QString::number(count) + QLatin1Char(' ') + Tool::tr(count == 1 ? singular : plural);
 }

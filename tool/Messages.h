@@ -1,7 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
+
+/*! The context of all texts that the tool shows; tr() translates them. */
+class Tool
+{
+    Q_DECLARE_TR_FUNCTIONS(mvrtext)
+};
 
 /*! How a command ended; the program's exit code. */
 enum ExitCode { Success = 0, Failure = 1, UsageError = 2 };
@@ -15,5 +22,5 @@ void printOutput(const QString &text);
 /*! What messages call a file: its name, or what "-" stands for. */
 QString displayName(const QString &path, const QString &nameOfStream);
 
-/*! "1 note", "2 notes". */
+/*! "1 note", "2 notes": the number and the word for it, which is translated. */
 QString counted(int count, const char *singular, const char *plural);

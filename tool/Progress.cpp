@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <tool/Progress.h>
 
+#include <tool/Messages.h>
+
 #include <chrono>
 #include <cstdio>
 
@@ -30,6 +32,29 @@ void Progress::setStep(const QString &step)
     m_step = step.toUtf8();
 }
 
+void Progress::say(const QString &file, const QString &text)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    takeLineAway();
+    printMessage(file, text);
+}
+
+void Progress::print(const QString &text)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    takeLineAway();
+    printOutput(text);
+}
+
+void Progress::takeLineAway()
+{
+    if (!m_isShown)
+        return;
+    std::fputs("\r\033[K", stderr);
+    std::fflush(stderr);
+    m_isShown = false;
+}
+
 void Progress::run()
 {
     using namespace std::chrono;
@@ -41,7 +66,7 @@ void Progress::run()
         const double seconds = duration<double>(steady_clock::now() - start).count();
         std::fprintf(stderr, "\r\033[K%s ... %.0f s", m_step.constData(), seconds);
         std::fflush(stderr);
+        m_isShown = true;
     } while (!m_ended.wait_for(lock, milliseconds(250), [this] { return m_isEnding; }));
-    std::fputs("\r\033[K", stderr);
-    std::fflush(stderr);
+    takeLineAway();
 }

@@ -2,25 +2,34 @@
 #include <tool/Rewriting.h>
 
 #include <tool/CommandLine.h>
+#include <tool/CommonOptions.h>
 #include <tool/Document.h>
 #include <tool/Loading.h>
 #include <tool/Messages.h>
 #include <tool/Output.h>
+#include <tool/Progress.h>
 #include <tool/Saving.h>
 #include <tool/formats/Formats.h>
 
-Rewriting::Rewriting(CommandLine &commandLine, Inputs inputs)
+QVector<Option> Rewriting::options(bool outputIsRequired)
+{
+    Option output {"output",
+                   "OUT",
+                   QT_TRANSLATE_NOOP("mvrtext", "The file to write; - is the standard output."),
+                   {}};
+    output.isRequired = outputIsRequired;
+    return QVector<Option> {output, fromOption(), toOption()} + writingOptions();
+}
+
+Argument Rewriting::input()
+{
+    return {"IN", QT_TRANSLATE_NOOP("mvrtext", "The file to read; - is the standard input.")};
+}
+
+Rewriting::Rewriting(const CommandLine &commandLine)
     : m_commandLine(commandLine)
 {
-    commandLine.addFile("IN", "The file to read; - is the standard input.");
-    if (inputs == SeveralInputs)
-        commandLine.addFiles("MORE", "Files to read after it.");
-    commandLine.addOption("output", "The file to write; - is the standard output.",
-                          QStringLiteral("OUT"));
-    commandLine.addOption("from", "Format of IN where its suffix does not tell.",
-                          readableFormats().join(QLatin1Char('|')));
-    commandLine.addOption("as", "Format of OUT where its suffix does not tell.",
-                          writableFormats().join(QLatin1Char('|')));
+    readWritingOptions(commandLine, &m_notes, &m_writeOptions);
 }
 
 bool Rewriting::readArguments(bool needsOutput, QString *error)
@@ -33,10 +42,10 @@ bool Rewriting::readArguments(bool needsOutput, QString *error)
     }
     m_output = m_commandLine.value("output");
     if (m_output.isEmpty()) {
-        *error = QStringLiteral("say where to write: -o OUT");
+        *error = Tool::tr("say where to write: -o OUT");
         return !needsOutput;
     }
-    m_to = findFormat(m_output, m_commandLine.value("as"), error);
+    m_to = findFormat(m_output, m_commandLine.value("to"), error);
     return m_to != nullptr;
 }
 
@@ -45,7 +54,7 @@ bool Rewriting::isSafe() const
     const QStringList inputs = m_commandLine.files();
     for (const QString &input : inputs) {
         if (isSameFile(input, m_output)) {
-            printMessage(m_output, QStringLiteral("is the input itself; nothing was written"));
+            printMessage(m_output, Tool::tr("is the input itself; nothing was written"));
             return false;
         }
     }
@@ -68,18 +77,19 @@ bool Rewriting::save(Document &document, Progress &progress) const
 
 bool Rewriting::saveWithNotes(bool keepsInline, Document &document, Progress &progress) const
 {
-    const NotesChoice choice = keepsInline && m_to->notes == NoteSupport::None
-        ? NotesChoice::Inline
-        : NotesChoice::ByFormat;
-    return saveDocument(m_output, *m_to, choice, WriteOptions(), document, progress);
+    NotesChoice choice = m_notes;
+    // What a command is about is not lost by a setting for all commands.
+    if (keepsInline && !m_commandLine.isSet("notes"))
+        choice = m_to->notes == NoteSupport::None ? NotesChoice::Inline : NotesChoice::ByFormat;
+    return saveDocument(m_output, *m_to, choice, m_writeOptions, document, progress);
 }
 
 QString Rewriting::inputName(int number) const
 {
-    return displayName(m_commandLine.file(number), QStringLiteral("standard input"));
+    return displayName(m_commandLine.file(number), Tool::tr("standard input"));
 }
 
 QString Rewriting::outputName() const
 {
-    return displayName(m_output, QStringLiteral("standard output"));
+    return displayName(m_output, Tool::tr("standard output"));
 }

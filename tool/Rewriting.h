@@ -1,28 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <tool/Command.h>
+#include <tool/formats/Formats.h>
+
 #include <QString>
 #include <QVector>
 
 class CommandLine;
 class Progress;
 struct Document;
-struct Format;
 
 /*!
     What the subcommands have in common that read a document, or several, change it and write it
-    elsewhere: the argument IN and the options --output, --from and --as.
+    elsewhere: the argument IN and the options --output, --from and --to, and those of
+    writingOptions().
 */
 class Rewriting
 {
 public:
-    enum Inputs {
-        OneInput,
-        SeveralInputs /*!< IN and at least one more */
-    };
+    /*! The options, the one that says where to write first. */
+    static QVector<Option> options(bool outputIsRequired);
+    static Argument input();
 
-    /*! Adds the arguments and the options to \a commandLine, which is kept. */
-    explicit Rewriting(CommandLine &commandLine, Inputs inputs = OneInput);
+    explicit Rewriting(const CommandLine &commandLine);
 
     /*!
         Takes the files and formats from the parsed command line.
@@ -53,8 +54,10 @@ public:
     QString outputName() const;
 
 private:
-    CommandLine &m_commandLine;
+    const CommandLine &m_commandLine;
     QString m_output;
     QVector<const Format *> m_from; // of each input
     const Format *m_to = nullptr;
+    NotesChoice m_notes = NotesChoice::ByFormat;
+    WriteOptions m_writeOptions;
 };

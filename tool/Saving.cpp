@@ -7,20 +7,26 @@
 #include <tool/Progress.h>
 #include <tool/formats/Formats.h>
 
+#include <core/MVRTextRtf.h>
+
 #include <QHash>
 #include <QTextBlock>
 
 namespace {
 
-void reportNotes(const QString &name, const Format &format, NotesChoice choice, int lost)
+void reportNotes(Listener &listener, const QString &name, const Format &format, NotesChoice choice,
+                 int lost)
 {
     if (lost == 0)
         return;
-    QString text = QStringLiteral("%1 left out").arg(counted(lost, "note", "notes"));
-    if (choice == NotesChoice::ByFormat || choice == NotesChoice::Inspector)
-        text += QStringLiteral(" that %1 cannot carry; --notes inline keeps them in the text")
-                    .arg(QString::fromLatin1(format.title));
-    printMessage(name, text);
+    const QString notes = counted(lost, QT_TRANSLATE_NOOP("mvrtext", "note"),
+                                  QT_TRANSLATE_NOOP("mvrtext", "notes"));
+    const bool couldStay = choice == NotesChoice::ByFormat || choice == NotesChoice::Inspector;
+    listener.say(name,
+                 couldStay ? Tool::tr("%1 left out that %2 cannot carry; --notes inline keeps them "
+                                      "in the text, mvrtext endnotes lists footnotes behind it")
+                                 .arg(notes, QLatin1String(format.title))
+                           : Tool::tr("%1 left out").arg(notes));
 }
 
 // The writer of screenplays gives a paragraph its element and nothing of its own.
@@ -42,31 +48,34 @@ int ownShapes(const Document &document)
     return count;
 }
 
-void reportShapes(const QString &name, const Document &document)
+void reportShapes(Listener &listener, const QString &name, const Document &document)
 {
     const int count = ownShapes(document);
     if (count > 0)
-        printMessage(name,
-                     counted(count, "paragraph looks", "paragraphs look")
-                         + QLatin1String(" like the element now, not as set in the input"));
+        listener.say(name,
+                     Tool::tr("%1 like the element now, not as set in the input")
+                         .arg(counted(count, QT_TRANSLATE_NOOP("mvrtext", "paragraph looks"),
+                                      QT_TRANSLATE_NOOP("mvrtext", "paragraphs look"))));
 }
 
 }
 
 bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
-                  const WriteOptions &options, Document &document, Progress &progress)
+                  const WriteOptions &options, Document &document, Listener &listener)
 {
-    const QString name = displayName(path, QStringLiteral("standard output"));
-    progress.setStep(QStringLiteral("Writing ") + name);
+    const QString name = displayName(path, Tool::tr("standard output"));
+    listener.setStep(Tool::tr("Writing %1").arg(name));
+    if (!options.author.isEmpty() && !document.text.property(MVRTextRtf::authorProperty).isValid())
+        document.text.setProperty(MVRTextRtf::authorProperty, options.author);
     const int lost = placeNotes(document.text, choice, format.notes);
     QByteArray bytes;
     QString error;
     if (!format.write(document, options, &bytes, &error) || !writeOutput(path, bytes, &error)) {
-        printMessage(name, error);
+        listener.say(name, error);
         return false;
     }
-    reportNotes(name, format, choice, lost);
+    reportNotes(listener, name, format, choice, lost);
     if (format.hasElements)
-        reportShapes(name, document);
+        reportShapes(listener, name, document);
     return true;
 }

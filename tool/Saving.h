@@ -5,7 +5,7 @@
 
 #include <QString>
 
-class Progress;
+class Listener;
 struct Document;
 struct Format;
 struct WriteOptions;
@@ -19,4 +19,4 @@ struct WriteOptions;
     \return false when that failed; the reason was printed
 */
 bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
-                  const WriteOptions &options, Document &document, Progress &progress);
+                  const WriteOptions &options, Document &document, Listener &listener);

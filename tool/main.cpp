@@ -1,89 +1,69 @@
 // SPDX-License-Identifier: MIT
+#include <tool/CommandLine.h>
 #include <tool/Messages.h>
+#include <tool/Table.h>
+#include <tool/Translation.h>
 #include <tool/commands/Commands.h>
 #include <tool/pages/Pages.h>
 
 #include <QGuiApplication>
 #include <QLoggingCategory>
-#include <QTextCodec>
 
+#include <algorithm>
 #include <new>
 
 namespace {
 
-const char help[] = R"(Usage: mvrtext COMMAND [OPTIONS] FILE...
+constexpr int helpWidth = 80; // columns; narrower where a terminal is
 
-Converts and examines the documents of writers: screenplays, manuscripts and their notes.
-
-Commands:
-  convert IN OUT  Convert a document; the suffixes tell the formats.
-  notes IN        List, move, trim or remove the notes of a document.
-  links IN        List or remove links to other items of the application.
-  info FILE       Count what is in a document.
-  count FILE...   Count the words and characters of documents.
-  replace IN      Replace text in a document.
-  append IN MORE  Put documents one behind the other.
-  markup IN       Write notes as codes into the text, or read such codes.
-  endnotes IN     Take footnotes out of the text and list them by number.
-
-Options:
-  -h, --help      Show this help; after a command, the help of the command.
-  -v, --version   Show the version.
-
-Reads fdx (Final Draft), rtf, html, txt, md; writes these and bbcode, odt, pdf, png.
-The exit code is 0, or 1 for a failure, or 2 for wrong arguments.
-
-Examples:
-  mvrtext convert script.fdx script.pdf
-  mvrtext notes script.fdx
-  mvrtext info --json script.fdx
-  mvrtext count --with-footnotes chapter*.rtf
-  mvrtext append chapter1.rtf chapter2.rtf -o book.rtf
-)";
-
-struct Command
-{
-    const char *name;
-    int (*run)(const QStringList &arguments);
-};
-
-constexpr Command commands[] = {
-    {"convert", runConvert}, {"notes", runNotes},   {"links", runLinks},
-    {"info", runInfo},       {"count", runCount},   {"replace", runReplace},
-    {"append", runAppend},   {"markup", runMarkup}, {"endnotes", runEndNotes},
-};
-
-int runWithinMemory(const Command &command, const QStringList &arguments)
+int runWithinMemory(const CommandLine &commandLine)
 {
     try {
-        return command.run(arguments);
+        return commandLine.command().run(commandLine);
     } catch (const std::bad_alloc &) {
-        printMessage(QString(), QStringLiteral("out of memory"));
+        printMessage(QString(), Tool::tr("out of memory"));
         return Failure;
     }
 }
 
-int run(const QStringList &arguments)
+int widthOfHelp()
+{
+    const int terminal = Table::terminalWidth();
+    return terminal > 0 ? qMin(terminal, helpWidth) : helpWidth;
+}
+
+// What needs no document needs no fonts either, which take most of the time to start.
+int answer(const QStringList &arguments, const QVector<Command> &commands)
 {
     const QString word = arguments.value(0);
     if (word == QLatin1String("-h") || word == QLatin1String("--help")
         || word == QLatin1String("help")) {
-        printOutput(QString::fromLatin1(help));
+        printOutput(helpText(commands, widthOfHelp()));
         return Success;
     }
-    if (word == QLatin1String("-v") || word == QLatin1String("--version")) {
-        printOutput(QStringLiteral("mvrtext %1\n").arg(QCoreApplication::applicationVersion()));
-        return Success;
+    if (word == QLatin1String("--completion")) {
+        const QString script = completionScript(arguments.value(1), commands);
+        if (!script.isEmpty()) {
+            printOutput(script);
+            return Success;
+        }
+        printMessage(QString(), Tool::tr("--completion takes bash, zsh or fish"));
+    } else {
+        printMessage(QString(),
+                     word.isEmpty() ? Tool::tr("a command is missing")
+                                    : Tool::tr("no command \"%1\"").arg(word));
     }
-    for (const Command &command : commands) {
-        if (word == QLatin1String(command.name))
-            return runWithinMemory(command, arguments);
-    }
-    printMessage(QString(),
-                 word.isEmpty() ? QStringLiteral("a command is missing")
-                                : QStringLiteral("no command \"%1\"").arg(word));
-    printMessage(QString(), QStringLiteral("see mvrtext --help"));
+    printMessage(QString(), Tool::tr("see mvrtext --help"));
     return UsageError;
+}
+
+/*! The exit code of a command that is not to run. */
+int answer(const CommandLine &commandLine)
+{
+    if (commandLine.state() == CommandLine::Wrong)
+        return commandLine.usageError(commandLine.error());
+    printOutput(helpText(commandLine.command(), widthOfHelp()));
+    return Success;
 }
 
 // The program shows nothing on a screen: it needs none, and pages have a resolution of their own.
@@ -101,21 +81,48 @@ void quietLibraries()
                                                     "qt.*.warning=false"));
 }
 
+int run(const CommandLine &commandLine)
+{
+    const QStringList hints = commandLine.hints();
+    for (const QString &hint : hints)
+        printMessage(QLatin1String(commandLine.command().name), hint);
+    return runWithinMemory(commandLine);
+}
+
 }
 
 int main(int argc, char *argv[])
 {
-    detachFromScreen();
     quietLibraries();
-    // File names are bytes to the system; without a locale Qt would take them for Latin-1.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    useUtf8FileNames();
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
-    // Qt would take options of its own out of them, "--style" among these.
-    argc = qMin(argc, 1);
+    argc = qMin(argc, 1); // Qt would take options of its own out of them, "--style" among these
+
+    const QString word = arguments.value(0);
+    if (word == QLatin1String("-v") || word == QLatin1String("--version")) {
+        printOutput(QStringLiteral("mvrtext " MVRTEXT_VERSION "\n"));
+        return Success;
+    }
+    const QVector<Command> commands = allCommands();
+    const auto command
+        = std::find_if(commands.cbegin(), commands.cend(),
+                       [&word](const Command &each) { return word == QLatin1String(each.name); });
+    if (command == commands.cend()) {
+        const QCoreApplication application(argc, argv);
+        const Translation translation;
+        return answer(arguments, commands);
+    }
+    const CommandLine commandLine(*command, arguments.mid(1));
+    if (commandLine.state() != CommandLine::Ready) {
+        const QCoreApplication application(argc, argv);
+        const Translation translation;
+        return answer(commandLine);
+    }
+    detachFromScreen();
     const QGuiApplication application(argc, argv);
+    const Translation translation;
     QCoreApplication::setApplicationName(QStringLiteral("mvrtext"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(MVRTEXT_VERSION));
-    return run(arguments);
+    return run(commandLine);
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
+#include <tool/CommonOptions.h>
 #include <tool/Document.h>
 #include <tool/Messages.h>
 #include <tool/Progress.h>
@@ -71,23 +72,38 @@ bool appendAll(const Rewriting &rewriting, bool onNewPages)
     return rewriting.save(document, progress);
 }
 
-}
-
-int runAppend(const QStringList &arguments)
+int runAppend(const CommandLine &commandLine)
 {
-    CommandLine commandLine("append",
-                            "Puts documents one behind the other, each beginning a paragraph. "
-                            "Title, fonts and the\nsettings of screenplay elements are those of "
-                            "the first one.",
-                            examples);
-    Rewriting rewriting(commandLine, Rewriting::SeveralInputs);
-    commandLine.addFlag("page-break", "Begin each document behind the first on a new page.");
-    if (const std::optional<int> exitCode = commandLine.parse(arguments))
-        return *exitCode;
-
+    Rewriting rewriting(commandLine);
     QString error;
     if (!rewriting.readArguments(true, &error))
         return commandLine.usageError(error);
     return rewriting.isSafe() && appendAll(rewriting, commandLine.isSet("page-break")) ? Success
                                                                                        : Failure;
+}
+
+}
+
+Command appendCommand()
+{
+    Command command {
+        "append",
+        QT_TRANSLATE_NOOP("mvrtext", "Put documents one behind the other."),
+        "[OPTIONS] -o OUT IN MORE...",
+        QT_TRANSLATE_NOOP("mvrtext",
+                          "Puts documents one behind the other, each beginning a paragraph. Title, "
+                          "fonts and the settings of screenplay elements are those of the first "
+                          "one."),
+        examples,
+        {Rewriting::input(),
+         {"MORE", QT_TRANSLATE_NOOP("mvrtext", "Files to read after it."), true}},
+        Rewriting::options(true),
+        {oldFormatWord()},
+        runAppend};
+    command.options.append(
+        {"page-break",
+         nullptr,
+         QT_TRANSLATE_NOOP("mvrtext", "Begin each document behind the first on a new page."),
+         {}});
+    return command;
 }

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-class QStringList;
+struct Command;
 
 /*!
-    The subcommands. Each takes the arguments from its own name on and gives the program's exit
-    code; what went wrong was printed.
+    The subcommands. Each runs with a command line that is ready and gives the program's exit code;
+    what went wrong was printed.
 */
-int runConvert(const QStringList &arguments);
-int runNotes(const QStringList &arguments);
-int runLinks(const QStringList &arguments);
-int runInfo(const QStringList &arguments);
-int runCount(const QStringList &arguments);
-int runReplace(const QStringList &arguments);
-int runAppend(const QStringList &arguments);
-int runMarkup(const QStringList &arguments);
-int runEndNotes(const QStringList &arguments);
+Command convertCommand();
+Command notesCommand();
+Command linksCommand();
+Command infoCommand();
+Command countCommand();
+Command replaceCommand();
+Command appendCommand();
+Command markupCommand();
+Command endNotesCommand();

@@ -1,142 +1,199 @@
 // SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
+#include <tool/CommonOptions.h>
 #include <tool/Document.h>
 #include <tool/Loading.h>
 #include <tool/Messages.h>
 #include <tool/Output.h>
 #include <tool/Progress.h>
 #include <tool/Saving.h>
+#include <tool/commands/Batch.h>
 #include <tool/commands/Commands.h>
 #include <tool/formats/Formats.h>
 
-#include <QHash>
+#include <core/MVRSettings.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QThread>
 
 namespace {
+
+constexpr int maxJobs = 1000;
 
 const char examples[] = R"(  mvrtext convert script.fdx script.pdf
   mvrtext convert --notes inline script.fdx script.txt
   mvrtext convert --page 2 --dpi 300 script.fdx page2.png
   mvrtext convert --from md --to html - - < chapter.md > chapter.html
+  mvrtext convert --to pdf --into out *.fdx
+  mvrtext convert --to rtf --into out --keep-tree drafts
 )";
 
-/*! What the user asked for, checked. */
+/*! How documents are converted. */
 struct Conversion
 {
-    QString input;
-    QString output;
-    const Format *from = nullptr;
     const Format *to = nullptr;
     NotesChoice notes = NotesChoice::ByFormat;
     WriteOptions options;
 };
 
-void addOptions(CommandLine &commandLine)
-{
-    commandLine.addFile("IN", "The file to read; - is the standard input.");
-    commandLine.addFile("OUT", "The file to write; - is the standard output.");
-    commandLine.addOption("from", "Format of IN where its suffix does not tell.",
-                          readableFormats().join(QLatin1Char('|')));
-    commandLine.addOption("to", "Format of OUT where its suffix does not tell.",
-                          writableFormats().join(QLatin1Char('|')));
-    commandLine.addOption("notes",
-                          "Put notes into the text (inline), attach them to words (inspector) or "
-                          "leave them out (drop). Default: inline for fdx, inspector for rtf, "
-                          "else drop.",
-                          QStringLiteral("inline|inspector|drop"));
-    commandLine.addOption("paper", "Paper of pdf, png, odt and html.", QStringLiteral("letter|a4"),
-                          "letter");
-    commandLine.addOption("page", "Page to draw as png.", QStringLiteral("number"), "1");
-    commandLine.addOption("dpi", "Dots per inch of a png, 20 to 600.", QStringLiteral("number"),
-                          "150");
-}
-
-bool readNumber(const CommandLine &commandLine, const char *name, int least, int most, int *number,
-                QString *error)
-{
-    bool isNumber = false;
-    const int value = commandLine.value(name).toInt(&isNumber);
-    if (isNumber && value >= least && value <= most) {
-        *number = value;
-        return true;
-    }
-    *error = QStringLiteral("--%1 takes a number from %2 to %3")
-                 .arg(QString::fromLatin1(name))
-                 .arg(least)
-                 .arg(most);
-    return false;
-}
-
-template <typename Value>
-bool readChoice(const CommandLine &commandLine, const char *name,
-                const QHash<QString, Value> &choices, Value *choice, QString *error)
-{
-    const QString word = commandLine.value(name).toLower();
-    if (choices.contains(word)) {
-        *choice = choices.value(word);
-        return true;
-    }
-    *error = QStringLiteral("--%1 does not take \"%2\"").arg(QString::fromLatin1(name), word);
-    return false;
-}
-
 bool readOptions(const CommandLine &commandLine, Conversion *conversion, QString *error)
 {
-    static const QHash<QString, NotesChoice> notes {
-        {QString(), NotesChoice::ByFormat},
-        {QStringLiteral("inline"), NotesChoice::Inline},
-        {QStringLiteral("inspector"), NotesChoice::Inspector},
-        {QStringLiteral("drop"), NotesChoice::Drop}};
-    static const QHash<QString, QPageSize> papers {
-        {QStringLiteral("letter"), QPageSize(QPageSize::Letter)},
-        {QStringLiteral("a4"), QPageSize(QPageSize::A4)}};
-    WriteOptions &options = conversion->options;
-    return readChoice(commandLine, "notes", notes, &conversion->notes, error)
-        && readChoice(commandLine, "paper", papers, &options.paper, error)
-        && readNumber(commandLine, "page", 1, 100000, &options.page, error)
-        && readNumber(commandLine, "dpi", 20, 600, &options.dpi, error);
+    readWritingOptions(commandLine, &conversion->notes, &conversion->options);
+    return commandLine.readNumber("page", 1, 100000, &conversion->options.page, error)
+        && commandLine.readNumber("dpi", 20, 600, &conversion->options.dpi, error);
 }
 
-bool readFormats(const CommandLine &commandLine, Conversion *conversion, QString *error)
+bool convert(const QString &input, const Format &from, const QString &output,
+             const Conversion &conversion, Listener &listener)
 {
-    conversion->input = commandLine.file(0);
-    conversion->output = commandLine.file(1);
-    conversion->from = readableFormat(conversion->input, commandLine.value("from"), error);
-    if (!conversion->from)
-        return false;
-    conversion->to = findFormat(conversion->output, commandLine.value("to"), error);
-    return conversion->to != nullptr;
-}
-
-bool convert(const Conversion &conversion)
-{
-    Progress progress;
     Document document;
     ReadOptions readOptions;
     // A screenplay file keeps the letters as typed; its reader puts them in capitals again.
     readOptions.capitals = !conversion.to->hasElements;
-    return loadDocument(conversion.input, *conversion.from, readOptions, document, progress)
-        && saveDocument(conversion.output, *conversion.to, conversion.notes, conversion.options,
-                        document, progress);
+    return loadDocument(input, from, readOptions, document, listener)
+        && saveDocument(output, *conversion.to, conversion.notes, conversion.options, document,
+                        listener);
 }
 
-}
-
-int runConvert(const QStringList &arguments)
+int convertOne(const CommandLine &commandLine, Conversion *conversion)
 {
-    CommandLine commandLine(
-        "convert", "Converts a document. The suffixes of the files tell the formats.", examples);
-    addOptions(commandLine);
-    if (const std::optional<int> exitCode = commandLine.parse(arguments))
-        return *exitCode;
-
-    Conversion conversion;
+    const QString input = commandLine.file(0);
+    const QString output = commandLine.file(1);
     QString error;
-    if (!readFormats(commandLine, &conversion, &error)
-        || !readOptions(commandLine, &conversion, &error))
+    const Format *from = readableFormat(input, commandLine.value("from"), &error);
+    if (from)
+        conversion->to = findFormat(output, commandLine.value("to"), &error);
+    if (!from || !conversion->to)
         return commandLine.usageError(error);
-    if (isSameFile(conversion.input, conversion.output)) {
-        printMessage(conversion.output, QStringLiteral("is the input itself; nothing was written"));
+    if (isSameFile(input, output)) {
+        printMessage(output, Tool::tr("is the input itself; nothing was written"));
         return Failure;
     }
-    return convert(conversion) ? Success : Failure;
+    Progress progress;
+    return convert(input, *from, output, *conversion, progress) ? Success : Failure;
+}
+
+bool convertInBatch(const BatchFile &file, const Conversion &conversion, Listener &listener)
+{
+    if (!file.from) {
+        listener.say(file.input, file.error);
+        return false;
+    }
+    const QString folder = QFileInfo(file.output).path();
+    if (!QDir().mkpath(folder)) {
+        listener.say(file.input, Tool::tr("the folder %1 cannot be made").arg(folder));
+        return false;
+    }
+    return convert(file.input, *file.from, file.output, conversion, listener);
+}
+
+/*! How many threads work; 0, and \a error says so, when the option is wrong. */
+int readJobs(const CommandLine &commandLine, QString *error)
+{
+    int jobs = qMax(1, QThread::idealThreadCount());
+    if (commandLine.value("jobs").isEmpty()
+        || commandLine.readNumber("jobs", 1, maxJobs, &jobs, error))
+        return jobs;
+    return 0;
+}
+
+int convertBatch(const CommandLine &commandLine, Conversion *conversion)
+{
+    QString error;
+    BatchWish wish;
+    wish.inputs = commandLine.files();
+    wish.into = commandLine.value("into");
+    wish.from = commandLine.value("from");
+    wish.keepsTree = commandLine.isSet("keep-tree");
+    const int jobs = readJobs(commandLine, &error);
+    if (jobs == 0)
+        return commandLine.usageError(error);
+    if (!commandLine.isSet("to"))
+        return commandLine.usageError(Tool::tr("--into goes with --to FORMAT"));
+    if (wish.inputs.contains(QStringLiteral("-")))
+        return commandLine.usageError(Tool::tr("--into takes no standard input"));
+    wish.to = conversion->to = findFormat(QString(), commandLine.value("to"), &error);
+    if (!wish.to)
+        return commandLine.usageError(error);
+
+    const BatchPlan plan = planBatch(wish);
+    for (const QString &collision : plan.collisions)
+        printMessage(QString(), collision);
+    if (!plan.collisions.isEmpty()) {
+        printMessage(QString(),
+                     Tool::tr("nothing was written; --keep-tree keeps files of one name "
+                              "apart that come from different folders"));
+        return Failure;
+    }
+    return runBatch(plan.files, jobs, [conversion](const BatchFile &file, Listener &listener) {
+        return convertInBatch(file, *conversion, listener);
+    });
+}
+
+int runConvert(const CommandLine &commandLine)
+{
+    Conversion conversion;
+    QString error;
+    if (!readOptions(commandLine, &conversion, &error))
+        return commandLine.usageError(error);
+    if (commandLine.isSet("into"))
+        return convertBatch(commandLine, &conversion);
+    if (commandLine.isSet("keep-tree") || commandLine.isSet("jobs"))
+        return commandLine.usageError(Tool::tr("--keep-tree and --jobs go with --into"));
+    if (commandLine.files().size() < 2)
+        return commandLine.usageError(Tool::tr("a file name is missing"));
+    if (commandLine.files().size() > 2)
+        return commandLine.usageError(Tool::tr("too many file names; --into FOLDER takes them"));
+    return convertOne(commandLine, &conversion);
+}
+
+}
+
+Command convertCommand()
+{
+    return {
+        "convert",
+        QT_TRANSLATE_NOOP("mvrtext", "Convert documents; the suffixes tell the formats."),
+        "[OPTIONS] IN OUT\n[OPTIONS] --to FORMAT --into FOLDER IN...",
+        QT_TRANSLATE_NOOP("mvrtext",
+                          "Converts a document, or many into a folder, several at a time; a folder "
+                          "among them stands for all documents below it. The suffixes of the files "
+                          "tell the formats."),
+        examples,
+        {{"IN", QT_TRANSLATE_NOOP("mvrtext", "The file to read; - is the standard input."), true}},
+        QVector<Option> {fromOption(), toOption()} + writingOptions()
+            + QVector<Option> {{"page",
+                                "NUMBER",
+                                QT_TRANSLATE_NOOP("mvrtext", "Page to draw as png."),
+                                {},
+                                "1"},
+                               {"dpi",
+                                "NUMBER",
+                                QT_TRANSLATE_NOOP("mvrtext", "Dots per inch of a png, 20 to 600."),
+                                {},
+                                "150"},
+                               {"into",
+                                "FOLDER",
+                                QT_TRANSLATE_NOOP(
+                                    "mvrtext",
+                                    "Write the converted files there, under the names of the files "
+                                    "that are read. Goes on after a failure."),
+                                {}},
+                               {"keep-tree",
+                                nullptr,
+                                QT_TRANSLATE_NOOP(
+                                    "mvrtext",
+                                    "With --into: keep the folders below the one that all files "
+                                    "share."),
+                                {}},
+                               {"jobs",
+                                "NUMBER",
+                                QT_TRANSLATE_NOOP(
+                                    "mvrtext",
+                                    "With --into: how many files to convert at a time. Default: as "
+                                    "many as there are processors."),
+                                {}}},
+        {},
+        runConvert};
 }

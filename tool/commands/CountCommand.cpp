@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
+#include <tool/CommonOptions.h>
 #include <tool/Document.h>
 #include <tool/Loading.h>
 #include <tool/Messages.h>
@@ -84,23 +85,8 @@ void printTable(const QVector<Count> &counts)
     printOutput(table.toString());
 }
 
-}
-
-int runCount(const QStringList &arguments)
+int runCount(const CommandLine &commandLine)
 {
-    CommandLine commandLine("count",
-                            "Counts the words and characters of documents. Blanks and paragraph "
-                            "ends are characters.",
-                            examples);
-    commandLine.addFiles("FILE", "The files to read; - is the standard input.");
-    commandLine.addFlag("with-comments", "Count the content of comments too.");
-    commandLine.addFlag("with-footnotes", "Count the content of footnotes too.");
-    commandLine.addFlag("json", "Print an object instead of a table.");
-    commandLine.addOption("from", "Format of the files where their suffixes do not tell.",
-                          readableFormats().join(QLatin1Char('|')));
-    if (const std::optional<int> exitCode = commandLine.parse(arguments))
-        return *exitCode;
-
     QVector<const Format *> formats;
     const QStringList files = commandLine.files();
     for (const QString &file : files) {
@@ -119,4 +105,31 @@ int runCount(const QStringList &arguments)
     if (!counts.isEmpty())
         commandLine.isSet("json") ? printJson(counts) : printTable(counts);
     return isComplete ? Success : Failure;
+}
+
+}
+
+Command countCommand()
+{
+    return {"count",
+            QT_TRANSLATE_NOOP("mvrtext", "Count the words and characters of documents."),
+            "[OPTIONS] FILE...",
+            QT_TRANSLATE_NOOP("mvrtext",
+                              "Counts the words and characters of documents. Blanks and paragraph "
+                              "ends are characters."),
+            examples,
+            {{"FILE", QT_TRANSLATE_NOOP("mvrtext", "The files to read; - is the standard input."),
+              true}},
+            {fromOption(),
+             {"with-comments",
+              nullptr,
+              QT_TRANSLATE_NOOP("mvrtext", "Count the content of comments too."),
+              {}},
+             {"with-footnotes",
+              nullptr,
+              QT_TRANSLATE_NOOP("mvrtext", "Count the content of footnotes too."),
+              {}},
+             jsonOption(QT_TRANSLATE_NOOP("mvrtext", "Print an object instead of a table."))},
+            {},
+            runCount};
 }

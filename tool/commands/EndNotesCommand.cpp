@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
+#include <tool/CommonOptions.h>
 #include <tool/Document.h>
 #include <tool/Loading.h>
 #include <tool/Messages.h>
@@ -24,6 +25,8 @@
 #include <QFileInfo>
 #include <QTextDocumentFragment>
 
+#include <limits>
+
 namespace {
 
 const char examples[] = R"(  mvrtext endnotes paper.rtf -o paper.html
@@ -31,6 +34,8 @@ const char examples[] = R"(  mvrtext endnotes paper.rtf -o paper.html
   mvrtext endnotes --style ebook --first 12 chapter2.rtf -o chapter2.html
   mvrtext endnotes paper.rtf -o paper.pdf --notes-out notes.txt
 )";
+
+constexpr int maxFirst = std::numeric_limits<int>::max();
 
 /*! What the user asked for, checked. */
 struct EndNotes
@@ -41,37 +46,12 @@ struct EndNotes
     const Format *notesFormat = nullptr; // of the file; null for a book's
 };
 
-bool readStyle(const CommandLine &commandLine, EndNotes *endNotes, QString *error)
+MVRFormat styleOf(const CommandLine &commandLine)
 {
-    struct Style
-    {
-        const char *name;
-        MVRFormat::Format format;
-    };
-    static constexpr Style styles[] = {
-        {"plain", MVRFormat::NoFormat},
-        {"mmd", MVRFormat::MultiMarkdown},
-        {"ebook", MVRFormat::EPub3},
-    };
-    const QString word = commandLine.value("style").toLower();
-    for (const Style &style : styles) {
-        if (word == QLatin1String(style.name)) {
-            endNotes->style = style.format;
-            return true;
-        }
-    }
-    *error = QStringLiteral("--style does not take \"%1\"").arg(word);
-    return false;
-}
-
-bool readFirst(const CommandLine &commandLine, EndNotes *endNotes, QString *error)
-{
-    bool isNumber = false;
-    endNotes->first = commandLine.value("first").toInt(&isNumber);
-    if (isNumber && endNotes->first >= 0)
-        return true;
-    *error = QStringLiteral("--first takes a number from 0 on");
-    return false;
+    const QString word = commandLine.value("style");
+    if (word == QLatin1String("mmd"))
+        return MVRFormat(MVRFormat::MultiMarkdown);
+    return MVRFormat(word == QLatin1String("ebook") ? MVRFormat::EPub3 : MVRFormat::NoFormat);
 }
 
 /*! The marks of a book lead into a file, which is written beside the text by default. */
@@ -219,35 +199,52 @@ bool makeEndNotes(const Rewriting &rewriting, const EndNotes &endNotes)
     return rewriting.saveWithNotes(true, document, progress);
 }
 
-} // namespace
-
-int runEndNotes(const QStringList &arguments)
+int runEndNotes(const CommandLine &commandLine)
 {
-    CommandLine commandLine(
-        "endnotes",
-        "Takes the footnotes out of a document, leaves numbers in their places and lists the\n"
-        "notes behind the text or in a file of their own. Footnotes are those of RTF files and\n"
-        "those that are written as codes (see mvrtext markup).",
-        examples);
     Rewriting rewriting(commandLine);
-    commandLine.addOption("style",
-                          "Numbers alone (plain), \"[^fn1]\" for MultiMarkdown (mmd), or links "
-                          "into a file footnotes.xhtml (ebook).",
-                          QStringLiteral("plain|mmd|ebook"), "plain");
-    commandLine.addOption("first", "Number of the first note.", QStringLiteral("number"), "1");
-    commandLine.addOption("notes-out",
-                          "The file to write the notes to. Default: behind the text, for ebook "
-                          "footnotes.xhtml beside OUT.",
-                          QStringLiteral("FILE"));
-    if (const std::optional<int> exitCode = commandLine.parse(arguments))
-        return *exitCode;
     EndNotes endNotes;
+    endNotes.style = styleOf(commandLine);
     QString error;
-    if (!rewriting.readArguments(true, &error) || !readStyle(commandLine, &endNotes, &error)
-        || !readFirst(commandLine, &endNotes, &error)
+    if (!rewriting.readArguments(true, &error)
+        || !commandLine.readNumber("first", 0, maxFirst, &endNotes.first, &error)
         || !readNotesFile(commandLine, rewriting.output(), &endNotes, &error))
         return commandLine.usageError(error);
     if (!isSafe(commandLine, rewriting, endNotes))
         return Failure;
     return makeEndNotes(rewriting, endNotes) ? Success : Failure;
+}
+
+} // namespace
+
+Command endNotesCommand()
+{
+    Command command {
+        "endnotes",
+        QT_TRANSLATE_NOOP("mvrtext", "Take footnotes out of the text and list them by number."),
+        "[OPTIONS] -o OUT IN",
+        QT_TRANSLATE_NOOP("mvrtext",
+                          "Takes the footnotes out of a document, leaves numbers in their places "
+                          "and lists the notes behind the text or in a file of their own. "
+                          "Footnotes are those of RTF files and those that are written as codes "
+                          "(see mvrtext markup)."),
+        examples,
+        {Rewriting::input()},
+        {{"style",
+          "STYLE",
+          QT_TRANSLATE_NOOP("mvrtext",
+                            "Numbers alone (plain), \"[^fn1]\" for MultiMarkdown (mmd), or links "
+                            "into a file footnotes.xhtml (ebook)."),
+          {QStringLiteral("plain"), QStringLiteral("mmd"), QStringLiteral("ebook")},
+          "plain"},
+         {"first", "NUMBER", QT_TRANSLATE_NOOP("mvrtext", "Number of the first note."), {}, "1"},
+         {"notes-out",
+          "FILE",
+          QT_TRANSLATE_NOOP("mvrtext",
+                            "The file to write the notes to, instead of behind the text; for ebook "
+                            "footnotes.xhtml beside OUT without this option."),
+          {}}},
+        {oldFormatWord()},
+        runEndNotes};
+    command.options += Rewriting::options(true);
+    return command;
 }

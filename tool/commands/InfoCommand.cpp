@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
+#include <tool/CommonOptions.h>
 #include <tool/Document.h>
 #include <tool/Loading.h>
 #include <tool/Messages.h>
@@ -101,21 +102,8 @@ void printTable(const Figures &figures, const Document &document)
     printOutput(table.toString());
 }
 
-}
-
-int runInfo(const QStringList &arguments)
+int runInfo(const CommandLine &commandLine)
 {
-    CommandLine commandLine("info",
-                            "Counts the paragraphs, words, characters, pages and notes of a "
-                            "document and, in a\nscreenplay, the paragraphs of each element.",
-                            examples);
-    commandLine.addFile("FILE", "The file to read; - is the standard input.");
-    commandLine.addFlag("json", "Print an object instead of a table.");
-    commandLine.addOption("from", "Format of FILE where its suffix does not tell.",
-                          readableFormats().join(QLatin1Char('|')));
-    if (const std::optional<int> exitCode = commandLine.parse(arguments))
-        return *exitCode;
-
     Document document;
     Figures figures;
     {
@@ -131,4 +119,22 @@ int runInfo(const QStringList &arguments)
     else
         printTable(figures, document);
     return Success;
+}
+
+}
+
+Command infoCommand()
+{
+    return {"info",
+            QT_TRANSLATE_NOOP("mvrtext", "Count what is in a document."),
+            "[OPTIONS] FILE",
+            QT_TRANSLATE_NOOP("mvrtext",
+                              "Counts the paragraphs, words, characters, pages and notes of a "
+                              "document and, in a screenplay, the paragraphs of each element."),
+            examples,
+            {{"FILE", QT_TRANSLATE_NOOP("mvrtext", "The file to read; - is the standard input.")}},
+            {fromOption(),
+             jsonOption(QT_TRANSLATE_NOOP("mvrtext", "Print an object instead of a table."))},
+            {},
+            runInfo};
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
+#include <tool/CommonOptions.h>
 #include <tool/Document.h>
 #include <tool/Messages.h>
 #include <tool/Place.h>
@@ -18,8 +19,8 @@ namespace {
 
 const char examples[] = R"(  mvrtext links chapter.rtf
   mvrtext links --json chapter.rtf | jq '.[].item'
-  mvrtext links chapter.rtf --to-text -o plain.rtf
-  mvrtext links chapter.html --clear -o bare.html
+  mvrtext links chapter.rtf --remove items -o plain.rtf
+  mvrtext links chapter.html --remove all -o bare.html
 )";
 
 void print(const MVRTextInternalLinkMap &map, QTextDocument &document, bool asJson)
@@ -61,37 +62,50 @@ int change(const CommandLine &commandLine, const Rewriting &rewriting)
     Document document;
     if (!rewriting.load(document, progress))
         return Failure;
-    if (commandLine.isSet("clear"))
+    if (commandLine.value("remove") == QLatin1String("all"))
         MVRTextDoc::clearInternalLinks(&document.text);
     else
         MVRTextDoc::convertMovarinLinksToText(&document.text);
     return rewriting.save(document, progress) ? Success : Failure;
 }
 
-}
-
-int runLinks(const QStringList &arguments)
+int runLinks(const CommandLine &commandLine)
 {
-    CommandLine commandLine(
-        "links",
-        "Lists the links of a document to other items of the application, whose target is a\n"
-        "number: the item, place (paragraph from 1, characters from 0) and text. Or takes links\n"
-        "away and leaves their text.",
-        examples);
+    const bool changes = commandLine.isSet("remove");
     Rewriting rewriting(commandLine);
-    commandLine.addFlag("json", "Print an array of objects instead of a table.");
-    commandLine.addFlag("to-text", "Make the links to items ordinary text; web links stay.");
-    commandLine.addFlag("clear", "Make all links ordinary text, web links too.");
-    if (const std::optional<int> exitCode = commandLine.parse(arguments))
-        return *exitCode;
-
-    const bool changes = commandLine.isSet("to-text") || commandLine.isSet("clear");
     QString error;
     if (!rewriting.readArguments(changes, &error))
         return commandLine.usageError(error);
     if (!changes && commandLine.isSet("output"))
-        return commandLine.usageError(QStringLiteral("say what to change: --to-text or --clear"));
+        return commandLine.usageError(
+            Tool::tr("say what to change: --remove items or --remove all"));
     if (!changes)
         return list(commandLine, rewriting);
     return rewriting.isSafe() ? change(commandLine, rewriting) : Failure;
+}
+
+}
+
+Command linksCommand()
+{
+    Command command {
+        "links",
+        QT_TRANSLATE_NOOP("mvrtext", "List or remove links to other items of the application."),
+        "[OPTIONS] IN\n[OPTIONS] --remove LINKS -o OUT IN",
+        QT_TRANSLATE_NOOP("mvrtext",
+                          "Lists the links of a document to other items of the application, whose "
+                          "target is a number: the item, place (paragraph from 1, characters from "
+                          "0) and text. Or takes links away and leaves their text."),
+        examples,
+        {Rewriting::input()},
+        {jsonOption(QT_TRANSLATE_NOOP("mvrtext", "Print an array of objects instead of a table.")),
+         {"remove",
+          "LINKS",
+          QT_TRANSLATE_NOOP("mvrtext",
+                            "Make links ordinary text: those to items, or all, web links too."),
+          {QStringLiteral("items"), QStringLiteral("all")}}},
+        {oldFormatWord(), {"to-text", "remove", "items", {}}, {"clear", "remove", "all", {}}},
+        runLinks};
+    command.options += Rewriting::options(false);
+    return command;
 }

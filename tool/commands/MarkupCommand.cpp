@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
+#include <tool/CommonOptions.h>
 #include <tool/Document.h>
 #include <tool/Messages.h>
 #include <tool/Notes.h>
@@ -91,24 +92,12 @@ void readMarkup(QTextDocument &text, const Format &output, const QString &name)
                 .arg(counted(pictures, "picture", "pictures"), QString::fromLatin1(output.title)));
 }
 
-} // namespace
-
-int runMarkup(const QStringList &arguments)
+int runMarkup(const CommandLine &commandLine)
 {
-    CommandLine commandLine(
-        "markup",
-        "Writes the notes of a document as codes into its text, where any program keeps them, or\n"
-        "reads such codes: notes become notes of OUT where its format has any, else text in\n"
-        "brackets, and the pictures that codes name are loaded.",
-        examples);
     Rewriting rewriting(commandLine);
-    commandLine.addFlag("write", "Write codes.");
-    commandLine.addFlag("read", "Read codes.");
-    if (const std::optional<int> exitCode = commandLine.parse(arguments))
-        return *exitCode;
     QString error;
     if (commandLine.isSet("write") == commandLine.isSet("read"))
-        return commandLine.usageError(QStringLiteral("say either --write or --read"));
+        return commandLine.usageError(Tool::tr("say either --write or --read"));
     if (!rewriting.readArguments(true, &error))
         return commandLine.usageError(error);
     if (!rewriting.isSafe())
@@ -126,4 +115,27 @@ int runMarkup(const QStringList &arguments)
         readMarkup(document.text, output, name);
     // What was spelled out so as not to be lost is not to be lost now.
     return rewriting.saveWithNotes(true, document, progress) ? Success : Failure;
+}
+
+} // namespace
+
+Command markupCommand()
+{
+    Command command {
+        "markup",
+        QT_TRANSLATE_NOOP("mvrtext", "Write notes as codes into the text, or read such codes."),
+        "[OPTIONS] --write -o OUT IN\n[OPTIONS] --read -o OUT IN",
+        QT_TRANSLATE_NOOP("mvrtext",
+                          "Writes the notes of a document as codes into its text, where any "
+                          "program keeps them, or reads such codes: notes become notes of OUT "
+                          "where its format has any, else text in brackets, and the pictures that "
+                          "codes name are loaded."),
+        examples,
+        {Rewriting::input()},
+        {{"write", nullptr, QT_TRANSLATE_NOOP("mvrtext", "Write codes."), {}},
+         {"read", nullptr, QT_TRANSLATE_NOOP("mvrtext", "Read codes."), {}}},
+        {oldFormatWord()},
+        runMarkup};
+    command.options += Rewriting::options(true);
+    return command;
 }

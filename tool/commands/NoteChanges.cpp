@@ -13,48 +13,48 @@
 
 namespace {
 
-/*! What each kind of note becomes, by the word that names it on the command line. */
-const QHash<QString, QVector<Note::Kind>> &targetsByWord()
+/*! What a word of the command line says about kinds of note. */
+struct KindWord
 {
-    static const QHash<QString, QVector<Note::Kind>> targets {
-        {QStringLiteral("inline"),
-         {Note::InlineAnnotation, Note::InlineFootnote, Note::InlineAnnotation,
-          Note::InlineFootnote}},
-        {QStringLiteral("inspector"),
-         {Note::Comment, Note::Footnote, Note::Comment, Note::Footnote}},
-        {QStringLiteral("comments"), QVector<Note::Kind>(4, Note::Comment)},
-        {QStringLiteral("footnotes"), QVector<Note::Kind>(4, Note::Footnote)},
-        {QStringLiteral("annotations"), QVector<Note::Kind>(4, Note::InlineAnnotation)},
-        {QStringLiteral("inline-footnotes"), QVector<Note::Kind>(4, Note::InlineFootnote)}};
-    return targets;
+    const char *word;
+    Note::Kind targets[4]; // what each kind becomes
+    QVector<Note::Kind> kinds; // which are removed
+};
+
+const QVector<KindWord> &kindWordTable()
+{
+    constexpr auto C = Note::Comment;
+    constexpr auto F = Note::Footnote;
+    constexpr auto IA = Note::InlineAnnotation;
+    constexpr auto IF = Note::InlineFootnote;
+    static const QVector<KindWord> words {
+        {"inline", {IA, IF, IA, IF}, {IA, IF}},  {"inspector", {C, F, C, F}, {C, F}},
+        {"comments", {C, C, C, C}, {C}},         {"footnotes", {F, F, F, F}, {F}},
+        {"annotations", {IA, IA, IA, IA}, {IA}}, {"inline-footnotes", {IF, IF, IF, IF}, {IF}},
+    };
+    return words;
 }
 
-/*! The kinds that a word means where notes are removed. */
-const QHash<QString, QVector<Note::Kind>> &kindsByWord()
+const QLatin1String allWord("all");
+
+QVector<Note::Kind> removedBy(const QString &word)
 {
-    static const QHash<QString, QVector<Note::Kind>> kinds {
-        {QStringLiteral("all"),
-         {Note::Comment, Note::Footnote, Note::InlineAnnotation, Note::InlineFootnote}},
-        {QStringLiteral("inline"), {Note::InlineAnnotation, Note::InlineFootnote}},
-        {QStringLiteral("inspector"), {Note::Comment, Note::Footnote}},
-        {QStringLiteral("comments"), {Note::Comment}},
-        {QStringLiteral("footnotes"), {Note::Footnote}},
-        {QStringLiteral("annotations"), {Note::InlineAnnotation}},
-        {QStringLiteral("inline-footnotes"), {Note::InlineFootnote}}};
-    return kinds;
+    if (word == allWord)
+        return QVector<Note::Kind>(std::begin(Note::allKinds), std::end(Note::allKinds));
+    for (const KindWord &row : kindWordTable()) {
+        if (word == QLatin1String(row.word))
+            return row.kinds;
+    }
+    return {};
 }
 
-bool readKinds(const CommandLine &commandLine, const char *option,
-               const QHash<QString, QVector<Note::Kind>> &words, QVector<Note::Kind> *kinds,
-               QString *error)
+QVector<Note::Kind> targetsOf(const QString &word)
 {
-    const QString word = commandLine.value(option).toLower();
-    if (!commandLine.isSet(option))
-        return true;
-    *kinds = words.value(word);
-    if (kinds->isEmpty())
-        *error = QStringLiteral("--%1 does not take \"%2\"").arg(QLatin1String(option), word);
-    return !kinds->isEmpty();
+    for (const KindWord &row : kindWordTable()) {
+        if (word == QLatin1String(row.word))
+            return QVector<Note::Kind>(std::begin(row.targets), std::end(row.targets));
+    }
+    return {};
 }
 
 /*! "[ ]" are two strings, and so are "[]". */
@@ -102,21 +102,39 @@ QString countedKind(int count, Note::Kind kind)
 
 }
 
-void NoteChanges::addOptions(CommandLine &commandLine)
+QStringList NoteChanges::kindWords()
 {
-    commandLine.addOption(
-        "to",
-        "Make all notes notes of this kind, or put them into the text "
-        "(inline) or beside it (inspector).",
-        QStringLiteral("inline|inspector|comments|footnotes|annotations|inline-footnotes"));
-    commandLine.addOption("remove", "Remove the notes of a kind.",
-                          QStringLiteral("KIND|inline|inspector|all"));
-    commandLine.addFlag("trim",
-                        "Take white space from the ends of the notes, and repeated empty "
-                        "paragraphs from inside.");
-    commandLine.addOption("enclose", "Put two strings around the inline annotations: \"[ ]\".",
-                          QStringLiteral("STRINGS"));
-    commandLine.addFlag("as-text", "With --enclose: make the annotations ordinary text.");
+    QStringList words;
+    for (const KindWord &row : kindWordTable())
+        words << QLatin1String(row.word);
+    return words;
+}
+
+QVector<Option> NoteChanges::options()
+{
+    return {
+        {"make", "KIND",
+         QT_TRANSLATE_NOOP("mvrtext",
+                           "Make all notes notes of this kind, or put them into the text (inline) "
+                           "or beside it (inspector)."),
+         kindWords()},
+        {"remove", "KIND", QT_TRANSLATE_NOOP("mvrtext", "Remove the notes of a kind."),
+         kindWords() << allWord},
+        {"trim",
+         nullptr,
+         QT_TRANSLATE_NOOP("mvrtext",
+                           "Take white space from the ends of the notes, and repeated empty "
+                           "paragraphs from inside."),
+         {}},
+        {"enclose",
+         "STRINGS",
+         QT_TRANSLATE_NOOP("mvrtext", "Put two strings around the inline annotations: \"[ ]\"."),
+         {}},
+        {"as-text",
+         nullptr,
+         QT_TRANSLATE_NOOP("mvrtext", "With --enclose: make the annotations ordinary text."),
+         {}},
+    };
 }
 
 bool NoteChanges::read(const CommandLine &commandLine, QString *error)
@@ -124,16 +142,17 @@ bool NoteChanges::read(const CommandLine &commandLine, QString *error)
     m_trims = commandLine.isSet("trim");
     m_encloses = commandLine.isSet("enclose");
     m_asText = commandLine.isSet("as-text");
+    m_targets = targetsOf(commandLine.value("make"));
+    m_removed = removedBy(commandLine.value("remove"));
     if (m_asText && !m_encloses) {
-        *error = QStringLiteral("--as-text goes with --enclose");
+        *error = Tool::tr("--as-text goes with --enclose");
         return false;
     }
     if (m_encloses && !splitInTwo(commandLine.value("enclose"), &m_opening, &m_closing)) {
-        *error = QStringLiteral("--enclose takes two strings with a blank between");
+        *error = Tool::tr("--enclose takes two strings with a blank between");
         return false;
     }
-    return readKinds(commandLine, "to", targetsByWord(), &m_targets, error)
-        && readKinds(commandLine, "remove", kindsByWord(), &m_removed, error);
+    return true;
 }
 
 bool NoteChanges::isEmpty() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <tool/Command.h>
 #include <tool/Notes.h>
 
 #include <QString>
@@ -13,7 +14,9 @@ class CommandLine;
 class NoteChanges
 {
 public:
-    static void addOptions(CommandLine &commandLine);
+    static QVector<Option> options();
+    /*! The kinds that --make takes. */
+    static QStringList kindWords();
 
     /*! Reads the options; false when one is wrong, and \a error then says which. */
     bool read(const CommandLine &commandLine, QString *error);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
+#include <tool/CommonOptions.h>
 #include <tool/Document.h>
 #include <tool/Messages.h>
 #include <tool/Notes.h>
@@ -20,9 +21,9 @@ namespace {
 
 const char examples[] = R"(  mvrtext notes script.fdx
   mvrtext notes --json script.fdx | jq -r '.[].content'
-  mvrtext notes draft.rtf --to inline -o marked.rtf
-  mvrtext notes draft.rtf --to comments --dry-run
-  mvrtext notes draft.rtf --to annotations --trim --enclose "[ ]" --as-text -o draft.txt
+  mvrtext notes draft.rtf --make inline -o marked.rtf
+  mvrtext notes draft.rtf --make comments --dry-run
+  mvrtext notes draft.rtf --make annotations --trim --enclose "[ ]" --as-text -o draft.txt
   mvrtext notes draft.rtf --remove comments -o clean.rtf
 )";
 
@@ -92,28 +93,14 @@ int change(const CommandLine &commandLine, const Rewriting &rewriting, const Not
                                                                                      : Failure;
     }
     if (report.isEmpty())
-        report << QStringLiteral("no note would change");
+        report << Tool::tr("no note would change");
     printOutput(report.join(QLatin1Char('\n')) + QLatin1Char('\n'));
     return Success;
 }
 
-}
-
-int runNotes(const QStringList &arguments)
+int runNotes(const CommandLine &commandLine)
 {
-    CommandLine commandLine(
-        "notes",
-        "Lists the notes of a document: their kind, place (paragraph from 1, characters from 0),\n"
-        "the text that they are attached to, colour and content. Or changes them, in this order:\n"
-        "remove, move, trim, enclose.",
-        examples);
     Rewriting rewriting(commandLine);
-    commandLine.addFlag("json", "Print an array of objects instead of a table.");
-    NoteChanges::addOptions(commandLine);
-    commandLine.addFlag("dry-run", "Only say how many notes would change.");
-    if (const std::optional<int> exitCode = commandLine.parse(arguments))
-        return *exitCode;
-
     NoteChanges changes;
     QString error;
     if (!changes.read(commandLine, &error))
@@ -122,10 +109,36 @@ int runNotes(const QStringList &arguments)
     if (!rewriting.readArguments(writes, &error))
         return commandLine.usageError(error);
     if (changes.isEmpty() && (commandLine.isSet("output") || commandLine.isSet("dry-run")))
-        return commandLine.usageError(QStringLiteral("say what to change: --to, --remove, ..."));
+        return commandLine.usageError(Tool::tr("say what to change: --make, --remove, ..."));
     if (changes.isEmpty())
         return list(commandLine, rewriting);
     if (writes && !rewriting.isSafe())
         return Failure;
     return change(commandLine, rewriting, changes);
+}
+
+}
+
+Command notesCommand()
+{
+    Command command {
+        "notes",
+        QT_TRANSLATE_NOOP("mvrtext", "List, move, trim or remove the notes of a document."),
+        "[OPTIONS] IN\n[OPTIONS] --make KIND|--remove KIND|--trim|--enclose STRINGS -o OUT IN",
+        QT_TRANSLATE_NOOP("mvrtext",
+                          "Lists the notes of a document: their kind, place (paragraph from 1, "
+                          "characters from 0), the text that they are attached to, colour and "
+                          "content. Or changes them, in this order: remove, make, trim, enclose."),
+        examples,
+        {Rewriting::input()},
+        {jsonOption(QT_TRANSLATE_NOOP("mvrtext", "Print an array of objects instead of a table."))},
+        {oldFormatWord(), {"to", "make", nullptr, NoteChanges::kindWords()}},
+        runNotes};
+    command.options += NoteChanges::options();
+    command.options.append({"dry-run",
+                            nullptr,
+                            QT_TRANSLATE_NOOP("mvrtext", "Only say how many notes would change."),
+                            {}});
+    command.options += Rewriting::options(false);
+    return command;
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
+#include <tool/CommonOptions.h>
 #include <tool/Document.h>
 #include <tool/Messages.h>
 #include <tool/Progress.h>
@@ -54,22 +55,9 @@ int replaceIn(Document &document, const Replacement &replacement)
     return count;
 }
 
-}
-
-int runReplace(const QStringList &arguments)
+int runReplace(const CommandLine &commandLine)
 {
-    CommandLine commandLine("replace",
-                            "Replaces text in a document. What is found lies within a paragraph "
-                            "and gives its format\nto what takes its place.",
-                            examples);
     Rewriting rewriting(commandLine);
-    commandLine.addOption("find", "The text to replace.", QStringLiteral("TEXT"));
-    commandLine.addOption("with", "What takes its place; may be empty.", QStringLiteral("TEXT"));
-    commandLine.addFlag("regexp", "TEXT to find is a regular expression.");
-    commandLine.addFlag("match-case", "Tell capitals from small letters.");
-    if (const std::optional<int> exitCode = commandLine.parse(arguments))
-        return *exitCode;
-
     QString error;
     Replacement replacement;
     if (!rewriting.readArguments(true, &error) || !readOptions(commandLine, &replacement, &error))
@@ -90,4 +78,38 @@ int runReplace(const QStringList &arguments)
     printMessage(rewriting.outputName(),
                  counted(count, "place", "places") + QLatin1String(" replaced"));
     return Success;
+}
+
+}
+
+Command replaceCommand()
+{
+    Command command {
+        "replace",
+        QT_TRANSLATE_NOOP("mvrtext", "Replace text in a document."),
+        "[OPTIONS] --find TEXT --with TEXT -o OUT IN",
+        QT_TRANSLATE_NOOP("mvrtext",
+                          "Replaces text in a document. What is found lies within a paragraph and "
+                          "gives its format to what takes its place."),
+        examples,
+        {Rewriting::input()},
+        {{"find", "TEXT", QT_TRANSLATE_NOOP("mvrtext", "The text to replace."), {}, "", true},
+         {"with",
+          "TEXT",
+          QT_TRANSLATE_NOOP("mvrtext", "What takes its place; may be empty."),
+          {},
+          "",
+          true},
+         {"regexp",
+          nullptr,
+          QT_TRANSLATE_NOOP("mvrtext", "TEXT to find is a regular expression."),
+          {}},
+         {"match-case",
+          nullptr,
+          QT_TRANSLATE_NOOP("mvrtext", "Tell capitals from small letters."),
+          {}}},
+        {oldFormatWord()},
+        runReplace};
+    command.options += Rewriting::options(true);
+    return command;
 }

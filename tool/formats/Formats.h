@@ -22,6 +22,7 @@ struct WriteOptions
     QPageSize paper = QPageSize(QPageSize::Letter);
     int page = 1; /*!< of a picture, counted from 1 */
     int dpi = 150; /*!< dots per inch of a picture */
+    QString author; /*!< of a document that names none */
 };
 
 /*!

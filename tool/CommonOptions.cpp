@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#include <tool/CommonOptions.h>
+
+#include <tool/CommandLine.h>
+#include <tool/formats/Formats.h>
+
+namespace {
+
+struct NotesWord
+{
+    const char *word;
+    NotesChoice choice;
+};
+
+constexpr NotesWord notesWords[] = {
+    {"inline", NotesChoice::Inline},
+    {"inspector", NotesChoice::Inspector},
+    {"drop", NotesChoice::Drop},
+};
+
+QStringList notesChoices()
+{
+    QStringList words;
+    for (const NotesWord &row : notesWords)
+        words << QLatin1String(row.word);
+    return words;
+}
+
+}
+
+Option fromOption()
+{
+    Option option {
+        "from", "FORMAT",
+        QT_TRANSLATE_NOOP("mvrtext", "Format of what is read, where its suffix does not tell."),
+        readableFormats()};
+    option.takesOthers = true;
+    return option;
+}
+
+Option toOption()
+{
+    Option option {
+        "to", "FORMAT",
+        QT_TRANSLATE_NOOP("mvrtext", "Format of what is written, where its suffix does not tell."),
+        writableFormats()};
+    option.takesOthers = true;
+    return option;
+}
+
+Option jsonOption(const char *what)
+{
+    return {"json", nullptr, what, {}};
+}
+
+QVector<Option> writingOptions()
+{
+    return {
+        {"notes", "WHERE",
+         QT_TRANSLATE_NOOP("mvrtext",
+                           "Put notes into the text (inline), attach them to words (inspector) or "
+                           "leave them out (drop). Without this option they go inline into fdx "
+                           "and stay as they are in rtf; other formats carry none."),
+         notesChoices()},
+        {"paper",
+         "PAPER",
+         QT_TRANSLATE_NOOP("mvrtext", "Paper of pdf, png, odt and html."),
+         {QStringLiteral("letter"), QStringLiteral("a4")},
+         "letter"},
+        {"author",
+         "NAME",
+         QT_TRANSLATE_NOOP("mvrtext", "Author of a document that names none (rtf)."),
+         {}},
+    };
+}
+
+void readWritingOptions(const CommandLine &commandLine, NotesChoice *notes, WriteOptions *options)
+{
+    const QString where = commandLine.value("notes");
+    for (const NotesWord &row : notesWords) {
+        if (where == QLatin1String(row.word))
+            *notes = row.choice;
+    }
+    if (commandLine.value("paper") == QLatin1String("a4"))
+        options->paper = QPageSize(QPageSize::A4);
+    options->author = commandLine.value("author");
+}
+
+OldWord oldFormatWord()
+{
+    return {"as", "to", nullptr, {}};
+}
