@@ -6,7 +6,9 @@
 BUILD := build/dev
 JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
-FUZZ_SECONDS ?= 60
+# For each of the fuzz targets, two at a time on two processors.
+FUZZ_SECONDS ?= 600
+GROWTH_SCALE ?= 1
 RTF_DOCUMENTS ?= 4000
 MUTANTS ?= 220
 
@@ -69,7 +71,7 @@ interop: deps ## Exchange RTF with LibreOffice and pandoc, which are installed w
 	@cmake --build --preset dev -j $(JOBS) --target mvrtext mvrinterop
 	@scripts/interop $(BUILD)
 
-fuzz: deps ## Fuzz the readers, FUZZ_SECONDS each
+fuzz: deps ## Fuzz readers and operations, FUZZ_SECONDS each: an hour in all
 	@cmake --preset fuzz >/dev/null
 	@cmake --build --preset fuzz -j $(JOBS)
 	@scripts/fuzz build/fuzz $(FUZZ_SECONDS)

@@ -96,9 +96,7 @@ void MVRTextDoc::setInternalLinks(QTextDocument *document, const MVRTextInternal
         return;
     const EditBlock undoStep(document);
     for (auto it = map.links.cbegin(); it != map.links.cend(); ++it) {
-        QTextCursor cursor = it.key().toTextCursor(document);
-        if (cursor.hasSelection())
-            cursor.mergeCharFormat(linkFormat(it.value()));
+        mergeIfChanged(it.key().toTextCursor(document), linkFormat(it.value()));
     }
 }
 

@@ -3,9 +3,9 @@
 // with its text unchanged.
 #include <finaldraft/MVRFinalDraftReader.h>
 #include <finaldraft/MVRFinalDraftWriter.h>
+#include <fuzz/Targets.h>
 
 #include <QBuffer>
-#include <QGuiApplication>
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -37,21 +37,12 @@ QList<MVRScriptElement> elements(MVRFinalDraftReader *reader)
 
 }
 
-extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+void fuzz_fdx_reader(const QByteArray &input)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_LOGGING_RULES", "*.debug=false");
-    static QGuiApplication application(*argc, *argv);
-    return 0;
-}
-
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
-{
-    const QByteArray input(reinterpret_cast<const char *>(data), static_cast<int>(size));
     MVRFinalDraftReader reader;
     QTextDocument document;
     if (!read(&reader, input, &document))
-        return 0;
+        return;
     QBuffer output;
     output.open(QIODevice::WriteOnly);
     MVRFinalDraftWriter writer;
@@ -70,5 +61,4 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     }
     if (block.isValid())
         std::abort();
-    return 0;
 }

@@ -1,35 +1,19 @@
 // SPDX-License-Identifier: MIT
 // Reads any bytes as RTF; what was read must come through writing and reading again unchanged.
 #include <core/MVRTextRtf.h>
+#include <fuzz/Targets.h>
 #include <text/MVRTextDoc.h>
 
-#include <QGuiApplication>
 #include <QTextBlock>
 #include <QTextDocument>
 
 #include <cstdlib>
 
-extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+void fuzz_rtf_reader(const QByteArray &input)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static auto *application = new QGuiApplication(*argc, *argv); // lives as long as the process
-    Q_UNUSED(application)
-    return 0;
-}
-
-// The platform's own, at the end of the process.
-extern "C" const char *__lsan_default_suppressions()
-{
-    return "leak:libfontconfig\nleak:QPlatformScreen\nleak:QScreen\nleak:libqoffscreen\n";
-}
-
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t size)
-{
-    const auto input
-        = QByteArray::fromRawData(reinterpret_cast<const char *>(data), static_cast<int>(size));
     QTextDocument first;
     if (!MVRTextRtf::fromRtfCData(input, &first))
-        return 0;
+        return;
     const QByteArray written = MVRTextRtf::toRtfCData(&first, false);
     QTextDocument second;
     if (!MVRTextRtf::fromRtfCData(written, &second))
@@ -52,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     MVRTextRtfNotes notes;
     MVRTextRtf::fromRtfCData(input, &first, &notes);
     if (notes.isEmpty())
-        return 0;
+        return;
     MVRTextRtfNotes notesAgain;
     MVRTextRtf::fromRtfCData(MVRTextRtf::toRtfCData(&first, true, notes), &second, &notesAgain);
     if (notesAgain.size() != notes.size())
@@ -61,5 +45,4 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     MVRTextDoc::fromRtf(MVRTextDoc::toRtf(&first), &second);
     if (!MVRTextDoc::hasInspectorCommentsOrFootnotes(&second))
         std::abort();
-    return 0;
 }
