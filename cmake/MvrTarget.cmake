@@ -1,4 +1,29 @@
 # SPDX-License-Identifier: MIT
+include(CheckCXXCompilerFlag)
+include(CheckLinkerFlag)
+
+# What makes a fault harder to use: checked stack frames and buffers, tables that nobody writes into
+# once the program runs, and jumps that land only where one may.
+set(mvr_hardening)
+set(mvr_link_hardening)
+if(NOT MVR_SANITIZE)
+    foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection)
+        string(MAKE_C_IDENTIFIER "mvr_has${flag}" known)
+        check_cxx_compiler_flag(${flag} ${known})
+        if(${known})
+            list(APPEND mvr_hardening ${flag})
+        endif()
+    endforeach()
+    # Needs an optimised build; the first takes away what the distribution's compiler may preset.
+    list(APPEND mvr_hardening
+        $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE>
+        $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-D_FORTIFY_SOURCE=2>)
+    check_linker_flag(CXX "-Wl,-z,relro,-z,now" mvr_has_relro)
+    if(mvr_has_relro)
+        set(mvr_link_hardening "-Wl,-z,relro,-z,now")
+    endif()
+endif()
+
 # What every target of this project is compiled with: warnings, strict Qt, sanitizers.
 function(mvr_configure_target target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wshadow -Wpedantic)
@@ -8,6 +33,8 @@ function(mvr_configure_target target)
     target_compile_definitions(${target} PRIVATE
         QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
         QT_NO_URL_CAST_FROM_STRING QT_STRICT_ITERATORS)
+    target_compile_options(${target} PRIVATE ${mvr_hardening})
+    target_link_options(${target} PRIVATE ${mvr_link_hardening})
     if(MVR_SANITIZE)
         target_compile_options(${target} PRIVATE
             -fsanitize=${MVR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
@@ -28,3 +55,10 @@ function(mvr_configure_library target)
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/mvrtext>)
 endfunction()
+
+# What a test program is to find in its environment.
+set(mvr_test_environment
+    QT_QPA_PLATFORM=offscreen
+    LC_ALL=C.UTF-8
+    LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0
+    UBSAN_OPTIONS=print_stacktrace=1)
