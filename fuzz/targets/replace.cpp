@@ -22,7 +22,7 @@ void fuzz_replace(const QByteArray &input)
     const QString whole = document.toPlainText();
     QTextCursor cursor(&document);
     cursor.setPosition(qMin(from, document.characterCount() - 1));
-    const int plain = MVRTextDoc::replace(before, after, cursor);
+    const int plain = MVRTextDoc::replaceAll(before, after, cursor);
     require(plain >= 0 && (plain == 0 || !before.isEmpty()), "nothing is found by nothing");
     require(plain > 0 || document.toPlainText() == whole, "what is not found changes nothing");
     document.undo();
