@@ -46,6 +46,7 @@ endfunction()
 function(mvr_configure_library target)
     mvr_configure_target(${target})
     set_target_properties(${target} PROPERTIES
+        AUTOMOC ON
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
         INSTALL_RPATH "$ORIGIN"

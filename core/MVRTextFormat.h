@@ -37,8 +37,10 @@ public:
         InspectorFootnoteProperty = 0x100067, /*!< bool: the inspector note is a footnote */
         CommentAuthorProperty = 0x100068, /*!< string: who wrote an inspector note; absent or empty
                                                when that is not known */
-        CommentDateProperty = 0x100069 /*!< QDateTime: when an inspector note was written; absent or
-                                            invalid when that is not known */
+        CommentDateProperty = 0x100069, /*!< QDateTime: when an inspector note was written; absent
+                                           or invalid when that is not known */
+        ParagraphViewProperty = 0x100300 /*!< list: what a live view changed in the paragraph's
+                                              format; see MVRParagraphView::ownFormat() */
     };
 
     /*!

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/MVRToolkit.h>
 
+#include <core/MVRParagraphView.h>
 #include <core/MVRTextFormat.h>
 #include <core/STextDoc.h>
 #include <core/document/EditBlock_p.h>
@@ -114,18 +115,25 @@ void MVRToolkit::toStockParagraphs(QTextDocument *document, double textWidth)
         const int index = block.blockFormatIndex();
         auto known = translated.find(index);
         if (known == translated.end()) {
-            QTextBlockFormat format = block.blockFormat();
-            if (!isApplicationParagraph(format))
-                continue;
-            translateIndents(format, textWidth);
-            translateSpacing(format);
-            known = translated.insert(index, format);
+            known = translated.insert(index, stockBlockFormat(block.blockFormat(), textWidth));
         }
+        if (*known == block.blockFormat())
+            continue;
         if (!undoStep)
             undoStep.emplace(document);
         cursor.setPosition(block.position());
         cursor.setBlockFormat(*known);
     }
+}
+
+QTextBlockFormat MVRToolkit::stockBlockFormat(const QTextBlockFormat &format, double textWidth)
+{
+    QTextBlockFormat stock = MVRParagraphView::ownFormat(format);
+    if (!isApplicationParagraph(stock))
+        return stock;
+    translateIndents(stock, textWidth);
+    translateSpacing(stock);
+    return stock;
 }
 
 QPen MVRToolkit::typographyPen(const QTextDocument &document)

@@ -8,6 +8,7 @@
 class QFont;
 class QPen;
 class QSizeF;
+class QTextBlockFormat;
 class QTextCharFormat;
 class QTextDocument;
 class QAbstractTextDocumentLayout;
@@ -47,6 +48,12 @@ public:
                           are measured
     */
     static void toStockParagraphs(QTextDocument *document, double textWidth);
+
+    /*!
+        The same for one paragraph format; \a format itself when it has none of these properties.
+        What a MVRParagraphView added to it does not count.
+    */
+    static QTextBlockFormat stockBlockFormat(const QTextBlockFormat &format, double textWidth);
 
     /*!
         The pen that marks of typography (invisible characters) are drawn with; a default pen where

@@ -2,6 +2,7 @@
 #include <finaldraft/MVRFinalDraftWriter.h>
 
 #include <core/MVRDomDoc.h>
+#include <core/MVRParagraphView.h>
 #include <core/MVRTextFormat.h>
 
 #include <QFile>
@@ -126,7 +127,7 @@ bool MVRFinalDraftWriter::processBlock(const QTextBlock &block)
 {
     if (!block.isValid() || !m_dom)
         return false;
-    const QTextBlockFormat format = block.blockFormat();
+    const QTextBlockFormat format = MVRParagraphView::ownFormat(block.blockFormat());
     // A note that begins or ends with the paragraph does so around it.
     if (!block.begin().atEnd())
         enterState(toFragmentState(block.begin().fragment().charFormat()), format);
@@ -207,8 +208,9 @@ QString MVRFinalDraftWriter::typeName(const QTextBlock &block)
 {
     auto known = m_typeNames.find(block.blockFormatIndex());
     if (known == m_typeNames.end()) {
-        known = m_typeNames.insert(block.blockFormatIndex(),
-                                   findScriptElementName(block.blockFormat()));
+        known = m_typeNames.insert(
+            block.blockFormatIndex(),
+            findScriptElementName(MVRParagraphView::ownFormat(block.blockFormat())));
     }
     return *known;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/rtf/write/RtfWriter.h>
 
+#include <core/MVRParagraphView.h>
 #include <core/MVRTextRtf.h>
 #include <core/rtf/model/RtfFormats.h>
 #include <core/rtf/model/RtfLists.h>
@@ -144,8 +145,8 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
             place.list = listNumber(list);
             place.listLevel = qBound(0, list->format().indent() - 1, RtfLists::levels - 1);
         }
-        const RtfParaProps props
-            = RtfFormats::fromBlockFormat(block.blockFormat(), place, &m_resources);
+        const RtfParaProps props = RtfFormats::fromBlockFormat(
+            MVRParagraphView::ownFormat(block.blockFormat()), place, &m_resources);
         QByteArray words = rtfPlainParagraph;
         if (props.outline >= 0) { // the navigators of other programs go by the style
             m_resources.headings |= 1 << props.outline;
