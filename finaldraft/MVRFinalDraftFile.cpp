@@ -4,6 +4,7 @@
 #include <finaldraft/file/FdxDocument_p.h>
 #include <finaldraft/file/FdxNotes_p.h>
 #include <finaldraft/file/FdxScript_p.h>
+#include <finaldraft/file/FdxSkeleton_p.h>
 #include <finaldraft/file/FdxTree_p.h>
 #include <finaldraft/file/FdxWriter_p.h>
 
@@ -52,6 +53,7 @@ struct MVRFinalDraftFile::Private
     QVector<FdxNote> notes;
     QHash<QString, int> anchors; // of notes in documents that were read: index
     int fileId = 0;
+    QList<MVRScriptElement> elements; // for write()
     QString errorString;
     // The document that read() filled, as it was then.
     QPointer<const QTextDocument> readDocument;
@@ -62,6 +64,7 @@ struct MVRFinalDraftFile::Private
     void applyPageLayout(QTextDocument *document);
     void rememberDocument(QTextDocument *document);
     QByteArray written(const QTextDocument *document);
+    QByteArray writtenWhole(const QTextDocument *document) const;
 };
 
 bool MVRFinalDraftFile::Private::parse(const QByteArray &bytes)
@@ -108,8 +111,18 @@ QByteArray MVRFinalDraftFile::Private::written(const QTextDocument *document)
     if (readDocument == document && readRevision == document->revision())
         return tree.file();
     findNotes();
-    const QByteArray source = FdxWriter(*script, *places, notes, anchors, fileId, document).write();
+    const QByteArray source
+        = FdxWriter(*script, *places, notes, anchors, fileId, elements, document).write();
     return source == tree.source() ? tree.file() : tree.toFileEncoding(source);
+}
+
+QByteArray MVRFinalDraftFile::Private::writtenWhole(const QTextDocument *document) const
+{
+    MVRFinalDraftFile whole;
+    whole.d->parse(fdxSkeleton());
+    whole.d->script->setView({}, document->documentMargin());
+    whole.d->elements = elements;
+    return whole.d->written(document);
 }
 
 // An edit block that is still open would hide changes: its revision was counted at its start.
@@ -187,10 +200,15 @@ bool MVRFinalDraftFile::read(QTextDocument *document, const QList<MVRScriptEleme
 
 bool MVRFinalDraftFile::write(QIODevice *device, const QTextDocument *document)
 {
-    if (!device || !document || !isLoaded())
+    if (!device || !document)
         return false;
-    const QByteArray bytes = d->written(document);
+    const QByteArray bytes = isLoaded() ? d->written(document) : d->writtenWhole(document);
     return device->write(bytes) == bytes.size();
+}
+
+void MVRFinalDraftFile::setElements(const QList<MVRScriptElement> &elements)
+{
+    d->elements = elements;
 }
 
 QVector<MVRFinalDraftFile::Note> MVRFinalDraftFile::notes() const

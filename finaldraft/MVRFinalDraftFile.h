@@ -152,6 +152,14 @@ public:
     */
     bool write(QIODevice *device, const QTextDocument *document);
 
+    /*!
+        Names elements of the application for write().
+
+        A paragraph without a type becomes one of the first element that has its shape. A file that
+        has no settings for a type gets those of the element when a paragraph of it is written.
+    */
+    void setElements(const QList<MVRScriptElement> &elements);
+
     /*! All notes of the loaded file, in its order. */
     QVector<Note> notes() const;
     /*! The scenes of the loaded file. */

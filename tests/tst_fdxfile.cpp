@@ -242,6 +242,15 @@ private Q_SLOTS:
     void listsNotes_data();
     void listsNotes();
     void overlappingNotes();
+    void notesAfterEdits();
+    void newNotes_data();
+    void newNotes();
+    void inlineAnnotationsBecomeNotes();
+    void runsKeepTheirAttributes_data();
+    void runsKeepTheirAttributes();
+    void paragraphsKeepTheirElements();
+    void dualDialogue();
+    void wholeFile();
 };
 
 void TestFdxFile::unchangedFiles_data()
@@ -483,6 +492,275 @@ void TestFdxFile::overlappingNotes()
     QVERIFY(again.isRead);
     QCOMPARE(again.file.notes().size(), 5);
     QCOMPARE(again.file.notes().at(0).text, QStringLiteral("abdefgh"));
+}
+
+// Ranges move with their text; what was said of a note stays unless it was changed.
+void TestFdxFile::notesAfterEdits()
+{
+    const QByteArray bytes
+        = script("<Paragraph Type=\"Action\"><Text>One two three.</Text></Paragraph>\n"
+                 "<Paragraph Type=\"Action\"><Text>Four five.</Text></Paragraph>\n",
+                 "<ScriptNotes>" + note("Range=\"4,7\" Id=\"3\"") + note("Range=\"20,24\" Id=\"4\"")
+                     + "</ScriptNotes>\n");
+    Opened opened(bytes);
+    opened.find("One ").removeSelectedText();
+    QByteArray expected
+        = QByteArray(bytes).replace("One ", "").replace("\"4,7", "\"0,3").replace("20,24", "16,20");
+    QCOMPARE(opened.written(), expected);
+
+    QTextCursor inserted(&opened.document);
+    inserted.insertText(QStringLiteral("A new one\n"), QTextCharFormat());
+    Opened again(opened.written());
+    QCOMPARE(again.file.notes().at(0).text, QStringLiteral("two"));
+    QCOMPARE(again.file.notes().at(1).text, QStringLiteral("five"));
+
+    opened.find("two").removeSelectedText();
+    QTextCursor word = opened.find("five");
+    MVRTextCommentLink link;
+    link.cdata = MVRTextRtf::textToRtf(QStringLiteral("Other words"), nullptr);
+    QTextCharFormat changed;
+    changed.setProperty(MVRTextFormat::CommentCDataProperty, link.cdata);
+    word.mergeCharFormat(changed);
+    Opened last(opened.written());
+    QCOMPARE(last.file.notes().size(), 1);
+    QCOMPARE(last.file.notes().at(0).id, QStringLiteral("4"));
+    QCOMPARE(last.file.notes().at(0).content(), QStringLiteral("Other words"));
+    QCOMPARE(last.file.notes().at(0).author, QStringLiteral("A & B"));
+}
+
+void TestFdxFile::newNotes_data()
+{
+    QTest::addColumn<QByteArray>("version");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("shape");
+    QTest::newRow("range") << QByteArray("6") << QStringLiteral("two three")
+                           << int(MVRFinalDraftFile::NoteOfRange);
+    QTest::newRow("paragraph") << QByteArray("3") << QStringLiteral("One")
+                               << int(MVRFinalDraftFile::NoteOfParagraph);
+    QTest::newRow("among runs") << QByteArray("1") << QStringLiteral("three")
+                                << int(MVRFinalDraftFile::NoteAmongRuns);
+}
+
+void TestFdxFile::newNotes()
+{
+    QFETCH(const QByteArray, version);
+    QFETCH(const QString, text);
+    Opened opened(
+        script("<Paragraph Type=\"Action\"><Text>Before.</Text></Paragraph>\n"
+               "<Paragraph Type=\"Action\"><Text>One two three four.</Text></Paragraph>\n",
+               {}, version));
+    MVRTextCommentLink link;
+    link.color = QColor(1, 2, 3);
+    link.cdata = MVRTextRtf::textToRtf(QStringLiteral("Said"), nullptr);
+    const QDateTime date(QDate(2021, 2, 3), QTime(4, 5, 6), Qt::UTC);
+    MVRTextDoc::setComment(opened.find("two three"), link, QStringLiteral("Eve"), date);
+    const QByteArray output = opened.written();
+    Opened again(output);
+    QCOMPARE(again.file.notes().size(), 1);
+    const MVRFinalDraftFile::Note written = again.file.notes().first();
+    QTEST(int(written.shape), "shape");
+    QCOMPARE(written.text, text);
+    QCOMPARE(written.content(), QStringLiteral("Said"));
+    QCOMPARE(again.document.toPlainText(), opened.document.toPlainText());
+    if (written.shape == MVRFinalDraftFile::NoteAmongRuns)
+        return; // which have no room for more
+    QCOMPARE(written.author, QStringLiteral("Eve"));
+    QCOMPARE(written.date, QStringLiteral("20210203T040506"));
+    QCOMPARE(written.color, QStringLiteral("#010102020303"));
+    MVRTextDoc::setComments(&again.document, {});
+    QCOMPARE(again.written().count("<ScriptNote "), 0);
+}
+
+void TestFdxFile::inlineAnnotationsBecomeNotes()
+{
+    Opened opened(script("<Paragraph Type=\"Action\"><Text>One two three.</Text></Paragraph>\n"));
+    QTextCharFormat annotation;
+    annotation.setProperty(MVRTextFormat::InlineAnnotationProperty, true);
+    opened.find(" two").mergeCharFormat(annotation);
+    Opened again(opened.written());
+    QCOMPARE(again.document.toPlainText(), QStringLiteral("One three."));
+    QCOMPARE(again.file.notes().size(), 1);
+    QCOMPARE(again.file.notes().first().text, QStringLiteral("One"));
+    QCOMPARE(again.file.notes().first().content(), QStringLiteral(" two"));
+}
+
+void TestFdxFile::runsKeepTheirAttributes_data()
+{
+    QTest::addColumn<QString>("find");
+    QTest::addColumn<QString>("with");
+    QTest::addColumn<QByteArray>("runs");
+    QTest::newRow("marked word")
+        << "teh"
+        << "the"
+        << QByteArray("<Text>See </Text><Text AdornmentStyle=\"-1\">the</Text>"
+                      "<Text> cat &#38; dog</Text><Text Style=\"Bold\" X=\"1\"> run</Text>");
+    QTest::newRow("end of a run")
+        << "dog"
+        << "dogs"
+        << QByteArray("<Text>See </Text><Text AdornmentStyle=\"-1\">teh</Text>"
+                      "<Text> cat &#38; dogs</Text><Text Style=\"Bold\" X=\"1\"> run</Text>");
+    QTest::newRow("bold")
+        << " run"
+        << "<&"
+        << QByteArray("<Text>See </Text><Text AdornmentStyle=\"-1\">teh</Text>"
+                      "<Text> cat &#38; dog</Text><Text Style=\"Bold\" X=\"1\">&lt;&amp;</Text>");
+    QTest::newRow("over runs") << "e teh c"
+                               << "en d"
+                               << QByteArray("<Text>Seen d</Text><Text>at &#38; dog</Text>"
+                                             "<Text Style=\"Bold\" X=\"1\"> run</Text>");
+    QTest::newRow("all gone") << "See teh cat & dog run"
+                              << "" << QByteArray("<Text></Text>");
+}
+
+void TestFdxFile::runsKeepTheirAttributes()
+{
+    QFETCH(const QString, find);
+    QFETCH(const QString, with);
+    QFETCH(const QByteArray, runs);
+    Opened opened(
+        script("<Paragraph><Text>See </Text><Text AdornmentStyle=\"-1\">teh</Text>"
+               "<Text> cat &#38; dog</Text><Text Style=\"Bold\" X=\"1\"> run</Text></Paragraph>"));
+    opened.document.find(find).insertText(with);
+    QCOMPARE(opened.written(), script("<Paragraph>" + runs + "</Paragraph>"));
+}
+
+void TestFdxFile::paragraphsKeepTheirElements()
+{
+    const QByteArray first
+        = "    <Paragraph Number=\"1\" Type=\"Shot\">\n      <SceneProperties Title=\"T\"/>\n"
+          "      <Text>First one.</Text>\n    </Paragraph>\n";
+    const QByteArray second
+        = "    <Paragraph Number=\"2\" Type=\"Odd\"><Text>Second</Text><Alts/></Paragraph>\n";
+    Opened opened(script(first + second));
+    QCOMPARE(opened.type(0), QStringLiteral("Shot"));
+    QCOMPARE(opened.type(1), QStringLiteral("Odd"));
+    const QTextBlockFormat shot = opened.document.firstBlock().blockFormat();
+    QCOMPARE(shot.stringProperty(MVRFinalDraftFile::SceneNumberProperty), QStringLiteral("1"));
+    QCOMPARE(shot.stringProperty(MVRFinalDraftFile::SceneTitleProperty), QStringLiteral("T"));
+
+    QTextCursor cursor = opened.find("one.");
+    cursor.setPosition(cursor.selectionStart());
+    cursor.insertBlock();
+    QCOMPARE(opened.written(),
+             script(QByteArray(first).replace("one.", "")
+                    + "    <Paragraph Type=\"Shot\"><Text>one.</Text></Paragraph>\n" + second));
+    cursor.deletePreviousChar();
+    QCOMPARE(opened.written(), script(first + second));
+
+    // An empty paragraph in front takes nothing from the one behind it.
+    cursor.setPosition(0);
+    cursor.insertBlock();
+    QCOMPARE(opened.written(),
+             script("    <Paragraph Type=\"Shot\"></Paragraph>\n" + first + second));
+    cursor.deletePreviousChar();
+
+    // To another place, with all that it has.
+    cursor.movePosition(QTextCursor::NextBlock);
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    const QTextBlockFormat odd = cursor.blockFormat();
+    cursor.removeSelectedText();
+    cursor.deletePreviousChar();
+    cursor.setPosition(0);
+    cursor.insertBlock();
+    cursor.setPosition(0);
+    cursor.setBlockFormat(odd);
+    cursor.insertText(QStringLiteral("Second"), QTextCharFormat());
+    QVERIFY(opened.written().contains("<Text>Second</Text><Alts/></Paragraph>"));
+    QCOMPARE(Opened(opened.written()).document.toPlainText(), QStringLiteral("Second\nFirst one."));
+
+    // Type and shape of its own.
+    QTextBlockFormat format;
+    format.setProperty(MVRScriptElement::NameProperty, QStringLiteral("A & B"));
+    format.setAlignment(Qt::AlignCenter);
+    cursor.mergeBlockFormat(format);
+    QVERIFY2(opened.written().contains(
+                 "<Paragraph Number=\"2\" Type=\"A &amp; B\" Alignment=\"Center\">"),
+             opened.written().constData());
+}
+
+void TestFdxFile::dualDialogue()
+{
+    const QByteArray before = "    <Paragraph Type=\"Action\"><Text>Before</Text></Paragraph>\n";
+    const QByteArray wrapper
+        = "    <Paragraph>\n      <DualDialogue>\n        <Paragraph Type=\"Character\">"
+          "<Text>ADA</Text></Paragraph>\n        <Paragraph Type=\"Dialogue\"><Text>Hey."
+          "</Text></Paragraph>\n      </DualDialogue>\n    </Paragraph>\n";
+    const QByteArray behind = "    <Paragraph Type=\"Action\"><Text>Behind</Text></Paragraph>\n";
+    Opened opened(script(before + wrapper + behind));
+    QTextCursor cursor = opened.find("Hey.");
+    cursor.insertText(QStringLiteral("Hey!"));
+    cursor.insertBlock();
+    cursor.insertText(QStringLiteral("Ho."));
+    const QByteArray more
+        = QByteArray(wrapper).replace("Hey.</Text></Paragraph>",
+                                      "Hey!</Text></Paragraph>\n        <Paragraph "
+                                      "Type=\"Dialogue\"><Text>Ho.</Text></Paragraph>");
+    QCOMPARE(opened.written(), script(before + more + behind));
+
+    // All of it gone, and its wrapper; all of it elsewhere, in a wrapper.
+    cursor = opened.find("ADA");
+    cursor.setPosition(cursor.selectionStart());
+    cursor.setPosition(opened.find("Ho.").selectionEnd() + 1, QTextCursor::KeepAnchor);
+    const QTextDocumentFragment fragment = cursor.selection();
+    cursor.removeSelectedText();
+    QCOMPARE(opened.written(), script(before + behind));
+    cursor.movePosition(QTextCursor::Start);
+    cursor.insertFragment(fragment);
+    QCOMPARE(opened.written().count("<DualDialogue>"), 1);
+}
+
+// A document that no file was read into.
+void TestFdxFile::wholeFile()
+{
+    QTextDocument document;
+    document.setDocumentMargin(72);
+    QTextCursor cursor(&document);
+    const auto add = [&](const char *type, const char *text, int property) {
+        QTextBlockFormat format;
+        if (*type)
+            format.setProperty(MVRScriptElement::NameProperty, QString::fromUtf8(type));
+        if (property)
+            format.setProperty(property,
+                               property == MVRFinalDraftFile::TitlePageProperty ? QVariant(true)
+                                                                                : QVariant(1));
+        if (document.isEmpty())
+            cursor.setBlockFormat(format);
+        else
+            cursor.insertBlock(format);
+        cursor.insertText(QString::fromUtf8(text), QTextCharFormat());
+    };
+    add("", "The Title", MVRFinalDraftFile::TitlePageProperty);
+    add("Scene Heading", "INT. HOUSE", 0);
+    add("", "Some action.", 0);
+    add("Character", "ADA", MVRFinalDraftFile::DualDialogueProperty);
+    add("Character", "BEN", MVRFinalDraftFile::DualDialogueProperty);
+    add("Own Type", "Own.", 0);
+    MVRTextCommentLink link;
+    link.cdata = MVRTextRtf::textToRtf(QStringLiteral("Said"), nullptr);
+    MVRTextDoc::setComment(document.find(QStringLiteral("Own")), link);
+
+    MVRFinalDraftFile file;
+    MVRScriptElement element(QStringLiteral("Own Type"));
+    QTextCharFormat italic;
+    italic.setFontItalic(true);
+    element.setCharFormat(italic);
+    QTextBlockFormat indented;
+    indented.setProperty(MVRTextFormat::BlockLeftIndentProperty, 100.0);
+    element.setBlockFormat(indented);
+    file.setElements({element});
+    Opened again(written(&file, document));
+    QVERIFY2(again.isRead, qPrintable(again.file.errorString()));
+    QCOMPARE(again.file.version(), QStringLiteral("5"));
+    QCOMPARE(again.file.titlePageBlockCount(), 1);
+    QCOMPARE(again.document.toPlainText(), document.toPlainText());
+    QCOMPARE(again.type(2), QStringLiteral("Action"));
+    QVERIFY(again.document.findBlockByNumber(4).blockFormat().hasProperty(
+        MVRFinalDraftFile::DualDialogueProperty));
+    QCOMPARE(again.find("HOUSE").charFormat().fontCapitalization(), QFont::AllUppercase);
+    QVERIFY(again.file.elementSettings().value(QStringLiteral("Own Type")).fontSpec.style
+            == MVRFinalDraft::Italic);
+    QCOMPARE(again.file.notes().value(0).text, QStringLiteral("Own"));
+    QVERIFY(again.file.elementXml(QStringLiteral("PageLayout/PageSize")).contains("8.50"));
 }
 
 QTEST_MAIN(TestFdxFile)

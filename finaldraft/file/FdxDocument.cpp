@@ -8,6 +8,7 @@
 #include <core/document/EditBlock_p.h>
 #include <text/MVRTextDoc.h>
 
+#include <QDateTime>
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -124,6 +125,15 @@ private:
     const FdxRunStyle *m_style = nullptr;
 };
 
+// Final Draft writes its times in UTC.
+QDateTime fdxTime(const pugi::xml_node &note)
+{
+    QDateTime time = QDateTime::fromString(fdxAttribute(note, "DateTime"),
+                                           QStringLiteral("yyyyMMdd'T'hhmmss"));
+    time.setTimeSpec(Qt::UTC);
+    return time;
+}
+
 /*! A note's paragraphs as a document. */
 void fillNote(const pugi::xml_node &note, const FdxTree &tree, QTextCursor *cursor)
 {
@@ -168,23 +178,20 @@ QHash<QString, int> fdxAttachNotes(const QVector<FdxNote> &notes, const FdxTree 
                                    QTextDocument *document)
 {
     QHash<QString, int> anchors;
-    MVRTextCommentLinkMap links;
-    for (const FdxNote &note : notes) {
+    const EditBlock editBlock(document);
+    for (int i = 0; i < notes.size(); ++i) {
+        const FdxNote &note = notes[i];
         if (note.attached.start == note.attached.end)
             continue;
         MVRTextCommentLink link;
         link.cdata = fdxNoteRtf(note.node, tree);
         link.color = fdxColor(note.node.attribute("Color").value(), QColor());
-        links.insert(note.attached, link);
-    }
-    if (links.isEmpty())
-        return anchors;
-    MVRTextDoc::setComments(document, links);
-    QTextCursor cursor(document);
-    for (int i = 0; i < notes.size(); ++i) {
-        if (notes[i].attached.start == notes[i].attached.end)
-            continue;
-        cursor.setPosition(notes[i].attached.start + 1);
+        QString author = fdxAttribute(note.node, "WriterName");
+        if (author.isEmpty())
+            author = fdxAttribute(note.node, "Author");
+        QTextCursor cursor = note.attached.toTextCursor(document);
+        MVRTextDoc::setComment(cursor, link, author, fdxTime(note.node));
+        cursor.setPosition(note.attached.start + 1);
         anchors.insert(cursor.charFormat().anchorHref(), i);
     }
     return anchors;

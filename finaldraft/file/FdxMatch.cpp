@@ -181,8 +181,10 @@ void FdxMatch::resolveByText()
 /*! The container that a block asks for; -1 when it does not say. */
 int FdxMatch::ownContainer(const FdxEntry &entry) const
 {
-    if (entry.origin < 0)
-        return -1;
+    if (entry.origin < 0) {
+        const bool isTitlePage = entry.block.blockFormat().boolProperty(File::TitlePageProperty);
+        return isTitlePage && m_script.containers().value(0).isTitlePage ? 0 : -1;
+    }
     const int container = m_script.paragraphs()[entry.origin].container;
     const int wrapper = m_script.containers()[container].wrapper;
     if (wrapper < 0)
@@ -196,29 +198,25 @@ void FdxMatch::assignContainers()
     for (FdxEntry &entry : entries)
         entry.container = ownContainer(entry);
     separateTitlePage();
-    // The rest goes with what stands in front of it, else with what follows.
-    int script = m_script.containers().size() - 1;
-    while (script > 0 && m_script.containers()[script].wrapper >= 0)
-        --script;
-    int last = -1;
-    for (FdxEntry &entry : entries) {
-        if (entry.container < 0)
-            entry.container = last;
-        last = entry.container;
-        // Behind dual dialogue a new paragraph stands in the script again.
-        const int wrapper = last >= 0 ? m_script.containers()[last].wrapper : -1;
-        if (wrapper >= 0)
-            last = m_script.paragraphs()[wrapper].container;
-    }
-    int next = script;
+    // The rest goes with what stands in front of it, and behind the title page with what follows.
+    const auto parent = [this](int container) {
+        const int wrapper = container < 0 ? -1 : m_script.containers()[container].wrapper;
+        return wrapper < 0 ? container : m_script.paragraphs()[wrapper].container;
+    };
+    int next = m_script.containers().size() - 1;
+    next = parent(next);
+    QVector<int> following(entries.size());
     for (int i = entries.size(); i-- > 0;) {
+        following[i] = next;
+        if (entries[i].container >= 0)
+            next = parent(entries[i].container);
+    }
+    int last = -1;
+    for (int i = 0; i < entries.size(); ++i) {
+        const bool isBehindTitle = last < 0 || m_script.containers()[last].isTitlePage;
         if (entries[i].container < 0)
-            entries[i].container = next;
-        else if (m_script.containers()[entries[i].container].wrapper < 0)
-            next = entries[i].container;
-        else
-            next = m_script.paragraphs()[m_script.containers()[entries[i].container].wrapper]
-                       .container;
+            entries[i].container = isBehindTitle ? following[i] : last;
+        last = parent(entries[i].container);
     }
 }
 

@@ -43,9 +43,14 @@ QByteArray blockRuns(const QTextBlock &block, const QByteArray &newLine)
 }
 
 // Final Draft writes its times in UTC.
-QByteArray fileTime()
+QByteArray fileTime(const QDateTime &time)
 {
-    return QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMdd'T'hhmmss")).toLatin1();
+    return time.toUTC().toString(QStringLiteral("yyyyMMdd'T'hhmmss")).toLatin1();
+}
+
+QByteArray now()
+{
+    return fileTime(QDateTime::currentDateTimeUtc());
 }
 
 QByteArray fileColor(const QColor &color)
@@ -122,12 +127,14 @@ FdxSplices FdxWriter::contentSplices(int index) const
 {
     FdxSplices splices;
     const pugi::xml_node &node = m_notes[index].node;
-    const FdxDocumentNote &now = m_match.notes[m_documentNote[index]];
-    const QColor color = now.format.property(MVRTextFormat::CommentColorProperty).value<QColor>();
+    const FdxDocumentNote &current = m_match.notes[m_documentNote[index]];
+    const QColor color
+        = current.format.property(MVRTextFormat::CommentColorProperty).value<QColor>();
     const pugi::xml_attribute oldColor = node.attribute("Color");
     if (oldColor && color.isValid() && fdxColor(oldColor.value(), color) != color)
         addAttribute(node, "Color", fileColor(color), &splices);
-    const QByteArray rtf = now.format.property(MVRTextFormat::CommentCDataProperty).toByteArray();
+    const QByteArray rtf
+        = current.format.property(MVRTextFormat::CommentCDataProperty).toByteArray();
     if (rtf == fdxNoteRtf(node, m_tree))
         return splices;
     QStringList texts = lines(rtf);
@@ -136,10 +143,10 @@ FdxSplices FdxWriter::contentSplices(int index) const
     if (texts == fdxParagraphTexts(m_tree, node))
         return splices;
     if (node.attribute("DateModified"))
-        addAttribute(node, "DateModified", fileTime(), &splices);
+        addAttribute(node, "DateModified", now(), &splices);
     const FdxTree::Span span = m_tree.span(node);
     if (!span.isEmptyTag)
-        splices.append({span.innerStart, span.innerEnd, noteParagraphs(now)});
+        splices.append({span.innerStart, span.innerEnd, noteParagraphs(current)});
     return splices;
 }
 
@@ -348,7 +355,10 @@ void FdxWriter::addRangeNotes(const QByteArray &elements)
 
 QByteArray FdxWriter::newNote(const FdxDocumentNote &note, int id) const
 {
-    const QByteArray time = fileTime();
+    const QDateTime date = note.format.property(MVRTextFormat::CommentDateProperty).toDateTime();
+    const QByteArray time = date.isValid() ? fileTime(date) : now();
+    const QByteArray author
+        = fdxEscapedValue(note.format.stringProperty(MVRTextFormat::CommentAuthorProperty));
     const QByteArray color
         = fileColor(note.format.property(MVRTextFormat::CommentColorProperty).value<QColor>());
     const QByteArray common
@@ -358,11 +368,12 @@ QByteArray FdxWriter::newNote(const FdxDocumentNote &note, int id) const
         const MVRTextRange range = anchorOf(note);
         tag = "<ScriptNote" + common + " Id=\"" + QByteArray::number(id) + "\" Name=\"\" Range=\""
             + QByteArray::number(numberOf(range.start)) + ','
-            + QByteArray::number(numberOf(range.end)) + "\" Type=\"\" WriterName=\"\">";
+            + QByteArray::number(numberOf(range.end)) + "\" Type=\"\" WriterName=\"" + author
+            + "\">";
     } else if (isRunFile()) {
         tag = "<ScriptNote ID=\"1\">";
     } else {
-        tag = "<ScriptNote Author=\"\"" + common + " Name=\"\" Type=\"\">";
+        tag = "<ScriptNote Author=\"" + author + '"' + common + " Name=\"\" Type=\"\">";
     }
     return tag + noteParagraphs(note) + "</ScriptNote>";
 }

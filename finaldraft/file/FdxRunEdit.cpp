@@ -177,17 +177,20 @@ FdxRunEdit::Change FdxRunEdit::assign() const
     }
     change.pieceOf.fill(-1, change.middle.size());
     change.place.fill(-2, change.pieces.size());
+    // A change that began within a run goes on in it.
+    const bool beginsInLeft = change.left >= 0 && m_old[change.left].end > m_diff.prefix;
     int behind = -1;
     for (int piece = 0; piece < change.pieces.size(); ++piece) {
-        int host = behind + 1;
+        const bool fitsLeft = piece == 0 && change.left >= 0
+            && isSameLook(m_old[change.left], change.pieces[piece]);
+        int host = fitsLeft && beginsInLeft ? change.middle.size() : behind + 1;
         while (host < change.middle.size()
                && !isSameLook(m_old[change.middle[host]], change.pieces[piece]))
             ++host;
         if (host < change.middle.size()) {
             change.pieceOf[host] = piece;
             behind = host;
-        } else if (piece == 0 && change.left >= 0
-                   && isSameLook(m_old[change.left], change.pieces[piece])) {
+        } else if (fitsLeft) {
             change.toLeft = piece;
         } else if (piece == change.pieces.size() - 1 && change.right >= 0
                    && isSameLook(m_old[change.right], change.pieces[piece])) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <finaldraft/file/FdxWriter_p.h>
 
+#include <finaldraft/file/FdxSkeleton_p.h>
 #include <finaldraft/file/FdxText_p.h>
 
 #include <algorithm>
@@ -27,12 +28,14 @@ const char actionType[] = "Action";
 }
 
 FdxWriter::FdxWriter(FdxScript &script, const FdxPlaces &places, const QVector<FdxNote> &notes,
-                     const QHash<QString, int> &anchors, int fileId, const QTextDocument *document)
+                     const QHash<QString, int> &anchors, int fileId,
+                     const QList<MVRScriptElement> &elements, const QTextDocument *document)
     : m_script(script)
     , m_tree(script.tree())
     , m_places(places)
     , m_notes(notes)
     , m_anchors(anchors)
+    , m_elements(script.elements() + elements)
     , m_match(script, fileId, document)
     , m_containers(script.containers().size())
 {
@@ -47,6 +50,7 @@ QByteArray FdxWriter::write()
     removeParagraphs();
     writeParagraphs();
     fillContainers();
+    writeSettings();
     return m_tree.spliced(m_splices);
 }
 
@@ -214,7 +218,7 @@ void FdxWriter::fillContainers()
 /*! The name of the type that a block without a name has the shape of. */
 QByteArray FdxWriter::shapeName(const FdxEntry &entry) const
 {
-    for (const MVRScriptElement &element : m_script.elements()) {
+    for (const MVRScriptElement &element : m_elements) {
         if (!element.name().isEmpty()
             && MVRScriptElement::equal(element.blockFormat(), entry.block.blockFormat()))
             return element.name().toUtf8();
@@ -236,6 +240,32 @@ QByteArray FdxWriter::newTypeName(const FdxEntry &entry) const
     const QByteArray name = format.stringProperty(MVRScriptElement::NameProperty).toUtf8();
     // A paragraph without a type is shown as a general one and stays without.
     return name == "General" && entry.source >= 0 && oldName.isEmpty() ? oldName : name;
+}
+
+/*! Types that come into the file bring their settings along. */
+void FdxWriter::writeSettings()
+{
+    QSet<QByteArray> known;
+    for (const pugi::xml_node &settings : m_tree.root().children("ElementSettings"))
+        known.insert(settings.attribute("Type").value());
+    for (int i = 0; i < m_script.paragraphs().size(); ++i)
+        known.insert(m_script.typeName(i));
+    QByteArray added;
+    for (const FdxEntry &entry : qAsConst(m_match.entries)) {
+        const QByteArray name = newTypeName(entry);
+        if (known.contains(name))
+            continue;
+        known.insert(name);
+        for (const MVRScriptElement &element : qAsConst(m_elements)) {
+            if (element.name().toUtf8() != name)
+                continue;
+            added += fdxElementSettings(element, m_script.margin());
+            break;
+        }
+    }
+    const int place = m_tree.span(m_tree.root()).innerEnd;
+    if (!added.isEmpty())
+        m_splices.append({place, place, added});
 }
 
 FdxType &FdxWriter::newType(const FdxEntry &entry)
@@ -322,9 +352,18 @@ QByteArray FdxWriter::newParagraph(int index)
     const QByteArray name = newTypeName(entry);
     FdxType &type = newType(entry);
     QByteArray element = "<Paragraph";
+    const QTextBlockFormat format = entry.block.blockFormat();
     const ParagraphAttr &inType = type.plainParagraph.shape;
-    const QVector<FdxAttribute> attributes = fdxShapeAttributes(
-        fdxShape(entry.block.blockFormat(), inType), inType, m_script.margin());
+    ParagraphAttr shape = fdxShape(format, inType);
+    // Spaces and indents of other documents are not those of a script.
+    if (!format.hasProperty(MVRScriptElement::NameProperty)
+        && !format.hasProperty(File::TitlePageProperty)) {
+        const ParagraphAttr whole = shape;
+        shape = inType;
+        shape.alignment = whole.alignment;
+        shape.startsNewPage = whole.startsNewPage;
+    }
+    const QVector<FdxAttribute> attributes = fdxShapeAttributes(shape, inType, m_script.margin());
     for (const FdxAttribute &attribute : attributes)
         element += QByteArray(" ") + attribute.name + "=\"" + attribute.value + '"';
     if (!name.isEmpty())

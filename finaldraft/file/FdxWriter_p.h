@@ -15,7 +15,8 @@ public:
         \param anchors  for the anchors of notes in documents: index of the file's note
     */
     FdxWriter(FdxScript &script, const FdxPlaces &places, const QVector<FdxNote> &notes,
-              const QHash<QString, int> &anchors, int fileId, const QTextDocument *document);
+              const QHash<QString, int> &anchors, int fileId,
+              const QList<MVRScriptElement> &elements, const QTextDocument *document);
 
     /*! The file as the document has it, in UTF-8. */
     QByteArray write();
@@ -46,6 +47,7 @@ private:
     FdxType &newType(const FdxEntry &entry);
     QByteArray newTypeName(const FdxEntry &entry) const;
     QByteArray shapeName(const FdxEntry &entry) const;
+    void writeSettings();
     FdxSplices paragraphSplices(int entry);
     void addAttribute(const pugi::xml_node &element, const char *name, const QByteArray &value,
                       FdxSplices *splices) const;
@@ -91,6 +93,7 @@ private:
     const FdxPlaces &m_places;
     const QVector<FdxNote> &m_notes;
     const QHash<QString, int> &m_anchors;
+    QList<MVRScriptElement> m_elements; // the application's
     FdxMatch m_match;
     FdxSplices m_splices;
     QVector<Place> m_containers;
