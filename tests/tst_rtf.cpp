@@ -98,6 +98,8 @@ void TestRtf::readsText_data()
     row("tab, line, raw tab", " a\\tab b\\line c\td", "a\tb\u2028c\td");
     row("one blank ends a word", "\\b  a\\b0b", " ab");
     row("escaped braces", " \\{\\\\\\}", "{\\}");
+    row("characters that no paragraph can hold", " a\\u11 ?b\\u8233 ?c\\u-1 ?\\u1 ?d",
+        "a\u2028b\nc\uFFFDd");
     row("page break splits a paragraph", " a\\page b", "a\nb");
     row("column break splits a paragraph", " a\\column b", "a\nb");
     row("break in a section of two columns", "\\cols2 a\\column b\\sectd", "a\nb");
@@ -241,6 +243,10 @@ void TestRtf::readsCharFormat_data()
         [](F &f) { f.setFontFamily(QStringLiteral("C")); });
     row("\\deff0{\\fonttbl\\f0 A B;}\\f3\\plain a",
         [](F &f) { f.setFontFamily(QStringLiteral("A B")); });
+    row("\\deff0{\\fonttbl\\f0 A;\\f1 B;\\f2 C;}{\\stylesheet{\\s1\\f1 S;}}\\f2\\s1 a",
+        [](F &f) { f.setFontFamily(QStringLiteral("C")); });
+    row("\\deff0{\\fonttbl\\f0 A;\\f1 B;}{\\stylesheet{\\s1\\f1 S;}}\\plain\\s1 a",
+        [](F &f) { f.setFontFamily(QStringLiteral("B")); });
     row("\\cocoartf1{\\fonttbl\\f0 Helvetica-BoldOblique;}\\f0\\b a",
         [](F &f) { f.setFontFamily(QStringLiteral("Helvetica")), f.setFontWeight(QFont::Bold); });
     row("{\\colortbl;\\red255\\green0\\blue9;\\red300;}\\cf1\\cb2 a",

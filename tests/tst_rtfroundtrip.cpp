@@ -391,8 +391,10 @@ void TestRtfRoundTrip::tabStops()
         QCOMPARE(read.begin().blockFormat().tabPositions(), stops);
     }
     QTextDocument foreign;
-    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1\\tx720\\tqr\\tx1440 a\\par\\pard b}", &foreign));
-    const QList<Tab> expected {Tab(36, QTextOption::LeftTab), Tab(72, QTextOption::RightTab)};
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1\\tx720\\tqr\\tx1440\\tqdec\\tx2880 a\\par\\pard b}",
+                                     &foreign));
+    const QList<Tab> expected {Tab(36, QTextOption::LeftTab), Tab(72, QTextOption::RightTab),
+                               Tab(144, QTextOption::DelimiterTab, QLatin1Char('.'))};
     QCOMPARE(foreign.begin().blockFormat().tabPositions(), expected);
     QVERIFY(foreign.lastBlock().blockFormat().isEmpty());
 }
@@ -485,6 +487,11 @@ void TestRtfRoundTrip::saysToOthers()
     QCOMPARE(read.begin().blockFormat().properties(), heading.properties());
     QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 x}", &read));
     QVERIFY(!read.property(MVRTextRtf::authorProperty).isValid());
+
+    QTextTableFormat ruled;
+    ruled.setBorder(1);
+    QTextCursor(&document).insertTable(1, 1, ruled);
+    QVERIFY(says("\\clbrdrt\\brdr") && says("\\clbrdrr\\brdr"));
 }
 
 void TestRtfRoundTrip::smallAndPlain()
