@@ -45,6 +45,7 @@ endfunction()
 # A shared library whose headers are included as <folder/Name.h>, in the tree and installed.
 function(mvr_configure_library target)
     mvr_configure_target(${target})
+    mvr_precompile(${target})
     set_target_properties(${target} PROPERTIES
         AUTOMOC ON
         CXX_VISIBILITY_PRESET hidden

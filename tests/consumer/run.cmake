@@ -20,12 +20,13 @@ else()
     set(project ${SOURCE}/tests/consumer)
     execute_process(COMMAND ${CMAKE_COMMAND} -S ${project} -B ${WORK}/bundled ${settings}
         OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
-    list(APPEND settings -DHOST_CORE=${BUILD}/core/libMvrCore.so)
+    list(APPEND settings -DHOST_CORE=${BUILD}/core/libMvrCore.so -DMVR_PCH=ON)
 endif()
 
 execute_process(COMMAND ${CMAKE_COMMAND} -S ${project} -B ${WORK}/build ${settings}
     OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
-execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/build COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/build --target scriptnotes
+    COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ${WORK}/build/scriptnotes ${SOURCE}/examples/screenplay.fdx
     OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
 if(NOT output MATCHES "Constance: Check that no registered vessel has this name")
