@@ -3,6 +3,7 @@
 
 #include <tool/CommandLine.h>
 #include <tool/Document.h>
+#include <tool/FileName.h>
 #include <tool/Messages.h>
 #include <tool/Output.h>
 #include <tool/Progress.h>
@@ -79,7 +80,7 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
         return false;
     }
     if (document.title.isEmpty() && path != QLatin1String("-"))
-        document.title = QFileInfo(path).completeBaseName();
+        document.title = shownOnTerminal(QFileInfo(path).completeBaseName());
     if (!document.losses.isEmpty())
         listener.say(name, Tool::tr("not read: %1").arg(document.losses.join(QLatin1String(", "))));
     return true;

@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include <tool/Messages.h>
 
+#include <tool/FileName.h>
+
+#include <cerrno>
 #include <cstdio>
+#include <system_error>
 
 namespace {
 
-void print(std::FILE *stream, const QString &text)
+bool print(std::FILE *stream, const QString &text)
 {
     const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
+    const size_t size = static_cast<size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
 }
 
 }
@@ -18,18 +23,18 @@ void printMessage(const QString &file, const QString &text)
     QString line = QStringLiteral("mvrtext: ");
     if (!file.isEmpty())
         line += file + QLatin1String(": ");
-    print(stderr, line + text + QLatin1Char('\n'));
+    print(stderr, shownOnTerminal(line + text) + QLatin1Char('\n'));
 }
 
 void printOutput(const QString &text)
 {
-    print(stdout, text);
-    std::fflush(stdout);
+    if (!print(stdout, text))
+        throw std::system_error(errno, std::generic_category());
 }
 
 QString displayName(const QString &path, const QString &nameOfStream)
 {
-    return path == QLatin1String("-") ? nameOfStream : path;
+    return path == QLatin1String("-") ? nameOfStream : shownOnTerminal(path);
 }
 
 QString counted(int count, const char *singular, const char *plural)

@@ -13,10 +13,16 @@ class Tool
 /*! How a command ended; the program's exit code. */
 enum ExitCode { Success = 0, Failure = 1, UsageError = 2 };
 
-/*! Prints "mvrtext: FILE: TEXT" on the standard error; without a file "mvrtext: TEXT". */
+/*!
+    Prints "mvrtext: FILE: TEXT" on the standard error, without a file "mvrtext: TEXT", with control
+    characters written out.
+*/
 void printMessage(const QString &file, const QString &text);
 
-/*! Prints \a text as it is on the standard output. */
+/*!
+    Prints \a text as it is on the standard output. Throws std::system_error when that takes it not
+    or only in part, so that no command ends well whose report was lost.
+*/
 void printOutput(const QString &text);
 
 /*! What messages call a file: its name, or what "-" stands for. */

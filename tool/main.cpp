@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
+#include <tool/FileName.h>
 #include <tool/Messages.h>
 #include <tool/Table.h>
 #include <tool/Translation.h>
@@ -10,7 +11,16 @@
 #include <QLoggingCategory>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
 #include <new>
+#include <system_error>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -66,6 +76,31 @@ int answer(const CommandLine &commandLine)
     return Success;
 }
 
+// Qt calls for memory where no exception may pass; an answer must not ask for more.
+[[noreturn]] void endUnexpectedly()
+{
+    try {
+        if (std::current_exception())
+            std::rethrow_exception(std::current_exception());
+    } catch (const std::bad_alloc &) {
+        std::fputs("mvrtext: out of memory\n", stderr);
+        std::_Exit(Failure);
+    } catch (...) {
+    }
+    std::abort();
+}
+
+// A file that is opened must not take the number of a stream that was closed: reading and writing
+// that one is to fail.
+void holdStandardStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) == -1 && errno == EBADF
+            && open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY) < 0)
+            return;
+    }
+}
+
 // The program shows nothing on a screen: it needs none, and pages have a resolution of their own.
 void detachFromScreen()
 {
@@ -89,15 +124,13 @@ int run(const CommandLine &commandLine)
     return runWithinMemory(commandLine);
 }
 
-}
-
-int main(int argc, char *argv[])
+int runProgram(int argc, char *argv[])
 {
     quietLibraries();
     useUtf8FileNames();
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
-        arguments << QString::fromLocal8Bit(argv[i]);
+        arguments << fileNameFromBytes(argv[i]);
     argc = qMin(argc, 1); // Qt would take options of its own out of them, "--style" among these
 
     const QString word = arguments.value(0);
@@ -125,4 +158,19 @@ int main(int argc, char *argv[])
     const Translation translation;
     QCoreApplication::setApplicationName(QStringLiteral("mvrtext"));
     return run(commandLine);
+}
+
+}
+
+int main(int argc, char *argv[])
+{
+    holdStandardStreams();
+    std::set_terminate(endUnexpectedly);
+    try {
+        return runProgram(argc, argv);
+    } catch (const std::system_error &fault) {
+        printMessage(Tool::tr("standard output"),
+                     QString::fromLocal8Bit(std::strerror(fault.code().value())));
+    }
+    return Failure;
 }

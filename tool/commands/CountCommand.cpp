@@ -76,7 +76,8 @@ void printTable(const QVector<Count> &counts)
 {
     Table table(QStringLiteral("FILE WORDS CHARACTERS").split(QLatin1Char(' ')));
     const auto add = [&table](const Count &one) {
-        table.addRow({one.file, QString::number(one.words), QString::number(one.characters)});
+        table.addRow({displayName(one.file, one.file), QString::number(one.words),
+                      QString::number(one.characters)});
     };
     for (const Count &one : counts)
         add(one);

@@ -17,6 +17,7 @@
 #include <core/MVRTextXhtmlExporter.h>
 #include <core/STextDoc.h>
 #include <core/document/EditBlock_p.h>
+#include <core/document/SafeHtml_p.h>
 #include <core/document/TextFragments_p.h>
 #include <text/InlineMarkup_p.h>
 #include <text/MVRTextDoc.h>
@@ -144,6 +145,7 @@ void appendNotes(QTextDocument &text, const QList<QTextDocumentFragment> &notes,
 QByteArray footnotesPage(QTextDocument &notes, const QString &title)
 {
     notes.setMetaInformation(QTextDocument::DocumentTitle, title);
+    makeSafeForHtml(&notes);
     QString page = MVRTextXhtmlExporter::htmlToXhtml(notes.toHtml("utf-8"));
     page.replace(QLatin1String("<html>"),
                  QLatin1String("<html xmlns=\"http://www.w3.org/1999/xhtml\">"));

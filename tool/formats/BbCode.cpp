@@ -6,6 +6,7 @@
 
 #include <bbcode/MVRBbCodeConverter.h>
 #include <core/document/FormatEdits_p.h>
+#include <core/document/SafeHtml_p.h>
 
 namespace {
 
@@ -50,6 +51,7 @@ bool writeBbCode(Document &document, const WriteOptions &options, QByteArray *by
 {
     Q_UNUSED(options)
     prepareForForum(document);
+    makeSafeForHtml(&document.text);
     QString fault;
     QString text = MVRBbCodeConverter().fromHtml(document.text.toHtml(), &fault);
     if (text.isNull()) {

@@ -2,57 +2,18 @@
 #include <tool/formats/Formats.h>
 
 #include <tool/Document.h>
+#include <tool/formats/HtmlLimits.h>
 #include <tool/formats/ScreenplayElements.h>
 #include <tool/formats/TextDecoding.h>
 #include <tool/formats/TextOutput.h>
 #include <tool/pages/Lengths.h>
 #include <tool/pages/Pages.h>
 
-#include <QRegularExpression>
-#include <QSet>
+#include <core/document/SafeHtml_p.h>
+
 #include <QTextCodec>
 
 namespace {
-
-// Qt's HTML parser walks up the open elements for each new one.
-constexpr int maxElementDepth = 1000;
-
-// Elements that need no end tag, or have none: they do not nest.
-bool isNesting(const QString &tag)
-{
-    static const QSet<QString> others = [] {
-        const QString names = QStringLiteral(
-            "area base br col dd dt embed hr img input li link meta option p param source tbody td "
-            "tfoot th thead tr track wbr");
-        const QStringList list = names.split(QLatin1Char(' '));
-        return QSet<QString>(list.cbegin(), list.cend());
-    }();
-    return !others.contains(tag);
-}
-
-int elementDepth(const QString &html)
-{
-    static const QRegularExpression tag(QStringLiteral("<(/?)([a-zA-Z][a-zA-Z0-9]*+)"));
-    int depth = 0;
-    int deepest = 0;
-    auto tags = tag.globalMatch(html);
-    while (tags.hasNext()) {
-        const QRegularExpressionMatch match = tags.next();
-        if (isNesting(match.captured(2).toLower()))
-            depth = qMax(0, depth + (match.capturedLength(1) > 0 ? -1 : 1));
-        deepest = qMax(deepest, depth);
-    }
-    return deepest;
-}
-
-// HTML itself ends spans at 1000 columns; Qt would make room for any number.
-QString withBoundedSpans(QString html)
-{
-    static const QRegularExpression longSpan(
-        QStringLiteral("((?:col|row)span\\s*+=\\s*+[\"']?\\s*+)[0-9]{4,}"),
-        QRegularExpression::CaseInsensitiveOption);
-    return html.replace(longSpan, QStringLiteral("\\11000")); // there is one group only
-}
 
 // Browsers know neither Final Draft's face nor what to show in its place.
 void nameSimilarFaces(QString &html)
@@ -83,11 +44,14 @@ bool readHtml(const QByteArray &bytes, const ReadOptions &options, Document &doc
         *error = notTextError();
         return false;
     }
-    if (elementDepth(html) > maxElementDepth) {
-        *error = nestingError();
+    const BoundedHtml bounded = boundedHtml(html);
+    if (!bounded.error.isNull()) {
+        *error = bounded.error;
         return false;
     }
-    document.text.setHtml(withBoundedSpans(html));
+    if (bounded.hasLostStyles)
+        document.losses.append(QStringLiteral("style rules, of which there are too many"));
+    document.text.setHtml(bounded.html);
     pixelFontsToPoints(document.text);
     scaleLengths(document.text, pointsPerPixel);
     document.title = document.text.metaInformation(QTextDocument::DocumentTitle);
@@ -101,6 +65,7 @@ bool writeHtml(Document &document, const WriteOptions &options, QByteArray *byte
     const double margin = document.text.documentMargin();
     prepareForQt(document, options.paper, pixelsPerPoint);
     document.text.setMetaInformation(QTextDocument::DocumentTitle, document.title);
+    makeSafeForHtml(&document.text);
     QString html = document.text.toHtml("utf-8");
     nameSimilarFaces(html);
     if (document.isScreenplay)

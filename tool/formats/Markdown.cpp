@@ -7,6 +7,8 @@
 #include <tool/formats/TextOutput.h>
 #include <tool/pages/Lengths.h>
 
+#include <core/document/SafeHtml_p.h>
+
 #include <QRegularExpression>
 
 namespace {
@@ -47,6 +49,7 @@ bool writeMarkdown(Document &document, const WriteOptions &options, QByteArray *
 {
     Q_UNUSED(options)
     Q_UNUSED(error)
+    dropScriptLinks(&document.text);
     QString text = document.text.toMarkdown();
     if (document.isScreenplay)
         dropBlankParagraphs(text);

@@ -5,6 +5,8 @@
 #include <tool/pages/Lengths.h>
 #include <tool/pages/Pages.h>
 
+#include <core/document/SafeHtml_p.h>
+
 #include <QBuffer>
 #include <QTextDocumentWriter>
 
@@ -13,6 +15,7 @@ namespace {
 bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
 {
     prepareForQt(document, options.paper, pixelsPerPoint);
+    dropScriptLinks(&document.text);
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
     QTextDocumentWriter writer(&buffer, "odf");

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include "ToolRun.h"
+
+#include <QElapsedTimer>
+#include <QtTest>
+
+/*! What comes from outside: hostile documents, odd names, and a system that refuses. */
+class TestToolTrust : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void writesNoForeignMarkup_data();
+    void writesNoForeignMarkup();
+    void boundsHtml_data();
+    void boundsHtml();
+    void saysFaultsOfTheSystem_data();
+    void saysFaultsOfTheSystem();
+    void takesAnyFileName();
+    void showsNoControlCharacters();
+    void keepsWhatAFileMay();
+
+private:
+    Run shell(const QByteArray &command) const;
+
+    QScopedPointer<ToolFolder> m_folder;
+};
+
+namespace {
+
+// Title, link and font of a document that means no good.
+const char hostile[]
+    = "{\\rtf1{\\fonttbl{\\f0 a\"b';}}{\\info{\\title T & J</title><script>bad()</script>}}"
+      "\\f0 a {\\field{\\*\\fldinst HYPERLINK \"java\\tab script:bad()\"}{\\fldrslt b}}"
+      "{\\footnote n}\\par}";
+
+QByteArray repeated(const QByteArray &part, int times)
+{
+    return part.repeated(times);
+}
+}
+
+void TestToolTrust::init()
+{
+    m_folder.reset(new ToolFolder);
+    QVERIFY(m_folder->isValid());
+    m_folder->write(QStringLiteral("in.rtf"), hostile);
+}
+
+/*! Runs a command line in which $T is the tool. */
+Run TestToolTrust::shell(const QByteArray &command) const
+{
+    QProcess process;
+    process.setWorkingDirectory(m_folder->path());
+    process.start(QStringLiteral("/bin/sh"),
+                  {QStringLiteral("-c"),
+                   QStringLiteral("T='") + QStringLiteral(MVR_TOOL) + QStringLiteral("'; ")
+                       + QString::fromUtf8(command)});
+    Run run;
+    if (process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit)
+        run.exitCode = process.exitCode();
+    run.output = process.readAllStandardOutput();
+    run.errors = process.readAllStandardError();
+    return run;
+}
+
+void TestToolTrust::writesNoForeignMarkup_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QString>("file");
+
+    QTest::newRow("HTML") << "convert in.rtf out.html"
+                          << "out.html";
+    QTest::newRow("BBCode") << "convert in.rtf out.bbcode"
+                            << "out.bbcode";
+    QTest::newRow("Markdown") << "convert in.rtf out.md"
+                              << "out.md";
+    QTest::newRow("page of notes") << "endnotes --style ebook in.rtf -o out.html"
+                                   << "footnotes.xhtml";
+}
+
+void TestToolTrust::writesNoForeignMarkup()
+{
+    QFETCH(const QString, arguments);
+    QFETCH(const QString, file);
+
+    const Run run = mvrtext(arguments.toUtf8().constData(), m_folder->path());
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
+    const QByteArray written = m_folder->read(file);
+    QVERIFY(!written.isEmpty());
+    QVERIFY2(!written.contains("<script") && !written.contains("bad()\""), written.constData());
+    QVERIFY2(!written.contains("&quot;a&quot;"), written.constData());
+    if (file.endsWith(QLatin1String("html")))
+        QVERIFY2(written.contains("<title>T &amp; J&lt;/title"), written.constData());
+}
+
+void TestToolTrust::boundsHtml_data()
+{
+    QTest::addColumn<QByteArray>("html");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("says");
+    QTest::addColumn<QByteArray>("text");
+
+    const auto row
+        = [](const char *name, const QByteArray &html, int exitCode, const QByteArray &says,
+             const QByteArray &text) { QTest::newRow(name) << html << exitCode << says << text; };
+    const QByteArray widest = "<tr><td ROWSPAN='999' colspan=&#57;99 colspan=999>a";
+    row("cells over each other", "<table>" + repeated(widest, 50) + "</table>", 0, "", "a");
+    row("in a section that Qt does not know",
+        "<![CDATA[<table>" + repeated(widest, 50) + "</table>]]>", 0, "", "a");
+    row("many small tables", repeated("<table><tr><td colspan=999>a</td></tr></table>", 1000), 0,
+        "", "a");
+    row("rows behind a wide one",
+        "<table><tr>" + repeated("<td>a", 1000) + repeated("<tr><td>b", 1000) + "</table>", 1,
+        "empty cells", "");
+    row("a heading over all columns",
+        "<table><tr><td colspan=100>h<tr><td>a<td>b<tr><td>c<td>d</table>", 0, "", "h");
+    row("nested", repeated("<div>", 1001), 1, "nested", "");
+    row("style rules",
+        "<style>" + repeated("p.x{color:red}", 6000) + "</style>" + repeated("<p>a", 6000), 0,
+        "style rules", "a");
+}
+
+void TestToolTrust::boundsHtml()
+{
+    QFETCH(const QByteArray, html);
+    QFETCH(const int, exitCode);
+    QFETCH(const QByteArray, says);
+    QFETCH(const QByteArray, text);
+
+    m_folder->write(QStringLiteral("in.html"), html);
+    QElapsedTimer timer;
+    timer.start();
+    const Run run = mvrtext("convert in.html out.txt", m_folder->path());
+    QVERIFY2(run.exitCode == exitCode, run.errors.constData());
+    QVERIFY2(run.errors.contains(says), run.errors.constData());
+    QVERIFY(m_folder->read(QStringLiteral("out.txt")).contains(text));
+    QVERIFY2(timer.elapsed() < 30000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void TestToolTrust::saysFaultsOfTheSystem_data()
+{
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<QByteArray>("says");
+
+    QTest::newRow("report to a full disk")
+        << QByteArray("$T info in.rtf >/dev/full") << QByteArray("No space left on device");
+    QTest::newRow("document to a full disk")
+        << QByteArray("$T convert in.rtf - --to rtf >/dev/full")
+        << QByteArray("No space left on device");
+    QTest::newRow("full device as a file") << QByteArray("$T convert in.rtf /dev/full --to rtf")
+                                           << QByteArray("No space left on device");
+    QTest::newRow("help to a full disk")
+        << QByteArray("$T --help >/dev/full") << QByteArray("No space left on device");
+    QTest::newRow("report to a closed stream")
+        << QByteArray("$T info in.rtf >&-") << QByteArray("standard output: Bad file descriptor");
+    QTest::newRow("closed input") << QByteArray("$T convert - out.txt --from rtf <&-")
+                                  << QByteArray("standard input: Bad file descriptor");
+    QTest::newRow("folder as input")
+        << QByteArray("$T convert . out.txt --from rtf") << QByteArray("Is a directory");
+    QTest::newRow("folder as output")
+        << QByteArray("mkdir out.txt; $T convert in.rtf out.txt") << QByteArray("Is a directory");
+    QTest::newRow("no folder") << QByteArray("$T convert in.rtf no/out.txt")
+                               << QByteArray("No such file or directory");
+}
+
+void TestToolTrust::saysFaultsOfTheSystem()
+{
+    QFETCH(const QByteArray, command);
+    QFETCH(const QByteArray, says);
+
+    const Run run = shell(command);
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY2(run.errors.contains(says), run.errors.constData());
+    const QStringList names = QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden);
+    QCOMPARE(names, QStringList(QStringLiteral("in.rtf")));
+}
+
+void TestToolTrust::takesAnyFileName()
+{
+    // A name in Latin-1 is no UTF-8; half of a pair that UTF-8 has no form for is none, too.
+    const Run run = shell("one=$(printf 'a\\351\\355\\240\\200.rtf'); two=$(printf '\\377b.rtf');"
+                          "cp in.rtf \"$one\"; $T convert \"$one\" \"$two\" && test -s \"$two\""
+                          " && $T convert \"$two\" \"$two\" 2>&1; $T count \"$one\"");
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
+    QVERIFY2(run.output.contains("\\xffb.rtf: is the input itself"), run.output.constData());
+    QVERIFY2(run.output.contains("a\\xe9\\xed\\xa0\\x80.rtf"), run.output.constData());
+}
+
+void TestToolTrust::showsNoControlCharacters()
+{
+    const Run run = shell("$T info \"$(printf '\\033[31mx\\177.rtf')\"");
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY2(run.errors.contains("\\x1b[31mx\\x7f.rtf: No such file"), run.errors.constData());
+    QVERIFY(!run.errors.contains('\033'));
+}
+
+void TestToolTrust::keepsWhatAFileMay()
+{
+    const Run run
+        = shell("umask 027; $T convert in.rtf new.txt; stat -c %a new.txt;"
+                "echo old >kept.txt; chmod 604 kept.txt; ln -s kept.txt link.txt;"
+                "$T convert in.rtf link.txt; stat -c %a kept.txt; cat kept.txt; ls -A | wc -l");
+    QCOMPARE(run.output, QByteArray("640\n604\na b\n4\n"));
+}
+
+QTEST_GUILESS_MAIN(TestToolTrust)
+#include "tst_tooltrust.moc"

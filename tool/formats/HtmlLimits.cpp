@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: MIT
+#include <tool/formats/HtmlLimits.h>
+
+#include <tool/formats/TextDecoding.h>
+
+#include <core/html/HtmlTokens_p.h>
+
+#include <QSet>
+#include <QVector>
+
+#include <algorithm>
+
+namespace {
+
+// Qt's HTML parser walks up the open elements for each new one.
+constexpr int maxElementDepth = 1000;
+// HTML itself ends spans at 1000 columns.
+constexpr int longestSpan = 1000;
+// Empty cells that spans may add for each cell that is written.
+constexpr int spannedPerCell = 8;
+// A table takes room for all columns in each row. A cell takes Qt some 0.3 ms and 6 KB.
+constexpr qint64 roomPerCell = 16;
+constexpr qint64 roomAllowance = 10000;
+// Comparing an element with a part of a rule takes some 60 ns.
+constexpr qint64 mostComparisons = 30000000;
+
+// Elements that need no end tag, or have none: they do not nest.
+bool isNesting(const QString &tag)
+{
+    static const QSet<QString> others = [] {
+        const QString names = QStringLiteral(
+            "area base br col dd dt embed hr img input li link meta option p param source tbody td "
+            "tfoot th thead tr track wbr");
+        const QStringList list = names.split(QLatin1Char(' '));
+        return QSet<QString>(list.cbegin(), list.cend());
+    }();
+    return !others.contains(tag);
+}
+
+/*! A number in the text, and what is to stand there. */
+struct Span
+{
+    int start;
+    int end;
+    int number;
+};
+
+struct Cell
+{
+    int row;
+    Span rows; // start < 0: it says nothing
+    Span columns;
+};
+
+struct Table
+{
+    int rows = 0;
+    QVector<Cell> cells;
+};
+
+class HtmlCheck
+{
+public:
+    explicit HtmlCheck(const QString &html)
+        : m_html(html)
+    {
+    }
+
+    BoundedHtml run();
+
+private:
+    void addTag(const HtmlTag &tag);
+    void addTableTag(const QString &name, const HtmlTag &tag);
+    int skipStyle(int start);
+    Span span(const HtmlTag &tag, const char *name) const;
+    void closeTable();
+    QString rewritten() const;
+
+    const QString &m_html;
+    int m_depth = 0;
+    int m_deepest = 0;
+    qint64 m_elements = 0;
+    qint64 m_ruleParts = 0;
+    qint64 m_cells = 0;
+    qint64 m_room = 0;
+    QVector<Table> m_open;
+    QVector<Span> m_spans; // to be rewritten
+    QVector<QPair<int, int>> m_styles; // what stands in style elements
+};
+
+BoundedHtml HtmlCheck::run()
+{
+    HtmlTag tag;
+    for (int next = m_html.indexOf(QLatin1Char('<')); next >= 0;
+         next = m_html.indexOf(QLatin1Char('<'), next)) {
+        // The toolkit takes no notice of CDATA sections and instructions.
+        int end = m_html.midRef(next, 4) == QLatin1String("<!--") ? htmlPassageEnd(m_html, next)
+                                                                  : next + 1;
+        if (isHtmlTagStart(m_html, next)) {
+            if (!readHtmlTag(m_html, next, &tag))
+                break;
+            addTag(tag);
+            end = tag.end;
+            const QStringRef name = m_html.midRef(tag.nameStart, tag.nameEnd - tag.nameStart);
+            if (!tag.isEnd && name.compare(QLatin1String("style"), Qt::CaseInsensitive) == 0)
+                end = skipStyle(tag.end);
+        }
+        next = end;
+    }
+    while (!m_open.isEmpty())
+        closeTable();
+
+    BoundedHtml result;
+    if (m_deepest > maxElementDepth)
+        result.error = nestingError();
+    else if (m_room > roomAllowance + m_cells * roomPerCell)
+        result.error = QStringLiteral("its tables have too many empty cells");
+    else
+        result.html = rewritten();
+    result.hasLostStyles = m_ruleParts * m_elements > mostComparisons;
+    return result;
+}
+
+void HtmlCheck::addTag(const HtmlTag &tag)
+{
+    const QString name = m_html.mid(tag.nameStart, tag.nameEnd - tag.nameStart).toLower();
+    if (!tag.isEnd)
+        ++m_elements;
+    if (isNesting(name))
+        m_depth = qMax(0, m_depth + (tag.isEnd ? -1 : 1));
+    m_deepest = qMax(m_deepest, m_depth);
+    addTableTag(name, tag);
+}
+
+void HtmlCheck::addTableTag(const QString &name, const HtmlTag &tag)
+{
+    if (name == QLatin1String("table") && !tag.isEnd) {
+        if (m_deepest <= maxElementDepth)
+            m_open.append(Table());
+    } else if (name == QLatin1String("table") && !m_open.isEmpty()) {
+        closeTable();
+    } else if (tag.isEnd || m_open.isEmpty()) {
+        return;
+    } else if (name == QLatin1String("tr")) {
+        ++m_open.last().rows;
+    } else if (name == QLatin1String("td") || name == QLatin1String("th")) {
+        Table &table = m_open.last();
+        table.rows = qMax(table.rows, 1);
+        table.cells.append({table.rows - 1, span(tag, "rowspan"), span(tag, "colspan")});
+    }
+}
+
+/*! The number that an attribute gives; of several the last one counts, as it does for Qt. */
+Span HtmlCheck::span(const HtmlTag &tag, const char *name) const
+{
+    Span span {-1, -1, 1};
+    for (const HtmlAttribute &attribute : tag.attributes) {
+        if (m_html.midRef(attribute.start, attribute.nameEnd - attribute.start)
+                .compare(QLatin1String(name), Qt::CaseInsensitive)
+            != 0)
+            continue;
+        const QStringRef value
+            = m_html.midRef(attribute.valueStart, attribute.valueEnd - attribute.valueStart);
+        bool isNumber = false;
+        const int number = value.trimmed().toInt(&isNumber);
+        span = {attribute.valueStart, attribute.valueEnd,
+                isNumber ? qBound(1, number, longestSpan) : 1};
+    }
+    return span;
+}
+
+/*! Counts the parts of the rules in a style element; returns the position of its end. */
+int HtmlCheck::skipStyle(int start)
+{
+    int end = m_html.indexOf(QLatin1String("</style"), start, Qt::CaseInsensitive);
+    if (end < 0)
+        end = m_html.size();
+    for (int position = start; position < end; ++position) {
+        const QChar c = m_html.at(position);
+        m_ruleParts += int(c == QLatin1Char('{') || c == QLatin1Char(',') || c == QLatin1Char('>')
+                           || c == QLatin1Char('+') || isHtmlSpace(c));
+    }
+    m_styles.append({start, end});
+    return end;
+}
+
+/*! Bounds the spans of the innermost open table, and adds the room that it takes. */
+void HtmlCheck::closeTable()
+{
+    const Table table = m_open.takeLast();
+    QVector<int> widths(table.rows); // columns that are taken in each row
+    int spare = table.cells.size() * spannedPerCell;
+    for (Cell cell : table.cells) {
+        cell.rows.number = qMin(cell.rows.number, table.rows - cell.row);
+        cell.columns.number = qMin(cell.columns.number, 1 + spare / cell.rows.number);
+        cell.rows.number = qMin(cell.rows.number, 1 + spare / cell.columns.number);
+        spare -= cell.rows.number * cell.columns.number - 1;
+        for (int row = 0; row < cell.rows.number; ++row)
+            widths[cell.row + row] += cell.columns.number;
+        for (const Span &span : {cell.rows, cell.columns}) {
+            if (span.start >= 0)
+                m_spans.append(span);
+        }
+    }
+    const int widest = widths.isEmpty() ? 0 : *std::max_element(widths.cbegin(), widths.cend());
+    m_cells += table.cells.size();
+    m_room += qint64(table.rows) * widest;
+}
+
+QString HtmlCheck::rewritten() const
+{
+    struct Edit
+    {
+        int start;
+        int end;
+        QString text;
+    };
+    QVector<Edit> edits;
+    for (const Span &span : m_spans)
+        edits.append({span.start, span.end, QString::number(span.number)});
+    if (m_ruleParts * m_elements > mostComparisons) {
+        for (const QPair<int, int> &style : m_styles)
+            edits.append({style.first, style.second, QString()});
+    }
+    std::sort(edits.begin(), edits.end(),
+              [](const Edit &a, const Edit &b) { return a.start < b.start; });
+    QString html;
+    html.reserve(m_html.size());
+    int copied = 0;
+    for (const Edit &edit : edits) {
+        html.append(m_html.constData() + copied, edit.start - copied);
+        html += edit.text;
+        copied = edit.end;
+    }
+    html.append(m_html.constData() + copied, m_html.size() - copied);
+    return html;
+}
+
+}
+
+BoundedHtml boundedHtml(const QString &html)
+{
+    return HtmlCheck(html).run();
+}
