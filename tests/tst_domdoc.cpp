@@ -81,6 +81,18 @@ void TestDomDoc::keepsText_data()
         << QByteArray("<a><![CDATA[<!DOCTYPE a [<!ATTLIST]]></a>") << "<!DOCTYPE a [<!ATTLIST";
     QTest::newRow("comment of many equals signs") << "<a><!--" + QByteArray(5000, '=') + "-->x</a>"
                                                   << "x";
+    const QByteArray many = "<x" + QByteArray(" a=1").repeated(300);
+    const QString manyText = QString::fromLatin1(many + '>');
+    QTest::newRow("what looks like many attributes in a section")
+        << "<a><![CDATA[" + many + ">]]></a>" << manyText;
+    QTest::newRow("what looks like many attributes in a comment")
+        << "<a><!-- " + many + "> --><?p " + many + ">?>x</a>"
+        << "x";
+    QTest::newRow("a later version") << QByteArray("<?xml version = '1.1'?><a>1.1</a>") << "1.1";
+    const QString later
+        = QChar(QChar::ByteOrderMark) + QStringLiteral("<?xml version=\"1.1\"?><a>x</a>");
+    QTest::newRow("a later version in UTF-16")
+        << QByteArray(reinterpret_cast<const char *>(later.utf16()), later.size() * 2) << "x";
     QTest::newRow("bytes that are no UTF-8") << QByteArray("<a b=\"\x01\xFF\">x</a>") << "x";
 }
 
@@ -144,8 +156,11 @@ void TestDomDoc::refusesHostileText_data()
     QByteArray flood = "<a";
     for (int i = 0; i < 100000; ++i)
         flood += " a" + QByteArray::number(i) + "=\"\"";
-    QTest::newRow("attributes without end") << flood + "/>"
-                                            << "attributes";
+    QTest::newRow("attributes without end") << "<r>\n" + flood + "/>"
+                                            << "Line 2, column 1: An element has more than";
+    QTest::newRow("attributes behind the start of a comment in an entity")
+        << "<!DOCTYPE a [<!ENTITY e '<!-- '>]>" + flood + "/>"
+        << "attributes";
 }
 
 void TestDomDoc::refusesHostileText()

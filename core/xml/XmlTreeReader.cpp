@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/xml/XmlTreeReader_p.h>
 
+#include <core/xml/XmlLimits_p.h>
 #include <core/xml/XmlText_p.h>
 
 #include <QBuffer>
@@ -20,8 +21,6 @@ namespace {
 // define a few abbreviations. The parser itself bounds nested ones by maxEntityLength.
 constexpr qint64 entityAllowance = 65536;
 constexpr int maxEntityLength = 4096;
-// Checking n attributes for duplicates takes the parser n * n steps.
-constexpr int maxAttributes = 256;
 
 /*! Hands out shared strings for short texts: files repeat a few dozen names and values. */
 class StringPool
@@ -205,113 +204,6 @@ void TreeBuilder::flushText(Neighbour next)
     m_text.resize(0); // keeps its memory
 }
 
-/*! Counts the attributes of the tag that \a begin stands at. */
-int attributeCount(const char *begin, const char *end)
-{
-    int attributes = 0;
-    char quote = 0;
-    for (const char *character = begin; character != end; ++character) {
-        if (quote != 0) {
-            if (*character == quote)
-                quote = 0;
-        } else if (*character == '"' || *character == '\'') {
-            quote = *character;
-        } else if (*character == '=') {
-            ++attributes;
-        } else if (*character == '>') {
-            break;
-        }
-    }
-    return attributes;
-}
-
-bool hasAttributeFlood(const QByteArray &text)
-{
-    for (int tag = text.indexOf('<'); tag >= 0;) {
-        const int next = text.indexOf('<', tag + 1);
-        const int end = next < 0 ? text.size() : next;
-        if (end - tag > maxAttributes && text.at(tag + 1) != '!' && text.at(tag + 1) != '?'
-            && attributeCount(text.constData() + tag, text.constData() + end) > maxAttributes)
-            return true;
-        tag = next;
-    }
-    return false;
-}
-
-/*! The position behind \a end, or the end of the text where it does not come. */
-int skipPast(const QByteArray &text, int from, const char *end)
-{
-    const int found = text.indexOf(end, from);
-    return found < 0 ? text.size() : found + int(qstrlen(end));
-}
-
-bool standsAt(const QByteArray &text, int position, const char *word)
-{
-    return qstrncmp(text.constData() + position, word, qstrlen(word)) == 0;
-}
-
-/*! Where the document type begins, behind comments and instructions; -1 for none. */
-int documentTypeStart(const QByteArray &text)
-{
-    int position = text.indexOf('<');
-    while (position >= 0) {
-        if (standsAt(text, position, "<!DOCTYPE"))
-            return position;
-        const bool isComment = standsAt(text, position, "<!--");
-        if (!isComment && !standsAt(text, position, "<?"))
-            return -1;
-        position = text.indexOf('<', skipPast(text, position, isComment ? "-->" : "?>"));
-    }
-    return -1;
-}
-
-bool isParameterEntity(const QByteArray &text, int position)
-{
-    const char *character = text.constData() + position + qstrlen("<!ENTITY");
-    while (std::isspace(uchar(*character)))
-        ++character;
-    return *character == '%';
-}
-
-/*!
-    Whether the document type could give attributes to elements, which would then multiply with
-    them, or could hold more declarations than stand there: through entities of its own.
-*/
-bool declaresAttributes(const QByteArray &text)
-{
-    const int start = documentTypeStart(text);
-    int brackets = 0;
-    for (int position = start < 0 ? text.size() : start + 1; position < text.size();) {
-        const char character = text.at(position);
-        if (standsAt(text, position, "<!--")) {
-            position = skipPast(text, position, "-->");
-        } else if (standsAt(text, position, "<?")) {
-            position = skipPast(text, position, "?>");
-        } else if (standsAt(text, position, "<!ATTLIST")
-                   || (standsAt(text, position, "<!ENTITY") && isParameterEntity(text, position))) {
-            return true;
-        } else if (character == '"' || character == '\'') {
-            position = skipPast(text, position + 1, character == '"' ? "\"" : "'");
-        } else if (character == '>' && brackets == 0) {
-            return false;
-        } else {
-            brackets += character == '[' ? 1 : character == ']' ? -1 : 0;
-            ++position;
-        }
-    }
-    return false;
-}
-
-/*! What in a text would cost the parser more than its length; null when there is nothing. */
-QString findExcess(const QByteArray &text)
-{
-    if (declaresAttributes(text))
-        return QObject::tr("The document type declares attributes.");
-    if (hasAttributeFlood(text))
-        return QObject::tr("An element has more than %1 attributes.").arg(maxAttributes);
-    return QString();
-}
-
 /*! Whether markup is in ASCII, so that it can be found without knowing the encoding. */
 bool hasAsciiMarkup(const QByteArray &content)
 {
@@ -324,6 +216,24 @@ bool hasAsciiMarkup(const QByteArray &content)
         = {"utf-8", "us-ascii", "iso-8859-", "windows-125", "macintosh"};
     return std::any_of(std::begin(families), std::end(families),
                        [&name](const char *family) { return name.startsWith(family); });
+}
+
+constexpr int longestDeclaration = 512;
+
+/*!
+    Where the last digit of "1.1" stands when the declaration that \a head begins with names that
+    version, else -1. The parser knows 1.0 only, from which files that say 1.1 hardly ever differ.
+*/
+int minorVersionOne(const QByteArray &head)
+{
+    const int end = head.indexOf("?>");
+    const int version = head.indexOf("version");
+    if (!head.startsWith("<?xml") || version < 0 || version > end)
+        return -1;
+    int value = version + int(qstrlen("version"));
+    while (std::isspace(uchar(head.at(value))) || head.at(value) == '=')
+        ++value;
+    return head.mid(value + 1, 3) == "1.1" ? value + 3 : -1;
 }
 
 bool isUtf16(const QByteArray &bytes)
@@ -344,8 +254,11 @@ QByteArray withoutLeadingSpace(const QByteArray &bytes)
 
 XmlTree readXmlTree(const QString &text, int maxDepth)
 {
-    const QString content = text.trimmed();
-    const QString excess = findExcess(content.toUtf8());
+    QString content = text.trimmed();
+    const int minorVersion = minorVersionOne(content.left(longestDeclaration).toLatin1());
+    if (minorVersion >= 0)
+        content[minorVersion] = QLatin1Char('0');
+    const QString excess = findXmlExcess(content.toUtf8());
     if (!excess.isNull())
         return {QDomDocument(), QString(), excess};
     QXmlStreamReader xml(content);
@@ -368,9 +281,12 @@ XmlTree readXmlTree(const QByteArray &bytes, int maxDepth)
         if (codec) // without one the parser reports it
             return readXmlTree(codec->toUnicode(content), maxDepth);
     }
-    const QString excess = findExcess(content);
+    const QString excess = findXmlExcess(content);
     if (!excess.isNull())
         return {QDomDocument(), QString(), excess};
+    const int minorVersion = minorVersionOne(content.left(longestDeclaration));
+    if (minorVersion >= 0)
+        content[minorVersion] = '0';
     // From a device the parser takes a little at a time; an array it would copy whole, twice.
     QBuffer buffer(&content);
     buffer.open(QIODevice::ReadOnly);
