@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # The front door. Everything a fresh machine needs is installed by scripts/install-deps.
 .DEFAULT_GOAL := help
-.PHONY: help deps build demo test nightly asan coverage mutants format format-check tidy bench interop fuzz install clean
+.PHONY: help deps build demo test nightly asan tsan coverage mutants format format-check tidy bench interop fuzz install clean
 
 BUILD := build/dev
 JOBS ?= $(shell nproc)
@@ -50,6 +50,11 @@ coverage: deps ## Lines and branches that the tests run, by file
 
 mutants: deps ## Change MUTANTS lines of the library, one at a time, and see whether tests fail
 	@scripts/mutants --count $(MUTANTS) --jobs $(JOBS)
+
+tsan: deps ## Run every operation in eight threads under ThreadSanitizer
+	@cmake --preset tsan >/dev/null
+	@cmake --build --preset tsan -j $(JOBS)
+	@ctest --preset tsan
 
 format: ## Format all sources in place
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

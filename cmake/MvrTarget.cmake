@@ -63,4 +63,5 @@ set(mvr_test_environment
     QT_QPA_PLATFORM=offscreen
     LC_ALL=C.UTF-8
     LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0
-    UBSAN_OPTIONS=print_stacktrace=1)
+    UBSAN_OPTIONS=print_stacktrace=1
+    TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp:halt_on_error=1)

@@ -32,6 +32,7 @@ MVRSettings::~MVRSettings() = default;
 
 void MVRSettings::setFileName(const QString &fileName)
 {
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_fileName = fileName;
     m_file.reset();
 }
@@ -47,7 +48,8 @@ QString MVRSettings::key(int setting) const
 
 bool MVRSettings::value(BoolSetting setting) const
 {
-    return contains(setting) ? stored(setting).toBool() : defaultValue(setting);
+    const std::optional<QVariant> value = find(setting);
+    return value ? value->toBool() : defaultValue(setting);
 }
 
 QFont MVRSettings::value(FontSetting setting) const
@@ -58,7 +60,8 @@ QFont MVRSettings::value(FontSetting setting) const
 
 QColor MVRSettings::value(ColorSetting setting) const
 {
-    return contains(setting) ? stored(setting).value<QColor>() : defaultValue(setting);
+    const std::optional<QVariant> value = find(setting);
+    return value ? value->value<QColor>() : defaultValue(setting);
 }
 
 bool MVRSettings::defaultValue(BoolSetting) const
@@ -79,24 +82,37 @@ QColor MVRSettings::defaultValue(ColorSetting) const
 
 bool MVRSettings::contains(int setting) const
 {
-    return file().contains(key(setting));
+    return find(setting).has_value();
 }
 
 QVariant MVRSettings::stored(int setting) const
 {
-    return file().value(key(setting));
+    return find(setting).value_or(QVariant());
 }
 
 void MVRSettings::setValue(int setting, const QVariant &value)
 {
+    const std::lock_guard<std::mutex> lock(m_mutex);
     file().setValue(key(setting), value);
 }
 
 void MVRSettings::remove(int setting)
 {
+    const std::lock_guard<std::mutex> lock(m_mutex);
     file().remove(key(setting));
 }
 
+/*! The stored value; none when nothing is stored. */
+std::optional<QVariant> MVRSettings::find(int setting) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const QString name = key(setting);
+    if (!file().contains(name))
+        return std::nullopt;
+    return file().value(name);
+}
+
+// Opens the file at the first call; the caller holds the lock.
 QSettings &MVRSettings::file() const
 {
     // An application may get its names after the first look at its settings.

@@ -9,6 +9,8 @@
 #include <QVariant>
 
 #include <memory>
+#include <mutex>
+#include <optional>
 
 class QSettings;
 
@@ -17,6 +19,8 @@ class QSettings;
 
     A setting that is not stored has its built-in default. A stored value of a type that cannot be
     converted reads as false, the default font or an invalid colour.
+
+    All threads may read at the same time, and one may change settings meanwhile.
 */
 class MVRCORE_EXPORT MVRSettings
 {
@@ -62,8 +66,10 @@ public:
     void remove(int setting);
 
 private:
+    std::optional<QVariant> find(int setting) const;
     QSettings &file() const;
 
+    mutable std::mutex m_mutex; // for everything below, and for the file itself
     QString m_fileName;
     mutable QString m_openedFor; // what the open file was chosen by
     mutable std::unique_ptr<QSettings> m_file;
