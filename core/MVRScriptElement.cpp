@@ -7,8 +7,9 @@
 
 namespace {
 
-// Files keep hundredths of an inch; a converted length differs in the last bits only.
-constexpr double lengthTolerance = 0.01;
+// Points. Files round a length to hundredths of an inch, so that it comes back up to 0.36 off.
+constexpr double lengthTolerance = 0.4;
+constexpr double spacingTolerance = 0.01; // a multiple of single spacing
 
 constexpr int lengthProperties[] = {
     QTextFormat::TextIndent,
@@ -32,7 +33,7 @@ bool sameSpacing(const QTextBlockFormat &first, const QTextBlockFormat &second)
     double secondValue = 1.0;
     return MVRTextFormat::spacingType(first, &firstValue)
         == MVRTextFormat::spacingType(second, &secondValue)
-        && std::abs(firstValue - secondValue) <= lengthTolerance;
+        && std::abs(firstValue - secondValue) <= spacingTolerance;
 }
 
 }

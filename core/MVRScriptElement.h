@@ -70,8 +70,9 @@ public:
 
         What counts is the paragraph's shape: alignment, first-line and left and right indents,
         margins, block indent and line spacing. A property that is not set counts as its default.
-        Lengths within 0.01 points are equal. Page breaks, colours and the element name do not
-        count.
+        Lengths within 0.4 points are equal, because files round them to hundredths of an inch, and
+        so are spacings within a hundredth of a line. Page breaks, colours and the element name do
+       not count.
     */
     static bool equal(const QTextBlockFormat &elementFormat, const QTextBlockFormat &blockFormat);
 

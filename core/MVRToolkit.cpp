@@ -144,6 +144,8 @@ QPen MVRToolkit::typographyPen(const QTextDocument &document)
 void MVRToolkit::setTypographyPen(QTextDocument &document, const QPen &pen)
 {
     document.setProperty(typographyPenName, pen);
+    // The option itself has no room for a pen here; setting it makes views draw the text anew.
+    document.setDefaultTextOption(document.defaultTextOption());
 }
 
 bool MVRToolkit::isAutoCorrected(const QTextDocument &document)

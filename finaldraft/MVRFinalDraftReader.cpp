@@ -284,6 +284,7 @@ void MVRFinalDraftReader::parseParagraph(const QDomElement &element, const QStri
             m_walk->noteAnchor.append(text);
         } else {
             parseOtherChild(child, parentTag);
+            isStarted = false; // paragraphs inside a note have formats of their own
         }
     }
     script.endParagraph();
@@ -333,6 +334,7 @@ std::shared_ptr<const MVRFinalDraftReader::Look> MVRFinalDraftReader::findLook(c
         return known;
     const auto look = std::make_shared<Look>();
     look->settings.type = type;
+    const bool hadSettings = m_elementSettings.contains(type);
     look->isDropped = !resolveSettings(&look->settings);
     if (!look->isDropped) {
         const MVRScriptElement element = findScriptElement(look->settings.type);
@@ -342,7 +344,9 @@ std::shared_ptr<const MVRFinalDraftReader::Look> MVRFinalDraftReader::findLook(c
             || look->settings.paragraphSpec.style.testFlag(MVRFinalDraft::AllCaps);
         look->blockFormat = blockFormat(look->settings.paragraphSpec, *look);
     }
-    m_walk->looks.insert(type, look);
+    // Settings that this paragraph has left under its type may lead the next one elsewhere.
+    if (hadSettings || !m_elementSettings.contains(type))
+        m_walk->looks.insert(type, look);
     return look;
 }
 

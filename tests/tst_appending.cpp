@@ -21,6 +21,8 @@ private Q_SLOTS:
     void keepsListsAndTables_data();
     void keepsListsAndTables();
     void fragmentsTakeTheirFormatAlong();
+    void bringsEmptyItems_data();
+    void bringsEmptyItems();
     void bringsPictures();
     void replacesLikeRepeatedSearch_data();
     void replacesLikeRepeatedSearch();
@@ -226,6 +228,49 @@ void TestAppending::fragmentsTakeTheirFormatAlong()
         cursor.movePosition(QTextCursor::Left, QTextCursor::KeepAnchor); // stays for nothing
         MVRTextDoc::appendFragment(cursor, QTextDocumentFragment());
         QCOMPARE(drawing(document), QLatin1String(row.first));
+    }
+}
+
+void TestAppending::bringsEmptyItems_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QStringList>("items");
+    QTest::addColumn<QString>("result"); // paragraphs, items of the first list with a dash
+
+    const QStringList one = {QString()};
+    const QStringList two = {QString(), QStringLiteral("b")};
+    QTest::newRow("alone") << "" << one << "-";
+    QTest::newRow("alone, behind text") << "x" << one << "x|-";
+    QTest::newRow("with another") << "" << two << "-|-b";
+    QTest::newRow("with another, behind text") << "x" << two << "x|-|-b";
+}
+
+void TestAppending::bringsEmptyItems()
+{
+    QFETCH(const QString, target);
+    QFETCH(const QStringList, items);
+    QTextDocument source;
+    QTextCursor(&source).createList(QTextListFormat::ListDecimal);
+    QTextCursor(&source).insertText(items.join(QLatin1Char('\n')));
+    for (const bool keepsBreak : {false, true}) {
+        QTextDocument document;
+        QTextBlockFormat format;
+        if (keepsBreak)
+            format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+        QTextCursor(&document).setBlockFormat(format);
+        QTextCursor(&document).insertText(target);
+        QTextCursor cursor = atEnd(&document);
+        MVRTextDoc::appendDocumentPreservePageBreak(cursor, &source);
+        const QTextList *list = document.lastBlock().textList();
+        QVERIFY(list && list->format().style() == QTextListFormat::ListDecimal);
+        QStringList paragraphs;
+        for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+            paragraphs << (block.textList() == list ? QLatin1String("-") : QLatin1String(""))
+                    + block.text();
+        QTEST(paragraphs.join(QLatin1Char('|')), "result");
+        QVERIFY(cursor.atEnd());
+        QVERIFY(document.begin().blockFormat().hasProperty(QTextFormat::PageBreakPolicy)
+                == keepsBreak);
     }
 }
 

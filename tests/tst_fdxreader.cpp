@@ -127,6 +127,16 @@ void TestFdxReader::readsParagraphs_data()
            "<Text/></Paragraph><Paragraph Type='Action'><Text>after</Text></Paragraph>"
         << ""
         << "Character:A|Dialogue:a|Dialogue:b|Action:after";
+    QTest::newRow("dual dialogue in a note")
+        << "<Paragraph Type='Action'><Text>a</Text><ScriptNote><Paragraph><DualDialogue>"
+           "<Paragraph Type='Dialogue'><Text>b</Text></Paragraph></DualDialogue></Paragraph>"
+           "</ScriptNote><Text>c</Text></Paragraph>"
+        << action << "Dialogue:ab|Action:c";
+    QTest::newRow("settings that a type leaves for itself")
+        << "<Paragraph Type='Cast List'><Text>a</Text></Paragraph>"
+           "<Paragraph Type='Cast List'><Text>b</Text></Paragraph>"
+        << "<ElementSettings Type='CastList'/>"
+        << "Cast List:a|CastList:b";
     QTest::newRow("title page comes first")
         << "<Paragraph Type='Action'><Text>body</Text></Paragraph>"
         << action

@@ -186,8 +186,11 @@ void TestFdxWriter::typesParagraphs()
     QTextBlockFormat format = element("", 20).blockFormat();
     QCOMPARE(writer.findScriptElementName(format), s("Wide"));
     format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-    format.setProperty(MVRTextFormat::BlockLeftIndentProperty, 20.004); // rounded on its way
+    format.setProperty(MVRTextFormat::BlockLeftIndentProperty, 20.36); // rounded on its way
     QCOMPARE(writer.findScriptElementName(format), s("Wide"));
+    format.setProperty(MVRTextFormat::BlockLeftIndentProperty, 20.5);
+    QCOMPARE(writer.findScriptElementName(format), s("Action"));
+    format.setProperty(MVRTextFormat::BlockLeftIndentProperty, 20.0);
     format.setAlignment(Qt::AlignRight);
     QCOMPARE(writer.findScriptElementName(format), s("Action"));
     QVERIFY(writer.findScriptElement(format).name().isEmpty());

@@ -6,13 +6,17 @@
 #include <core/STextDoc.h>
 #include <text/MVRTextDoc.h>
 
+#include <QAbstractTextDocumentLayout>
 #include <QPen>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QtTest>
+
+#include <memory>
 
 class TestSettings : public QObject
 {
@@ -119,6 +123,11 @@ void TestSettings::setsTheFont()
     cursor.insertText(QStringLiteral("text"), format);
     cursor.insertBlock();
     document.clearUndoRedoStacks();
+    QTextDocument sized;
+    sized.setHtml(QStringLiteral("<h1>a</h1><p>b <big>c</big> <span style='font-size:40px'>d"));
+    QTextCharFormat inPixels;
+    inPixels.setProperty(QTextFormat::FontPixelSize, 40);
+    MVRTextDoc::setDefaultCharFormat(sized, inPixels);
 
     QFont font(QStringLiteral("Courier Prime"), 13);
     font.setItalic(true);
@@ -132,6 +141,21 @@ void TestSettings::setsTheFont()
     document.undo();
     QVERIFY(!document.isUndoAvailable());
     QCOMPARE(cursor.charFormat(), format);
+
+    // Of a size in other units, or relative to another one, nothing is left.
+    MVRTextDoc::setFont(&sized, font);
+    const auto hasOtherSize = [](const QTextFormat &any) {
+        return any.hasProperty(QTextFormat::FontPixelSize)
+            || any.hasProperty(QTextFormat::FontSizeAdjustment);
+    };
+    QVERIFY(!hasOtherSize(MVRTextDoc::defaultCharFormat(sized)));
+    for (QTextCursor at(&sized); !at.atEnd(); at.movePosition(QTextCursor::NextCharacter)) {
+        QVERIFY(!hasOtherSize(at.charFormat()));
+        QCOMPARE(at.charFormat().fontPointSize(), 13.0);
+    }
+    font.setPixelSize(17);
+    MVRTextDoc::setFont(&sized, font);
+    QVERIFY(!QTextCursor(&sized).charFormat().hasProperty(QTextFormat::FontPointSize));
 }
 
 void TestSettings::keepsPenAndCorrection()
@@ -139,8 +163,15 @@ void TestSettings::keepsPenAndCorrection()
     QTextDocument document;
     QCOMPARE(MVRTextDoc::typographyPen(document), QPen());
     const QPen pen(Qt::blue, 2.5, Qt::DashLine);
+    const QSignalSpy drawn(document.documentLayout(), &QAbstractTextDocumentLayout::update);
     MVRTextDoc::setTypographyPen(&document, pen);
     QCOMPARE(MVRTextDoc::typographyPen(document), pen);
+    QVERIFY2(!drawn.isEmpty(), "a view shows the pen");
+    const int count = drawn.size();
+    MVRTextDoc::setTypographyPen(&document, pen);
+    QCOMPARE(drawn.size(), count);
+    const std::unique_ptr<QTextDocument> clone(STextDoc::cloneDocumentQtStyle(&document, nullptr));
+    QCOMPARE(MVRTextDoc::typographyPen(*clone), pen);
 
     QVERIFY(MVRToolkit::isAutoCorrected(document));
     MVRTextDoc::setAutoCorrection(document, false);

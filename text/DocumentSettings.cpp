@@ -43,13 +43,21 @@ void MVRTextDoc::setFont(QTextDocument *document, const QFont &font)
 {
     if (!document)
         return;
-    QTextCharFormat defaultFormat = MVRTextFormat::defaultCharFormat(*document);
-    defaultFormat.setFont(font);
-    MVRTextFormat::setDefaultCharFormat(*document, defaultFormat);
-
     QTextCharFormat onlyFont;
     onlyFont.setFont(font);
-    changeAllFormats(document, [&onlyFont](QTextCharFormat &format) { format.merge(onlyFont); });
+    const auto takeFont = [&onlyFont](QTextCharFormat &format) {
+        // A font has one of the units, and what stays of another one would win over it.
+        for (const int size : {QTextFormat::FontPointSize, QTextFormat::FontPixelSize,
+                               QTextFormat::FontSizeAdjustment}) {
+            if (format.hasProperty(size) && !onlyFont.hasProperty(size))
+                format.clearProperty(size);
+        }
+        format.merge(onlyFont);
+    };
+    QTextCharFormat defaultFormat = MVRTextFormat::defaultCharFormat(*document);
+    takeFont(defaultFormat);
+    MVRTextFormat::setDefaultCharFormat(*document, defaultFormat);
+    changeAllFormats(document, takeFont);
 }
 
 QPen MVRTextDoc::typographyPen(const QTextDocument &document)

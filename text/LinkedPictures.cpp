@@ -10,8 +10,10 @@
 #include <QPainter>
 #include <QTextDocument>
 #include <QUrl>
+#include <QtEndian>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -19,7 +21,7 @@ constexpr qint64 longestFile = 128 << 20;
 constexpr qint64 mostPixels = 50000000;
 // A JPEG file is decoded line by line and reduced on the way; its time grows all the same.
 constexpr qint64 mostReducedPixels = 200000000;
-constexpr int longestPlaceholderSide = 2048;
+constexpr int reducedPlaceholderSide = 2048;
 constexpr int longestReducedSide = 1024;
 constexpr int leastPlaceholderSide = 16;
 
@@ -39,10 +41,34 @@ QSize fitted(const QSize &size, int longestSide)
 // that is drawn and can name further files.
 bool isBitmapFormat(const QByteArray &format)
 {
-    static constexpr const char *formats[]
-        = {"bmp", "gif", "jpeg", "jpg", "pbm", "pgm", "png", "ppm", "tiff", "webp", "xbm", "xpm"};
+    static constexpr const char *formats[] = {"bmp", "cur", "gif", "ico",  "jpeg", "jpg", "pbm",
+                                              "pgm", "png", "ppm", "tiff", "webp", "xbm", "xpm"};
     return std::any_of(std::begin(formats), std::end(formats),
                        [&format](const char *name) { return format == name; });
+}
+
+/*! The unsigned number of four bytes that stands at \a offset; 0 beyond the end. */
+qint64 numberAt(const QByteArray &bytes, qint64 offset, bool bigEndian)
+{
+    if (offset < 0 || offset + 4 > bytes.size())
+        return 0;
+    const char *number = bytes.constData() + offset;
+    return bigEndian ? qFromBigEndian<quint32>(number) : qFromLittleEndian<quint32>(number);
+}
+
+/*!
+    The size of the first picture in the file of an icon or a mouse pointer, by the picture's own
+    head: that of the file has one byte for each side, and what is decoded is not held to it.
+*/
+QSize iconSize(const QByteArray &bytes)
+{
+    constexpr int offsetOfFirst = 18; // behind the file's head and the first entry's other fields
+    const qint64 head = numberAt(bytes, offsetOfFirst, false);
+    const bool isPng = numberAt(bytes, head, true) == 0x89504e47; // "\x89PNG"
+    const qint64 width = numberAt(bytes, head + (isPng ? 16 : 4), isPng);
+    const qint64 height = numberAt(bytes, head + (isPng ? 20 : 8), isPng);
+    constexpr qint64 most = std::numeric_limits<int>::max();
+    return width > most || height > most ? QSize() : QSize(int(width), int(height));
 }
 
 // The content tells the format, so that a wrong suffix does no harm.
@@ -55,7 +81,8 @@ QImage decoded(QByteArray &bytes)
         return QImage();
     QImageReader reader(&buffer, format);
     reader.setAutoDetectImageFormat(false);
-    const QSize size = reader.size();
+    const bool isIcon = format == "ico" || format == "cur";
+    const QSize size = isIcon ? iconSize(bytes) : reader.size();
     if (!size.isValid() || size.isEmpty())
         return QImage();
     if (area(size) > mostPixels) {
@@ -146,7 +173,9 @@ QString LinkedPictures::addPlaceholder(const QSize &shown)
     }
     if (!m_alertIcon.isEmpty())
         return m_alertIcon;
-    QSize size = fitted(shown, longestPlaceholderSide);
+    QSize size = shown;
+    if (area(size) > mostPlaceholderPixels)
+        size = fitted(shown, reducedPlaceholderSide);
     if (area(size) > m_placeholderPixelsLeft)
         size = fitted(shown, leastPlaceholderSide);
     QString &name = m_placeholders[{size.width(), size.height()}];

@@ -7,6 +7,8 @@
 #include <QTextDocumentFragment>
 #include <QTextList>
 
+#include <optional>
+
 namespace {
 
 using Names = QHash<QString, QString>;
@@ -67,16 +69,46 @@ struct Content
         , paragraphs(document.blockCount())
     {
         firstFormat.setObjectIndex(-1); // names a list of its own document
+        const QTextList *list = document.begin().textList();
+        if (!list || document.begin().length() > 1)
+            return;
+        emptyItem = list->format();
+        lastOfItsList = list->item(list->count() - 1).blockNumber();
     }
 
     QTextDocumentFragment fragment;
     QTextBlockFormat firstFormat;
     QTextCharFormat firstCharFormat;
     int paragraphs;
+    std::optional<QTextListFormat> emptyItem; // when it begins with an empty item of a list
+    int lastOfItsList = 0; // the paragraph that is the last item of this list
 };
+
+/*! Inserts what begins with an empty item of a list; nothing in the fragment tells of that item. */
+void insertFromEmptyItem(QTextCursor &cursor, const Content &content)
+{
+    if (cursor.block().length() > 1)
+        cursor.insertBlock(content.firstFormat, content.firstCharFormat);
+    cursor.setBlockFormat(content.firstFormat);
+    cursor.setBlockCharFormat(content.firstCharFormat);
+    QTextCursor item(cursor.document());
+    item.setPosition(cursor.position());
+    item.setKeepPositionOnInsert(true);
+    cursor.insertFragment(content.fragment);
+    const QTextBlock last
+        = cursor.document()->findBlockByNumber(item.blockNumber() + content.lastOfItsList);
+    if (content.lastOfItsList > 0 && last.textList())
+        last.textList()->add(item.block());
+    else
+        item.createList(*content.emptyItem);
+}
 
 void insertContent(QTextCursor &cursor, const Content &content)
 {
+    if (content.emptyItem) {
+        insertFromEmptyItem(cursor, content);
+        return;
+    }
     if (cursor.block().length() > 1) {
         cursor.insertFragment(content.fragment);
         return;
@@ -99,7 +131,7 @@ void insertContent(QTextCursor &cursor, const Content &content)
 
 void STextDoc::appendDocument(QTextCursor &cursor, QTextDocument *source)
 {
-    if (cursor.isNull() || !source || source->isEmpty())
+    if (cursor.isNull() || !source || (source->isEmpty() && !source->begin().textList()))
         return;
     const Content content(*source);
     const EditBlock undoStep(cursor);
