@@ -4,9 +4,9 @@
 #include <pages/MVRScreenplayFace.h>
 #include <pages/ShapedText_p.h>
 
-#include <QFontMetricsF>
 #include <QPageSize>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPdfWriter>
 #include <QTextLayout>
 #include <QtMath>
@@ -50,6 +50,10 @@ private:
     QVector<Entry> m_entries;
 };
 
+// A hair smaller than its line: programs that take text out of pages divide the one by the other
+// to find empty lines, and 24 by 12 is 1.9999 to them.
+constexpr double shrink = 0.9995;
+
 double lineSize(const MVRScreenplayLine &line)
 {
     double size = 12.0;
@@ -60,7 +64,7 @@ double lineSize(const MVRScreenplayLine &line)
 
 QPointF at(double x, double y)
 {
-    return QPointF(x * fontUnits, y * fontUnits);
+    return QPointF(x, y) * (fontUnits / shrink);
 }
 
 void drawBackground(QPainter &painter, const MVRScreenplayLine &line,
@@ -166,10 +170,11 @@ void drawWatermark(QPainter &painter, const QSizeF &pageSize, const QString &wat
     painter.save();
     painter.translate(size.width() / 2.0, size.height() / 2.0);
     painter.rotate(-qRadiansToDegrees(std::atan2(size.height(), size.width())));
-    painter.setFont(font);
-    painter.setPen(QColor(222, 222, 222));
-    const double width = QFontMetricsF(font).horizontalAdvance(watermark);
-    painter.drawText(QPointF(-width / 2.0, font.pixelSize() / 3.0), watermark);
+    // Outlines: letters across the page would get between those of the text when it is selected.
+    QPainterPath outlines;
+    outlines.addText(QPointF(), font, watermark);
+    painter.translate(-outlines.boundingRect().center());
+    painter.fillPath(outlines, QColor(222, 222, 222));
     painter.restore();
 }
 
@@ -180,7 +185,7 @@ void MVRPagePainter::paint(QPainter &painter, const MVRScreenplayPage &page, con
 {
     FontCache fonts;
     painter.save();
-    painter.scale(1.0 / fontUnits, 1.0 / fontUnits);
+    painter.scale(shrink / fontUnits, shrink / fontUnits);
     drawWatermark(painter, pageSize, watermark);
     for (const MVRScreenplayLine &line : page.lines)
         drawLine(painter, line, fonts);

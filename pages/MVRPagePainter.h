@@ -16,7 +16,8 @@ public:
         \param painter    its units are points, (0, 0) the paper's top left
         \param page       the page
         \param pageSize   in points
-        \param watermark  drawn in light grey from corner to corner, below the text; may be empty
+        \param watermark  drawn in light grey from corner to corner, below the text and no part
+                          of it; may be empty
     */
     static void paint(QPainter &painter, const MVRScreenplayPage &page, const QSizeF &pageSize,
                       const QString &watermark = QString());

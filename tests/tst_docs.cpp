@@ -69,8 +69,8 @@ void TestDocs::linksLeadToFiles()
 void TestDocs::manualNamesEveryOption_data()
 {
     QTest::addColumn<QString>("command");
-    for (const char *command :
-         {"convert", "notes", "links", "info", "count", "replace", "append", "markup", "endnotes"})
+    for (const char *command : {"convert", "notes", "links", "info", "count", "replace", "append",
+                                "markup", "endnotes", "pages"})
         QTest::newRow(command) << command;
 }
 

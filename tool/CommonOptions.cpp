@@ -18,6 +18,26 @@ constexpr NotesWord notesWords[] = {
     {"drop", NotesChoice::Drop},
 };
 
+struct PaperWord
+{
+    const char *word;
+    QPageSize::PageSizeId size;
+};
+
+constexpr PaperWord paperWords[] = {
+    {"letter", QPageSize::Letter},
+    {"a4", QPageSize::A4},
+    {"legal", QPageSize::Legal},
+};
+
+QStringList paperChoices()
+{
+    QStringList words;
+    for (const PaperWord &row : paperWords)
+        words << QLatin1String(row.word);
+    return words;
+}
+
 QStringList notesChoices()
 {
     QStringList words;
@@ -62,11 +82,11 @@ QVector<Option> writingOptions()
                            "leave them out (drop). Without this option they go inline into fdx "
                            "and stay as they are in rtf; other formats carry none."),
          notesChoices()},
-        {"paper",
-         "PAPER",
-         QT_TRANSLATE_NOOP("mvrtext", "Paper of pdf, png, odt and html."),
-         {QStringLiteral("letter"), QStringLiteral("a4")},
-         "letter"},
+        {"paper", "PAPER",
+         QT_TRANSLATE_NOOP("mvrtext",
+                           "Paper of pdf, png, odt and html. Without this option it is the "
+                           "document's own, or letter."),
+         paperChoices()},
         {"author",
          "NAME",
          QT_TRANSLATE_NOOP("mvrtext", "Author of a document that names none (rtf)."),
@@ -81,8 +101,11 @@ void readWritingOptions(const CommandLine &commandLine, NotesChoice *notes, Writ
         if (where == QLatin1String(row.word))
             *notes = row.choice;
     }
-    if (commandLine.value("paper") == QLatin1String("a4"))
-        options->paper = QPageSize(QPageSize::A4);
+    const QString paper = commandLine.value("paper");
+    for (const PaperWord &row : paperWords) {
+        if (paper == QLatin1String(row.word))
+            options->paper = QPageSize(row.size);
+    }
     options->author = commandLine.value("author");
 }
 

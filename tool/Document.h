@@ -4,6 +4,7 @@
 #include <core/MVRScriptElement.h>
 #include <core/document/OfflineDocument_p.h>
 
+#include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -21,5 +22,7 @@ struct Document
     QList<MVRScriptElement> elements; /*!< for writing it as a screenplay */
     double scaling = 100.0; /*!< percent */
     bool showInvisibles = false;
+    QByteArray source; /*!< of a screenplay: the file that it was read from */
+    QByteArray sourceMark; /*!< tells whether the text is still the one of source */
     QStringList losses; /*!< what its file holds and it does not, in words */
 };

@@ -4,6 +4,7 @@
 
 QVector<Command> allCommands()
 {
-    return {convertCommand(), notesCommand(),  linksCommand(),  infoCommand(),    countCommand(),
-            replaceCommand(), appendCommand(), markupCommand(), endNotesCommand()};
+    return {convertCommand(), notesCommand(),   linksCommand(),   infoCommand(),
+            pagesCommand(),   countCommand(),   replaceCommand(), appendCommand(),
+            markupCommand(),  endNotesCommand()};
 }

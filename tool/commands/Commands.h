@@ -16,3 +16,4 @@ Command replaceCommand();
 Command appendCommand();
 Command markupCommand();
 Command endNotesCommand();
+Command pagesCommand();

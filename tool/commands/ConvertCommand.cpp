@@ -5,6 +5,7 @@
 #include <tool/Loading.h>
 #include <tool/Messages.h>
 #include <tool/Output.h>
+#include <tool/PageOptions.h>
 #include <tool/Progress.h>
 #include <tool/Saving.h>
 #include <tool/commands/Batch.h>
@@ -23,6 +24,7 @@ constexpr int maxJobs = 1000;
 
 const char examples[] = R"(  mvrtext convert script.fdx script.pdf
   mvrtext convert --notes inline script.fdx script.txt
+  mvrtext convert --scenes 4-9 script.fdx sides.pdf
   mvrtext convert --page 2 --dpi 300 script.fdx page2.png
   mvrtext convert --from md --to html - - < chapter.md > chapter.html
   mvrtext convert --to pdf --into out *.fdx
@@ -40,7 +42,8 @@ struct Conversion
 bool readOptions(const CommandLine &commandLine, Conversion *conversion, QString *error)
 {
     readWritingOptions(commandLine, &conversion->notes, &conversion->options);
-    return commandLine.readNumber("page", 1, 100000, &conversion->options.page, error)
+    return readPageOptions(commandLine, &conversion->options, error)
+        && commandLine.readNumber("page", 1, 100000, &conversion->options.page, error)
         && commandLine.readNumber("dpi", 20, 600, &conversion->options.dpi, error);
 }
 
@@ -162,7 +165,7 @@ Command convertCommand()
                           "tell the formats."),
         examples,
         {{"IN", QT_TRANSLATE_NOOP("mvrtext", "The file to read; - is the standard input."), true}},
-        QVector<Option> {fromOption(), toOption()} + writingOptions()
+        QVector<Option> {fromOption(), toOption()} + writingOptions() + pageOptions()
             + QVector<Option> {{"page",
                                 "NUMBER",
                                 QT_TRANSLATE_NOOP("mvrtext", "Page to draw as png."),

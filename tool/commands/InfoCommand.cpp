@@ -9,6 +9,7 @@
 #include <tool/Table.h>
 #include <tool/commands/Commands.h>
 #include <tool/formats/Formats.h>
+#include <tool/formats/ScreenplayPages.h>
 #include <tool/pages/Pages.h>
 
 #include <core/MVRScriptElement.h>
@@ -36,6 +37,14 @@ struct Figures
     QVector<int> notes; // by kind
 };
 
+int pageCount(Document &document)
+{
+    QString error;
+    if (document.isScreenplay)
+        return screenplayPages(document, WriteOptions(), &error)->pages().size();
+    return Pages(document, QPageSize(QPageSize::Letter)).count();
+}
+
 Figures figuresOf(Document &document)
 {
     Figures figures;
@@ -50,7 +59,7 @@ Figures figuresOf(Document &document)
         = MVRTextDoc::wordCharacterCount(&document.text, false, false, true, true);
     figures.words = counts.first;
     figures.characters = counts.second;
-    figures.pages = Pages(document, QPageSize(QPageSize::Letter)).count();
+    figures.pages = pageCount(document);
     return figures;
 }
 

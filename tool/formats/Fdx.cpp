@@ -4,6 +4,7 @@
 #include <tool/Document.h>
 #include <tool/Messages.h>
 #include <tool/formats/ScreenplayElements.h>
+#include <tool/formats/ScreenplayPages.h>
 
 #include <finaldraft/MVRFinalDraftReader.h>
 #include <finaldraft/MVRFinalDraftWriter.h>
@@ -94,6 +95,7 @@ bool readFdx(const QByteArray &bytes, const ReadOptions &options, Document &docu
     document.title = firstWords(document.text, document.titlePageBlocks);
     document.scaling = reader.scaling();
     document.showInvisibles = reader.showInvisibles();
+    noteSource(document, bytes);
     document.losses = lossWords(reader.leftOut());
     return true;
 }

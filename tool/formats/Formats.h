@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 struct Document;
 
 /*! What the reader of a document may do to its text. */
@@ -19,10 +21,18 @@ struct ReadOptions
 /*! What a user can ask of a written file. */
 struct WriteOptions
 {
-    QPageSize paper = QPageSize(QPageSize::Letter);
+    std::optional<QPageSize> paper; /*!< the document's own where there is none */
     int page = 1; /*!< of a picture, counted from 1 */
     int dpi = 150; /*!< dots per inch of a picture */
     QString author; /*!< of a document that names none */
+    int firstPage = 0; /*!< of those that a PDF has; 0 for all */
+    int lastPage = 0;
+    QString firstScene; /*!< of those that a screenplay's pages show; empty for all */
+    QString lastScene;
+    bool hasRevisionMarks = false;
+    QString watermark; /*!< text across the pages; may be empty */
+
+    QPageSize paperOrLetter() const { return paper.value_or(QPageSize(QPageSize::Letter)); }
 };
 
 /*!

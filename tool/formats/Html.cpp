@@ -26,7 +26,7 @@ void nameSimilarFaces(QString &html)
 // A screenplay's lines are as long as its page is wide, whatever the window.
 void limitWidth(QString &html, const WriteOptions &options, double margin)
 {
-    const double width = options.paper.size(QPageSize::Point).width() - 2 * margin;
+    const double width = options.paperOrLetter().size(QPageSize::Point).width() - 2 * margin;
     const QLatin1String styleStart("<style type=\"text/css\">\n");
     const int start = html.indexOf(styleStart);
     if (start >= 0)
@@ -63,7 +63,7 @@ bool writeHtml(Document &document, const WriteOptions &options, QByteArray *byte
 {
     Q_UNUSED(error)
     const double margin = document.text.documentMargin();
-    prepareForQt(document, options.paper, pixelsPerPoint);
+    prepareForQt(document, options.paperOrLetter(), pixelsPerPoint);
     document.text.setMetaInformation(QTextDocument::DocumentTitle, document.title);
     makeSafeForHtml(&document.text);
     QString html = document.text.toHtml("utf-8");

@@ -14,7 +14,7 @@ namespace {
 
 bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
 {
-    prepareForQt(document, options.paper, pixelsPerPoint);
+    prepareForQt(document, options.paperOrLetter(), pixelsPerPoint);
     dropScriptLinks(&document.text);
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);

@@ -2,7 +2,10 @@
 #include <tool/formats/Formats.h>
 
 #include <tool/Document.h>
+#include <tool/formats/ScreenplayPages.h>
 #include <tool/pages/Pages.h>
+
+#include <pages/MVRPagePainter.h>
 
 #include <QBuffer>
 #include <QPainter>
@@ -10,14 +13,28 @@
 
 namespace {
 
+bool writeScreenplay(const Document &document, const WriteOptions &options, QBuffer &buffer,
+                     QString *error)
+{
+    const std::optional<MVRScreenplayPages> pages = screenplayPages(document, options, error);
+    if (!pages)
+        return false;
+    if (MVRPagePainter::writePdf(&buffer, *pages, document.title, options.watermark))
+        return true;
+    *error = QStringLiteral("cannot be written as PDF");
+    return false;
+}
+
 bool writePdf(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
 {
-    const Pages pages(document, options.paper);
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
+    if (document.isScreenplay)
+        return writeScreenplay(document, options, buffer, error);
+    const Pages pages(document, options.paperOrLetter());
     QPdfWriter writer(&buffer);
     writer.setResolution(Pages::resolution);
-    writer.setPageSize(options.paper);
+    writer.setPageSize(options.paperOrLetter());
     writer.setPageMargins(QMarginsF());
     writer.setTitle(document.title);
     writer.setCreator(QStringLiteral("mvrtext"));

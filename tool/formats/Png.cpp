@@ -1,45 +1,91 @@
 // SPDX-License-Identifier: MIT
 #include <tool/formats/Formats.h>
 
+#include <tool/Document.h>
 #include <tool/Messages.h>
+#include <tool/formats/ScreenplayPages.h>
 #include <tool/pages/Pages.h>
+
+#include <pages/MVRPagePainter.h>
 
 #include <QBuffer>
 #include <QImage>
 #include <QPainter>
 
+#include <functional>
+
 namespace {
 
 constexpr double metersPerInch = 0.0254;
 
-bool writePng(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
+/*! What a picture is made of: the size of the paper in points and what is drawn on it. */
+struct Sheet
 {
-    const Pages pages(document, options.paper);
-    if (options.page > pages.count()) {
-        *error = QStringLiteral("has %1, no page %2")
-                     .arg(counted(pages.count(), "page", "pages"))
-                     .arg(options.page);
-        return false;
-    }
-    QImage image(options.paper.sizePixels(options.dpi), QImage::Format_RGB32);
+    QSizeF size;
+    std::function<void(QPainter &)> draw; // in points
+};
+
+QString noPage(int count, int page)
+{
+    return QStringLiteral("has %1, no page %2").arg(counted(count, "page", "pages")).arg(page);
+}
+
+bool draw(const Sheet &sheet, int dpi, QByteArray *bytes, QString *error)
+{
+    const double scale = dpi / 72.0;
+    QImage image((sheet.size * scale).toSize(), QImage::Format_RGB32);
     if (image.isNull()) {
         *error = QStringLiteral("the picture is too large");
         return false;
     }
-    image.setDotsPerMeterX(qRound(options.dpi / metersPerInch));
+    image.setDotsPerMeterX(qRound(dpi / metersPerInch));
     image.setDotsPerMeterY(image.dotsPerMeterX());
     image.fill(Qt::white);
     QPainter painter(&image);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing
                            | QPainter::SmoothPixmapTransform);
-    painter.scale(double(options.dpi) / Pages::resolution, double(options.dpi) / Pages::resolution);
-    pages.paint(painter, options.page - 1);
+    painter.scale(scale, scale);
+    sheet.draw(painter);
     painter.end();
     if (image.allGray())
         image = image.convertToFormat(QImage::Format_Grayscale8);
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
     return image.save(&buffer, "PNG");
+}
+
+bool writeScreenplay(const Document &document, const WriteOptions &options, QByteArray *bytes,
+                     QString *error)
+{
+    const std::optional<MVRScreenplayPages> pages = screenplayPages(document, options, error);
+    if (!pages)
+        return false;
+    const QVector<MVRScreenplayPage> all = pages->pages();
+    if (options.page > all.size()) {
+        *error = noPage(all.size(), options.page);
+        return false;
+    }
+    const auto drawPage = [&](QPainter &painter) {
+        MVRPagePainter::paint(painter, all[options.page - 1], pages->pageSize(), options.watermark);
+    };
+    return draw({pages->pageSize(), drawPage}, options.dpi, bytes, error);
+}
+
+bool writePng(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
+{
+    if (document.isScreenplay)
+        return writeScreenplay(document, options, bytes, error);
+    const QPageSize paper = options.paperOrLetter();
+    const Pages pages(document, paper);
+    if (options.page > pages.count()) {
+        *error = noPage(pages.count(), options.page);
+        return false;
+    }
+    const auto drawPage = [&](QPainter &painter) {
+        painter.scale(72.0 / Pages::resolution, 72.0 / Pages::resolution);
+        pages.paint(painter, options.page - 1);
+    };
+    return draw({paper.size(QPageSize::Point), drawPage}, options.dpi, bytes, error);
 }
 
 }

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include <tool/formats/ScreenplayPages.h>
+
+#include <tool/Document.h>
+#include <tool/Messages.h>
+#include <tool/formats/Formats.h>
+
+#include <QBuffer>
+#include <QCryptographicHash>
+
+namespace {
+
+QByteArray markOf(const QTextDocument &text)
+{
+    return QCryptographicHash::hash(text.toPlainText().toUtf8(), QCryptographicHash::Sha256);
+}
+
+MVRScreenplay screenplayOf(const Document &document)
+{
+    MVRScreenplay screenplay;
+    QByteArray source = document.source;
+    QBuffer buffer(&source);
+    buffer.open(QIODevice::ReadOnly);
+    const bool isRead
+        = !source.isEmpty() && MVRScreenplay::fromFinalDraft(&buffer, &screenplay, nullptr);
+    if (!isRead || markOf(document.text) != document.sourceMark) {
+        const MVRScreenplay edited
+            = MVRScreenplay::fromDocument(document.text, document.titlePageBlocks);
+        screenplay.body = edited.body;
+        screenplay.titlePage = edited.titlePage;
+    }
+    screenplay.title = document.title;
+    return screenplay;
+}
+
+}
+
+std::optional<MVRScreenplayPages> screenplayPages(const Document &document,
+                                                  const WriteOptions &options, QString *error)
+{
+    MVRScreenplay screenplay = screenplayOf(document);
+    if (options.paper)
+        screenplay.settings.pageSize = options.paper->size(QPageSize::Point);
+    MVRScreenplayPages pages(screenplay);
+    if (!options.hasRevisionMarks)
+        pages.removeRevisionMarks();
+    if (!options.firstScene.isEmpty() && !pages.keepScenes(options.firstScene, options.lastScene)) {
+        *error = Tool::tr("has no scenes %1-%2").arg(options.firstScene, options.lastScene);
+        return std::nullopt;
+    }
+    if (options.firstPage > 0 && !pages.keepPages(options.firstPage, options.lastPage)) {
+        *error = Tool::tr("has no pages %1-%2").arg(options.firstPage).arg(options.lastPage);
+        return std::nullopt;
+    }
+    return pages;
+}
+
+void noteSource(Document &document, const QByteArray &bytes)
+{
+    document.source = bytes;
+    document.sourceMark = markOf(document.text);
+}
