@@ -187,8 +187,8 @@ void TestBbCode::writesXhtml_data()
     row("document type", "<!DOCTYPE h [<!ENTITY e \"]>\">]>\n<p/>", "\n<p/>");
     row("void elements", "<BR><hr width=\"1\"/><img src='a>b'></img>",
         "<BR /><hr width=\"1\"/><img src='a>b' />");
-    row("references", "<i t='&nbsp;'>&amp;&eacute;&hearts;&apos;&#65;&#0;&x; & &y</i>",
-        "<i t='&#160;'>&amp;&#233;&#9829;&apos;&#65;&amp;x; & &y</i>");
+    row("references", "<i t='&nbsp;'>&amp;&eacute;&hearts;&apos;&#65;&#32;&#31;&#0;&x; & &y</i>",
+        "<i t='&#160;'>&amp;&#233;&#9829;&apos;&#65;&#32;&amp;x; & &y</i>");
     row("what XML cannot hold", "\xEF\xBB\xBF\xEF\xBB\xBF<i>\x01\xEF\xBF\xBF</i>", "<i></i>");
     row("two styles", "<li style=\" a:b;\" class='c' style='d:\"e\"'>",
         "<li style=\" a:b;d:&quot;e&quot;\" class='c'>");

@@ -109,7 +109,10 @@ QByteArray FdxTree::toFileEncoding(const QByteArray &utf8) const
 {
     if (m_encoding == Utf8)
         return utf8;
-    const QString text = QString::fromUtf8(utf8);
+    QString text = QString::fromUtf8(utf8);
+    const QChar mark(QChar::ByteOrderMark); // which the conversion takes off
+    if (utf8.startsWith("\xef\xbb\xbf") && !text.startsWith(mark))
+        text.prepend(mark);
     return m_encoding == Latin1 ? toLatin1(text) : toUtf16(text, m_encoding == Utf16BigEndian);
 }
 
