@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -14,6 +15,8 @@ private Q_SLOTS:
     void readmeShowsTheExampleProgram();
     void linksLeadToFiles_data();
     void linksLeadToFiles();
+    void architectureNamesFilesThatExist();
+    void architectureNamesEverySource();
     void manualNamesEveryOption_data();
     void manualNamesEveryOption();
     void roomsOfRtfKeepTheirArrows_data();
@@ -26,6 +29,34 @@ QString source(const QString &name)
 {
     QFile file(QStringLiteral(MVR_SOURCE_DIR "/") + name);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/*! The paths of all sources and headers that the libraries and the tool are made of. */
+QStringList sources()
+{
+    const QDir root(QStringLiteral(MVR_SOURCE_DIR));
+    QStringList paths;
+    for (const char *folder : {"core", "text", "finaldraft", "bbcode", "pages", "tool"}) {
+        QDirIterator files(root.filePath(QLatin1String(folder)),
+                           {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext())
+            paths += root.relativeFilePath(files.next());
+    }
+    return paths;
+}
+
+/*! What the page about the architecture says in code type that is a file or, with '/', a folder. */
+QStringList namesInArchitecture()
+{
+    static const QRegularExpression name(QStringLiteral(
+        "`(\\w+\\.(?:cpp|h)|(?:core|text|finaldraft|bbcode|pages|tool|tests|scripts)/"
+        "(?:[\\w/]*/|[\\w/]+\\.(?:cpp|h)))`"));
+    QStringList names;
+    auto matches = name.globalMatch(source(QStringLiteral("docs/architecture.md")));
+    while (matches.hasNext())
+        names += matches.next().captured(1);
+    return names;
 }
 
 }
@@ -63,6 +94,39 @@ void TestDocs::linksLeadToFiles()
     while (links.hasNext()) {
         const QString target = links.next().captured(1);
         QVERIFY2(QFileInfo::exists(folder.filePath(target)), qPrintable(target));
+    }
+}
+
+void TestDocs::architectureNamesFilesThatExist()
+{
+    const QDir root(QStringLiteral(MVR_SOURCE_DIR));
+    QSet<QString> fileNames;
+    const QStringList paths = sources();
+    for (const QString &path : paths)
+        fileNames += path.section(QLatin1Char('/'), -1);
+    const QStringList names = namesInArchitecture();
+    QVERIFY(names.size() > 30);
+    for (const QString &name : names) {
+        const bool isPath = name.contains(QLatin1Char('/'));
+        QVERIFY2(isPath ? root.exists(name) : fileNames.contains(name), qPrintable(name));
+    }
+}
+
+void TestDocs::architectureNamesEverySource()
+{
+    const QStringList names = namesInArchitecture();
+    QSet<QString> known;
+    for (const QString &name : names)
+        known += name.endsWith(QLatin1Char('/')) ? name : name.section(QLatin1Char('/'), -1);
+    const QStringList paths = sources();
+    for (const QString &path : paths) {
+        const bool isNamed = known.contains(path.section(QLatin1Char('/'), -1));
+        // A folder below a part of the house speaks for its files; the part itself does not.
+        const QString folder = path.section(QLatin1Char('/'), 0, -2) + QLatin1Char('/');
+        const bool isInNamedFolder = folder.count(QLatin1Char('/')) > 1 && known.contains(folder);
+        if (path.endsWith(QLatin1String(".cpp")))
+            QVERIFY2(isNamed || isInNamedFolder,
+                     qPrintable(path + QLatin1String(": name it in docs/architecture.md")));
     }
 }
 
