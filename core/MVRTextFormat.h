@@ -39,6 +39,13 @@ public:
                                                when that is not known */
         CommentDateProperty = 0x100069, /*!< QDateTime: when an inspector note was written; absent
                                            or invalid when that is not known */
+        ListStartProperty = 0x100400, /*!< int: the number that a list's numbers begin with, where
+                                           that is not 1; Qt shows 1 */
+        ListNumberFormatProperty = 0x100401, /*!< int: the kind of a list's numbers that no style of
+                                                  Qt has (RTF 1.9.1, \levelnfc) */
+        ListLabelProperty
+        = 0x100402, /*!< string: a list's label with the numbers of several levels,
+                         "%1.%2." for the second one's; "%%" is a percent sign */
         ParagraphViewProperty = 0x100300 /*!< list: what a live view changed in the paragraph's
                                               format; see MVRParagraphView::ownFormat() */
     };

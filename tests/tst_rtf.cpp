@@ -129,6 +129,19 @@ void TestRtf::readsText_data()
         "\\ansicpg932{\\fonttbl{\\f0\\fcharset128 \\'82\\'6c\\'82\\'72;}}x", "x");
     row("second byte is a raw backslash or brace", "\\ansicpg932 \x95\\\x83}!", "表マ!");
     row("first byte without a second", "\\ansicpg949 \xb0{}b", "\uFFFDb");
+    row("fonts named for a script",
+        "{\\fonttbl{\\f0 Arial Cyr;}{\\f1 Arial CE;}{\\f2\\fcharset0 Odd Cyr;}}\\f0\\'e8\\f1\\'e8"
+        "\\f2\\'e8",
+        "иčè");
+    row("line ends as bytes", " a\\'0db\\'0ac\\'0d\\'0ad\\'e4\\'0de",
+        "a\u2028b\u2028c\u2028dä\u2028e");
+    row("fields without a result",
+        "{\\field{\\*\\fldinst GOTOBUTTON here {\\b press}}}{\\field{\\*\\fldinst MACROBUTTON run "
+        "it "
+        "now}{\\fldrslt }}, {\\field{\\*\\fldinst MACROBUTTON run click}}, "
+        "{\\field{\\*\\fldinst EQ \\\\s\\\\up8(nd)}}{\\field{\\*\\fldinst DATE}}, "
+        "{\\field{\\*\\fldinst  PAGEREF _Toc1 \\\\h }}",
+        "press, click, nd, PAGEREF _Toc1");
     row("symbol font", "{\\fonttbl{\\f0\\fcharset2 Odd;}}\\f0\\'41", "\uF041");
     row("signs of known fonts",
         "{\\fonttbl{\\f1\\fcharset2 Symbol;}{\\f2\\fcharset2 Wingdings;}{\\f3 Symbol;}}"

@@ -25,6 +25,7 @@ private Q_SLOTS:
     void tableFormats();
     void writesTables();
     void writesLists();
+    void keepsLabelsThatQtHasNotGot();
     void tableAmongParagraphs();
     void pictures_data();
     void pictures();
@@ -146,6 +147,12 @@ void TestRtfStructure::lists_data()
                                   << lines({"a", "b"});
     QTest::newRow("level beyond all")
         << table + item(3, "a") + item(99, "b") << lines({"      o a", "b"});
+    QTest::newRow("level without a label") << listTable(level(0, "\\'00") + level(0, "\\'02\\'01."))
+            + item(0, "a") + item(1, "b") << lines({"a", "  1. b"});
+    QTest::newRow("list number 0") << listTable(level(0, "\\'02\\'00.")).replace("\\ls2", "\\ls0")
+            + "\\pard\\ls0 a\\par\\pard b"
+                                   << lines({"1. a", "b"});
+    QTest::newRow("list number 0 that is none") << QByteArray("\\pard\\ls0 a") << lines({"a"});
     QTest::newRow("old numbers") << QByteArray(
         "\\pard{\\pntext 1.}{\\*\\pn\\pnlvlbody\\pnucrm{\\pntxta .}}a\\par b\\par\\pard x\\par"
         "{\\*\\pn\\pnlvlbody\\pnucrm}c")
@@ -317,6 +324,24 @@ void TestRtfStructure::writesLists()
     }
 }
 
+// Qt shows the nearest that it has; the file that we write says what the other one said.
+void TestRtfStructure::keepsLabelsThatQtHasNotGot()
+{
+    const QByteArray levels = level(0, "\\'02\\'00.")
+        + "{\\listlevel\\levelnfc22\\levelstartat4{\\leveltext\\'06\\'00.\\'01 %);}"
+          "{\\levelnumbers\\'01\\'03;}}";
+    QTextDocument document;
+    MVRTextRtf::fromRtfCData("{\\rtf1" + listTable(levels) + "\\pard\\ls1\\ilvl1 x}", &document);
+    QCOMPARE(itemsOf(document), QStringList {QStringLiteral("  1 %) x")});
+    QByteArray rtf = MVRTextRtf::toRtfCData(&document, false);
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY2(rtf.contains("\\levelnfc22\\leveljc0\\levelfollow0\\levelstartat4{\\leveltext\\'06"
+                              "\\'00.\\'01 %);}{\\levelnumbers\\'01\\'03;}"),
+                 rtf);
+        rtf = MVRTextRtf::toRtfCData(writtenAndRead(document).get(), false);
+    }
+}
+
 // What is behind a table must not take the formatting of what is before it.
 void TestRtfStructure::tableAmongParagraphs()
 {
@@ -428,6 +453,10 @@ void TestRtfStructure::textBoxes_data()
     row("box in a box", "{\\shp{\\shptxt x" + box + "}}y", "box\ntwo\nx\ny");
     row("cut off", "a{\\shp{\\shptxt b{\\b c", "bc\na");
     row("hidden", "a{\\v" + box + "}", "a");
+    row("group of shapes",
+        "a{\\shpgrp{\\*\\shpinst{\\sp{\\sn n}{\\sv v}}" + box + "{\\shpgrp{\\*\\shpinst" + box
+            + "}}}{\\shprslt old}}b",
+        "box\ntwo\nbox\ntwo\nab");
 }
 
 void TestRtfStructure::textBoxes()

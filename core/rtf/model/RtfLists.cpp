@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/rtf/model/RtfLists.h>
 
+#include <core/MVRTextFormat.h>
 #include <core/rtf/model/RtfExact.h>
 
 namespace {
@@ -41,6 +42,21 @@ bool isPlace(QChar character)
     return character.unicode() < 9;
 }
 
+// "%1.%2" for a label with the numbers of two levels; a percent sign of its own is "%%".
+QString labelPattern(const QString &shown)
+{
+    QString pattern;
+    for (const QChar character : shown) {
+        if (isPlace(character))
+            pattern += QLatin1Char('%') + QString::number(character.unicode() + 1);
+        else if (character == QLatin1Char('%'))
+            pattern += QLatin1String("%%");
+        else
+            pattern += character;
+    }
+    return pattern;
+}
+
 } // namespace
 
 int RtfLists::numberFormat(QTextListFormat::Style style)
@@ -68,11 +84,18 @@ void RtfLists::beginLevel()
 
 void RtfLists::setNumberFormat(int format)
 {
-    current().style = QTextListFormat::ListDecimal; // what a script we cannot count in gets
+    // Scripts that Qt cannot count in get its plain numbers.
+    current().style = QTextListFormat::ListDecimal;
     for (const NumberFormat &row : numberFormats) {
         if (row.code == format)
             current().style = row.style;
     }
+    current().code = numberFormat(current().style) == format || format < 0 ? -1 : qMin(format, 255);
+}
+
+void RtfLists::setStart(int number)
+{
+    current().start = qBound(0, number, maxStart);
 }
 
 void RtfLists::setLevelText(const QString &text)
@@ -81,6 +104,10 @@ void RtfLists::setLevelText(const QString &text)
         return;
     const QString shown = text.mid(1, text.at(0).unicode());
     Level &level = current();
+    if (shown.isEmpty()) {
+        level.style = QTextListFormat::ListStyleUndefined;
+        return;
+    }
     if (level.style == QTextListFormat::ListDisc && !shown.isEmpty()) {
         level.style = bulletStyle(shown.at(0).unicode());
         return;
@@ -93,6 +120,8 @@ void RtfLists::setLevelText(const QString &text)
         --last;
     if (first == shown.size()) // no number is shown
         return;
+    if (last - first > 1)
+        level.text = labelPattern(shown);
     level.prefix = shown.left(first);
     level.suffix = shown.mid(last);
 }
@@ -143,6 +172,12 @@ QTextListFormat RtfLists::format(int number, int level, const RtfResources &reso
     }
     const Level &found = list->levels[depth];
     format.setStyle(found.style);
+    if (found.code >= 0)
+        format.setProperty(MVRTextFormat::ListNumberFormatProperty, found.code);
+    if (found.start != 1)
+        format.setProperty(MVRTextFormat::ListStartProperty, found.start);
+    if (!found.text.isEmpty())
+        format.setProperty(MVRTextFormat::ListLabelProperty, found.text);
     if (!found.prefix.isEmpty())
         format.setNumberPrefix(found.prefix);
     if (found.suffix != QLatin1String(".") && found.style <= QTextListFormat::ListDecimal)

@@ -17,11 +17,17 @@ class RtfLists
 public:
     /*! Numbers from here on stand for \pn settings, which have no table. */
     static constexpr int firstOldList = 1 << 20;
+    /*! Stands for \ls0, which is a list when the file has one of that number. */
+    static constexpr int zeroList = firstOldList - 1;
+
+    /*! The number that stands for \ls in paragraphs' properties, where 0 is in no list. */
+    static int number(int ls) { return ls == 0 ? zeroList : qBound(0, ls, zeroList - 1); }
 
     // The list table
     void beginList();
     void beginLevel();
     void setNumberFormat(int format);
+    void setStart(int number);
     /*! \param text  \leveltext: its length, then the text with the numbers' places as U+0000… */
     void setLevelText(const QString &text);
     void setId(int id) { m_id = id; }
@@ -47,6 +53,8 @@ public:
 
     /*! How many levels a list has. */
     static constexpr int levels = 9;
+    /*! The highest number that a list may begin with. */
+    static constexpr int maxStart = 32767;
 
     /*! The \levelnfc that stands for \a style; that of a bullet where there is none. */
     static int numberFormat(QTextListFormat::Style style);
@@ -57,6 +65,9 @@ private:
         QTextListFormat::Style style = QTextListFormat::ListStyleUndefined;
         QString prefix;
         QString suffix;
+        int code = -1; // \levelnfc of numbers that Qt has no style for
+        int start = 1;
+        QString text; // of labels with the numbers of several levels, see ListLabelProperty
     };
     struct List
     {

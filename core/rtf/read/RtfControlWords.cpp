@@ -134,9 +134,9 @@ void setFont(Reader &reader, const Call &call)
 void setList(Reader &reader, const Call &call)
 {
     if (reader.group().isIn(To::ListTable))
-        reader.lists().setOverride(call.parameter);
+        reader.lists().setOverride(RtfLists::number(call.parameter));
     else
-        reader.group().para.list = qBound(0, call.parameter, RtfLists::firstOldList - 1);
+        reader.group().para.list = RtfLists::number(call.parameter);
 }
 
 template <QTextOption::TabType type> void setTabType(Reader &reader, const Call &)
@@ -202,6 +202,15 @@ void openIfVisible(Reader &reader, const Call &call)
         reader.skipDestination();
 }
 
+// Shapes stand in the text, and in the group that they are drawn as.
+void openShape(Reader &reader, const Call &call)
+{
+    if (reader.group().isVisible() || reader.group().isIn(To::Shape))
+        reader.openDestination(call.word.opens);
+    else
+        reader.skipDestination();
+}
+
 void openBoth(Reader &reader, const Call &call)
 {
     const RtfDestination *outer = reader.group().destination;
@@ -236,6 +245,8 @@ constexpr RtfDestination fieldInstruction {
     To::FieldInstruction,
     [](Reader &r, const QString &text) { r.fields().addInstruction(r.group(), text); },
     [](Reader &r) { r.fields().finishInstruction(r.group()); }};
+
+constexpr RtfDestination fieldText {To::Body, nullptr, [](Reader &r) { r.finishField(); }};
 
 constexpr RtfDestination note {To::Note, nullptr, [](Reader &r) { r.finishNote(); }};
 
@@ -347,6 +358,7 @@ constexpr Word rows[] = {
     destination("leveltext", value(setLevelText, To::LevelText), To::ListLevel),
     header("listid", [](Reader &r, const Call &c) { r.lists().setId(c.parameter); }),
     header("mvrl", [](Reader &r, const Call &c) { r.lists().setExact(c.parameter); }),
+    header("levelstartat", [](Reader &r, const Call &c) { r.lists().setStart(c.parameter); }),
     header("levelnfc", [](Reader &r, const Call &c) { r.lists().setNumberFormat(c.parameter); }),
     header("levelnfcn", [](Reader &r, const Call &c) { r.lists().setNumberFormat(c.parameter); }),
     formatting("ls", setList),
@@ -435,12 +447,13 @@ constexpr Word rows[] = {
     character("rtlmark", 0x200f),
 
     // Fields, bookmarks and shapes ("Fields", "Bookmarks", "Drawing Objects")
-    own("field", [](Reader &r, const Call &) { r.fields().begin(&r.group()); }),
+    destination("field", fieldText, [](Reader &r, const Call &c) { r.beginField(c.word.opens); }),
     destination("fldinst", fieldInstruction),
     destination("fldrslt", {To::Ignored},
                 [](Reader &r, const Call &c) { r.beginFieldResult(c.word.opens); }),
     destination("bkmkstart", value([](Reader &r) { r.addBookmark(); }), openIfVisible),
-    destination("shp", {To::Shape}, openIfVisible),
+    destination("shp", {To::Shape}, openShape),
+    destination("shpgrp", {To::Shape}, openShape),
     destination("do", {To::Shape}, openIfVisible),
     destination("shpinst", {To::Shape}, To::Shape),
     destination("shptxt", textBox, To::Shape,

@@ -3,9 +3,11 @@
 
 #include <core/rtf/read/RtfFields.h>
 
+#include <utility>
+
 void RtfFieldReader::begin(RtfGroup *group)
 {
-    m_fields.push_back({{}, group->field, 0, {}});
+    m_fields.push_back({{}, group->field, 0, {}, {}});
     group->field = static_cast<int>(m_fields.size()) - 1;
 }
 
@@ -28,6 +30,7 @@ void RtfFieldReader::finishInstruction(const RtfGroup &group)
     if (!target.isEmpty())
         field.link = m_resources.linkNumber(target);
     field.shown = RtfFields::shownText(field.instruction);
+    field.withoutResult = RtfFields::textWithoutResult(field.instruction);
     field.instruction.clear();
 }
 
@@ -35,11 +38,17 @@ QString RtfFieldReader::beginResult(RtfGroup *group)
 {
     if (group->field < 0)
         return {};
-    const Field &field = m_fields[group->field];
+    Field &field = m_fields[group->field];
+    field.withoutResult.clear();
     if (group->isIn(RtfDestination::FieldInstruction))
         group->field = field.parent; // the result is part of the instruction around it
     else if (field.link > 0)
         group->chars.link = field.link;
     group->charsChanged();
     return group->isBody() ? field.shown : QString();
+}
+
+QString RtfFieldReader::finish(const RtfGroup &group)
+{
+    return group.field < 0 ? QString() : std::exchange(m_fields[group.field].withoutResult, {});
 }

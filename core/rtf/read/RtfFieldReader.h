@@ -27,6 +27,11 @@ public:
         \return what is shown in its place; empty for a result that counts
     */
     QString beginResult(RtfGroup *group);
+    /*!
+        \a group is the field, whose end is reached.
+        \return what is shown of a field that had no result
+    */
+    QString finish(const RtfGroup &group);
 
 private:
     struct Field
@@ -35,6 +40,7 @@ private:
         int parent = -1;
         int link = 0;
         QString shown; // in place of its result
+        QString withoutResult; // as long as there is no result
     };
 
     RtfResources &m_resources;

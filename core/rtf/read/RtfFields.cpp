@@ -72,6 +72,28 @@ QString wordsWithReading(const QString &instruction)
         + instruction.mid(start, comma - start) + QChar(0xff09);
 }
 
+// The letters of a formula: "\\s\\up8(ab)" raises "ab", "\\f(1,2)" is a fraction.
+QString formulaText(const QString &formula)
+{
+    QString text;
+    for (int at = 0; at < formula.size(); ++at) {
+        const QChar character = formula.at(at);
+        if (character == QLatin1Char('\\')) {
+            const bool isSwitch = at + 1 < formula.size() && formula.at(at + 1).isLetter();
+            while (isSwitch && at + 1 < formula.size() && formula.at(at + 1).isLetterOrNumber())
+                ++at;
+            if (!isSwitch && at + 1 < formula.size())
+                text += formula.at(++at); // an escaped parenthesis or comma
+            continue;
+        }
+        if (character == QLatin1Char(','))
+            text += QLatin1Char('/');
+        else if (character != QLatin1Char('(') && character != QLatin1Char(')'))
+            text += character;
+    }
+    return text.trimmed();
+}
+
 } // namespace
 
 namespace RtfFields {
@@ -110,6 +132,22 @@ QString shownText(const QString &instruction)
     if (kind == QLatin1String("SYMBOL"))
         return symbolText(instruction, at);
     return kind == QLatin1String("EQ") ? wordsWithReading(instruction) : QString();
+}
+
+QString textWithoutResult(const QString &instruction)
+{
+    int at = 0;
+    const QString kind = nextArgument(instruction, &at).toUpper();
+    if (kind == QLatin1String("GOTOBUTTON") || kind == QLatin1String("MACROBUTTON")) {
+        nextArgument(instruction, &at); // where it goes, what it runs
+        return instruction.mid(at).trimmed();
+    }
+    if (kind == QLatin1String("EQ"))
+        return formulaText(instruction.mid(at));
+    if (kind == QLatin1String("PAGEREF") || kind == QLatin1String("REF")
+        || kind == QLatin1String("NOTEREF"))
+        return kind + QLatin1Char(' ') + nextArgument(instruction, &at);
+    return {};
 }
 
 } // namespace RtfFields

@@ -21,4 +21,8 @@ QString linkTarget(const QString &instruction);
 */
 QString shownText(const QString &instruction);
 
+/*! What is shown of a field that has no result: a button's text, a formula's letters, the name that
+   a reference goes to; empty for fields that show nothing. */
+QString textWithoutResult(const QString &instruction);
+
 }

@@ -2,6 +2,7 @@
 #include <core/rtf/read/RtfHeaderReader.h>
 
 #include <core/rtf/lex/RtfSymbolFonts.h>
+#include <core/rtf/model/RtfFontNames.h>
 
 namespace {
 
@@ -46,6 +47,9 @@ void RtfFontTable::finish()
     m_font.family = m_font.family.trimmed();
     if (m_faces)
         m_font.family = familyOfFace(m_font.family);
+    const int script = RtfFontNames::charset(m_font.family);
+    if (m_font.codePage == 0 && script != 0)
+        m_font.codePage = RtfCodePages::fromCharset(script);
     const int symbols = RtfSymbolFonts::codePage(m_font.family);
     if (m_font.codePage == RtfCodePages::Symbol && symbols != 0)
         m_font.codePage = symbols;

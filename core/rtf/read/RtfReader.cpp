@@ -102,7 +102,7 @@ void RtfReader::addAscii(std::string_view text)
         return;
     if (m_inHeader && isBlank(text)) // a header holds no text: someone indented the file
         return;
-    m_inHeader = false;
+    m_inHeader = m_endsWithReturn = false;
     if (!m_bookmarks.isEmpty()) {
         builder().append(text.substr(0, 1), anchorFormat());
         text.remove_prefix(1);
@@ -119,7 +119,7 @@ void RtfReader::addCharacters(QStringView characters)
     }
     if (!group().isVisible())
         return;
-    m_inHeader = false;
+    m_inHeader = m_endsWithReturn = false;
     builder().append(characters, m_bookmarks.isEmpty() ? charFormat() : anchorFormat());
 }
 
@@ -127,6 +127,17 @@ void RtfReader::addControl(unsigned char byte)
 {
     if (group().isIn(RtfDestination::LevelText)) // counts and places
         m_value += QChar(ushort(byte));
+    else if ((byte == '\r' || byte == '\n') && group().isVisible() && !m_inHeader)
+        addLineEnd(byte);
+}
+
+// A carriage return or line feed as \'0d or \'0a ends a line; the two of a pair end one.
+void RtfReader::addLineEnd(unsigned char byte)
+{
+    const bool endsPair = byte == '\n' && std::exchange(m_endsWithReturn, false);
+    if (!endsPair)
+        m_text.addCharacter(QChar::LineSeparator);
+    m_endsWithReturn = byte == '\r';
 }
 
 void RtfReader::resetChars()

@@ -76,6 +76,8 @@ public:
     void endNestedRow();
 
     // What stands in the text
+    void beginField(const RtfDestination &field);
+    void finishField();
     void beginFieldResult(const RtfDestination &ignored);
     void beginPicture(const RtfDestination &picture);
     void finishPicture();
@@ -105,6 +107,7 @@ private:
     void addControl(unsigned char byte) override;
 
     RtfDocumentBuilder &builder() { return *m_story.builder; }
+    void addLineEnd(unsigned char byte);
     void finishDestinations();
     void insertParagraph();
     void insertLastParagraph();
@@ -134,6 +137,7 @@ private:
 
     QString m_value; // text of the destination that is open
     QTextCharFormat m_defaultFormat;
+    bool m_endsWithReturn = false; // the text so far ends with \'0d
     bool m_inHeader = true;
     bool m_isContinuous = false; // of the section
     int m_columns = 1;

@@ -4,6 +4,21 @@
 
 #include <core/rtf/model/RtfExact.h>
 
+void RtfReader::beginField(const RtfDestination &field)
+{
+    m_fields.begin(&group());
+    // The text of a note stays that of the note.
+    if (group().isIn(RtfDestination::Body) && !group().opensDestination)
+        openDestination(field);
+}
+
+void RtfReader::finishField()
+{
+    const QString text = m_fields.finish(group());
+    if (!text.isEmpty())
+        m_text.addCharacters(QStringView(text));
+}
+
 void RtfReader::beginFieldResult(const RtfDestination &ignored)
 {
     const QString shown = m_fields.beginResult(&group());

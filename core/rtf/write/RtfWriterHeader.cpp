@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The part of the writer that makes the header, when the body has been written.
+#include <core/rtf/model/RtfFontNames.h>
 #include <core/rtf/write/RtfWriter.h>
 
 #include <QTextFormat>
@@ -89,8 +90,12 @@ QByteArray RtfWriter::fontTable() const
     RtfOutput out;
     out.words(QByteArrayLiteral("{\\fonttbl"));
     for (int number = 0; number < m_resources.fonts.size(); ++number) {
-        out.words("{\\f" + QByteArray::number(number) + "\\fnil");
-        out.text(m_resources.fonts.value(number).family);
+        const QString family = m_resources.fonts.value(number).family;
+        QByteArray words = "{\\f" + QByteArray::number(number) + "\\fnil";
+        if (const int charset = RtfFontNames::charset(family))
+            words += "\\fcharset" + QByteArray::number(charset);
+        out.words(words);
+        out.text(family);
         out.raw(QByteArrayLiteral(";}"));
     }
     out.endGroup();

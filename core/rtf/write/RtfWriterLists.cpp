@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The part of the writer that makes the list table.
+#include <core/MVRTextFormat.h>
 #include <core/rtf/model/RtfLists.h>
 #include <core/rtf/write/RtfOutput.h>
 #include <core/rtf/write/RtfWriter.h>
 
 #include <QTextListFormat>
+
+#include <utility>
 
 namespace {
 
@@ -26,31 +29,65 @@ QByteArray bulletText(QTextListFormat::Style style)
     return out.rtf();
 }
 
-// The number's place stands as the number of its level, counted from the length on.
-QByteArray numberText(const QTextListFormat &format, int level)
+constexpr int maxAffixLength = 100;
+
+QString numberSuffix(const QTextListFormat &format)
 {
-    constexpr int maxAffixLength = 100;
-    const QString prefix = format.numberPrefix().left(maxAffixLength);
-    const QString suffix = format.hasProperty(QTextFormat::ListNumberSuffix)
+    return format.hasProperty(QTextFormat::ListNumberSuffix)
         ? format.numberSuffix().left(maxAffixLength)
         : QStringLiteral(".");
-    RtfOutput out;
-    out.raw(hexByte(prefix.size() + 1 + suffix.size()));
-    out.text(prefix);
-    out.raw(hexByte(level));
-    out.text(suffix);
-    out.raw(";}{\\levelnumbers" + hexByte(prefix.size() + 1));
-    return out.rtf();
+}
+
+// What stands around a number, as a pattern of ListLabelProperty.
+QString labelPattern(const QTextListFormat &format, int level)
+{
+    QString prefix = format.numberPrefix().left(maxAffixLength);
+    QString suffix = numberSuffix(format);
+    for (QString *affix : {&prefix, &suffix})
+        affix->replace(QLatin1Char('%'), QLatin1String("%%"));
+    return prefix + QLatin1Char('%') + QString::number(level + 1) + suffix;
+}
+
+// A number's place stands as the number of its level, counted from the length on.
+QByteArray numberText(const QString &pattern)
+{
+    RtfOutput label;
+    QByteArray places;
+    QString literal;
+    int length = 0;
+    for (int at = 0; at < pattern.size() && length < 2 * maxAffixLength; ++at, ++length) {
+        const bool isCode = pattern.at(at) == QLatin1Char('%') && at + 1 < pattern.size();
+        if (isCode)
+            ++at;
+        const int level = pattern.at(at).unicode() - '1';
+        if (isCode && level >= 0 && level < RtfLists::levels) {
+            label.text(std::exchange(literal, QString()));
+            label.raw(hexByte(level));
+            places += hexByte(length + 1);
+        } else {
+            literal += pattern.at(at);
+        }
+    }
+    label.text(literal);
+    return hexByte(length) + label.rtf() + ";}{\\levelnumbers" + places;
 }
 
 // The group that describes a level, from 0, as one of a list that looks like the format.
 QByteArray levelRtf(const QTextListFormat &format, int level)
 {
     const bool isNumber = format.style() <= QTextListFormat::ListDecimal;
+    const bool isOwnLevel = level + 1 >= format.indent();
     const int indent = (level + 1) * 720;
-    return "{\\listlevel\\levelnfc" + QByteArray::number(RtfLists::numberFormat(format.style()))
-        + "\\leveljc0\\levelfollow0\\levelstartat1{\\leveltext"
-        + (isNumber ? numberText(format, level) : bulletText(format.style())) + ";}\\fi-360\\li"
+    const QVariant code = format.property(MVRTextFormat::ListNumberFormatProperty);
+    const QVariant start = format.property(MVRTextFormat::ListStartProperty);
+    QString label = format.stringProperty(MVRTextFormat::ListLabelProperty);
+    if (label.isEmpty() || !isOwnLevel)
+        label = labelPattern(format, level);
+    return "{\\listlevel\\levelnfc"
+        + QByteArray::number(code.isValid() ? code.toInt() : RtfLists::numberFormat(format.style()))
+        + "\\leveljc0\\levelfollow0\\levelstartat"
+        + QByteArray::number(start.isValid() && isOwnLevel ? start.toInt() : 1) + "{\\leveltext"
+        + (isNumber ? numberText(label) : bulletText(format.style())) + ";}\\fi-360\\li"
         + QByteArray::number(indent) + '}';
 }
 
