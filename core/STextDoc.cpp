@@ -142,6 +142,7 @@ void STextDoc::clearLinkProperties(QTextCharFormat *format)
         return;
     format->clearProperty(QTextFormat::IsAnchor);
     format->clearProperty(QTextFormat::AnchorName);
+    format->clearProperty(MVRTextFormat::CoveredLinkProperty);
     if (!isNoteAnchor(format->anchorHref()))
         format->clearProperty(QTextFormat::AnchorHref);
     MVRToolkit::clearLinkLook(format);

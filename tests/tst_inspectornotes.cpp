@@ -7,10 +7,13 @@
 #include <text/MVRTextDoc.h>
 
 #include <QDataStream>
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTextTable>
 #include <QUrl>
 #include <QtTest>
+
+#include <functional>
 
 using MarkedText::fill;
 using MarkedText::marks;
@@ -41,6 +44,8 @@ private Q_SLOTS:
     void replacesAllNotes();
     void removesByKind();
     void leavesLinksAlone();
+    void keepsCoveredLinks();
+    void attachesManyNotesToOneParagraph();
     void removesInsideTables();
     void readsContent();
     void writesNoForeignMarkupAsHtml();
@@ -448,7 +453,83 @@ void TestInspectorNotes::leavesLinksAlone()
     MVRTextDoc::removeComment(cursor);
     QCOMPARE(formatAt(&document, 0).anchorHref(), QStringLiteral("http://a.b/"));
     QCOMPARE(formatAt(&document, 3).anchorHref(), QStringLiteral("7"));
-    QVERIFY(!formatAt(&document, 5).isAnchor());
+    QCOMPARE(formatAt(&document, 5).anchorHref(), QStringLiteral("7"));
+}
+
+void TestInspectorNotes::keepsCoveredLinks()
+{
+    const auto isNote = [](const QTextCharFormat &format) {
+        return MVRTextDoc::isCommentFootnoteAnchor(format.anchorHref());
+    };
+    const auto fillLinked = [](QTextDocument *document, int length) {
+        fill(document, QString(length, QLatin1Char('x')), QString(length, QLatin1Char('.')));
+        QTextCharFormat link;
+        link.setAnchor(true);
+        link.setAnchorHref(QStringLiteral("http://a.b/"));
+        select(document, 2, length).mergeCharFormat(link);
+    };
+    const auto leadsTo = [](QTextDocument *document, int position) {
+        return formatAt(document, position).anchorHref();
+    };
+    const QString web = QStringLiteral("http://a.b/");
+    using Removal = std::function<void(QTextDocument *)>;
+    const Removal removals[] = {
+        [](QTextDocument *document) {
+            QTextCursor all = select(document, 0, document->characterCount() - 1);
+            MVRTextDoc::removeComment(all);
+        },
+        [](QTextDocument *document) { MVRTextDoc::clearComment(document, 0); },
+        [](QTextDocument *document) { MVRTextDoc::setComments(document, {}); },
+        [](QTextDocument *document) {
+            MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(document, QTextCursor());
+        },
+    };
+    for (const int length : {8, 200}) {
+        for (const Removal &remove : removals) {
+            QTextDocument document;
+            fillLinked(&document, length);
+            MVRTextDoc::setComment(select(&document, 0, length), note('1', false));
+            MVRTextDoc::setComment(select(&document, 0, length), QStringLiteral("n"), true);
+            QVERIFY(isNote(formatAt(&document, 1)) && isNote(formatAt(&document, length / 2)));
+            remove(&document);
+            QCOMPARE(leadsTo(&document, 3), web);
+            QCOMPARE(leadsTo(&document, length / 2), web);
+            QCOMPARE(leadsTo(&document, length - 1), web);
+            QVERIFY(leadsTo(&document, 0).isEmpty());
+            if (document.characterCount() > length + 1) // the note went into the text
+                QVERIFY(!formatAt(&document, length).isAnchor());
+        }
+    }
+
+    // Files keep both.
+    QTextDocument document;
+    fillLinked(&document, 8);
+    MVRTextDoc::setComment(select(&document, 1, 8), QStringLiteral("n"), false);
+    QTextDocument read;
+    QVERIFY(MVRTextDoc::fromRtf(MVRTextDoc::toRtf(&document), &read));
+    QVERIFY(isNote(formatAt(&read, 3)));
+    QTextCursor all = select(&read, 0, 8);
+    MVRTextDoc::removeComment(all);
+    QCOMPARE(leadsTo(&read, 3), web);
+    QVERIFY(leadsTo(&read, 1).isEmpty());
+
+    // A link that is taken away while a note covers it stays away.
+    MVRTextDoc::clearInternalLinks(&document);
+    MVRTextDoc::setComments(&document, {});
+    QVERIFY(!formatAt(&document, 3).isAnchor());
+}
+
+void TestInspectorNotes::attachesManyNotesToOneParagraph()
+{
+    constexpr int count = 4000;
+    QTextDocument document;
+    document.setPlainText(QStringLiteral("word ").repeated(count));
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 0; i < count; ++i)
+        MVRTextDoc::setComment(&document, MVRTextRange(5 * i, 5 * i + 4), note(char(i), false));
+    QVERIFY2(timer.elapsed() < 2000, "no note may read the whole paragraph");
+    QCOMPARE(MVRTextDoc::commentsMap(&document, -1, -1).size(), count);
 }
 
 void TestInspectorNotes::removesInsideTables()

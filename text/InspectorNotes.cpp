@@ -24,20 +24,50 @@ bool holdsTrue(const QTextCursor &cursor, int property)
     return MVRTextFinder::hasFormatProperty(cursor, property, true, true, true);
 }
 
-/*! Whether any of the text says who wrote its note, or when. */
-bool namesAuthorOrDate(const QTextCursor &cursor)
+/*! What the text that gets a note says already. */
+struct FormerText
 {
-    const Selection selection(cursor);
+    bool namesAuthorOrDate = false;
+    QVector<std::pair<MVRTextRange, QString>> links; // and where they lead
+
+    void add(const MVRTextRange &range, const QTextCharFormat &format)
+    {
+        namesAuthorOrDate |= format.hasProperty(MVRTextFormat::CommentAuthorProperty)
+            || format.hasProperty(MVRTextFormat::CommentDateProperty);
+        const QString href = format.isAnchor() ? format.anchorHref() : QString();
+        if (href.isEmpty() || isNoteAnchor(href))
+            return;
+        if (!links.isEmpty() && links.last().first.end == range.start
+            && links.last().second == href)
+            links.last().first.end = range.end;
+        else
+            links.append({range, href});
+    }
+};
+
+/*! Reads the text of \a selection; to be called in an edit block. */
+FormerText formerText(const Selection &selection)
+{
+    constexpr int fewCharacters = 64;
+    FormerText former;
+    QTextCursor cursor(selection.document());
     for (const MVRTextRange &range : selection.ranges()) {
-        FragmentWalker walker(selection.document(), range.start);
-        for (; walker.isValid() && walker.start() < range.end; walker.next()) {
-            const QTextCharFormat format = walker.format();
-            if (format.hasProperty(MVRTextFormat::CommentAuthorProperty)
-                || format.hasProperty(MVRTextFormat::CommentDateProperty))
-                return true;
+        if (range.end - range.start > fewCharacters) {
+            FragmentWalker walker(selection.document(), range.start);
+            for (; walker.isValid() && walker.start() < range.end; walker.next())
+                former.add(
+                    MVRTextRange(qMax(range.start, walker.start()), qMin(range.end, walker.end())),
+                    walker.format());
+            continue;
+        }
+        // A cursor finds its place faster than a walker, which begins with the paragraph.
+        for (int position = range.start + 1; position <= range.end; ++position) {
+            cursor.setPosition(position);
+            if (!cursor.atBlockStart())
+                former.add(MVRTextRange(position - 1, position), cursor.charFormat());
         }
     }
-    return false;
+    return former;
 }
 
 QTextCharFormat noteFormat(const MVRTextCommentLink &link)
@@ -245,17 +275,31 @@ void MVRTextDoc::setComment(QTextCursor cursor, const MVRTextCommentLink &link,
     QTextCharFormat newFormat = noteFormat(link);
     // Merging takes nothing away: what another note said there is overwritten, by nothing if need
     // be.
-    const bool replaces = namesAuthorOrDate(cursor);
+    const FormerText former = formerText(selection);
+    const bool replaces = former.namesAuthorOrDate;
     if (replaces || !author.isEmpty())
         newFormat.setProperty(MVRTextFormat::CommentAuthorProperty, author);
     if (replaces || date.isValid())
         newFormat.setProperty(MVRTextFormat::CommentDateProperty, date);
     cursor.mergeCharFormat(newFormat);
+    for (const auto &[range, href] : former.links) {
+        QTextCharFormat covered;
+        covered.setProperty(MVRTextFormat::CoveredLinkProperty, href);
+        QTextCursor text(cursor.document());
+        mergeIntoRange(text, range.start, range.end, covered);
+    }
 }
 
 void MVRTextDoc::setComment(QTextDocument *document, const MVRTextRange &range,
                             const MVRTextCommentLink &link)
 {
+    if (!document)
+        return;
+    const int last = document->characterCount() - 1;
+    if (qBound(0, range.start, last) == qBound(0, range.end, last))
+        return;
+    // Outside of an edit block the cursor would itemize the whole paragraph to take its place.
+    const EditBlock undoStep(document);
     setComment(range.toTextCursor(document), link);
 }
 

@@ -86,7 +86,8 @@ public:
     //@{
 
     /*!
-        Attaches a note to the selected text, whose other formatting stays.
+        Attaches a note to the selected text, whose other formatting stays. The note's anchor takes
+        the place of a link's, whose target waits in MVRTextFormat::CoveredLinkProperty.
 
         When the new note begins inside another note, that note is cut off where the new one begins;
         whatever of it lay behind the new note carries none any more. Otherwise the selected
@@ -96,7 +97,9 @@ public:
                        of the application's settings
     */
     static void setComment(QTextCursor cursor, const MVRTextCommentLink &link);
-    /*! Attaches a note to a range, which is cut to the document's length. */
+    /*! Attaches a note to a range, which is cut to the document's length. Many in one paragraph
+        are attached faster like this, or inside an edit block, than through cursors: each of these
+        itemizes the paragraph anew to find its place after an edit. */
     static void setComment(QTextDocument *document, const MVRTextRange &range,
                            const MVRTextCommentLink &link);
     /*!

@@ -104,6 +104,9 @@ void insertInlineNote(QTextCursor &cursor, int position, const QTextDocument &co
     const QTextBlockFormat paragraph = cursor.blockFormat();
     QTextCharFormat format = cursor.charFormat();
     clearPicture(format);
+    // A link that comes back as the note goes ends with its own text.
+    if (!format.anchorHref().isEmpty() && !isNoteAnchor(format.anchorHref()))
+        STextDoc::clearLinkProperties(&format);
     cursor.insertText(QStringLiteral(" "), format);
     cursor.insertFragment(QTextDocumentFragment(&content));
     const int end = cursor.position();

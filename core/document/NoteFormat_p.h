@@ -24,7 +24,10 @@ inline bool isSameContent(const QByteArray &a, const QByteArray &b)
     return (a.constData() == b.constData() && a.size() == b.size()) || a == b;
 }
 
-/*! Takes an inspector note and its own anchor, never another link, out of \a format. */
+/*!
+    Takes an inspector note and its own anchor, never another link, out of \a format, and gives back
+    the link that the note had covered.
+*/
 inline void clearNoteProperties(QTextCharFormat &format)
 {
     constexpr int noteProperties[] = {
@@ -37,7 +40,14 @@ inline void clearNoteProperties(QTextCharFormat &format)
         if (format.hasProperty(property)) // clearing an absent one copies the whole format
             format.clearProperty(property);
     }
-    if (isNoteAnchor(format.anchorHref())) {
+    const QString link = format.stringProperty(MVRTextFormat::CoveredLinkProperty);
+    if (format.hasProperty(MVRTextFormat::CoveredLinkProperty))
+        format.clearProperty(MVRTextFormat::CoveredLinkProperty);
+    if (!isNoteAnchor(format.anchorHref()))
+        return;
+    if (!link.isEmpty()) {
+        format.setAnchorHref(link);
+    } else {
         format.clearProperty(QTextFormat::AnchorHref);
         // What is left of a link that a note was written over leads nowhere.
         if (!format.hasProperty(QTextFormat::AnchorName))

@@ -2,6 +2,7 @@
 #include <core/rtf/model/RtfFormats.h>
 
 #include <core/MVRTextFormat.h>
+#include <core/document/NoteFormat_p.h>
 #include <core/rtf/model/RtfExact.h>
 
 #include <QBrush>
@@ -105,10 +106,13 @@ int writable(int value, std::initializer_list<int> words)
     return std::find(words.begin(), words.end(), value) != words.end() ? value : 0;
 }
 
-// The anchor of a note goes with the note, which is not written here.
+// The anchor of a note goes with the note, which is not written here; the link that it covers is.
 QTextCharFormat withoutNoteAnchor(QTextCharFormat format)
 {
-    if (format.boolProperty(MVRTextFormat::CommentLinkProperty)) {
+    const QString link = format.stringProperty(MVRTextFormat::CoveredLinkProperty);
+    if (!link.isEmpty() && isNoteAnchor(format.anchorHref())) {
+        format.setAnchorHref(link);
+    } else if (format.boolProperty(MVRTextFormat::CommentLinkProperty)) {
         format.clearProperty(QTextFormat::AnchorHref);
         format.clearProperty(QTextFormat::IsAnchor);
     }
