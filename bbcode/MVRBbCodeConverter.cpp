@@ -2,6 +2,7 @@
 #include <bbcode/MVRBbCodeConverter.h>
 
 #include <bbcode/XhtmlLimits_p.h>
+#include <core/MVRQtCompat.h>
 #include <core/MVRTextXhtmlExporter.h>
 
 #include <QDomDocument>
@@ -24,7 +25,8 @@ struct StyleTag
 };
 
 constexpr StyleTag styleTags[] = {
-    {"font-weight:600", "[b]", "[/b]"},
+    {"font-weight:600", "[b]", "[/b]"}, // of Qt 5; stored text may come from there
+    {MVRQt::boldDeclaration, "[b]", "[/b]"},
     {"font-style:italic", "[i]", "[/i]"},
     {"text-decoration: underline", "[u]", "[/u]"},
     {"text-decoration: underline line-through", "[s]", "[/s]"},
@@ -61,10 +63,13 @@ QString throughLocal8Bit(const QString &text)
 template <typename Use> void forEachPart(const QString &value, const Use &use)
 {
     const QString local = throughLocal8Bit(value);
-    const QVector<QStringRef> parts
-        = QStringRef(&local).trimmed().split(QLatin1Char(';'), Qt::SkipEmptyParts);
-    for (const QStringRef &part : parts)
-        use(part.trimmed());
+    for (QStringView rest(local); !rest.isEmpty();) {
+        const auto found = std::find(rest.cbegin(), rest.cend(), QLatin1Char(';'));
+        const int length = int(found - rest.cbegin());
+        if (length > 0)
+            use(rest.left(length).trimmed());
+        rest = rest.mid(qMin(length + 1, int(rest.size())));
+    }
 }
 
 /*! The same with all attributes of an element, sorted by their names. */
@@ -190,7 +195,7 @@ QDomElement MVRBbCodeConverter::sanitizeElement(const QDomElement &element)
 void MVRBbCodeConverter::cleanSpanTag(const QDomElement &span)
 {
     Tags tags;
-    forEachAttributePart(span, [&tags](const QStringRef &declaration) {
+    forEachAttributePart(span, [&tags](QStringView declaration) {
         const auto known
             = std::find_if(std::begin(styleTags), std::end(styleTags), [&](const StyleTag &tag) {
                   return declaration == QLatin1String(tag.declaration);
@@ -199,7 +204,8 @@ void MVRBbCodeConverter::cleanSpanTag(const QDomElement &span)
             tags.add(known->open, known->close);
         } else if (declaration.contains(QLatin1String("color:#"), Qt::CaseInsensitive)) {
             tags.add("[color=#", "[/color]");
-            tags.open += declaration.right(6) + QLatin1Char(']');
+            MVRQt::append(&tags.open, declaration.right(6));
+            tags.open += QLatin1Char(']');
         }
     });
     pieces.prepend(tags.around(textOf(span)));
@@ -210,7 +216,7 @@ void MVRBbCodeConverter::cleanAnchorTag(const QDomElement &anchor)
     const QLatin1String mailScheme("mailto");
     Tags tags;
     QString address;
-    forEachAttributePart(anchor, [&](const QStringRef &part) {
+    forEachAttributePart(anchor, [&](QStringView part) {
         const bool isMail = part.contains(mailScheme, Qt::CaseInsensitive);
         tags.add(isMail ? "[email]" : "[url]", isMail ? "[/email]" : "[/url]");
         address = part.mid(isMail ? mailScheme.size() + 1 : 0).toString();
@@ -237,9 +243,9 @@ QString MVRBbCodeConverter::cleanQuotedText(const QString &text) const
     for (QString &paragraph : paragraphs) {
         paragraph = throughLocal8Bit(paragraph);
         if (paragraph.startsWith(QLatin1Char('>')))
-            paragraph = QLatin1String("[quote]") + paragraph.midRef(1) + QLatin1String("[/quote]");
+            paragraph = QLatin1String("[quote]") + paragraph.mid(1) + QLatin1String("[/quote]");
         else if (paragraph.startsWith(QLatin1Char('{')))
-            paragraph = QLatin1String("[code]") + paragraph.midRef(1) + QLatin1String("[/code]");
+            paragraph = QLatin1String("[code]") + paragraph.mid(1) + QLatin1String("[/code]");
     }
     return paragraphs.join(paragraphMarker);
 }

@@ -21,7 +21,7 @@ constexpr qint64 growthAllowance = 65536;
 
 constexpr const char *copyingElements[] = {"span", "ul", "ol", "a"};
 
-bool copiesText(const QStringRef &name)
+bool copiesText(QStringView name)
 {
     return std::any_of(std::begin(copyingElements), std::end(copyingElements),
                        [&](const char *element) { return name == QLatin1String(element); });
@@ -91,7 +91,7 @@ QString LimitCheck::enter(const HtmlTag &tag)
         return QObject::tr("Elements are nested more than %1 levels deep.").arg(maxDepth);
     ++m_depth;
     m_copies[size_t(m_depth)]
-        = copiesText(m_xhtml.midRef(tag.nameStart, tag.nameEnd - tag.nameStart));
+        = copiesText(QStringView(m_xhtml).mid(tag.nameStart, tag.nameEnd - tag.nameStart));
     m_copyDepth += int(m_copies[size_t(m_depth)]);
     return QString();
 }
@@ -112,7 +112,7 @@ std::optional<XhtmlFault> findXhtmlFault(const QString &xhtml)
     const QString message = check.run();
     if (message.isNull())
         return std::nullopt;
-    const QStringRef before = xhtml.leftRef(check.position());
+    const QStringView before = QStringView(xhtml).left(check.position());
     const int line = before.count(QLatin1Char('\n')) + 1;
     const int column = before.size() - before.lastIndexOf(QLatin1Char('\n'));
     return XhtmlFault {message, line, column};

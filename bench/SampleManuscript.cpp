@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "SampleManuscript.h"
 
+#include <core/MVRToolkit.h>
+
 #include <QStringList>
 #include <QTextCursor>
 
@@ -30,7 +32,7 @@ void insertByHand(QTextCursor *cursor, const Paragraph &runs)
 {
     static const QTextCharFormat plain = [] {
         QTextCharFormat format;
-        format.setFontFamily(QStringLiteral("Times New Roman"));
+        MVRToolkit::setFontFamily(&format, QStringLiteral("Times New Roman"));
         format.setFontPointSize(12);
         return format;
     }();

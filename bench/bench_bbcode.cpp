@@ -61,8 +61,8 @@ const QString &sample(qint64 bytes)
         const int end = chapter.indexOf(QLatin1String("</body>"));
         html = chapter.left(body);
         while (html.size() < bytes)
-            html += chapter.midRef(body, end - body);
-        html += chapter.midRef(end);
+            html += chapter.mid(body, end - body);
+        html += chapter.mid(end);
     }
     return html;
 }

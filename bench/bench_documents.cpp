@@ -8,6 +8,7 @@
 #include <text/MVRTextDoc.h>
 
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextBoundaryFinder>
 #include <QTextDocument>
@@ -172,8 +173,8 @@ void replacePlain(benchmark::State &state)
 void replaceExpression(benchmark::State &state)
 {
     change(state, emptyDocument, [](QTextDocument *document, QTextDocument *) {
-        MVRTextDoc::replace(QRegExp(QStringLiteral("\\bR[a-z]+e\\b")), QStringLiteral("exchange"),
-                            QTextCursor(document));
+        MVRTextDoc::replace(QRegularExpression(QStringLiteral("\\bR[a-z]+e\\b")),
+                            QStringLiteral("exchange"), QTextCursor(document));
     });
 }
 

@@ -3,6 +3,7 @@
 #include "SampleManuscript.h"
 
 #include <core/MVRTextRtf.h>
+#include <core/MVRToolkit.h>
 
 #include <benchmark/benchmark.h>
 
@@ -99,7 +100,7 @@ const char note[] = "Twenty words of a note that somebody left beside the text s
 QTextCharFormat noteFormat()
 {
     QTextCharFormat format;
-    format.setFontFamily(QStringLiteral("Helvetica"));
+    MVRToolkit::setFontFamily(&format, QStringLiteral("Helvetica"));
     format.setFontPointSize(11);
     return format;
 }

@@ -48,6 +48,7 @@ function(mvr_configure_library target)
     mvr_precompile(${target})
     set_target_properties(${target} PROPERTIES
         AUTOMOC ON
+        OUTPUT_NAME ${target}-qt${mvr_qt_major}
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
         INSTALL_RPATH "$ORIGIN"

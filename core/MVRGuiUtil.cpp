@@ -14,7 +14,8 @@ QString MVRGuiUtil::resourceId(const QImage &image)
     for (int y = 0; y < image.height(); ++y) {
         const QImage line
             = image.copy(0, y, image.width(), 1).convertToFormat(QImage::Format_ARGB32);
-        hash.addData(reinterpret_cast<const char *>(line.constScanLine(0)), line.width() * 4);
+        hash.addData(QByteArray::fromRawData(reinterpret_cast<const char *>(line.constScanLine(0)),
+                                             line.width() * 4));
     }
     return QStringLiteral("image:%1x%2-%3")
         .arg(image.width())

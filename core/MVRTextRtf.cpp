@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/MVRTextRtf.h>
 
+#include <core/MVRToolkit.h>
 #include <core/document/UndoRecordingOff_p.h>
 #include <core/rtf/read/RtfParser.h>
 #include <core/rtf/write/RtfWriter.h>
@@ -58,7 +59,7 @@ void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *n
 QTextCharFormat formatOf(const QFont &font)
 {
     QTextCharFormat format;
-    format.setFontFamily(font.family());
+    MVRToolkit::setFontFamily(&format, font.family());
     if (font.pointSizeF() > 0)
         format.setFontPointSize(font.pointSizeF());
     else

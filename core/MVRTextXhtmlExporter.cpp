@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/MVRTextXhtmlExporter.h>
 
+#include <core/MVRQtCompat.h>
 #include <core/html/HtmlReferences_p.h>
 #include <core/html/HtmlTokens_p.h>
 #include <core/xml/XmlText_p.h>
@@ -43,7 +44,7 @@ constexpr Element elements[] = {
     {"track", Role::Void},   {"wbr", Role::Void},
 };
 
-Role roleOf(const QStringRef &name)
+Role roleOf(QStringView name)
 {
     for (const Element &element : elements) {
         const QLatin1String known(element.name.data(), int(element.name.size()));
@@ -53,7 +54,7 @@ Role roleOf(const QStringRef &name)
     return Role::Other;
 }
 
-bool hasMarkup(const QStringRef &value)
+bool hasMarkup(QStringView value)
 {
     return value.contains(QLatin1Char('&')) || value.contains(QLatin1Char('<'));
 }
@@ -73,18 +74,18 @@ public:
 private:
     struct OpenElement
     {
-        QStringRef name;
+        QStringView name;
         Role role;
         bool isImplied; // the text has no tags for it
     };
 
     int writeMarkup(int start);
     int skipDeclaration(int start) const;
-    void writeText(const QStringRef &text);
+    void writeText(QStringView text);
     bool enclosesText() const;
     void writeTag();
     int titleEnd(int start) const;
-    void writeTitle(const QStringRef &title);
+    void writeTitle(QStringView title);
     bool isToolkitsMark() const;
     void writeStartTag(Role role);
     int writeAttributes();
@@ -92,16 +93,19 @@ private:
     void writeEndTag(Role role);
     void startInList(Role role);
     bool endInList(Role role);
-    void open(const QStringRef &name, Role role, bool isImplied);
+    void open(QStringView name, Role role, bool isImplied);
     void forgetLast();
     void close();
     Role parentRole() const { return m_open.empty() ? Role::Other : m_open.back().role; }
     // The toolkit does not escape what stands in front of a list item's number.
     HtmlPlace valuePlace() const { return m_isToolkits ? HtmlPlace::LooseValue : HtmlPlace::Text; }
     void copy(int start, int end) { m_xhtml.append(m_html.constData() + start, end - start); }
-    QStringRef ref(int start, int end) const { return m_html.midRef(start, end - start); }
-    QStringRef name() const { return ref(m_tag.nameStart, m_tag.nameEnd); }
-    QStringRef name(const HtmlAttribute &attribute) const
+    QStringView ref(int start, int end) const
+    {
+        return QStringView(m_html).mid(start, end - start);
+    }
+    QStringView name() const { return ref(m_tag.nameStart, m_tag.nameEnd); }
+    QStringView name(const HtmlAttribute &attribute) const
     {
         return ref(attribute.start, attribute.nameEnd);
     }
@@ -109,7 +113,7 @@ private:
     {
         return name(attribute) == QLatin1String("style");
     }
-    QStringRef value(const HtmlAttribute &attribute) const
+    QStringView value(const HtmlAttribute &attribute) const
     {
         return ref(attribute.valueStart, attribute.valueEnd);
     }
@@ -140,7 +144,9 @@ int XhtmlWriter::writeMarkup(int start)
 {
     int end = htmlPassageEnd(m_html, start);
     if (end < 0) {
-        if (m_html.midRef(start, 9).compare(QLatin1String("<!DOCTYPE"), Qt::CaseInsensitive) == 0)
+        if (QStringView(m_html).mid(start, 9).compare(QLatin1String("<!DOCTYPE"),
+                                                      Qt::CaseInsensitive)
+            == 0)
             return skipDeclaration(start);
         if (isHtmlTagStart(m_html, start)) {
             if (readHtmlTag(m_html, start, &m_tag)) {
@@ -198,7 +204,7 @@ bool XhtmlWriter::enclosesText() const
     }
 }
 
-void XhtmlWriter::writeText(const QStringRef &text)
+void XhtmlWriter::writeText(QStringView text)
 {
     const bool encloses = enclosesText();
     const bool keepsBlanks = encloses || parentRole() == Role::Span
@@ -206,7 +212,7 @@ void XhtmlWriter::writeText(const QStringRef &text)
     QString blanks;
     const bool isBlank = text.isEmpty() || (keepsBlanks && isHtmlBlank(text, &blanks));
     if (isBlank && (blanks.isEmpty() || blanks.contains(QLatin1Char('\n')))) {
-        m_xhtml += text; // lays out the elements around it
+        MVRQt::append(&m_xhtml, text); // lays out the elements around it
         return;
     }
     if (encloses)
@@ -238,7 +244,7 @@ int XhtmlWriter::titleEnd(int start) const
                         : m_html.indexOf(QLatin1String("</title"), start, Qt::CaseInsensitive);
 }
 
-void XhtmlWriter::writeTitle(const QStringRef &title)
+void XhtmlWriter::writeTitle(QStringView title)
 {
     QString text;
     appendAsXml(&text, title, HtmlPlace::LooseValue);
@@ -326,7 +332,7 @@ void XhtmlWriter::writeStyle()
             m_xhtml += QLatin1Char(';');
         const QString quoted
             = value(attribute).toString().replace(QLatin1Char('"'), QLatin1String("&quot;"));
-        appendAsXml(&m_xhtml, QStringRef(&quoted), valuePlace());
+        appendAsXml(&m_xhtml, quoted, valuePlace());
     }
     m_xhtml += QLatin1Char('"');
 }
@@ -340,7 +346,7 @@ void XhtmlWriter::writeEndTag(Role role)
         forgetLast();
 }
 
-void XhtmlWriter::open(const QStringRef &name, Role role, bool isImplied)
+void XhtmlWriter::open(QStringView name, Role role, bool isImplied)
 {
     m_open.push_back({name, role, isImplied});
     m_openLists += int(role == Role::List);
@@ -354,7 +360,9 @@ void XhtmlWriter::forgetLast()
 
 void XhtmlWriter::close()
 {
-    m_xhtml += QLatin1String("</") + m_open.back().name + QLatin1Char('>');
+    m_xhtml += QLatin1String("</");
+    MVRQt::append(&m_xhtml, m_open.back().name);
+    m_xhtml += QLatin1Char('>');
     forgetLast();
 }
 
@@ -371,7 +379,7 @@ void XhtmlWriter::startInList(Role role)
             close();
         if (m_openLists == 0) {
             m_xhtml += QLatin1String("<ul>");
-            open(QStringRef(&m_impliedList), Role::List, true);
+            open(m_impliedList, Role::List, true);
         }
     } else if (role != Role::List && parentRole() == Role::List && m_open.back().isImplied) {
         close();

@@ -8,6 +8,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QFont>
+#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHash>
 #include <QLoggingCategory>
@@ -18,8 +19,13 @@
 #include <QTextDocument>
 #include <QTextFrame>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+#include <QTextCodec>
+#endif
 
 namespace {
 
@@ -77,10 +83,14 @@ void translateSpacing(QTextBlockFormat &format)
 
 QString MVRToolkit::rawFontName(const QFont &font)
 {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED
     const QString name = font.rawName();
     QT_WARNING_POP
+#else
+    const QString name;
+#endif
     if (!name.isEmpty() && name != QLatin1String("unknown"))
         return name;
 
@@ -90,6 +100,56 @@ QString MVRToolkit::rawFontName(const QFont &font)
     }();
     Q_UNUSED(said)
     return font.family();
+}
+
+void MVRToolkit::useUtf8()
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+#endif
+}
+
+bool MVRToolkit::hasBoldFace(const QString &family)
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    const QFontDatabase fonts;
+    const auto isBold = [&](const QString &style) { return fonts.bold(family, style); };
+    const QStringList styles = fonts.styles(family);
+#else
+    const auto isBold = [&](const QString &style) { return QFontDatabase::bold(family, style); };
+    const QStringList styles = QFontDatabase::styles(family);
+#endif
+    return std::any_of(styles.cbegin(), styles.cend(), isBold);
+}
+
+QString MVRToolkit::toHtml(const QTextDocument &document)
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    return document.toHtml("utf-8");
+#else
+    return document.toHtml();
+#endif
+}
+
+QString MVRToolkit::fontFamily(const QTextCharFormat &format)
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    const QString family = format.fontFamily();
+    if (!family.isEmpty())
+        return family;
+#endif
+    return format.fontFamilies().toStringList().value(0);
+}
+
+void MVRToolkit::setFontFamily(QTextCharFormat *format, const QString &family)
+{
+    if (!format)
+        return;
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    format->setFontFamily(family);
+#else
+    format->setFontFamilies({family});
+#endif
 }
 
 void MVRToolkit::clearLinkLook(QTextCharFormat *format)

@@ -30,6 +30,27 @@ public:
     static QString rawFontName(const QFont &font);
 
     /*!
+        Takes the bytes of file names and of the program's arguments for UTF-8, as the system's
+        terminals do; Qt 6 does nothing else, Qt 5 would take them for Latin-1 without a locale.
+        For a program's start.
+    */
+    static void useUtf8();
+
+    /*! Whether the system has a bold face of a font family; its name is matched as Qt does. */
+    static bool hasBoldFace(const QString &family);
+
+    /*! The document as HTML that names UTF-8 as its encoding; Qt 5 would leave that out. */
+    static QString toHtml(const QTextDocument &document);
+
+    /*!
+        The first family that a format asks for; empty where it asks for none. Qt 5 keeps one
+        family beside a list of families, Qt 6 the list alone.
+    */
+    static QString fontFamily(const QTextCharFormat &format);
+    /*! Makes \a family the one that \a format asks for. Does nothing for null. */
+    static void setFontFamily(QTextCharFormat *format, const QString &family);
+
+    /*!
         Takes away the look that Qt's HTML reader gives to links: underlined, in the palette's
         colour for links. Both go, or neither. Does nothing for null.
     */

@@ -137,7 +137,7 @@ QColor toColor(const QString &text, const QColor &fallback)
     int channels[3];
     for (int i = 0; i < 3; ++i) {
         bool isNumber = false;
-        channels[i] = text.midRef(1 + 4 * i, 4).toInt(&isNumber, 16) & 0xff;
+        channels[i] = text.mid(1 + 4 * i, 4).toInt(&isNumber, 16) & 0xff;
         if (!isNumber)
             return fallback;
     }

@@ -14,7 +14,7 @@
 #include <QFont>
 #include <QMimeData>
 #include <QPen>
-#include <QRegExp>
+#include <QRegularExpression>
 #include <QSet>
 #include <QSizeF>
 #include <QTextDocument>
@@ -131,7 +131,7 @@ void copy(Call &call)
 void replaceExpression(Call &call)
 {
     static const char *const expressions[] = {"$", "^", "\\b", "[a-z]+", "a|b", "\\s+$", ".", "x*"};
-    MVRTextDoc::replace(QRegExp(QString::fromLatin1(expressions[call.bytes.byte() % 8])),
+    MVRTextDoc::replace(QRegularExpression(QString::fromLatin1(expressions[call.bytes.byte() % 8])),
                         call.bytes.text(9), call.cursor);
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <pages/MVRScreenplayFace.h>
 
+#include <core/MVRToolkit.h>
+
 #include <QByteArray>
 #include <QFile>
 #include <QFontDatabase>
@@ -133,17 +135,6 @@ const char *const aliases[]
     = {"Courier Final Draft", "Courier",      "Courier New", "Courier Std", "Courier 10 Pitch",
        "Courier Screenplay",  "Courier Prime"};
 
-bool hasBold(const QString &name)
-{
-    const QFontDatabase fonts;
-    const QStringList styles = fonts.styles(name);
-    for (const QString &faceStyle : styles) {
-        if (fonts.bold(name, faceStyle))
-            return true;
-    }
-    return false;
-}
-
 bool registerFaces()
 {
     bool all = true;
@@ -163,7 +154,8 @@ QString MVRScreenplayFace::family()
 {
     static const QString face = [] {
         const QString name = QString::fromLatin1(primeFamily);
-        return !hasBold(name) && registerFaces() ? QString::fromLatin1(ownFamily) : name;
+        return !MVRToolkit::hasBoldFace(name) && registerFaces() ? QString::fromLatin1(ownFamily)
+                                                                 : name;
     }();
     return face;
 }

@@ -3,6 +3,7 @@
 
 #include <core/MVRScriptElement.h>
 #include <core/MVRTextFormat.h>
+#include <core/MVRToolkit.h>
 
 #include <QTextBlock>
 #include <QTextDocument>
@@ -14,7 +15,7 @@ namespace {
 MVRFinalDraft::TextAttr attrOf(const QTextCharFormat &format)
 {
     MVRFinalDraft::TextAttr attr;
-    const QString family = format.fontFamily();
+    const QString family = MVRToolkit::fontFamily(format);
     if (format.hasProperty(QTextFormat::ForegroundBrush)
         || format.hasProperty(QTextFormat::BackgroundBrush))
         attr.fromCharFormat(format, Qt::white);

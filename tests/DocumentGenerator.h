@@ -2,6 +2,7 @@
 #pragma once
 
 #include <core/MVRTextFormat.h>
+#include <core/MVRToolkit.h>
 
 #include <QFont>
 #include <QRandomGenerator>
@@ -107,12 +108,14 @@ private:
     {
         QTextCharFormat format;
         const std::function<void()> setters[] = {
-            [&] { format.setFontWeight(m_random.bounded(100)); },
+            [&] { format.setFontWeight(m_random.bounded(QFont::Thin, QFont::Black + 1)); },
             [&] { format.setFontItalic(chance(2)); },
             [&] { format.setUnderlineStyle(QTextCharFormat::UnderlineStyle(m_random.bounded(8))); },
             [&] { format.setFontStrikeOut(chance(2)); },
             [&] { format.setFontPointSize(1 + m_random.bounded(400) / 8.0); },
-            [&] { format.setFontFamily(chance(2) ? QStringLiteral("Serif") : text()); },
+            [&] {
+                MVRToolkit::setFontFamily(&format, chance(2) ? QStringLiteral("Serif") : text());
+            },
             [&] { format.setForeground(color()); },
             [&] { format.setBackground(color()); },
             [&] {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/MVRDomDoc.h>
 #include <core/MVRTextFormat.h>
+#include <core/MVRToolkit.h>
 #include <finaldraft/MVRFinalDraft.h>
 
 #include <QtTest>
@@ -100,10 +101,10 @@ void TestFdxVocabulary::carriesFontSettings()
     attr.background = QColor(0, 255, 0);
     attr.size = 13.5;
     const QTextCharFormat format = attr.toCharFormat();
-    QCOMPARE(format.fontWeight(), 75);
+    QCOMPARE(format.fontWeight(), int(QFont::Bold));
     QVERIFY(format.fontItalic() && format.fontUnderline() && format.fontStrikeOut());
     QCOMPARE(format.font().capitalization(), QFont::MixedCase);
-    QCOMPARE(format.fontFamily(), s("Courier Final Draft"));
+    QCOMPARE(MVRToolkit::fontFamily(format), s("Courier Final Draft"));
 
     TextAttr back;
     back.style = WordUnderline; // what is set stays set

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <core/MVRTextRtf.h>
+#include <core/MVRToolkit.h>
 
 #include <QFont>
 #include <QTextBlock>
@@ -253,15 +254,16 @@ void TestRtf::readsCharFormat_data()
     row("\\fs a", [](F &f) { f.setFontPointSize(12); });
     row("\\fs-99 a", [](F &) {});
     row("{\\fonttbl{\\f0 A B{\\*\\falt X};}{\\f7\\fswiss C}}\\f7 a",
-        [](F &f) { f.setFontFamily(QStringLiteral("C")); });
+        [](F &f) { MVRToolkit::setFontFamily(&f, QStringLiteral("C")); });
     row("\\deff0{\\fonttbl\\f0 A B;}\\f3\\plain a",
-        [](F &f) { f.setFontFamily(QStringLiteral("A B")); });
+        [](F &f) { MVRToolkit::setFontFamily(&f, QStringLiteral("A B")); });
     row("\\deff0{\\fonttbl\\f0 A;\\f1 B;\\f2 C;}{\\stylesheet{\\s1\\f1 S;}}\\f2\\s1 a",
-        [](F &f) { f.setFontFamily(QStringLiteral("C")); });
+        [](F &f) { MVRToolkit::setFontFamily(&f, QStringLiteral("C")); });
     row("\\deff0{\\fonttbl\\f0 A;\\f1 B;}{\\stylesheet{\\s1\\f1 S;}}\\plain\\s1 a",
-        [](F &f) { f.setFontFamily(QStringLiteral("B")); });
-    row("\\cocoartf1{\\fonttbl\\f0 Helvetica-BoldOblique;}\\f0\\b a",
-        [](F &f) { f.setFontFamily(QStringLiteral("Helvetica")), f.setFontWeight(QFont::Bold); });
+        [](F &f) { MVRToolkit::setFontFamily(&f, QStringLiteral("B")); });
+    row("\\cocoartf1{\\fonttbl\\f0 Helvetica-BoldOblique;}\\f0\\b a", [](F &f) {
+        MVRToolkit::setFontFamily(&f, QStringLiteral("Helvetica")), f.setFontWeight(QFont::Bold);
+    });
     row("{\\colortbl;\\red255\\green0\\blue9;\\red300;}\\cf1\\cb2 a",
         [](F &f) { f.setForeground(QColor(255, 0, 9)), f.setBackground(QColor(255, 0, 0)); });
     row("{\\colortbl;\\red1\\green2\\blue3;}\\chcbpat1 a",

@@ -3,6 +3,7 @@
 
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
+#include <core/MVRToolkit.h>
 
 #include <QFont>
 #include <QTextBlock>
@@ -168,7 +169,7 @@ void TestRtfRoundTrip::plainText()
         lines += block.text();
     QCOMPARE(lines.join(QLatin1Char('\n')), text);
     const QTextCharFormat format = document.begin().charFormat();
-    QCOMPARE(format.fontFamily(), QStringLiteral("Courier Prime"));
+    QCOMPARE(MVRToolkit::fontFamily(format), QStringLiteral("Courier Prime"));
     QCOMPARE(format.fontPointSize(), 11.0);
     QVERIFY(format.fontItalic());
     QVERIFY(!format.hasProperty(QTextFormat::FontWeight));

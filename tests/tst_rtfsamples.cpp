@@ -2,6 +2,7 @@
 #include "interop/Content.h"
 
 #include <core/MVRTextRtf.h>
+#include <core/MVRToolkit.h>
 
 #include <QDir>
 #include <QFile>
@@ -96,7 +97,7 @@ void TestRtfSamples::readsFormats()
              QStringLiteral("http://tika.apache.org"));
 
     QVERIFY(read("rtf-parser-RTF-test.rtf"));
-    QCOMPARE(formatAt(&document, "gras").fontFamily(), QStringLiteral("Helvetica"));
+    QCOMPARE(MVRToolkit::fontFamily(formatAt(&document, "gras")), QStringLiteral("Helvetica"));
     QCOMPARE(formatAt(&document, "gras").fontWeight(), int(QFont::Bold));
     QCOMPARE(formatAt(&document, "Test").fontPointSize(), 12.0);
 

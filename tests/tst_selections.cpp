@@ -157,7 +157,7 @@ QVector<std::pair<const char *, Operation>> cursorOperations()
     };
     const auto replacing = [](QTextDocument *, const QTextCursor &cursor) {
         D::replace(QStringLiteral("o"), QStringLiteral("0"), cursor);
-        D::replace(QRegExp(QStringLiteral("w.")), QString(), cursor);
+        D::replace(QRegularExpression(QStringLiteral("w.")), QString(), cursor);
     };
     return {{"inline moves", inlineMoves}, {"inspector moves", inspectorMoves},
             {"kind swaps", kindSwaps},     {"queries", queries},
@@ -481,7 +481,7 @@ void TestSelections::survivesExtremes()
     QTextCursor cursor(&document);
     D::appendDocument(cursor, &document);
     D::appendDocumentPreservePageBreak(cursor, &document);
-    D::replace(QRegExp(QStringLiteral("(")), QStringLiteral("x"), cursor);
+    D::replace(QRegularExpression(QStringLiteral("(")), QStringLiteral("x"), cursor);
     D::replace(QString(1, QChar(0xd800)), QString(1, QChar(0)), cursor);
     D::encloseAnnotations(&document, QString(1, QChar(0)), QString(1, QChar(0xdc00)), true);
     QVERIFY(document.blockCount() >= 1);

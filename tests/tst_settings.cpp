@@ -263,7 +263,7 @@ void TestSettings::normalizesPageBreaks()
             cursor.insertBlock(QTextBlockFormat());
         QTextBlockFormat format;
         if (before[i] != QLatin1Char('.'))
-            format.setPageBreakPolicy(QTextFormat::PageBreakFlags(letters.indexOf(before[i])));
+            format.setPageBreakPolicy(QTextFormat::PageBreakFlags(int(letters.indexOf(before[i]))));
         cursor.setBlockFormat(format);
     }
     document.clearUndoRedoStacks();

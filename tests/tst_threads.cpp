@@ -17,6 +17,7 @@
 #include <QBuffer>
 #include <QLoggingCategory>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTextDocumentFragment>
 #include <QtTest>
@@ -105,7 +106,7 @@ QString notes()
     const int words = MVRTextDoc::wordCount(document, true, true);
     MVRTextDoc::inlineFootnotesToEndNotes(&document, 1, QTextCharFormat(), MVRFormat::EPub3);
     MVRTextDoc::convertMovarinLinksToText(&document);
-    MVRTextDoc::replace(QRegExp(QStringLiteral("n\\w+")), QStringLiteral("N"),
+    MVRTextDoc::replace(QRegularExpression(QStringLiteral("n\\w+")), QStringLiteral("N"),
                         QTextCursor(&document));
     return said + document.toPlainText() + QString::number(words);
 }

@@ -3,11 +3,11 @@
 
 #include <core/MVRTextFormat.h>
 #include <core/document/EditBlock_p.h>
+#include <core/document/WellFormed_p.h>
 #include <text/LinkedPictures_p.h>
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QRegExp>
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -22,48 +22,48 @@ struct ImageLink
 };
 
 /*!
-    The first number that \a expression finds in \a code, 1 at least; \a defaultValue when it is
-    longer than an int.
+    The number that \a digits say, 1 at least; \a defaultValue when it is longer than an int.
 */
-int numberIn(const QString &code, QRegExp expression, int defaultValue)
+int numberOf(const QString &digits, int defaultValue)
 {
-    expression.indexIn(code);
     bool isNumber = false;
-    const int number = expression.cap(1).toInt(&isNumber);
+    const int number = digits.toInt(&isNumber);
     return isNumber ? qMax(1, number) : defaultValue;
 }
 
-ImageLink imageLink(const QString &code, int position)
+ImageLink imageLink(const QString &code, const QRegularExpressionMatch &match, int position)
 {
-    static const QRegExp widthRegExp(QStringLiteral("w:(\\d+)"));
-    static const QRegExp heightRegExp(QStringLiteral("h:(\\d+)"));
     QString path = code.mid(code.indexOf(QLatin1Char('=')) + 1);
     for (const char ending : {'}', '\\'}) {
         if (path.endsWith(QLatin1Char(ending)))
             path.chop(1);
     }
-    return {MVRTextRange(position, position + code.size()), path,
-            QSize(numberIn(code, widthRegExp, 800), numberIn(code, heightRegExp, 600))};
+    return {MVRTextRange(position, position + int(code.size())), path,
+            QSize(numberOf(match.captured(1), 800), numberOf(match.captured(2), 600))};
 }
 
 /*! Collects the codes of a paragraph. */
 void collectImageLinks(const QString &text, int position, QVector<ImageLink> *links)
 {
-    static const QRegExp floatingImageExp(
-        QStringLiteral("\\{\\$MVRImageLink\\[w:(\\d+);h:(\\d+)\\]=([^}]+)\\}"));
+    static const QRegularExpression floatingImageExp(
+        QStringLiteral("\\A\\{\\$MVRImageLink\\[w:(\\d+);h:(\\d+)\\]=([^}]+)\\}\\z"),
+        QRegularExpression::UseUnicodePropertiesOption);
     const QLatin1String opening("{$MVRImageLink[w:");
-    const QRegExp expression = floatingImageExp;
     // Searching for the expression itself would read up to the end of the text for every opening
     // that nothing closes. No code goes on beyond the first brace that closes.
     int end = -1;
-    for (int start = text.indexOf(opening); start >= 0; start = text.indexOf(opening, start)) {
+    int start = int(text.indexOf(opening));
+    const QString searched = start < 0 ? QString() : wellFormed(text);
+    for (; start >= 0; start = int(text.indexOf(opening, start))) {
         if (end < start)
-            end = text.indexOf(QLatin1Char('}'), start);
+            end = int(text.indexOf(QLatin1Char('}'), start));
         if (end < 0)
             return;
-        const QString code = QString::fromRawData(text.constData() + start, end + 1 - start);
-        if (expression.exactMatch(code)) {
-            links->append(imageLink(text.mid(start, code.size()), position + start));
+        const int size = end + 1 - start;
+        const QString code = QString::fromRawData(searched.constData() + start, size);
+        const QRegularExpressionMatch match = findMatch(floatingImageExp, code, 0);
+        if (match.hasMatch()) {
+            links->append(imageLink(text.mid(start, size), match, position + start));
             start = end;
         } else {
             start += opening.size();

@@ -6,8 +6,8 @@
 #include <core/MVRTextFormat.h>
 #include <core/document/EditBlock_p.h>
 #include <core/document/FormatEdits_p.h>
+#include <core/document/WellFormed_p.h>
 
-#include <QRegExp>
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -77,34 +77,36 @@ struct CodePair
 /*!
     Pairs each opening code with the first closing code behind it, the next one being searched for
     behind that. A code lies within one paragraph.
-    \param start  finds opening codes; a copy, because searching changes an expression, like \a end
+    \param start  finds opening codes, \a end closing ones
 */
-QVector<CodePair> codePairs(const QTextDocument *document, QRegExp start, QRegExp end)
+QVector<CodePair> codePairs(const QTextDocument *document, const QRegularExpression &start,
+                            const QRegularExpression &end)
 {
     QVector<CodePair> pairs;
     MVRTextRange opening;
     bool isOpen = false;
     for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
-        QString text = block.text();
-        text.replace(QChar::Nbsp, QLatin1Char(' '));
-        const QRegExp *expression = isOpen ? &end : &start;
-        int offset = 0;
-        for (int at = expression->indexIn(text); at >= 0; at = expression->indexIn(text, offset)) {
-            offset = at + expression->matchedLength();
-            const MVRTextRange code(block.position() + at, block.position() + offset);
+        const QString text = wellFormed(block.text().replace(QChar::Nbsp, QLatin1Char(' ')));
+        for (int offset = 0;;) {
+            const QRegularExpressionMatch match = findMatch(isOpen ? end : start, text, offset);
+            if (!match.hasMatch())
+                break;
+            offset = int(match.capturedEnd());
+            const MVRTextRange code(block.position() + int(match.capturedStart()),
+                                    block.position() + offset);
             if (isOpen)
                 pairs.append({opening, code});
             else
                 opening = code;
             isOpen = !isOpen;
-            expression = isOpen ? &end : &start;
         }
     }
     return pairs;
 }
 
 /*! Removes the codes of one kind and sets \a property on what they enclose. */
-void readCodes(QTextDocument *document, const QRegExp &start, const QRegExp &end, int property)
+void readCodes(QTextDocument *document, const QRegularExpression &start,
+               const QRegularExpression &end, int property)
 {
     const QVector<CodePair> pairs = codePairs(document, start, end);
     QTextCharFormat mark;
@@ -134,14 +136,14 @@ bool holdsCodes(const QTextDocument &document)
 
 void InlineMarkup::readNoteCodes(QTextDocument *document)
 {
-    static const QRegExp footnoteStartExp(QStringLiteral("\\{\\\\Mvrn_fn="));
-    static const QRegExp footnoteEndExp(QStringLiteral("\\\\end_Mvrn_fn\\}"));
-    static const QRegExp annotationStartExp(
+    static const QRegularExpression footnoteStartExp(QStringLiteral("\\{\\\\Mvrn_fn="));
+    static const QRegularExpression footnoteEndExp(QStringLiteral("\\\\end_Mvrn_fn\\}"));
+    static const QRegularExpression annotationStartExp(
         QStringLiteral("\\{\\\\Mvrn_annot ?\\\\color=\\{\\\\R=([0-9\\.]+)\\\\G=([0-9\\.]+)"
                        "\\\\B=([0-9\\.])+\\} ?\\\\text="));
-    static const QRegExp annotationEndExp(QStringLiteral("\\\\end_Mvrn_annot\\}"));
-    static const QRegExp preserveStartExp(QStringLiteral("\\{\\\\Mvrn_ps="));
-    static const QRegExp preserveEndExp(QStringLiteral("\\\\end_Mvrn_ps\\}"));
+    static const QRegularExpression annotationEndExp(QStringLiteral("\\\\end_Mvrn_annot\\}"));
+    static const QRegularExpression preserveStartExp(QStringLiteral("\\{\\\\Mvrn_ps="));
+    static const QRegularExpression preserveEndExp(QStringLiteral("\\\\end_Mvrn_ps\\}"));
 
     readCodes(document, footnoteStartExp, footnoteEndExp, MVRTextFormat::InlineFootnoteProperty);
     readCodes(document, annotationStartExp, annotationEndExp,

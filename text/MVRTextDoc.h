@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <core/MVRQtCompat.h>
 #include <core/MVRTextRange.h>
 #include <text/MVRTextCommentLink.h>
 #include <text/MVRTextNote.h>
@@ -20,7 +21,10 @@ class QColor;
 class QDateTime;
 class QMimeData;
 class QPen;
+#ifdef MVR_HAS_QREGEXP
 class QRegExp;
+#endif
+class QRegularExpression;
 class QSizeF;
 class QTextDocument;
 class QTextDocumentFragment;
@@ -525,11 +529,17 @@ public:
         \param after       is inserted as it is, in the format of the last character replaced; a
                            line feed begins a paragraph
     */
-    static void replace(const QRegExp &expression, const QString &after, const QTextCursor &from);
+    static void replace(const QRegularExpression &expression, const QString &after,
+                        const QTextCursor &from);
     static void replace(const QString &before, const QString &after, const QTextCursor &from);
     /*! The same; \return how many matches were replaced. */
-    static int replaceAll(const QRegExp &expression, const QString &after, const QTextCursor &from);
+    static int replaceAll(const QRegularExpression &expression, const QString &after,
+                          const QTextCursor &from);
     static int replaceAll(const QString &before, const QString &after, const QTextCursor &from);
+#ifdef MVR_HAS_QREGEXP
+    static void replace(const QRegExp &expression, const QString &after, const QTextCursor &from);
+    static int replaceAll(const QRegExp &expression, const QString &after, const QTextCursor &from);
+#endif
 
     //@}
     /*! \name Clipboard */

@@ -3,14 +3,21 @@
 
 #include <core/document/EditBlock_p.h>
 #include <core/document/Selection_p.h>
+#include <core/document/WellFormed_p.h>
 
-#include <QRegExp>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocument>
+
+#ifdef MVR_HAS_QREGEXP
+#include <QRegExp>
+#endif
 
 namespace {
 
 using Ranges = QVector<MVRTextRange>;
+
+#ifdef MVR_HAS_QREGEXP
 
 /*!
     Finds what an expression matches in a paragraph, each match as it is found once those before it
@@ -68,6 +75,68 @@ private:
     QChar m_last; // of what stands in front of the text that is searched next
 };
 
+#endif
+
+/*! The same for an expression of the other kind, which knows a caret only at the start of a text.
+ */
+class PatternSearch
+{
+public:
+    PatternSearch(const QRegularExpression &expression, const QString &after)
+        : m_expression(expression)
+        , m_removes(after.isEmpty())
+        , m_endsParagraph(after.endsWith(QLatin1Char('\n')) || after.endsWith(QLatin1Char('\r'))
+                          || after.endsWith(QChar::ParagraphSeparator))
+        , m_last(m_removes || m_endsParagraph ? QChar(QLatin1Char(' ')) : after.back())
+    {
+    }
+
+    Ranges operator()(const QString &text, int offset) const
+    {
+        QString buffer = wellFormed(text);
+        QChar *const characters = buffer.data();
+        const int size = int(buffer.size());
+        Ranges matches;
+        int paragraph = 0; // where the one begins that is searched, once what is found is replaced
+        const bool isWithinPair = offset < size && characters[offset].isLowSurrogate();
+        for (int from = isWithinPair ? offset + 1 : offset; from <= size;) {
+            const QString subject = QString::fromRawData(characters + paragraph, size - paragraph);
+            const QRegularExpressionMatch match
+                = findMatch(m_expression, subject, from - paragraph);
+            if (!match.hasMatch())
+                break;
+            const int start = paragraph + int(match.capturedStart());
+            const int end = paragraph + int(match.capturedEnd());
+            if (start < end || !m_removes)
+                matches.append(MVRTextRange(start, end));
+            if (start == end) { // goes on behind the next character: it would be found for ever
+                from = end + (end < size && characters[end].isHighSurrogate() ? 2 : 1);
+                continue;
+            }
+            if (m_endsParagraph || (m_removes && start == paragraph))
+                paragraph = end;
+            else
+                setLast(characters, paragraph, end, m_removes ? characters[start - 1] : m_last);
+            from = end;
+        }
+        return matches;
+    }
+
+private:
+    /*! Puts what a search goes on behind in front of \a end, without parting surrogate pairs. */
+    static void setLast(QChar *characters, int paragraph, int end, QChar last)
+    {
+        if (end - 2 >= paragraph && characters[end - 1].isLowSurrogate())
+            characters[end - 2] = QChar::ReplacementCharacter;
+        characters[end - 1] = last.isSurrogate() ? QChar(QChar::ReplacementCharacter) : last;
+    }
+
+    const QRegularExpression m_expression;
+    const bool m_removes;
+    const bool m_endsParagraph;
+    const QChar m_last; // of what stands in front of the text that is searched next
+};
+
 /*!
     Replaces what \a search finds at or behind the end of the selection.
 
@@ -102,12 +171,33 @@ int replaceMatches(const Search &search, const QString &after, const QTextCursor
 
 } // namespace
 
+int MVRTextDoc::replaceAll(const QRegularExpression &expression, const QString &after,
+                           const QTextCursor &from)
+{
+    if (from.isNull() || expression.pattern().isEmpty() || !expression.isValid())
+        return 0;
+    return replaceMatches(PatternSearch(expression, after), after, from);
+}
+
+void MVRTextDoc::replace(const QRegularExpression &expression, const QString &after,
+                         const QTextCursor &from)
+{
+    replaceAll(expression, after, from);
+}
+
+#ifdef MVR_HAS_QREGEXP
 int MVRTextDoc::replaceAll(const QRegExp &expression, const QString &after, const QTextCursor &from)
 {
     if (from.isNull() || expression.isEmpty() || !expression.isValid())
         return 0;
     return replaceMatches(ExpressionSearch(expression, after), after, from);
 }
+
+void MVRTextDoc::replace(const QRegExp &expression, const QString &after, const QTextCursor &from)
+{
+    replaceAll(expression, after, from);
+}
+#endif
 
 int MVRTextDoc::replaceAll(const QString &before, const QString &after, const QTextCursor &from)
 {
@@ -124,11 +214,6 @@ int MVRTextDoc::replaceAll(const QString &before, const QString &after, const QT
         return matches;
     };
     return replaceMatches(search, after, from);
-}
-
-void MVRTextDoc::replace(const QRegExp &expression, const QString &after, const QTextCursor &from)
-{
-    replaceAll(expression, after, from);
 }
 
 void MVRTextDoc::replace(const QString &before, const QString &after, const QTextCursor &from)

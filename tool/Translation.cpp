@@ -3,7 +3,6 @@
 
 #include <QCoreApplication>
 #include <QLocale>
-#include <QTextCodec>
 
 Translation::Translation()
 {
@@ -15,9 +14,4 @@ Translation::Translation()
 Translation::~Translation()
 {
     QCoreApplication::removeTranslator(&m_translator);
-}
-
-void useUtf8FileNames()
-{
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 }

@@ -15,7 +15,3 @@ public:
 private:
     QTranslator m_translator;
 };
-
-/*! Takes the bytes of file names for UTF-8, as the system's terminals do; without a locale Qt would
-    take them for Latin-1. */
-void useUtf8FileNames();

@@ -7,6 +7,8 @@
 #include <tool/commands/Commands.h>
 #include <tool/pages/Pages.h>
 
+#include <core/MVRToolkit.h>
+
 #include <QGuiApplication>
 #include <QLoggingCategory>
 
@@ -127,7 +129,7 @@ int run(const CommandLine &commandLine)
 int runProgram(int argc, char *argv[])
 {
     quietLibraries();
-    useUtf8FileNames();
+    MVRToolkit::useUtf8();
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments << fileNameFromBytes(argv[i]);

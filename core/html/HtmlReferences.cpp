@@ -69,11 +69,11 @@ constexpr Entity entities[]
 constexpr ushort predefinedInXml[] = {'"', '&', '\'', '<', '>'};
 
 /*! The character that an entity stands for; 0 for an unknown name. */
-ushort codeOf(const QStringRef &name)
+ushort codeOf(QStringView name)
 {
     if (name == QLatin1String("apos")) // XML's own
         return '\'';
-    const auto isBefore = [](const Entity &entity, const QStringRef &wanted) {
+    const auto isBefore = [](const Entity &entity, QStringView wanted) {
         return wanted.compare(QLatin1String(entity.name)) > 0;
     };
     const auto found = std::lower_bound(std::begin(entities), std::end(entities), name, isBefore);
@@ -87,19 +87,30 @@ bool isXmlCharacter(uint code)
         || (code >= 0xe000 && code < 0xfffe) || code >= 0x10000;
 }
 
+/*! The value of an ASCII digit or letter as a digit. */
+uint digitValue(QChar c)
+{
+    return c.isDigit() ? c.unicode() - '0' : (c.unicode() | 0x20) - 'a' + 10;
+}
+
+QString fromCodePoint(char32_t code)
+{
+    return QString::fromUcs4(&code, 1);
+}
+
 /*! The XML for a reference that is spelled \a text. */
-QString xmlReference(const QStringRef &text, const HtmlReference &reference)
+QString xmlReference(QStringView text, const HtmlReference &reference)
 {
     if (reference.kind == HtmlReference::Name) {
         if (reference.code == 0)
-            return QLatin1String("&amp;") + text.mid(1);
+            return QLatin1String("&amp;") + text.mid(1).toString();
         const bool isPredefined
             = std::find(std::begin(predefinedInXml), std::end(predefinedInXml), reference.code)
             != std::end(predefinedInXml);
         return isPredefined ? text.toString() : QStringLiteral("&#%1;").arg(reference.code);
     }
     if (reference.kind == HtmlReference::Number && reference.code > 0xffff)
-        return QString::fromUcs4(&reference.code, 1); // QDomDocument would cut the number
+        return fromCodePoint(reference.code); // QDomDocument would cut the number
     if (reference.kind == HtmlReference::Number && !isXmlCharacter(reference.code))
         return QString();
     return text.toString();
@@ -107,7 +118,7 @@ QString xmlReference(const QStringRef &text, const HtmlReference &reference)
 
 }
 
-HtmlReference readHtmlReference(const QStringRef &text, int start)
+HtmlReference readHtmlReference(QStringView text, int start)
 {
     const auto at
         = [&](int position) { return position < text.size() ? text.at(position) : QChar(); };
@@ -121,9 +132,8 @@ HtmlReference readHtmlReference(const QStringRef &text, int start)
     for (; at(position).unicode() < 0x80 && at(position).isLetterOrNumber(); ++position) {
         if (!isNumber)
             continue;
-        bool isDigit = false;
-        const uint digit = text.mid(position, 1).toUInt(&isDigit, int(base));
-        if (!isDigit)
+        const uint digit = digitValue(at(position));
+        if (digit >= base)
             return none;
         code = qMin(code * base + digit, uint(QChar::LastValidCodePoint) + 1);
     }
@@ -134,7 +144,7 @@ HtmlReference readHtmlReference(const QStringRef &text, int start)
     return {HtmlReference::Name, position + 1, codeOf(text.mid(first, position - first))};
 }
 
-void appendAsXml(QString *xml, const QStringRef &text, HtmlPlace place)
+void appendAsXml(QString *xml, QStringView text, HtmlPlace place)
 {
     const auto isSpecial = [place](QChar c) {
         return c == QLatin1Char('&') || (place == HtmlPlace::LooseValue && c == QLatin1Char('<'));
@@ -159,7 +169,7 @@ void appendAsXml(QString *xml, const QStringRef &text, HtmlPlace place)
     }
 }
 
-bool isHtmlBlank(const QStringRef &text, QString *blanks)
+bool isHtmlBlank(QStringView text, QString *blanks)
 {
     for (int position = 0; position < text.size();) {
         uint code = text.at(position).unicode();

@@ -14,7 +14,7 @@ struct HtmlReference
 };
 
 /*! Reads what begins with the "&" at \a start. */
-HtmlReference readHtmlReference(const QStringRef &text, int start);
+HtmlReference readHtmlReference(QStringView text, int start);
 
 /*! Where a text stands: in a LooseValue a bare "&" and a "<" were meant as they are. */
 enum class HtmlPlace { Text, LooseValue };
@@ -26,11 +26,11 @@ enum class HtmlPlace { Text, LooseValue };
     text, numbers beyond U+FFFF the character, and numbers of no XML character nothing. What is
     not well-formed stays, but for a loose value.
 */
-void appendAsXml(QString *xml, const QStringRef &text, HtmlPlace place);
+void appendAsXml(QString *xml, QStringView text, HtmlPlace place);
 
 /*!
     Whether a text is nothing but white space, also by references.
 
     \param blanks  the characters are appended to it; of no use when the result is false
 */
-bool isHtmlBlank(const QStringRef &text, QString *blanks);
+bool isHtmlBlank(QStringView text, QString *blanks);

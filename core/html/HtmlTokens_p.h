@@ -79,11 +79,11 @@ inline int htmlPassageEnd(const QString &text, int position)
         return -1;
     for (const auto &passage : passages) {
         const QLatin1String start(passage.start);
-        if (text.midRef(position, start.size()) != start)
+        if (QStringView(text).mid(position, start.size()) != start)
             continue;
         const QLatin1String end(passage.end);
         const int found = text.indexOf(end, position + start.size());
-        return found < 0 ? text.size() : found + end.size();
+        return int(found < 0 ? text.size() : found + end.size());
     }
     return -1;
 }

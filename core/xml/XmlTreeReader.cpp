@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <core/xml/XmlTreeReader_p.h>
 
+#include <core/MVRQtCompat.h>
+#include <core/TextDecoder_p.h>
 #include <core/xml/XmlLimits_p.h>
 #include <core/xml/XmlText_p.h>
 
 #include <QBuffer>
 #include <QByteArray>
 #include <QObject>
-#include <QTextCodec>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -26,7 +27,7 @@ constexpr int maxEntityLength = 4096;
 class StringPool
 {
 public:
-    QString shared(const QStringRef &text)
+    QString shared(QStringView text)
     {
         if (text.size() > maxSize)
             return text.toString();
@@ -62,8 +63,8 @@ public:
         while (!m_xml.atEnd())
             addToken(m_xml.readNext());
         if (!m_xml.hasError())
-            return {m_document, m_encoding, QString()};
-        return {QDomDocument(), m_encoding,
+            return {m_document, QString()};
+        return {QDomDocument(),
                 QObject::tr("Line %1, column %2: %3")
                     .arg(m_xml.lineNumber())
                     .arg(m_xml.columnNumber() + 1)
@@ -87,7 +88,6 @@ private:
     const qint64 m_size;
     const qint64 m_references;
     QDomDocument m_document;
-    QString m_encoding;
     QDomNode m_parent;
     StringPool m_strings;
     QString m_text; // of adjacent tokens, so that one stretch of text is one node
@@ -130,7 +130,6 @@ void TreeBuilder::addToken(QXmlStreamReader::TokenType token)
 
 void TreeBuilder::addDeclaration()
 {
-    m_encoding = m_xml.documentEncoding().toString();
     if (m_xml.documentVersion().isEmpty())
         return;
     // The tree is always saved as UTF-8, whatever it was read from.
@@ -153,7 +152,7 @@ void TreeBuilder::checkEntities()
             return;
         }
         const bool isNested = declaration.value().contains(QLatin1Char('&'));
-        longest = qMax(longest, isNested ? maxEntityLength : declaration.value().size());
+        longest = qMax(longest, isNested ? maxEntityLength : int(declaration.value().size()));
     }
     if (longest > maxEntityLength || longest * m_references > entityAllowance + m_size)
         m_xml.raiseError(QObject::tr("Entities make the text grow too much."));
@@ -189,7 +188,7 @@ void TreeBuilder::addText()
 {
     if (m_depth == 0) // the parser lets only white space stand outside the root element
         return;
-    m_text += m_xml.text();
+    MVRQt::append(&m_text, m_xml.text());
 }
 
 void TreeBuilder::flushText(Neighbour next)
@@ -204,20 +203,6 @@ void TreeBuilder::flushText(Neighbour next)
     m_text.resize(0); // keeps its memory
 }
 
-/*! Whether markup is in ASCII, so that it can be found without knowing the encoding. */
-bool hasAsciiMarkup(const QByteArray &content)
-{
-    const QByteArray declaration = content.left(content.left(512).indexOf("?>") + 1);
-    const int found = declaration.indexOf("encoding");
-    if (!declaration.startsWith("<?xml") || found < 0)
-        return true;
-    const QByteArray name = declaration.mid(found + 8).trimmed().mid(1).trimmed().mid(1).toLower();
-    static constexpr const char *families[]
-        = {"utf-8", "us-ascii", "iso-8859-", "windows-125", "macintosh"};
-    return std::any_of(std::begin(families), std::end(families),
-                       [&name](const char *family) { return name.startsWith(family); });
-}
-
 constexpr int longestDeclaration = 512;
 
 /*!
@@ -226,8 +211,8 @@ constexpr int longestDeclaration = 512;
 */
 int minorVersionOne(const QByteArray &head)
 {
-    const int end = head.indexOf("?>");
-    const int version = head.indexOf("version");
+    const int end = int(head.indexOf("?>"));
+    const int version = int(head.indexOf("version"));
     if (!head.startsWith("<?xml") || version < 0 || version > end)
         return -1;
     int value = version + int(qstrlen("version"));
@@ -240,6 +225,37 @@ bool isUtf16(const QByteArray &bytes)
 {
     return bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff")
         || bytes.left(4).contains('\0');
+}
+
+/*! The encoding that the XML declaration names; empty where it names none. */
+QByteArray declaredEncoding(const QByteArray &content)
+{
+    if (!content.startsWith("<?xml"))
+        return QByteArray();
+    const QByteArray text = content.left(int(content.indexOf("?>")) + 2) + "<a/>";
+    QXmlStreamReader declaration(QString::fromLatin1(text));
+    declaration.readNext();
+    return declaration.documentEncoding().toString().toLatin1();
+}
+
+/*! Whether the parser reads text in an encoding as it stands; the one of Qt 6 knows no others. */
+bool isReadByParser(QByteArray encoding)
+{
+    encoding = std::move(encoding).toUpper();
+    return encoding == "UTF-8" || encoding.startsWith("UTF-16") || encoding.startsWith("UTF-32");
+}
+
+/*! Reads \a decoded without what is no character, when \a tree could not be read from it. */
+XmlTree readAgain(const XmlTree &tree, const QString &decoded, int maxDepth)
+{
+    if (tree.errorString.isNull())
+        return tree;
+    // A rare file holds bytes of no character, or control characters, where nobody reads them.
+    const QString text = xmlText(decoded);
+    if (text.size() == decoded.size() && !decoded.contains(QChar::ReplacementCharacter))
+        return tree;
+    const XmlTree secondTry = readXmlTree(text, maxDepth);
+    return secondTry.errorString.isNull() ? secondTry : tree;
 }
 
 QByteArray withoutLeadingSpace(const QByteArray &bytes)
@@ -260,47 +276,34 @@ XmlTree readXmlTree(const QString &text, int maxDepth)
         content[minorVersion] = QLatin1Char('0');
     const QString excess = findXmlExcess(content.toUtf8());
     if (!excess.isNull())
-        return {QDomDocument(), QString(), excess};
+        return {QDomDocument(), excess};
     QXmlStreamReader xml(content);
     return TreeBuilder(xml, maxDepth, content.size(), content.count(QLatin1Char('&'))).build();
 }
 
 XmlTree readXmlTree(const QByteArray &bytes, int maxDepth)
 {
-    QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
     if (isUtf16(bytes))
-        return readXmlTree(QTextCodec::codecForUtfText(bytes, utf8)->toUnicode(bytes), maxDepth);
+        return readXmlTree(TextDecoder::decodeUnicode(bytes), maxDepth);
     QByteArray content = withoutLeadingSpace(bytes);
-    if (!hasAsciiMarkup(content)) {
-        QBuffer start(&content);
-        start.open(QIODevice::ReadOnly);
-        QXmlStreamReader declaration(&start);
-        declaration.readNext();
-        const QTextCodec *codec
-            = QTextCodec::codecForName(declaration.documentEncoding().toString().toLatin1());
-        if (codec) // without one the parser reports it
-            return readXmlTree(codec->toUnicode(content), maxDepth);
-    }
-    const QString excess = findXmlExcess(content);
-    if (!excess.isNull())
-        return {QDomDocument(), QString(), excess};
     const int minorVersion = minorVersionOne(content.left(longestDeclaration));
     if (minorVersion >= 0)
         content[minorVersion] = '0';
+    const QByteArray encoding = declaredEncoding(content);
+    if (!encoding.isEmpty() && !isReadByParser(encoding)) {
+        TextDecoder decoder(encoding.constData());
+        if (decoder.isValid()) { // without one the parser reports it
+            const QString decoded = decoder.decode(content);
+            return readAgain(readXmlTree(decoded, maxDepth), decoded, maxDepth);
+        }
+    }
+    const QString excess = findXmlExcess(content);
+    if (!excess.isNull())
+        return {QDomDocument(), excess};
     // From a device the parser takes a little at a time; an array it would copy whole, twice.
     QBuffer buffer(&content);
     buffer.open(QIODevice::ReadOnly);
     QXmlStreamReader xml(&buffer);
     const XmlTree tree = TreeBuilder(xml, maxDepth, content.size(), content.count('&')).build();
-    if (tree.errorString.isNull())
-        return tree;
-
-    // A rare file holds bytes of no character, or control characters, where nobody reads them.
-    QTextCodec *codec = QTextCodec::codecForName(tree.encoding.toLatin1());
-    const QString decoded = (codec ? codec : utf8)->toUnicode(content);
-    const QString text = xmlText(decoded);
-    if (text.size() == decoded.size() && !decoded.contains(QChar::ReplacementCharacter))
-        return tree;
-    const XmlTree secondTry = readXmlTree(text, maxDepth);
-    return secondTry.errorString.isNull() ? secondTry : tree;
+    return tree.errorString.isNull() ? tree : readAgain(tree, QString::fromUtf8(content), maxDepth);
 }

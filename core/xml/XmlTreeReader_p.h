@@ -10,7 +10,6 @@ class QByteArray;
 struct XmlTree
 {
     QDomDocument document;
-    QString encoding; /*!< as the text declares it */
     QString errorString; /*!< null when the text was read whole */
 };
 

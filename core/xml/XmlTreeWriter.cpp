@@ -181,12 +181,12 @@ void TreeWriter::writeText(const QString &text, bool inAttribute)
     int written = 0;
     for (int i = 0; i < text.size(); ++i) {
         if (const char *replacement = escaped(text.at(i), inAttribute)) {
-            m_text += text.midRef(written, i - written);
+            m_text.append(text.constData() + written, i - written);
             m_text += QLatin1String(replacement);
             written = i + 1;
         }
     }
-    m_text += written == 0 ? QStringRef(&text) : text.midRef(written);
+    m_text.append(text.constData() + written, text.size() - written);
 }
 
 }

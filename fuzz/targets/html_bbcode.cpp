@@ -2,6 +2,7 @@
 // Takes any text as HTML for BBCode, and makes a document of it whose HTML must be converted.
 #include <bbcode/MVRBbCodeConverter.h>
 #include <core/MVRTextXhtmlExporter.h>
+#include <core/MVRToolkit.h>
 #include <fuzz/Bytes.h>
 #include <fuzz/Require.h>
 #include <fuzz/Targets.h>
@@ -27,7 +28,7 @@ void fill(QTextDocument *document, Bytes bytes)
     QTextCharFormat format;
     format.setAnchor(true);
     format.setAnchorHref(bytes.text());
-    format.setFontFamily(bytes.text());
+    MVRToolkit::setFontFamily(&format, bytes.text());
     format.setToolTip(bytes.text());
     QTextListFormat list;
     list.setStyle(QTextListFormat::Style(-bytes.upTo(8)));

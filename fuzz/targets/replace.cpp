@@ -5,8 +5,12 @@
 #include <fuzz/Targets.h>
 #include <text/MVRTextDoc.h>
 
-#include <QRegExp>
+#include <QRegularExpression>
 #include <QTextDocument>
+
+#ifdef MVR_HAS_QREGEXP
+#include <QRegExp>
+#endif
 
 void fuzz_replace(const QByteArray &input)
 {
@@ -29,8 +33,12 @@ void fuzz_replace(const QByteArray &input)
     require(!document.isUndoAvailable(), "replacing is one undo step");
     require(document.toPlainText() == whole, "undo brings the text back");
 
+    QTextCursor again(&document);
+    MVRTextDoc::replace(QRegularExpression(before, QRegularExpression::PatternOptions(syntax)),
+                        after, again);
+#ifdef MVR_HAS_QREGEXP
     static constexpr QRegExp::PatternSyntax syntaxes[]
         = {QRegExp::RegExp, QRegExp::RegExp2, QRegExp::Wildcard, QRegExp::FixedString};
-    QTextCursor again(&document);
     MVRTextDoc::replace(QRegExp(before, Qt::CaseInsensitive, syntaxes[syntax]), after, again);
+#endif
 }

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # Builds the example program the way MODE says and runs it.
-#   cmake -DMODE=installed|subdirectory -DSOURCE=... -DBUILD=... -DWORK=... -P run.cmake
+#   cmake -DMODE=installed|subdirectory -DSOURCE=... -DBUILD=... -DWORK=... -DQT=5|6
+#         -DCORE=... -P run.cmake
 
 # Neither optimised nor with debug information: it is to build fast and to run once.
 set(settings -G Ninja -DCMAKE_BUILD_TYPE=None)
@@ -19,8 +20,9 @@ else()
     # With the bundled core it is configured only; to build that once more would take minutes.
     set(project ${SOURCE}/tests/consumer)
     execute_process(COMMAND ${CMAKE_COMMAND} -S ${project} -B ${WORK}/bundled ${settings}
+        -DMVR_QT=${QT}
         OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
-    list(APPEND settings -DHOST_CORE=${BUILD}/core/libMvrCore.so -DMVR_PCH=ON)
+    list(APPEND settings -DHOST_CORE=${CORE} -DMVR_QT=${QT} -DMVR_PCH=ON)
 endif()
 
 execute_process(COMMAND ${CMAKE_COMMAND} -S ${project} -B ${WORK}/build ${settings}

@@ -2,6 +2,7 @@
 #include "Content.h"
 
 #include <core/MVRTextRtf.h>
+#include <core/MVRToolkit.h>
 
 #include <QTextBlock>
 #include <QTextDocument>
@@ -36,7 +37,7 @@ QString capitalsText(const QTextCharFormat &format)
 Properties charProperties(const QTextCharFormat &format, const QFont &byDefault)
 {
     Properties properties;
-    const QString family = format.fontFamily();
+    const QString family = MVRToolkit::fontFamily(format);
     setProperty(&properties, "font", family.isEmpty() ? byDefault.family() : family);
     setProperty(
         &properties, "size",

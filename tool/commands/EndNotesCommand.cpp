@@ -15,6 +15,7 @@
 #include <core/MVRFormat.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextXhtmlExporter.h>
+#include <core/MVRToolkit.h>
 #include <core/STextDoc.h>
 #include <core/document/EditBlock_p.h>
 #include <core/document/SafeHtml_p.h>
@@ -146,7 +147,7 @@ QByteArray footnotesPage(QTextDocument &notes, const QString &title)
 {
     notes.setMetaInformation(QTextDocument::DocumentTitle, title);
     makeSafeForHtml(&notes);
-    QString page = MVRTextXhtmlExporter::htmlToXhtml(notes.toHtml("utf-8"));
+    QString page = MVRTextXhtmlExporter::htmlToXhtml(MVRToolkit::toHtml(notes));
     page.replace(QLatin1String("<html>"),
                  QLatin1String("<html xmlns=\"http://www.w3.org/1999/xhtml\">"));
     // Qt writes an anchor's name as HTML did it; text cannot hold an angle bracket.

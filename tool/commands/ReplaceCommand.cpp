@@ -9,7 +9,7 @@
 
 #include <text/MVRTextDoc.h>
 
-#include <QRegExp>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextCursor>
 
@@ -22,7 +22,7 @@ const char examples[] = R"(  mvrtext replace draft.rtf --find Anselm --with Anse
 /*! What the user asked for. */
 struct Replacement
 {
-    QRegExp expression;
+    QRegularExpression expression;
     QString after;
 };
 
@@ -33,9 +33,11 @@ bool readOptions(const CommandLine &commandLine, Replacement *replacement, QStri
         *error = QStringLiteral("say what to replace: --find TEXT --with TEXT");
         return false;
     }
-    replacement->expression
-        = QRegExp(before, commandLine.isSet("match-case") ? Qt::CaseSensitive : Qt::CaseInsensitive,
-                  commandLine.isSet("regexp") ? QRegExp::RegExp2 : QRegExp::FixedString);
+    replacement->expression = QRegularExpression(
+        commandLine.isSet("regexp") ? before : QRegularExpression::escape(before),
+        commandLine.isSet("match-case") ? QRegularExpression::UseUnicodePropertiesOption
+                                        : QRegularExpression::UseUnicodePropertiesOption
+                | QRegularExpression::CaseInsensitiveOption);
     replacement->after = commandLine.value("with");
     if (!replacement->expression.isValid())
         *error = QStringLiteral("--find: ") + replacement->expression.errorString();

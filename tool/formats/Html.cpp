@@ -9,9 +9,8 @@
 #include <tool/pages/Lengths.h>
 #include <tool/pages/Pages.h>
 
+#include <core/MVRToolkit.h>
 #include <core/document/SafeHtml_p.h>
-
-#include <QTextCodec>
 
 namespace {
 
@@ -38,8 +37,7 @@ bool readHtml(const QByteArray &bytes, const ReadOptions &options, Document &doc
               QString *error)
 {
     Q_UNUSED(options)
-    const QTextCodec *codec = QTextCodec::codecForHtml(bytes, QTextCodec::codecForName("UTF-8"));
-    const QString html = codec->toUnicode(bytes);
+    const QString html = decodeHtml(bytes);
     if (html.contains(QChar::Null)) {
         *error = notTextError();
         return false;
@@ -66,7 +64,7 @@ bool writeHtml(Document &document, const WriteOptions &options, QByteArray *byte
     prepareForQt(document, options.paperOrLetter(), pixelsPerPoint);
     document.text.setMetaInformation(QTextDocument::DocumentTitle, document.title);
     makeSafeForHtml(&document.text);
-    QString html = document.text.toHtml("utf-8");
+    QString html = MVRToolkit::toHtml(document.text);
     nameSimilarFaces(html);
     if (document.isScreenplay)
         limitWidth(html, options, margin);

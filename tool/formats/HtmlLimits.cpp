@@ -94,14 +94,16 @@ BoundedHtml HtmlCheck::run()
     for (int next = m_html.indexOf(QLatin1Char('<')); next >= 0;
          next = m_html.indexOf(QLatin1Char('<'), next)) {
         // The toolkit takes no notice of CDATA sections and instructions.
-        int end = m_html.midRef(next, 4) == QLatin1String("<!--") ? htmlPassageEnd(m_html, next)
-                                                                  : next + 1;
+        int end = QStringView(m_html).mid(next, 4) == QLatin1String("<!--")
+            ? htmlPassageEnd(m_html, next)
+            : next + 1;
         if (isHtmlTagStart(m_html, next)) {
             if (!readHtmlTag(m_html, next, &tag))
                 break;
             addTag(tag);
             end = tag.end;
-            const QStringRef name = m_html.midRef(tag.nameStart, tag.nameEnd - tag.nameStart);
+            const QStringView name
+                = QStringView(m_html).mid(tag.nameStart, tag.nameEnd - tag.nameStart);
             if (!tag.isEnd && name.compare(QLatin1String("style"), Qt::CaseInsensitive) == 0)
                 end = skipStyle(tag.end);
         }
@@ -155,14 +157,15 @@ Span HtmlCheck::span(const HtmlTag &tag, const char *name) const
 {
     Span span {-1, -1, 1};
     for (const HtmlAttribute &attribute : tag.attributes) {
-        if (m_html.midRef(attribute.start, attribute.nameEnd - attribute.start)
+        if (QStringView(m_html)
+                .mid(attribute.start, attribute.nameEnd - attribute.start)
                 .compare(QLatin1String(name), Qt::CaseInsensitive)
             != 0)
             continue;
-        const QStringRef value
-            = m_html.midRef(attribute.valueStart, attribute.valueEnd - attribute.valueStart);
+        const QStringView value = QStringView(m_html).mid(
+            attribute.valueStart, attribute.valueEnd - attribute.valueStart);
         bool isNumber = false;
-        const int number = value.trimmed().toInt(&isNumber);
+        const int number = value.trimmed().toString().toInt(&isNumber);
         span = {attribute.valueStart, attribute.valueEnd,
                 isNumber ? qBound(1, number, longestSpan) : 1};
     }

@@ -1,23 +1,34 @@
 // SPDX-License-Identifier: MIT
 #include <tool/formats/TextDecoding.h>
 
-#include <QTextCodec>
+#include <core/TextDecoder_p.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
 QString decoded(const QByteArray &bytes)
 {
-    if (const QTextCodec *marked = QTextCodec::codecForUtfText(bytes, nullptr))
-        return marked->toUnicode(bytes);
-
-    QTextCodec::ConverterState state;
-    const QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
-    const QString text = utf8->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars == 0 && state.remainingChars == 0)
+    bool hasErrors = false;
+    const QString text = TextDecoder::decodeUnicode(bytes, &hasErrors);
+    if (!hasErrors || TextDecoder::mark(bytes).encoding)
         return text;
-    return QTextCodec::codecForName("windows-1252")->toUnicode(bytes);
+    return TextDecoder("windows-1252").decode(bytes);
+}
+
+/*! The encoding that a page names in its first bytes; empty where it names none. */
+QByteArray declaredCharset(const QByteArray &page)
+{
+    const QByteArray start = page.left(1024).toLower();
+    const int meta = int(start.indexOf("<meta"));
+    const int word = meta < 0 ? -1 : int(start.indexOf("charset=", meta));
+    if (word < 0)
+        return QByteArray();
+    const char *name = start.constData() + word + std::strlen("charset=");
+    name += std::strspn(name, " \"'");
+    const QByteArray charset(name, int(std::strcspn(name, " \"'/>;")));
+    return charset.startsWith("utf-16") ? QByteArray() : charset; // its bytes could not be read so
 }
 
 bool isStrayControl(QChar character)
@@ -52,4 +63,12 @@ QString notTextError()
 QString nestingError()
 {
     return QStringLiteral("its elements are nested too deep");
+}
+
+QString decodeHtml(const QByteArray &bytes)
+{
+    TextDecoder declared(declaredCharset(bytes).constData());
+    if (TextDecoder::mark(bytes).encoding || !declared.isValid())
+        return TextDecoder::decodeUnicode(bytes);
+    return declared.decode(bytes);
 }

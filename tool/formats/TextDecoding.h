@@ -17,3 +17,9 @@ bool decodeText(const QByteArray &bytes, QString *text);
 /*! What is wrong with bytes that are no text, and with text whose parts are nested too deep. */
 QString notTextError();
 QString nestingError();
+
+/*!
+    Turns the bytes of a web page into text: by a byte order mark, else by the first charset that
+    its start names, else as UTF-8.
+*/
+QString decodeHtml(const QByteArray &bytes);

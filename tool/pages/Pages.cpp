@@ -55,12 +55,12 @@ void nameOwnFace(QTextDocument &text)
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
-            if (fragment.charFormat().fontFamily() == family)
+            if (MVRToolkit::fontFamily(fragment.charFormat()) == family)
                 places.append({fragment.position(), fragment.position() + fragment.length()});
         }
     }
     QTextCharFormat ownFace;
-    ownFace.setFontFamily(MVRScreenplayFace::family());
+    MVRToolkit::setFontFamily(&ownFace, MVRScreenplayFace::family());
     for (const MVRTextRange &place : qAsConst(places))
         place.toTextCursor(&text).mergeCharFormat(ownFace);
 }

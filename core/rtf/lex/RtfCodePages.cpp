@@ -3,8 +3,6 @@
 
 #include <core/rtf/lex/RtfSymbolFonts.h>
 
-#include <QTextCodec>
-
 namespace {
 
 struct CharsetRow
@@ -38,66 +36,20 @@ struct CodecRow
     const char *codec;
 };
 
-constexpr CodecRow codecRows[] = {{708, "ISO-8859-6"},
-                                  {819, "ISO-8859-1"},
-                                  {852, "IBM852"},
-                                  {860, "IBM860"},
-                                  {862, "IBM862"},
-                                  {863, "IBM863"},
-                                  {865, "IBM865"},
-                                  {866, "IBM866"},
-                                  {874, "TIS-620"},
-                                  {932, "Shift_JIS"},
-                                  {936, "GBK"},
-                                  {949, "windows-949"},
-                                  {950, "Big5"},
-                                  {1250, "windows-1250"},
-                                  {1251, "windows-1251"},
-                                  {1252, "windows-1252"},
-                                  {1253, "windows-1253"},
-                                  {1254, "windows-1254"},
-                                  {1255, "windows-1255"},
-                                  {1256, "windows-1256"},
-                                  {1257, "windows-1257"},
-                                  {1258, "windows-1258"},
-                                  {1361, "Johab"},
-                                  {10000, "Apple Roman"},
-                                  {10001, "Shift_JIS"},
-                                  {10002, "Big5"},
-                                  {10003, "windows-949"},
-                                  {10006, "x-mac-greek"},
-                                  {10007, "x-mac-cyrillic"},
-                                  {10008, "GBK"},
-                                  {10029, "x-mac-centraleurroman"},
-                                  {10081, "x-mac-turkish"},
-                                  {20127, "ISO-8859-1"},
-                                  {28591, "ISO-8859-1"},
-                                  {54936, "GB18030"},
-                                  {65001, "UTF-8"}};
-
-// windows-874 puts these into the upper control range, which TIS-620 leaves empty.
-struct Thai
-{
-    int byte;
-    char16_t character;
-};
-constexpr Thai thaiAdditions[]
-    = {{0x80, 0x20ac}, {0x85, 0x2026}, {0x91, 0x2018}, {0x92, 0x2019}, {0x93, 0x201c},
-       {0x94, 0x201d}, {0x95, 0x2022}, {0x96, 0x2013}, {0x97, 0x2014}, {0xa0, 0x00a0}};
-
-// DOS US and Western Europe, for which Qt has codecs on some machines only.
-constexpr char16_t dosUpper[]
-    = u"ÇüéâäàåçêëèïîìÄÅÉæÆôöòûùÿÖÜ¢£¥₧ƒáíóúñÑªº¿⌐¬½¼¡«»░▒▓│┤╡╢╖╕╣║╗╝╜╛┐"
-      u"└┴┬├─┼╞╟╚╔╩╦╠═╬╧╨╤╥╙╘╒╓╫╪┘┌█▄▌▐▀αßΓπΣσµτΦΘΩδ∞φε∩≡±≥≤⌠⌡÷≈°∙·√ⁿ²■\u00a0";
-constexpr char16_t dosWesternUpper[]
-    = u"ÇüéâäàåçêëèïîìÄÅÉæÆôöòûùÿÖÜø£Ø×ƒáíóúñÑªº¿®¬½¼¡«»░▒▓│┤ÁÂÀ©╣║╗╝¢¥"
-      u"┐└┴┬├─┼ãÃ╚╔╩╦╠═╬¤ðÐÊËÈıÍÎÏ┘┌█▄¦Ì▀ÓßÔÒõÕµþÞÚÛÙýÝ¯´\u00ad±‗¾¶§÷¸°¨·¹³²■\u00a0";
-
-// The upper half of such a code page, or null.
-const char16_t *dosCharacters(int codePage)
-{
-    return codePage == 437 ? dosUpper : codePage == 850 ? dosWesternUpper : nullptr;
-}
+constexpr CodecRow codecRows[]
+    = {{437, "IBM437"},           {708, "ISO-8859-6"},    {819, "ISO-8859-1"},
+       {850, "IBM850"},           {852, "IBM852"},        {860, "IBM860"},
+       {862, "IBM862"},           {863, "IBM863"},        {865, "IBM865"},
+       {866, "IBM866"},           {874, "windows-874"},   {932, "windows-31j"},
+       {936, "windows-936"},      {949, "windows-949"},   {950, "windows-950"},
+       {1250, "windows-1250"},    {1251, "windows-1251"}, {1252, "windows-1252"},
+       {1253, "windows-1253"},    {1254, "windows-1254"}, {1255, "windows-1255"},
+       {1256, "windows-1256"},    {1257, "windows-1257"}, {1258, "windows-1258"},
+       {1361, "Johab"},           {10000, "macintosh"},   {10001, "windows-31j"},
+       {10002, "windows-950"},    {10003, "windows-949"}, {10006, "x-mac-greek"},
+       {10007, "x-mac-cyrillic"}, {10008, "windows-936"}, {10029, "x-mac-centraleurroman"},
+       {10081, "x-mac-turkish"},  {20127, "ISO-8859-1"},  {28591, "ISO-8859-1"},
+       {54936, "GB18030"},        {65001, "UTF-8"}};
 
 bool isDoubleByte(int codePage)
 {
@@ -129,24 +81,13 @@ const char *codecName(int codePage)
 
 using Characters = std::array<QChar, 256>;
 
-void fill(int codePage, QTextCodec *codec, Characters *characters)
+void fill(TextDecoder &decoder, Characters *characters)
 {
     for (int byte = 0x80; byte < 0x100; ++byte) {
-        const char single = static_cast<char>(byte);
-        const QString character = codec->toUnicode(&single, 1);
+        const QString character = decoder.decode(QByteArray(1, static_cast<char>(byte)));
         (*characters)[byte]
             = character.size() == 1 ? character.at(0) : QChar(QChar::ReplacementCharacter);
     }
-    if (codePage == 874) {
-        for (const Thai &row : thaiAdditions)
-            (*characters)[row.byte] = QChar(row.character);
-    }
-}
-
-void fill(const char16_t *upper, Characters *characters)
-{
-    for (int index = 0; index < 128 && upper[index] != 0; ++index)
-        (*characters)[0x80 + index] = QChar(upper[index]);
 }
 
 } // namespace
@@ -167,8 +108,7 @@ const RtfCodePages::Page &RtfCodePages::findPage(int codePage)
             return *(m_last = known.get());
     }
     // Files may name thousands of pages that do not exist.
-    if (codePage != Symbol && !isSymbols(codePage) && !dosCharacters(codePage)
-        && !codecName(codePage))
+    if (codePage != Symbol && !isSymbols(codePage) && !codecName(codePage))
         return findPage(Western);
     m_pages.push_back(makePage(codePage));
     return *(m_last = m_pages.back().get());
@@ -185,26 +125,24 @@ std::unique_ptr<RtfCodePages::Page> RtfCodePages::makePage(int codePage)
             = RtfSymbolFonts::character(codePage, static_cast<unsigned char>(byte));
     if (codePage == Symbol || isSymbols(codePage))
         return made;
-    if (const char16_t *upper = dosCharacters(codePage)) {
-        fill(upper, &made->characters);
-        return made;
-    }
 
-    QTextCodec *codec = QTextCodec::codecForName(codecName(codePage));
-    if (codec && (isDoubleByte(codePage) || codePage == Utf8))
-        made->codec = codec;
-    else if (codec)
-        fill(codePage, codec, &made->characters);
-    else if (codePage != Western)
-        made->characters = findPage(Western).characters;
+    auto decoder = std::make_unique<TextDecoder>(codecName(codePage));
+    if (!decoder->isValid()) {
+        if (codePage != Western)
+            made->characters = findPage(Western).characters;
+    } else if (isDoubleByte(codePage) || codePage == Utf8) {
+        made->decoder = std::move(decoder);
+    } else {
+        fill(*decoder, &made->characters);
+    }
     return made;
 }
 
 void RtfCodePages::decode(int codePage, const QByteArray &bytes, QString *text)
 {
     const Page &known = page(codePage);
-    if (known.codec) {
-        text->append(known.codec->toUnicode(bytes));
+    if (known.decoder) {
+        text->append(known.decoder->decode(bytes));
         return;
     }
     for (const char byte : bytes)

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <core/TextDecoder_p.h>
+
 #include <QByteArray>
 #include <QString>
 
 #include <array>
 #include <memory>
 #include <vector>
-
-class QTextCodec;
 
 /*!
     Turns the bytes of Windows, DOS and Macintosh code pages into Unicode.
@@ -42,7 +42,7 @@ public:
     const QChar *singleBytes(int codePage)
     {
         const Page &known = page(codePage);
-        return known.codec ? nullptr : known.characters.data();
+        return known.decoder ? nullptr : known.characters.data();
     }
 
     /*! Appends \a bytes, read in \a codePage (an unknown one is read as 1252), to \a text. */
@@ -55,7 +55,7 @@ private:
     struct Page
     {
         int codePage = 0;
-        QTextCodec *codec = nullptr; // set for code pages of more than one byte
+        std::unique_ptr<TextDecoder> decoder; // set for code pages of more than one byte
         std::array<QChar, 256> characters {}; // of the others
     };
 

@@ -296,7 +296,7 @@ RtfToken RtfTokenizer::readWord()
 RtfToken RtfTokenizer::readBinary(int length)
 {
     const char *data = m_at;
-    m_at += qBound<qint64>(0, length, m_end - m_at);
+    m_at += qBound(qint64(0), qint64(length), qint64(m_end - m_at));
     return {RtfToken::Binary, false, true, length, std::string_view(data, m_at - data)};
 }
 

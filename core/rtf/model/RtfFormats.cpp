@@ -2,6 +2,7 @@
 #include <core/rtf/model/RtfFormats.h>
 
 #include <core/MVRTextFormat.h>
+#include <core/MVRToolkit.h>
 #include <core/document/NoteFormat_p.h>
 #include <core/rtf/model/RtfExact.h>
 
@@ -86,8 +87,7 @@ int colorOf(const QTextFormat &format, int property, RtfResources *resources)
 
 QString familyOf(const QTextCharFormat &format)
 {
-    const QString family = format.fontFamily();
-    return family.isEmpty() ? format.fontFamilies().toStringList().value(0) : family;
+    return MVRToolkit::fontFamily(format);
 }
 
 // Tab stops as \tx can say them.
@@ -128,7 +128,7 @@ QTextCharFormat toCharFormat(const RtfCharProps &props, const RtfResources &reso
     QTextCharFormat format;
     const QString family = resources.fonts.value(props.font).family;
     if (!family.isEmpty())
-        format.setFontFamily(family);
+        MVRToolkit::setFontFamily(&format, family);
     if (props.size > 0)
         format.setFontPointSize(props.size / 2.0);
     if (props.bold)

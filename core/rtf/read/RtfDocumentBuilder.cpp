@@ -43,7 +43,7 @@ int RtfDocumentBuilder::addMark()
 {
     const int number = static_cast<int>(m_markPositions.size());
     m_markPositions.push_back(-1);
-    m_paragraph.marks.push_back({m_paragraph.text.size(), number});
+    m_paragraph.marks.push_back({int(m_paragraph.text.size()), number});
     return number;
 }
 

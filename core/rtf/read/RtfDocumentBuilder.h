@@ -81,7 +81,7 @@ private:
     {
         std::vector<RtfRun> &runs = m_paragraph.runs;
         if (runs.empty() || runs.back().charFormat != charFormat)
-            runs.push_back({m_paragraph.text.size(), charFormat});
+            runs.push_back({int(m_paragraph.text.size()), charFormat});
     }
     void openTables(int level);
     void closeTables(int level);

@@ -30,7 +30,7 @@ QString nextArgument(const QString &instruction, int *at)
     return argument;
 }
 
-QString symbolCharacter(uint code, const QString &font, bool isUnicode)
+QString symbolCharacter(char32_t code, const QString &font, bool isUnicode)
 {
     if (isUnicode && code >= 0x20 && code < 0x110000 && !QChar::isSurrogate(code))
         return QString::fromUcs4(&code, 1);

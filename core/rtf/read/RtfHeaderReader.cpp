@@ -18,7 +18,7 @@ QString familyOfFace(const QString &face)
     if (hyphen <= 0)
         return face;
     for (const QLatin1String &style : styles) {
-        if (face.midRef(hyphen + 1) == style)
+        if (QStringView(face).mid(hyphen + 1) == style)
             return face.left(hyphen);
     }
     return face;

@@ -3,6 +3,7 @@
 
 #include <core/MVRParagraphView.h>
 #include <core/MVRTextRtf.h>
+#include <core/MVRToolkit.h>
 #include <core/rtf/model/RtfFormats.h>
 #include <core/rtf/model/RtfLists.h>
 #include <core/rtf/model/RtfPicture.h>
@@ -304,7 +305,7 @@ const QByteArray &RtfWriter::markWords(int formatNumber, const QTextBlock &block
 void RtfWriter::writeDefaults(const QTextDocument &document)
 {
     QTextCharFormat format;
-    format.setFontFamily(document.defaultFont().family());
+    MVRToolkit::setFontFamily(&format, document.defaultFont().family());
     if (document.defaultFont().pointSizeF() > 0)
         format.setFontPointSize(document.defaultFont().pointSizeF());
     appendRtfWords(RtfCharProps(), RtfFormats::fromCharFormat(format, true, &m_resources),
