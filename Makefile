@@ -1,14 +1,15 @@
 # SPDX-License-Identifier: MIT
 # The front door. Everything a fresh machine needs is installed by scripts/install-deps.
 .DEFAULT_GOAL := help
-.PHONY: help deps build demo test nightly asan tsan coverage mutants format format-check tidy bench interop fuzz install clean
+.PHONY: help deps build demo test nightly asan tsan coverage mutants format format-check tidy bench interop fuzz growth faults install clean
 
 BUILD := build/dev
 JOBS ?= $(shell nproc)
 PREFIX ?= /usr/local
 # For each of the fuzz targets, two at a time on two processors.
 FUZZ_SECONDS ?= 600
-GROWTH_SCALE ?= 1
+NIGHTLY_FUZZ_SECONDS ?= 3600
+KILLS ?= 200
 RTF_DOCUMENTS ?= 4000
 MUTANTS ?= 220
 
@@ -30,10 +31,13 @@ demo: deps ## Convert the example screenplay and show what comes out
 test: build ## Run the whole test suite
 	@ctest --preset dev -j $(JOBS)
 
-nightly: build ## Round trips of RTF_DOCUMENTS random documents, static checks of everything
+nightly: build ## What takes hours: random documents, all static checks, growth, faults, fuzzing
 	@MVR_RANDOM_DOCUMENTS=$(RTF_DOCUMENTS) QT_QPA_PLATFORM=offscreen \
 		$(BUILD)/tests/tst_rtfroundtrip randomDocuments -silent
 	@scripts/tidy $(BUILD) --all
+	@MVR_EVERY_BYTE=1 QT_QPA_PLATFORM=offscreen $(BUILD)/tests/tst_truncation -silent
+	@$(MAKE) --no-print-directory faults growth
+	@$(MAKE) --no-print-directory fuzz FUZZ_SECONDS=$(NIGHTLY_FUZZ_SECONDS)
 
 asan: deps ## Run the test suite under AddressSanitizer and UndefinedBehaviorSanitizer
 	@cmake --preset asan >/dev/null
@@ -75,6 +79,15 @@ interop: deps ## Exchange RTF with LibreOffice and pandoc, which are installed w
 	@cmake --preset dev >/dev/null
 	@cmake --build --preset dev -j $(JOBS) --target mvrtext mvrinterop
 	@scripts/interop $(BUILD)
+
+growth: deps ## Check that time and memory grow with hostile inputs, not faster (an hour)
+	@cmake --preset release -DMVR_BUILD_BENCH=OFF >/dev/null
+	@cmake --build --preset release -j $(JOBS) --target mvrtext
+	@scripts/growth build/release/tool/mvrtext
+
+faults: build ## Fail each call of the system once, kill the tool KILLS times, starve it
+	@scripts/install-deps strace
+	@tests/faults $(BUILD)/tool/mvrtext $(KILLS)
 
 fuzz: deps ## Fuzz readers and operations, FUZZ_SECONDS each: an hour in all
 	@cmake --preset fuzz >/dev/null

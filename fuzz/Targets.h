@@ -10,6 +10,7 @@ class QByteArray;
 // clang-format off
 #define MVR_FUZZ_TARGETS(row) \
     row(end_notes) \
+    row(fdx_file) \
     row(fdx_reader) \
     row(html_bbcode) \
     row(inline_markup) \

@@ -37,6 +37,8 @@ void TestToolMarkup::init()
     m_folder.reset(new ToolFolder);
     QVERIFY(m_folder->isValid());
     m_folder->write(QStringLiteral("in.rtf"), manuscript);
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("sub")));
+    m_folder->write(QStringLiteral("sub/in.rtf"), manuscript);
     QVERIFY(QImage(3, 2, QImage::Format_RGB32).save(m_folder->path(QStringLiteral("a.png"))));
 }
 
@@ -55,6 +57,15 @@ void TestToolMarkup::runs_data()
     QTest::newRow("picture by its file") << "markup --read in.rtf -o a.html"
                                          << "a.html"
                                          << "<img src=\"a.png\" width=\"30\" height=\"20\" />";
+    QTest::newRow("picture outside of the folder") << "markup --read sub/in.rtf -o a.html"
+                                                   << ""
+                                                   << "1 picture not opened";
+    QTest::newRow("picture in another folder") << "markup --read --media-from . sub/in.rtf -o a.rtf"
+                                               << "a.rtf"
+                                               << "\\pngblip";
+    QTest::newRow("picture anywhere") << "markup --read --media anywhere sub/in.rtf -o a.rtf"
+                                      << "a.rtf"
+                                      << "\\pngblip";
     QTest::newRow("numbers") << "endnotes --first 7 in.rtf -o a.txt"
                              << "a.txt"
                              << "Some text [said] and more7 end[aside]"

@@ -116,6 +116,7 @@ void TestToolTrust::boundsHtml_data()
         "empty cells", "");
     row("a heading over all columns",
         "<table><tr><td colspan=100>h<tr><td>a<td>b<tr><td>c<td>d</table>", 0, "", "h");
+    row("a long list", "<ul>" + repeated("<li>a", 10001) + "</ul>", 1, "too many items", "");
     row("nested", repeated("<div>", 1001), 1, "nested", "");
     row("style rules",
         "<style>" + repeated("p.x{color:red}", 6000) + "</style>" + repeated("<p>a", 6000), 0,

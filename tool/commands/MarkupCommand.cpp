@@ -12,7 +12,11 @@
 
 #include <core/MVRTextFormat.h>
 #include <core/document/FormatEdits_p.h>
+#include <text/MVRPicturePolicy.h>
 #include <text/MVRTextDoc.h>
+
+#include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -74,9 +78,40 @@ int linkedPictures(const QTextDocument &text)
     return count;
 }
 
-void readMarkup(QTextDocument &text, const Format &output, const QString &name)
+/*! Which pictures the input may have opened: those beside it, unless the user says more. */
+MVRPicturePolicy picturePolicy(const CommandLine &commandLine)
 {
-    MVRTextDoc::fromInlineMarkup(&text);
+    if (commandLine.isSet("media"))
+        return MVRPicturePolicy::anywhere();
+    if (commandLine.isSet("media-from"))
+        return MVRPicturePolicy::below(commandLine.value("media-from"));
+    const QString input = commandLine.file(0);
+    return MVRPicturePolicy::below(input == QLatin1String("-") ? QDir::currentPath()
+                                                               : QFileInfo(input).absolutePath());
+}
+
+/*! Says how many pictures were left alone. */
+void reportRefused(const QTextDocument &text, const MVRPicturePolicy &policy, const QString &name)
+{
+    int count = 0;
+    for (FragmentWalker walker(&text, 0); walker.isValid(); walker.next()) {
+        const QTextCharFormat format = walker.format();
+        if (isLinkedPicture(format)
+            && !policy.allows(format.stringProperty(MVRTextFormat::ImageLinkProperty)))
+            count += walker.end() - walker.start();
+    }
+    if (count > 0)
+        printMessage(name,
+                     counted(count, "picture", "pictures")
+                         + QLatin1String(" not opened, outside of the folder for pictures; see "
+                                         "--media-from and --media"));
+}
+
+void readMarkup(QTextDocument &text, const Format &output, const MVRPicturePolicy &policy,
+                const QString &name)
+{
+    MVRTextDoc::fromInlineMarkup(&text, policy);
+    reportRefused(text, policy, name);
     text.setUndoRedoEnabled(false); // reading has switched it on
     sizePicturesInPoints(text);
     // In the text they would be codes again.
@@ -98,6 +133,8 @@ int runMarkup(const CommandLine &commandLine)
     QString error;
     if (commandLine.isSet("write") == commandLine.isSet("read"))
         return commandLine.usageError(Tool::tr("say either --write or --read"));
+    if (commandLine.isSet("media") && commandLine.isSet("media-from"))
+        return commandLine.usageError(Tool::tr("say either --media or --media-from"));
     if (!rewriting.readArguments(true, &error))
         return commandLine.usageError(error);
     if (!rewriting.isSafe())
@@ -112,7 +149,7 @@ int runMarkup(const CommandLine &commandLine)
     if (commandLine.isSet("write"))
         writeMarkup(document.text, name);
     else
-        readMarkup(document.text, output, name);
+        readMarkup(document.text, output, picturePolicy(commandLine), name);
     // What was spelled out so as not to be lost is not to be lost now.
     return rewriting.saveWithNotes(true, document, progress) ? Success : Failure;
 }
@@ -133,7 +170,16 @@ Command markupCommand()
         examples,
         {Rewriting::input()},
         {{"write", nullptr, QT_TRANSLATE_NOOP("mvrtext", "Write codes."), {}},
-         {"read", nullptr, QT_TRANSLATE_NOOP("mvrtext", "Read codes."), {}}},
+         {"read", nullptr, QT_TRANSLATE_NOOP("mvrtext", "Read codes."), {}},
+         {"media-from",
+          "DIR",
+          QT_TRANSLATE_NOOP("mvrtext",
+                            "Open pictures in this folder and below, instead of in that of IN."),
+          {}},
+         {"media",
+          "WHERE",
+          QT_TRANSLATE_NOOP("mvrtext", "Open the pictures that codes name wherever they are."),
+          {QStringLiteral("anywhere")}}},
         {oldFormatWord()},
         runMarkup};
     command.options += Rewriting::options(true);

@@ -21,6 +21,8 @@ constexpr int spannedPerCell = 8;
 // A table takes room for all columns in each row. A cell takes Qt some 0.3 ms and 6 KB.
 constexpr qint64 roomPerCell = 16;
 constexpr qint64 roomAllowance = 10000;
+// Qt looks through a list for each of its items: this many take some 3 s.
+constexpr int mostListItems = 10000;
 // Comparing an element with a part of a rule takes some 60 ns.
 constexpr qint64 mostComparisons = 30000000;
 
@@ -71,6 +73,7 @@ public:
 private:
     void addTag(const HtmlTag &tag);
     void addTableTag(const QString &name, const HtmlTag &tag);
+    void addListTag(const QString &name, bool isEnd);
     int skipStyle(int start);
     Span span(const HtmlTag &tag, const char *name) const;
     void closeTable();
@@ -83,6 +86,8 @@ private:
     qint64 m_ruleParts = 0;
     qint64 m_cells = 0;
     qint64 m_room = 0;
+    QVector<int> m_openLists; // their items
+    int m_mostItems = 0;
     QVector<Table> m_open;
     QVector<Span> m_spans; // to be rewritten
     QVector<QPair<int, int>> m_styles; // what stands in style elements
@@ -117,6 +122,8 @@ BoundedHtml HtmlCheck::run()
         result.error = nestingError();
     else if (m_room > roomAllowance + m_cells * roomPerCell)
         result.error = QStringLiteral("its tables have too many empty cells");
+    else if (m_mostItems > mostListItems)
+        result.error = QStringLiteral("one of its lists has too many items");
     else
         result.html = rewritten();
     result.hasLostStyles = m_ruleParts * m_elements > mostComparisons;
@@ -132,6 +139,19 @@ void HtmlCheck::addTag(const HtmlTag &tag)
         m_depth = qMax(0, m_depth + (tag.isEnd ? -1 : 1));
     m_deepest = qMax(m_deepest, m_depth);
     addTableTag(name, tag);
+    addListTag(name, tag.isEnd);
+}
+
+void HtmlCheck::addListTag(const QString &name, bool isEnd)
+{
+    if (name == QLatin1String("ul") || name == QLatin1String("ol")) {
+        if (!isEnd && m_deepest <= maxElementDepth)
+            m_openLists.append(0);
+        else if (isEnd && !m_openLists.isEmpty())
+            m_openLists.removeLast();
+    } else if (name == QLatin1String("li") && !isEnd && !m_openLists.isEmpty()) {
+        m_mostItems = qMax(m_mostItems, ++m_openLists.last());
+    }
 }
 
 void HtmlCheck::addTableTag(const QString &name, const HtmlTag &tag)
