@@ -186,6 +186,10 @@ struct LeftOut
     int alternates = 0; /*!< alternate versions of dialogue */
     int omittedParagraphs = 0; /*!< paragraphs of omitted scenes */
     int summaries = 0; /*!< summaries of scenes */
+    // Only MVRFinalDraftFile counts these.
+    int sceneTitles = 0;
+    int headers = 0; /*!< headers and footers with words */
+    int beats = 0; /*!< cards of the beat board */
 };
 
 }

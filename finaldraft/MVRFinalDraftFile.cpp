@@ -2,6 +2,7 @@
 #include <finaldraft/MVRFinalDraftFile.h>
 
 #include <finaldraft/file/FdxDocument_p.h>
+#include <finaldraft/file/FdxLeftOut_p.h>
 #include <finaldraft/file/FdxNotes_p.h>
 #include <finaldraft/file/FdxScript_p.h>
 #include <finaldraft/file/FdxSkeleton_p.h>
@@ -246,6 +247,14 @@ QVector<MVRFinalDraftFile::Scene> MVRFinalDraftFile::scenes() const
         block += paragraph.hasBlock ? 1 : 0;
     }
     return scenes;
+}
+
+MVRFinalDraft::LeftOut MVRFinalDraftFile::leftOut() const
+{
+    if (!isLoaded())
+        return MVRFinalDraft::LeftOut();
+    d->findNotes();
+    return fdxLeftOut(d->tree, d->notes);
 }
 
 QHash<QString, MVRFinalDraft::ElementSettings> MVRFinalDraftFile::elementSettings() const

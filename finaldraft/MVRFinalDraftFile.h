@@ -165,6 +165,9 @@ public:
     /*! The scenes of the loaded file. */
     QVector<Scene> scenes() const;
 
+    /*! What of the file's text the document of read() does not show: it stays in the file. */
+    MVRFinalDraft::LeftOut leftOut() const;
+
     /*! The settings of the file by paragraph type; indents count from a margin of 72 points. */
     QHash<QString, MVRFinalDraft::ElementSettings> elementSettings() const;
 

@@ -123,7 +123,12 @@ void TestToolDocuments::tellsFigures()
     const QJsonObject play
         = QJsonDocument::fromJson(mvrtext(info + QStringList(example())).output).object();
     const QJsonObject elements = play.value(QLatin1String("elements")).toObject();
-    QCOMPARE(elements.value(QLatin1String("Scene Heading")).toInt(), 4); // three and a shot
+    QCOMPARE(elements.value(QLatin1String("Scene Heading")).toInt(), 3);
+    QCOMPARE(elements.value(QLatin1String("Shot")).toInt(), 1);
+    QCOMPARE(play.value(QLatin1String("scenes")).toArray().size(), 3);
+    QVERIFY(play.value(QLatin1String("version")).isString());
+    const QJsonArray cast = play.value(QLatin1String("cast")).toArray();
+    QVERIFY(cast.size() > 1 && cast.first().toObject().value(QLatin1String("words")).toInt() > 0);
     QCOMPARE(elements.value(QLatin1String("Dialogue")).toInt(), 26);
     QCOMPARE(play.value(QLatin1String("notes")).toObject().value(QLatin1String("comment")).toInt(),
              5);

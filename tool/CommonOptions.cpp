@@ -79,8 +79,8 @@ QVector<Option> writingOptions()
         {"notes", "WHERE",
          QT_TRANSLATE_NOOP("mvrtext",
                            "Put notes into the text (inline), attach them to words (inspector) or "
-                           "leave them out (drop). Without this option they go inline into fdx "
-                           "and stay as they are in rtf; other formats carry none."),
+                           "leave them out (drop). Without this option they stay as they are in "
+                           "fdx and rtf; other formats carry none."),
          notesChoices()},
         {"paper", "PAPER",
          QT_TRANSLATE_NOOP("mvrtext",

@@ -3,11 +3,14 @@
 
 #include <core/MVRScriptElement.h>
 #include <core/document/OfflineDocument_p.h>
+#include <finaldraft/MVRFinalDraftFile.h>
 
 #include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QStringList>
+
+#include <memory>
 
 /*! The distance of text from the paper's edge where a document does not give one, in points. */
 constexpr double defaultMargin = 72.0;
@@ -24,5 +27,6 @@ struct Document
     bool showInvisibles = false;
     QByteArray source; /*!< of a screenplay: the file that it was read from */
     QByteArray sourceMark; /*!< tells whether the text is still the one of source */
+    std::shared_ptr<MVRFinalDraftFile> script; /*!< the file that it is a view of; may be null */
     QStringList losses; /*!< what its file holds and it does not, in words */
 };

@@ -81,7 +81,7 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
     }
     if (document.title.isEmpty() && path != QLatin1String("-"))
         document.title = shownOnTerminal(QFileInfo(path).completeBaseName());
-    if (!document.losses.isEmpty())
+    if (!document.losses.isEmpty() && !(options.goesBack && document.script))
         listener.say(name, Tool::tr("not read: %1").arg(document.losses.join(QLatin1String(", "))));
     return true;
 }

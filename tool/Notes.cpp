@@ -64,19 +64,12 @@ int placeInInspector(QTextDocument &document, NoteSupport support)
 {
     MVRTextDoc::convertInlineAnnotationsToInspectorComments(&document, false, QTextCursor());
     MVRTextDoc::convertInlineFootnotesToInspectorFootnotes(&document, false, QTextCursor());
-    return support == NoteSupport::Attached ? 0 : dropInspectorNotes(document);
+    return support == NoteSupport::None ? dropInspectorNotes(document) : 0;
 }
 
 NotesChoice choiceFor(NoteSupport support)
 {
-    switch (support) {
-    case NoteSupport::InText:
-        return NotesChoice::Inline;
-    case NoteSupport::Attached:
-        return NotesChoice::ByFormat;
-    default:
-        return NotesChoice::Drop;
-    }
+    return support == NoteSupport::None ? NotesChoice::Drop : NotesChoice::ByFormat;
 }
 
 }
@@ -124,7 +117,7 @@ int placeNotes(QTextDocument &document, NotesChoice choice, NoteSupport support)
     case NotesChoice::Inspector:
         return placeInInspector(document, support);
     case NotesChoice::ByFormat:
-        return 0; // RTF's writer places those in the text too
+        return 0; // the writers of RTF and screenplays place those in the text too
     default:
         return dropInspectorNotes(document) + removeNotes(document, Note::InlineAnnotation)
             + removeNotes(document, Note::InlineFootnote);

@@ -30,13 +30,13 @@ void encloseAnnotations(QTextDocument &document, const QString &opening, const Q
 /*! What notes a file format has. */
 enum class NoteSupport {
     None,
-    InText, /*!< in the text, as Final Draft's script notes */
+    InText, /*!< attached to text too, as Final Draft's script notes */
     Attached /*!< attached to text, as RTF's comments and footnotes; in the text as codes */
 };
 
 /*! What a conversion does with the notes of a document. */
 enum class NotesChoice {
-    ByFormat, /*!< inline for Final Draft, as they are for RTF, else drop */
+    ByFormat, /*!< as they are for Final Draft and RTF, else drop */
     Inline, /*!< put them into the text */
     Inspector, /*!< take them out of the text and attach them to a word */
     Drop

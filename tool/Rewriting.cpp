@@ -65,7 +65,8 @@ bool Rewriting::load(Document &document, Progress &progress, int number) const
 {
     ReadOptions options;
     // What is written as a screenplay keeps the letters as typed; so does what is only looked at.
-    options.capitals = m_to && !m_to->hasElements;
+    options.capitals = m_to && !m_to->hasElements && !m_keepsLetters;
+    options.goesBack = m_to && m_to->hasElements && number == 0;
     return loadDocument(m_commandLine.file(number), *m_from.at(number), options, document,
                         progress);
 }

@@ -48,6 +48,9 @@ public:
         \a keepsInline says so. */
     bool saveWithNotes(bool keepsInline, Document &document, Progress &progress) const;
 
+    /*! Letters are not put in capitals before the document is written: codes would be, too. */
+    void keepLetters() { m_keepsLetters = true; }
+
     int inputCount() const { return m_from.size(); }
     /*! What messages call an input and the output. */
     QString inputName(int number) const;
@@ -58,6 +61,7 @@ private:
     QString m_output;
     QVector<const Format *> m_from; // of each input
     const Format *m_to = nullptr;
+    bool m_keepsLetters = false;
     NotesChoice m_notes = NotesChoice::ByFormat;
     WriteOptions m_writeOptions;
 };

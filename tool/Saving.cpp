@@ -5,12 +5,10 @@
 #include <tool/Messages.h>
 #include <tool/Output.h>
 #include <tool/Progress.h>
+#include <tool/formats/Capitals.h>
 #include <tool/formats/Formats.h>
 
 #include <core/MVRTextRtf.h>
-
-#include <QHash>
-#include <QTextBlock>
 
 namespace {
 
@@ -29,35 +27,6 @@ void reportNotes(Listener &listener, const QString &name, const Format &format, 
                            : Tool::tr("%1 left out").arg(notes));
 }
 
-// The writer of screenplays gives a paragraph its element and nothing of its own.
-int ownShapes(const Document &document)
-{
-    QHash<QString, QTextBlockFormat> formats;
-    for (const MVRScriptElement &element : document.elements)
-        formats.insert(element.name(), element.blockFormat());
-    int count = 0;
-    QTextBlock block = document.text.findBlockByNumber(document.titlePageBlocks);
-    for (; block.isValid(); block = block.next()) {
-        const QTextBlockFormat format = block.blockFormat();
-        const auto element
-            = formats.constFind(format.stringProperty(MVRScriptElement::NameProperty));
-        if (element != formats.constEnd() && block.length() > 1
-            && !MVRScriptElement::equal(*element, format))
-            ++count;
-    }
-    return count;
-}
-
-void reportShapes(Listener &listener, const QString &name, const Document &document)
-{
-    const int count = ownShapes(document);
-    if (count > 0)
-        listener.say(name,
-                     Tool::tr("%1 like the element now, not as set in the input")
-                         .arg(counted(count, QT_TRANSLATE_NOOP("mvrtext", "paragraph looks"),
-                                      QT_TRANSLATE_NOOP("mvrtext", "paragraphs look"))));
-}
-
 }
 
 bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
@@ -68,6 +37,8 @@ bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
     if (!options.author.isEmpty() && !document.text.property(MVRTextRtf::authorProperty).isValid())
         document.text.setProperty(MVRTextRtf::authorProperty, options.author);
     const int lost = placeNotes(document.text, choice, format.notes);
+    if (!format.hasElements && document.script)
+        putInCapitals(document.text);
     QByteArray bytes;
     QString error;
     if (!format.write(document, options, &bytes, &error) || !writeOutput(path, bytes, &error)) {
@@ -75,7 +46,5 @@ bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
         return false;
     }
     reportNotes(listener, name, format, choice, lost);
-    if (format.hasElements)
-        reportShapes(listener, name, document);
     return true;
 }

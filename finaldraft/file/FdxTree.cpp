@@ -13,7 +13,8 @@ constexpr int maxDepth = 256;
 constexpr int maxSize = 1 << 30; // places are ints, and what is written may be longer
 
 constexpr unsigned parseFlags = pugi::parse_cdata | pugi::parse_comments | pugi::parse_pi
-    | pugi::parse_escapes | pugi::parse_wconv_attribute | pugi::parse_embed_pcdata;
+    | pugi::parse_doctype | pugi::parse_escapes | pugi::parse_wconv_attribute
+    | pugi::parse_embed_pcdata;
 
 bool isSpace(char character)
 {
@@ -83,6 +84,10 @@ bool FdxTree::load(const QByteArray &file)
         return fail(result.description(), int(result.offset));
     if (!m_document->document_element())
         return fail("no element found", 0);
+    for (const pugi::xml_node &node : m_document->children()) {
+        if (node.type() == pugi::node_doctype && std::strchr(node.value(), '['))
+            return fail("a document type that declares something is refused", 0);
+    }
     return isShallow() || fail("elements are nested too deep", 0);
 }
 
@@ -142,10 +147,10 @@ bool FdxTree::fail(const char *message, int offset)
     const QByteArray before = m_source.left(end);
     const int line = 1 + before.count('\n');
     const int column = end - before.lastIndexOf('\n');
-    m_errorString = QObject::tr("%1 (line %2, column %3)")
-                        .arg(QString::fromUtf8(message))
+    m_errorString = QObject::tr("Line %1, column %2: %3")
                         .arg(line)
-                        .arg(column);
+                        .arg(column)
+                        .arg(QString::fromUtf8(message));
     m_document.reset();
     return false;
 }

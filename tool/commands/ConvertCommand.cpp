@@ -54,6 +54,7 @@ bool convert(const QString &input, const Format &from, const QString &output,
     ReadOptions readOptions;
     // A screenplay file keeps the letters as typed; its reader puts them in capitals again.
     readOptions.capitals = !conversion.to->hasElements;
+    readOptions.goesBack = conversion.to->hasElements;
     return loadDocument(input, from, readOptions, document, listener)
         && saveDocument(output, *conversion.to, conversion.notes, conversion.options, document,
                         listener);

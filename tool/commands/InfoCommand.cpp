@@ -8,6 +8,7 @@
 #include <tool/Progress.h>
 #include <tool/Table.h>
 #include <tool/commands/Commands.h>
+#include <tool/commands/ScriptReport.h>
 #include <tool/formats/Formats.h>
 #include <tool/formats/ScreenplayPages.h>
 #include <tool/pages/Pages.h>
@@ -83,6 +84,11 @@ QJsonObject toJson(const Figures &figures, const Document &document)
     object.insert(QStringLiteral("titlePageParagraphs"), document.titlePageBlocks);
     object.insert(QStringLiteral("scaling"), document.scaling);
     object.insert(QStringLiteral("showInvisibles"), document.showInvisibles);
+    if (document.script) {
+        const QJsonObject script = scriptFigures(document);
+        for (auto member = script.constBegin(); member != script.constEnd(); ++member)
+            object.insert(member.key(), member.value());
+    }
     return object;
 }
 

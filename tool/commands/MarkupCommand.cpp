@@ -142,6 +142,8 @@ int runMarkup(const CommandLine &commandLine)
 
     Progress progress;
     Document document;
+    if (commandLine.isSet("read"))
+        rewriting.keepLetters();
     if (!rewriting.load(document, progress))
         return Failure;
     const Format &output = *rewriting.outputFormat();

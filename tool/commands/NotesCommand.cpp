@@ -10,6 +10,7 @@
 #include <tool/Table.h>
 #include <tool/commands/Commands.h>
 #include <tool/commands/NoteChanges.h>
+#include <tool/commands/ScriptReport.h>
 
 #include <text/MVRTextDoc.h>
 
@@ -72,7 +73,9 @@ int list(const CommandLine &commandLine, const Rewriting &rewriting)
         printTable(notes, document.text);
         return Success;
     }
-    QJsonArray array;
+    QJsonArray array = document.script ? scriptNotes(document) : QJsonArray();
+    if (document.script)
+        notes.clear(); // in the document one gives way to the other
     for (const Note &note : qAsConst(notes))
         array.append(toJson(note, document.text));
     printOutput(QString::fromUtf8(QJsonDocument(array).toJson()));

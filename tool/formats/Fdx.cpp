@@ -3,11 +3,12 @@
 
 #include <tool/Document.h>
 #include <tool/Messages.h>
+#include <tool/formats/Capitals.h>
 #include <tool/formats/ScreenplayElements.h>
 #include <tool/formats/ScreenplayPages.h>
 
-#include <finaldraft/MVRFinalDraftReader.h>
-#include <finaldraft/MVRFinalDraftWriter.h>
+#include <core/document/EditBlock_p.h>
+#include <finaldraft/MVRFinalDraftFile.h>
 
 #include <QBuffer>
 #include <QFont>
@@ -15,24 +16,6 @@
 #include <QTextCursor>
 
 namespace {
-
-// The reader closes each paragraph, so that an empty one is left that nobody wrote.
-void dropLastBlock(QTextDocument &document)
-{
-    const QTextBlock last = document.lastBlock();
-    const QTextBlock before = last.previous();
-    if (!before.isValid() || last.length() > 1)
-        return;
-    const QTextBlockFormat blockFormat = before.blockFormat();
-    const QTextCharFormat charFormat = before.charFormat();
-    QTextCursor cursor(&document);
-    cursor.movePosition(QTextCursor::End);
-    cursor.deletePreviousChar();
-    // An empty paragraph takes the format of the one that is deleted behind it.
-    cursor.setBlockFormat(blockFormat);
-    if (cursor.block().length() == 1)
-        cursor.setBlockCharFormat(charFormat);
-}
 
 // Settings count indents from a margin of 72 points, the document from its own.
 void moveToMargin(ElementSettingsMap &settings, double margin)
@@ -63,10 +46,13 @@ QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut)
         if (count > 0)
             words << counted(count, singular, plural);
     };
-    add(leftOut.detachedNotes, "note kept beside the script", "notes kept beside the script");
+    add(leftOut.detachedNotes, "note without a place", "notes without a place");
     add(leftOut.alternates, "alternate", "alternates");
     add(leftOut.omittedParagraphs, "paragraph of omitted scenes", "paragraphs of omitted scenes");
     add(leftOut.summaries, "scene summary", "scene summaries");
+    add(leftOut.sceneTitles, "scene title", "scene titles");
+    add(leftOut.headers, "header or footer", "headers and footers");
+    add(leftOut.beats, "card of the beat board", "cards of the beat board");
     return words;
 }
 
@@ -76,28 +62,47 @@ bool readFdx(const QByteArray &bytes, const ReadOptions &options, Document &docu
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
-    MVRFinalDraftReader reader;
-    reader.setFallbackSettings(fallbackSettings());
-    ElementSettingsMap settings;
-    const bool isRead = reader.load(&buffer)
-        && (reader.readElements(&settings), // of a file that is none of Final Draft's: no settings
-            reader.read(&document.text, elementsForReading(settings, options.capitals)));
-    if (!isRead) {
-        *error = reader.errorString();
+    const auto file = std::make_shared<MVRFinalDraftFile>();
+    if (!file->load(&buffer)) {
+        *error = file->errorString();
         return false;
     }
-    dropLastBlock(document.text);
+    if (file->elementXml(QStringLiteral("Content")).isEmpty()) {
+        *error = QStringLiteral("no Content in the Final Draft file");
+        return false;
+    }
+    file->read(&document.text);
+    if (options.capitals)
+        putInCapitals(document.text);
     document.text.setDefaultFont(QFont(QStringLiteral("Courier Final Draft"), 12));
+    ElementSettingsMap settings = standardSettings();
+    const ElementSettingsMap ownSettings = file->elementSettings();
+    for (auto own = ownSettings.cbegin(); own != ownSettings.cend(); ++own)
+        settings.insert(own.key(), own.value());
     moveToMargin(settings, document.text.documentMargin());
     document.elements = elementsForWriting(settings);
     document.isScreenplay = true;
-    document.titlePageBlocks = reader.titlePageBlockCount();
+    document.titlePageBlocks = file->titlePageBlockCount();
     document.title = firstWords(document.text, document.titlePageBlocks);
-    document.scaling = reader.scaling();
-    document.showInvisibles = reader.showInvisibles();
+    document.scaling = file->scaling();
+    document.showInvisibles = file->showInvisibles();
+    document.losses = lossWords(file->leftOut());
+    document.script = file;
     noteSource(document, bytes);
-    document.losses = lossWords(reader.leftOut());
     return true;
+}
+
+void markTitlePage(Document &document)
+{
+    QTextCursor cursor(&document.text);
+    const EditBlock editBlock(cursor);
+    QTextBlockFormat mark;
+    mark.setProperty(MVRFinalDraftFile::TitlePageProperty, true);
+    QTextBlock block = document.text.begin();
+    for (int i = 0; i < document.titlePageBlocks && block.isValid(); ++i, block = block.next()) {
+        cursor.setPosition(block.position());
+        cursor.mergeBlockFormat(mark);
+    }
 }
 
 bool writeFdx(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
@@ -105,9 +110,12 @@ bool writeFdx(Document &document, const WriteOptions &options, QByteArray *bytes
     Q_UNUSED(options)
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
-    MVRFinalDraftWriter writer;
-    writer.setTitlePageBlockCount(document.titlePageBlocks);
-    if (writer.write(&buffer, &document.text, document.elements))
+    if (!document.script) {
+        document.script = std::make_shared<MVRFinalDraftFile>();
+        markTitlePage(document);
+    }
+    document.script->setElements(document.elements);
+    if (document.script->write(&buffer, &document.text))
         return true;
     *error = QStringLiteral("cannot be written as a Final Draft file");
     return false;
@@ -115,5 +123,6 @@ bool writeFdx(Document &document, const WriteOptions &options, QByteArray *bytes
 
 }
 
-const Format fdxFormat = {
-    "fdx", "Final Draft", "", readFdx, writeFdx, NoteSupport::InText, PictureSupport::None, true};
+const Format fdxFormat
+    = {"fdx", "Final Draft", "fdxt", readFdx, writeFdx, NoteSupport::InText, PictureSupport::None,
+       true};

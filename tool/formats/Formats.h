@@ -16,6 +16,7 @@ struct Document;
 struct ReadOptions
 {
     bool capitals = true; /*!< put the text of all-capitals elements in capitals */
+    bool goesBack = false; /*!< the document is going to be written into its file again */
 };
 
 /*! What a user can ask of a written file. */

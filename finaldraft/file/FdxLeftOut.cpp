@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#include <finaldraft/file/FdxLeftOut_p.h>
+
+using MVRFinalDraft::LeftOut;
+
+namespace {
+
+/*! An element whose text counts as one piece that is left out. */
+struct Kind
+{
+    const char *parent;
+    const char *element;
+    int LeftOut::*counter;
+};
+
+constexpr Kind kinds[] = {
+    {"AltCollection", "Alt", &LeftOut::alternates},
+    {"OmittedScene", "Paragraph", &LeftOut::omittedParagraphs},
+    {"SceneProperties", "Summary", &LeftOut::summaries},
+    {"HeaderAndFooter", "Header", &LeftOut::headers},
+    {"HeaderAndFooter", "Footer", &LeftOut::headers},
+    {"ListItems", "ListItem", &LeftOut::beats},
+};
+
+bool hasText(const FdxTree &tree, const pugi::xml_node &element)
+{
+    return !fdxParagraphsText(tree, element).trimmed().isEmpty();
+}
+
+// Nested calls go down the tree, which is shallow.
+void count(const FdxTree &tree, const pugi::xml_node &parent, LeftOut *leftOut)
+{
+    for (const pugi::xml_node &child : parent.children()) {
+        if (fdxIs(child, "Text"))
+            continue;
+        if (fdxIs(child, "SceneProperties") && *child.attribute("Title").value())
+            ++leftOut->sceneTitles;
+        const Kind *found = nullptr;
+        for (const Kind &kind : kinds) {
+            if (fdxIs(child, kind.element) && fdxIs(parent, kind.parent))
+                found = &kind;
+        }
+        if (!found)
+            count(tree, child, leftOut);
+        else if (hasText(tree, child))
+            ++(leftOut->*(found->counter));
+    }
+}
+
+}
+
+LeftOut fdxLeftOut(const FdxTree &tree, const QVector<FdxNote> &notes)
+{
+    LeftOut leftOut;
+    count(tree, tree.root(), &leftOut);
+    for (const FdxNote &note : notes)
+        leftOut.detachedNotes
+            += note.attached.start == note.attached.end && hasText(tree, note.node) ? 1 : 0;
+    return leftOut;
+}
