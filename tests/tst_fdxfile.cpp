@@ -599,8 +599,13 @@ void TestFdxFile::runsKeepTheirAttributes_data()
                       "<Text> cat &#38; dog</Text><Text Style=\"Bold\" X=\"1\">&lt;&amp;</Text>");
     QTest::newRow("over runs") << "e teh c"
                                << "en d"
-                               << QByteArray("<Text>Seen d</Text><Text>at &#38; dog</Text>"
+                               << QByteArray("<Text>Seen</Text><Text> dat &#38; dog</Text>"
                                              "<Text Style=\"Bold\" X=\"1\"> run</Text>");
+    QTest::newRow("two places")
+        << "See teh cat & dog"
+        << "Sea teh cat & dogs"
+        << QByteArray("<Text>Sea </Text><Text AdornmentStyle=\"-1\">teh</Text>"
+                      "<Text> cat &#38; dogs</Text><Text Style=\"Bold\" X=\"1\"> run</Text>");
     QTest::newRow("all gone") << "See teh cat & dog run"
                               << "" << QByteArray("<Text></Text>");
 }

@@ -10,6 +10,30 @@ QByteArray attribute(const char *name, const QByteArray &value)
     return QByteArray(" ") + name + "=\"" + value + '"';
 }
 
+/*! A word of a run, or a blank. */
+struct Word
+{
+    int start; // in the paragraph's text
+    int run;
+    QString text;
+};
+
+/*! Appends the words of a run that begins at \a position, as far as they are in [from, to). */
+void addWords(const QString &text, int position, int from, int to, int run, QVector<Word> *words)
+{
+    int start = qMax(0, from - position);
+    const int end = qMin(int(text.size()), to - position);
+    while (start < end) {
+        int next = start;
+        while (next < end && !text.at(next).isSpace())
+            ++next;
+        if (next == start)
+            ++next; // a blank is a word of its own: runs are cut on either side of it
+        words->append({position + start, run, text.mid(start, next - start)});
+        start = next;
+    }
+}
+
 QByteArray fontAttributes(const FdxLook &look)
 {
     return attribute("AdornmentStyle", "0")
@@ -138,15 +162,76 @@ void FdxRunEdit::compare()
         --m_diff.suffix;
 }
 
+/*!
+    What was changed between the ends that stayed: as several changes where words in between stayed,
+    so that these keep their runs.
+*/
+QVector<FdxRunEdit::Hunk> FdxRunEdit::hunks() const
+{
+    const Hunk whole {m_diff.prefix, m_diff.oldLength - m_diff.suffix, m_diff.prefix,
+                      m_diff.newLength - m_diff.suffix};
+    QVector<Word> oldWords;
+    QVector<Word> newWords;
+    bool isPlain = true; // what a run holds beside text is not cut twice
+    int position = 0;
+    for (int i = 0; i < m_old.size(); ++i) {
+        addWords(m_old[i].text, position, whole.oldStart, whole.oldEnd, i, &oldWords);
+        position += m_old[i].text.size();
+        isPlain
+            = isPlain && !m_tree.slice(m_old[i].run.textStart, m_old[i].run.textEnd).contains('<');
+    }
+    position = 0;
+    for (int i = 0; i < m_new.size(); ++i) {
+        addWords(m_new[i].text, position, whole.newStart, whole.newEnd, i, &newWords);
+        position += m_new[i].text.size();
+    }
+    constexpr qint64 mostPairs = 250000;
+    if (!isPlain || qint64(oldWords.size()) * newWords.size() > mostPairs)
+        return {whole};
+    const auto isSame = [&](int i, int j) {
+        return oldWords[i].text == newWords[j].text
+            && isSameLook(m_old[oldWords[i].run], m_new[newWords[j].run]);
+    };
+    // The longest common sequence of words, from behind.
+    const int width = newWords.size() + 1;
+    QVector<int> lengths((oldWords.size() + 1) * width);
+    for (int i = oldWords.size(); i-- > 0;) {
+        for (int j = newWords.size(); j-- > 0;)
+            lengths[i * width + j] = isSame(i, j)
+                ? lengths[(i + 1) * width + j + 1] + 1
+                : qMax(lengths[(i + 1) * width + j], lengths[i * width + j + 1]);
+    }
+    QVector<Hunk> found;
+    Hunk open = whole;
+    const auto close = [&](int oldEnd, int newEnd) {
+        if (open.oldStart < oldEnd || open.newStart < newEnd)
+            found.append({open.oldStart, oldEnd, open.newStart, newEnd});
+    };
+    for (int i = 0, j = 0; i < oldWords.size() && j < newWords.size();) {
+        if (isSame(i, j)) {
+            close(oldWords[i].start, newWords[j].start);
+            open.oldStart = oldWords[i].start + oldWords[i].text.size();
+            open.newStart = newWords[j].start + newWords[j].text.size();
+            ++i;
+            ++j;
+        } else if (lengths[(i + 1) * width + j] >= lengths[i * width + j + 1]) {
+            ++i;
+        } else {
+            ++j;
+        }
+    }
+    close(whole.oldEnd, whole.newEnd);
+    return found;
+}
+
 /*! The part of the new runs that is changed text. */
-QVector<FdxRunEdit::NewRun> FdxRunEdit::changedRuns() const
+QVector<FdxRunEdit::NewRun> FdxRunEdit::changedRuns(const Hunk &hunk) const
 {
     QVector<NewRun> changed;
     int position = 0;
-    const int end = m_diff.newLength - m_diff.suffix;
     for (const NewRun &run : m_new) {
-        const int from = qMax(m_diff.prefix, position);
-        const int to = qMin(end, position + int(run.text.size()));
+        const int from = qMax(hunk.newStart, position);
+        const int to = qMin(hunk.newEnd, position + int(run.text.size()));
         if (from < to) {
             NewRun piece = run;
             piece.text = run.text.mid(from - position, to - from);
@@ -160,25 +245,24 @@ QVector<FdxRunEdit::NewRun> FdxRunEdit::changedRuns() const
     return changed;
 }
 
-FdxRunEdit::Change FdxRunEdit::assign() const
+FdxRunEdit::Change FdxRunEdit::assign(const Hunk &hunk) const
 {
     Change change;
-    change.pieces = changedRuns();
-    const int oldEnd = m_diff.oldLength - m_diff.suffix;
+    change.pieces = changedRuns(hunk);
     for (int i = 0; i < m_old.size(); ++i) {
         const OldRun &run = m_old[i];
-        if (run.start < m_diff.prefix && run.end >= m_diff.prefix)
+        if (run.start < hunk.oldStart && run.end >= hunk.oldStart)
             change.left = i;
-        if (run.end > oldEnd && run.start <= oldEnd && change.right < 0)
+        if (run.end > hunk.oldEnd && run.start <= hunk.oldEnd && change.right < 0)
             change.right = i;
-        const bool isInside = run.start >= m_diff.prefix && run.end <= oldEnd;
+        const bool isInside = run.start >= hunk.oldStart && run.end <= hunk.oldEnd;
         if (isInside && (run.start < run.end || m_diff.oldLength == 0))
             change.middle.append(i);
     }
     change.pieceOf.fill(-1, change.middle.size());
     change.place.fill(-2, change.pieces.size());
     // A change that began within a run goes on in it.
-    const bool beginsInLeft = change.left >= 0 && m_old[change.left].end > m_diff.prefix;
+    const bool beginsInLeft = change.left >= 0 && m_old[change.left].end > hunk.oldStart;
     int behind = -1;
     for (int piece = 0; piece < change.pieces.size(); ++piece) {
         const bool fitsLeft = piece == 0 && change.left >= 0
@@ -205,45 +289,49 @@ FdxRunEdit::Change FdxRunEdit::assign() const
 FdxSplices FdxRunEdit::splices() const
 {
     FdxSplices splices;
-    if (m_diff.isSame())
-        return splices;
-    const Change change = assign();
-    const int oldEnd = m_diff.oldLength - m_diff.suffix;
+    const QVector<Hunk> all = m_diff.isSame() ? QVector<Hunk>() : hunks();
+    for (const Hunk &hunk : all)
+        addHunk(hunk, &splices);
+    return splices;
+}
+
+void FdxRunEdit::addHunk(const Hunk &hunk, FdxSplices *splices) const
+{
+    const Change change = assign(hunk);
     const auto textOf
         = [&](int piece) { return piece < 0 ? QByteArray() : escaped(change.pieces[piece].text); };
     if (change.left >= 0 && change.left == change.right) {
-        addSplit(change, &splices);
-        return splices;
+        addSplit(hunk, change, splices);
+        return;
     }
     if (change.left >= 0) {
         const OldRun &run = m_old[change.left];
-        if (run.end > m_diff.prefix || change.toLeft >= 0)
-            splices.append(replaceText(run, m_diff.prefix - run.start, run.end - run.start,
-                                       textOf(change.toLeft)));
+        if (run.end > hunk.oldStart || change.toLeft >= 0)
+            splices->append(replaceText(run, hunk.oldStart - run.start, run.end - run.start,
+                                        textOf(change.toLeft)));
     }
-    addInserted(change, &splices);
+    addInserted(change, splices);
     // A paragraph without text keeps one empty run.
     const bool isEmptied = m_diff.newLength == 0;
     for (int i = 0; i < change.middle.size(); ++i) {
         const OldRun &run = m_old[change.middle[i]];
         const FdxTree::Span span = m_tree.span(run.run.node);
         if (change.pieceOf[i] >= 0)
-            splices.append(setText(run, change.pieces[change.pieceOf[i]].text));
+            splices->append(setText(run, change.pieces[change.pieceOf[i]].text));
         else if (isEmptied && i == 0)
-            splices.append(setText(run, QString()));
+            splices->append(setText(run, QString()));
         else
-            splices.append({m_tree.gapStart(span.start), span.end, QByteArray()});
+            splices->append({m_tree.gapStart(span.start), span.end, QByteArray()});
     }
     if (change.right >= 0) {
         const OldRun &run = m_old[change.right];
-        if (run.start < oldEnd || change.toRight >= 0)
-            splices.append(replaceText(run, 0, oldEnd - run.start, textOf(change.toRight)));
+        if (run.start < hunk.oldEnd || change.toRight >= 0)
+            splices->append(replaceText(run, 0, hunk.oldEnd - run.start, textOf(change.toRight)));
     }
-    return splices;
 }
 
 /*! A change within one run, which comes apart where something of another look was put in. */
-void FdxRunEdit::addSplit(const Change &change, FdxSplices *splices) const
+void FdxRunEdit::addSplit(const Hunk &hunk, const Change &change, FdxSplices *splices) const
 {
     const OldRun &run = m_old[change.left];
     QByteArray bytes;
@@ -260,8 +348,7 @@ void FdxRunEdit::addSplit(const Change &change, FdxSplices *splices) const
     }
     if (isSplit && change.toRight < 0)
         bytes += startTag(run);
-    splices->append(replaceText(run, m_diff.prefix - run.start,
-                                m_diff.oldLength - m_diff.suffix - run.start, bytes));
+    splices->append(replaceText(run, hunk.oldStart - run.start, hunk.oldEnd - run.start, bytes));
 }
 
 void FdxRunEdit::addInserted(const Change &change, FdxSplices *splices) const

@@ -68,14 +68,24 @@ private:
         FdxLook lookInOldType;
     };
     struct Change; // what becomes of the runs
+    /*! Text that was changed: characters [oldStart, oldEnd) became [newStart, newEnd). */
+    struct Hunk
+    {
+        int oldStart;
+        int oldEnd;
+        int newStart;
+        int newEnd;
+    };
 
     static bool isSameLook(const OldRun &oldRun, const NewRun &newRun);
     int commonLength(bool fromEnd, int limit) const;
     void compare();
-    QVector<NewRun> changedRuns() const;
-    Change assign() const;
+    QVector<Hunk> hunks() const;
+    QVector<NewRun> changedRuns(const Hunk &hunk) const;
+    Change assign(const Hunk &hunk) const;
+    void addHunk(const Hunk &hunk, FdxSplices *splices) const;
     void addInserted(const Change &change, FdxSplices *splices) const;
-    void addSplit(const Change &change, FdxSplices *splices) const;
+    void addSplit(const Hunk &hunk, const Change &change, FdxSplices *splices) const;
     FdxSplice replaceText(const OldRun &run, int from, int to, const QByteArray &bytes) const;
     FdxSplice setText(const OldRun &run, const QString &text) const;
     QByteArray startTag(const OldRun &run) const;
