@@ -82,7 +82,7 @@ void TestCounts::countsCharacters()
 void TestCounts::addsNotes()
 {
     QTextDocument document;
-    document.setPlainText(QStringLiteral("one two three four"));
+    document.setPlainText(QStringLiteral("one two three four five"));
     const auto attach = [&document](int start, const QByteArray &content, bool isFootnote) {
         const QTextCursor word = MarkedText::select(&document, start, start + 3);
         MVRTextDoc::setCommentCData(word, content, isFootnote);
@@ -91,12 +91,13 @@ void TestCounts::addsNotes()
     attach(4, MVRTextRtf::textToRtf(QStringLiteral("the foot note"), nullptr), true);
     attach(8, "no RTF", false);
     attach(14, QByteArray(), true);
-    QCOMPARE(MVRTextDoc::wordCount(document, false, false), 4);
-    QCOMPARE(MVRTextDoc::wordCount(document, true, false), 4 + 2);
-    QCOMPARE(MVRTextDoc::wordCount(document, false, true), 4 + 3);
+    attach(19, MVRTextRtf::textToRtf(QStringLiteral("one more"), nullptr), false);
+    QCOMPARE(MVRTextDoc::wordCount(document, false, false), 5);
+    QCOMPARE(MVRTextDoc::wordCount(document, true, false), 5 + 2 + 2);
+    QCOMPARE(MVRTextDoc::wordCount(document, false, true), 5 + 3);
     QCOMPARE(MVRTextDoc::wordCharacterCount(&document, true, true, false, true),
-             Counts(0, 18 + 9 + 13));
-    QCOMPARE(MVRTextDoc::formatCount(&document, MVRTextFormat::InspectorCommentProperty, true), 2);
+             Counts(0, 23 + 9 + 13 + 8));
+    QCOMPARE(MVRTextDoc::formatCount(&document, MVRTextFormat::InspectorCommentProperty, true), 3);
 }
 
 void TestCounts::countsPages()

@@ -377,7 +377,8 @@ void TestFdxFile::listsNotes_data()
           "<Paragraph><DualDialogue><Paragraph Type=\"Character\"><Text>ADA</Text>"
           "</Paragraph><Paragraph Type=\"Dialogue\"><Text>Hey</Text></Paragraph>"
           "</DualDialogue></Paragraph>\n"
-          "<Paragraph Type=\"Action\"><Text>La\nst.</Text></Paragraph>\n";
+          "<Paragraph Type=\"Action\"><Text>La\nst.</Text></Paragraph>\n"
+          "<Paragraph Type=\"Action\"><Text>y -</Text></Paragraph>\n";
     const auto range = [&](const char *name, const char *numbers, const char *text) {
         QTest::newRow(name) << script(
             body,
@@ -388,12 +389,13 @@ void TestFdxFile::listsNotes_data()
     range("point in a word", "5,5", "two");
     range("point at the end", "14,14", "three");
     range("point between words", "3,3", "One");
+    range("point behind a word of one letter", "27,27", "y");
     range("over paragraphs", "8,23", "three.\n\nADA\nHey\nLa\ns");
     range("empty paragraph", "15,15", "");
     range("start of dual dialogue", "16,16", "ADA");
     range("all of dual dialogue", "16,18", "ADA\nHey");
     range("behind dual dialogue", "19,21", "La");
-    range("ends beyond the script", "19,900", "La\nst.");
+    range("ends beyond the script", "19,900", "La\nst.\ny -");
     range("begins beyond the script", "800,900", "");
     range("backwards", "7,4", "two");
     QTest::newRow("no numbers") << script(

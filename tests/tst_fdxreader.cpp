@@ -216,6 +216,8 @@ void TestFdxReader::anchorsNotes_data()
     QTest::newRow("notes on different words") << "a b^x^ c^y^"
                                               << "a b c"
                                               << "b=x|c=y";
+    QTest::newRow("other alphabets")
+        << s("x слово^n^ y größer^m^.") << s("x слово y größer.") << s("слово=n|größer=m");
     QTest::newRow("growing word") << "x a^1^b^2^c^3^ d"
                                   << "x abc d"
                                   << "abc=3";

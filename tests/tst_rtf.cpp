@@ -116,8 +116,8 @@ void TestRtf::readsText_data()
         "ÇìÜº┤┴╬█Þ§■\u00a0!");
     row("code page of the font",
         "{\\fonttbl{\\f0\\fcharset0 A;}{\\f1\\fcharset238 B;}{\\f2\\cpg1253 "
-        "C;}}\\f0\\'e8\\f1\\'e8\\f2\\'e8",
-        "èčθ");
+        "C;}{\\f3\\fcharset255 D;}}\\f0\\'e8\\f1\\'e8\\f2\\'e8\\f3\\'81",
+        "èčθü");
     row("charset 0 is the file's on a Macintosh",
         "\\ansicpg10000{\\fonttbl{\\f0\\fcharset0 A;}}\\f0\\'8a", "ä");
     row("two bytes in hex", "\\ansicpg932\\'93\\'fa\\'96\\'7b", "日本");

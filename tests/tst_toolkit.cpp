@@ -6,6 +6,7 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextList>
 #include <QtTest>
 
 class TestToolkit : public QObject
@@ -20,6 +21,7 @@ private Q_SLOTS:
     void translatesSpacing();
     void leavesOtherParagraphsAlone();
     void secondTranslationChangesNothing();
+    void convertsEveryParagraph();
 };
 
 namespace {
@@ -164,6 +166,36 @@ void TestToolkit::secondTranslationChangesNothing()
     const QTextBlockFormat once = document.firstBlock().blockFormat();
     MVRToolkit::toStockParagraphs(&document, letterTextWidth);
     QCOMPARE(document.firstBlock().blockFormat(), once);
+}
+
+void TestToolkit::convertsEveryParagraph()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    cursor.insertText(QStringLiteral("a"));
+    cursor.insertBlock();
+    cursor.insertText(QStringLiteral("item"));
+    cursor.createList(QTextListFormat::ListDisc);
+    cursor.insertBlock();
+    cursor.insertImage(QStringLiteral("picture"));
+    document.clearUndoRedoStacks();
+
+    QTextBlockFormat centred;
+    centred.setAlignment(Qt::AlignCenter);
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    MVRTextFormat::convertToFormat(&document, &bold, &centred);
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        QCOMPARE(block.blockFormat().alignment(), Qt::AlignCenter);
+        QCOMPARE(block.textList() != nullptr, block.blockNumber() > 0);
+        const QTextCharFormat format = block.begin().fragment().charFormat();
+        QCOMPARE(format.fontWeight() == QFont::Bold, !format.isImageFormat());
+    }
+    document.undo(); // one step
+    QVERIFY(!document.isUndoAvailable());
+    QCOMPARE(document.begin().blockFormat().properties(), QTextBlockFormat().properties());
+    MVRTextFormat::convertToFormat(&document, nullptr, nullptr);
+    QVERIFY(!document.isUndoAvailable());
 }
 
 QTEST_MAIN(TestToolkit)

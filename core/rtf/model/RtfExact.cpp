@@ -251,9 +251,8 @@ QByteArray valueText(const QVariant &value)
     case Boolean:
         return value.toBool() ? QByteArrayLiteral("1") : QByteArrayLiteral("0");
     case Integer:
-        return QByteArray::number(value.toInt());
     case Real:
-        return realText(value.toDouble());
+        break; // written by toText() itself
     case Text:
         return value.toString().toUtf8().toHex();
     case TextList: {
