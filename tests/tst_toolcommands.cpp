@@ -19,6 +19,7 @@ private Q_SLOTS:
     void readsSettings();
     void completesInBash_data();
     void completesInBash();
+    void speaksGerman();
     void convertsBatches();
     void goesOnAfterAFailure();
     void refusesCollisions_data();
@@ -190,6 +191,51 @@ void TestToolCommands::completesInBash()
         const QString file = m_folder->write(QStringLiteral("script"), script);
         QCOMPARE(QProcess::execute(program, {QStringLiteral("-n"), file}), 0);
     }
+}
+
+void TestToolCommands::speaksGerman()
+{
+    // Descriptions begin with a capital behind the names of the options.
+    const auto descriptions = [this](const QString &command) {
+        const QString help = QString::fromUtf8(run(command + QLatin1String(" --help")).output);
+        QSet<QString> lines;
+        auto matches
+            = QRegularExpression(QStringLiteral("^(?=.{24})(?: {24}|  [-\\w, ]+  )([A-Z].*)$"),
+                                 QRegularExpression::MultilineOption)
+                  .globalMatch(help);
+        while (matches.hasNext())
+            lines.insert(matches.next().captured(1));
+        return lines;
+    };
+    const QStringList commands
+        = QStringLiteral("convert notes links info count replace append markup endnotes pages help")
+              .split(QLatin1Char(' '));
+    QVector<QSet<QString>> english;
+    for (const QString &command : commands)
+        english << descriptions(command);
+    qputenv("LC_ALL", "de_DE.UTF-8");
+    QString same;
+    for (int i = 0; i < commands.size(); ++i) {
+        const QSet<QString> german = descriptions(commands[i]);
+        QVERIFY(german.size() > 2 && english[i].size() > 2);
+        QSet<QString> both = german;
+        for (const QString &line : both.intersect(english[i]))
+            same += line + QLatin1Char('\n');
+    }
+    m_folder->write(QStringLiteral("note.rtf"), "{\\rtf1 x{\\footnote y} z{\\footnote y}}");
+    const QByteArray list = run(QStringLiteral("notes note.rtf")).output;
+    const QByteArray json = run(QStringLiteral("notes --json note.rtf")).output;
+    const QByteArray lost = run(QStringLiteral("convert note.rtf note.txt")).errors;
+    const QByteArray wrong = run(QStringLiteral("info --jsn note.rtf")).errors;
+    qputenv("LC_ALL", "C.UTF-8");
+    if (english[0] == descriptions(QStringLiteral("convert")) && same.contains(QLatin1String("png"))
+        && !wrong.contains("es gibt"))
+        QSKIP("The tool was built without Qt's translation tools.");
+    QCOMPARE(same, QString());
+    QVERIFY2(list.contains("ART") && list.contains("Fu\xc3\x9fnote"), list.constData());
+    QVERIFY(json.contains("\"kind\": \"footnote\"")); // for programs in any country
+    QVERIFY2(lost.contains("2 Notizen weggelassen"), lost.constData());
+    QVERIFY2(wrong.contains("es gibt keine Option --jsn"), wrong.constData());
 }
 
 void TestToolCommands::convertsBatches()

@@ -19,14 +19,14 @@ void CommandLine::check()
 {
     for (const Option &option : m_command.options) {
         if (option.isRequired && !isSet(option.name))
-            return fail(QT_TRANSLATE_NOOP("mvrtext", "--%1 %2 is missing"),
-                        QLatin1String(option.name), QLatin1String(option.value));
+            return fail(QT_TRANSLATE_NOOP("Tool", "--%1 %2 is missing"), QLatin1String(option.name),
+                        QLatin1String(option.value));
     }
     const bool repeats = !m_command.files.isEmpty() && m_command.files.last().repeats;
     if (m_files.size() < m_command.files.size())
-        fail(QT_TRANSLATE_NOOP("mvrtext", "a file name is missing"));
+        fail(QT_TRANSLATE_NOOP("Tool", "a file name is missing"));
     else if (m_files.size() > m_command.files.size() && !repeats)
-        fail(QT_TRANSLATE_NOOP("mvrtext", "too many file names"));
+        fail(QT_TRANSLATE_NOOP("Tool", "too many file names"));
 }
 
 void CommandLine::parse(const QStringList &arguments)
@@ -62,12 +62,12 @@ int CommandLine::parseOption(const QStringList &arguments, int at)
     }
     const bool takesValue = takesValueAs(name);
     if (!findOption(name) && !findOldWord(name, QString()))
-        fail(QT_TRANSLATE_NOOP("mvrtext", "there is no option %1"), word);
+        fail(QT_TRANSLATE_NOOP("Tool", "there is no option %1"), word);
     else if (holdsValue && !takesValue)
-        fail(QT_TRANSLATE_NOOP("mvrtext", "%1 takes no value"), word);
+        fail(QT_TRANSLATE_NOOP("Tool", "%1 takes no value"), word);
     const bool isBehind = takesValue && !holdsValue;
     if (isBehind && at + 1 >= arguments.size())
-        fail(QT_TRANSLATE_NOOP("mvrtext", "%1 needs a value"), word);
+        fail(QT_TRANSLATE_NOOP("Tool", "%1 needs a value"), word);
     if (m_state == Wrong)
         return 1;
     if (isBehind)
@@ -117,7 +117,7 @@ void CommandLine::give(const Option &option, const QString &value)
     const QString name = QLatin1String(option.name);
     const QString word = option.choices.isEmpty() ? value : value.toLower();
     if (!option.choices.isEmpty() && !option.takesOthers && !option.choices.contains(word))
-        fail(QT_TRANSLATE_NOOP("mvrtext", "--%1 does not take \"%2\""), name, value);
+        fail(QT_TRANSLATE_NOOP("Tool", "--%1 does not take \"%2\""), name, value);
     m_values.insert(name, word);
 }
 
@@ -131,7 +131,7 @@ void CommandLine::readSettings()
         if (setting == settings.constEnd())
             continue;
         if (!option.choices.isEmpty() && !option.choices.contains(setting->toLower()))
-            return fail(QT_TRANSLATE_NOOP("mvrtext", "%1 does not take what %2 says"), name,
+            return fail(QT_TRANSLATE_NOOP("Tool", "%1 does not take what %2 says"), name,
                         userSettingsFile());
         m_settings.insert(name, option.choices.isEmpty() ? *setting : setting->toLower());
     }

@@ -52,7 +52,7 @@ Option fromOption()
 {
     Option option {
         "from", "FORMAT",
-        QT_TRANSLATE_NOOP("mvrtext", "Format of what is read, where its suffix does not tell."),
+        QT_TRANSLATE_NOOP("Tool", "Format of what is read, where its suffix does not tell."),
         readableFormats()};
     option.takesOthers = true;
     return option;
@@ -62,7 +62,7 @@ Option toOption()
 {
     Option option {
         "to", "FORMAT",
-        QT_TRANSLATE_NOOP("mvrtext", "Format of what is written, where its suffix does not tell."),
+        QT_TRANSLATE_NOOP("Tool", "Format of what is written, where its suffix does not tell."),
         writableFormats()};
     option.takesOthers = true;
     return option;
@@ -77,19 +77,19 @@ QVector<Option> writingOptions()
 {
     return {
         {"notes", "WHERE",
-         QT_TRANSLATE_NOOP("mvrtext",
+         QT_TRANSLATE_NOOP("Tool",
                            "Put notes into the text (inline), attach them to words (inspector) or "
                            "leave them out (drop). Without this option they stay as they are in "
                            "fdx and rtf; other formats carry none."),
          notesChoices()},
         {"paper", "PAPER",
-         QT_TRANSLATE_NOOP("mvrtext",
+         QT_TRANSLATE_NOOP("Tool",
                            "Paper of pdf, png, odt and html. Without this option it is the "
                            "document's own, or letter."),
          paperChoices()},
         {"author",
          "NAME",
-         QT_TRANSLATE_NOOP("mvrtext", "Author of a document that names none (rtf)."),
+         QT_TRANSLATE_NOOP("Tool", "Author of a document that names none (rtf)."),
          {}},
     };
 }

@@ -7,7 +7,7 @@
 /*! The context of all texts that the tool shows; tr() translates them. */
 class Tool
 {
-    Q_DECLARE_TR_FUNCTIONS(mvrtext)
+    Q_DECLARE_TR_FUNCTIONS(Tool)
 };
 
 /*! How a command ended; the program's exit code. */

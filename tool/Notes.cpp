@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <tool/Notes.h>
 
+#include <tool/Messages.h>
+
 #include <core/STextDoc.h>
 #include <text/MVRTextDoc.h>
 
@@ -8,6 +10,20 @@
 #include <QTextDocument>
 
 namespace {
+
+struct KindWords
+{
+    const char *one;
+    const char *several;
+};
+
+constexpr KindWords kindWords[] = {
+    {QT_TRANSLATE_NOOP("Tool", "comment"), QT_TRANSLATE_NOOP("Tool", "comments")},
+    {QT_TRANSLATE_NOOP("Tool", "footnote"), QT_TRANSLATE_NOOP("Tool", "footnotes")},
+    {QT_TRANSLATE_NOOP("Tool", "inline annotation"),
+     QT_TRANSLATE_NOOP("Tool", "inline annotations")},
+    {QT_TRANSLATE_NOOP("Tool", "inline footnote"), QT_TRANSLATE_NOOP("Tool", "inline footnotes")},
+};
 
 int dropInspectorNotes(QTextDocument &document)
 {
@@ -76,9 +92,22 @@ NotesChoice choiceFor(NoteSupport support)
 
 QString kindName(Note::Kind kind)
 {
-    static const char *const names[]
-        = {"comment", "footnote", "inline annotation", "inline footnote"};
-    return QString::fromLatin1(names[kind]);
+    return QLatin1String(kindWords[kind].one);
+}
+
+QString kindTitle(Note::Kind kind)
+{
+    return Tool::tr(kindWords[kind].one);
+}
+
+QString kindsTitle(Note::Kind kind)
+{
+    return Tool::tr(kindWords[kind].several);
+}
+
+QString countedKind(int count, Note::Kind kind)
+{
+    return counted(count, kindWords[kind].one, kindWords[kind].several);
 }
 
 QVector<int> noteCounts(const QTextDocument &document)

@@ -10,8 +10,12 @@ class QTextDocument;
 
 using Note = MVRTextNote;
 
-/*! "comment", "footnote", "inline annotation" or "inline footnote". */
+/*! "comment", "footnote", "inline annotation" or "inline footnote", for programs. */
 QString kindName(Note::Kind kind);
+/*! The same in the user's language: of one note, of several, and "2 comments". */
+QString kindTitle(Note::Kind kind);
+QString kindsTitle(Note::Kind kind);
+QString countedKind(int count, Note::Kind kind);
 
 /*! How many notes there are of each kind (by Note::Kind), without a look at what they say. */
 QVector<int> noteCounts(const QTextDocument &document);

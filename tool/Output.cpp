@@ -2,6 +2,7 @@
 #include <tool/Output.h>
 
 #include <tool/FileName.h>
+#include <tool/Messages.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -223,7 +224,7 @@ bool readInput(const QString &path, QByteArray *data, QString *error)
                             : open(fileNameToBytes(path).constData(), O_RDONLY | O_CLOEXEC));
     const int fault = file.isOpen() ? file.read(data) : errno;
     if (fault != 0)
-        *error = fault == EFBIG ? QStringLiteral("is larger than 1 GiB") : reason(fault);
+        *error = fault == EFBIG ? Tool::tr("is larger than 1 GiB") : reason(fault);
     return fault == 0;
 }
 

@@ -39,19 +39,19 @@ QVector<Option> pageOptions()
     return {
         {"scenes",
          "FIRST-LAST",
-         QT_TRANSLATE_NOOP("mvrtext", "Only these scenes of a screenplay, where they stand."),
+         QT_TRANSLATE_NOOP("Tool", "Only these scenes of a screenplay, where they stand."),
          {}},
         {"pages",
          "FIRST-LAST",
-         QT_TRANSLATE_NOOP("mvrtext", "Only the pages of a pdf that bear these numbers."),
+         QT_TRANSLATE_NOOP("Tool", "Only the pages of a pdf that bear these numbers."),
          {}},
         {"revisions",
          nullptr,
-         QT_TRANSLATE_NOOP("mvrtext", "Mark revised lines of a screenplay in the margin."),
+         QT_TRANSLATE_NOOP("Tool", "Mark revised lines of a screenplay in the margin."),
          {}},
         {"watermark",
          "TEXT",
-         QT_TRANSLATE_NOOP("mvrtext", "Write a text across the pages of a pdf or png."),
+         QT_TRANSLATE_NOOP("Tool", "Write a text across the pages of a pdf or png."),
          {}},
     };
 }

@@ -15,7 +15,7 @@ QVector<Option> Rewriting::options(bool outputIsRequired)
 {
     Option output {"output",
                    "OUT",
-                   QT_TRANSLATE_NOOP("mvrtext", "The file to write; - is the standard output."),
+                   QT_TRANSLATE_NOOP("Tool", "The file to write; - is the standard output."),
                    {}};
     output.isRequired = outputIsRequired;
     return QVector<Option> {output, fromOption(), toOption()} + writingOptions();
@@ -23,7 +23,7 @@ QVector<Option> Rewriting::options(bool outputIsRequired)
 
 Argument Rewriting::input()
 {
-    return {"IN", QT_TRANSLATE_NOOP("mvrtext", "The file to read; - is the standard input.")};
+    return {"IN", QT_TRANSLATE_NOOP("Tool", "The file to read; - is the standard input.")};
 }
 
 Rewriting::Rewriting(const CommandLine &commandLine)

@@ -17,8 +17,8 @@ void reportNotes(Listener &listener, const QString &name, const Format &format, 
 {
     if (lost == 0)
         return;
-    const QString notes = counted(lost, QT_TRANSLATE_NOOP("mvrtext", "note"),
-                                  QT_TRANSLATE_NOOP("mvrtext", "notes"));
+    const QString notes
+        = counted(lost, QT_TRANSLATE_NOOP("Tool", "note"), QT_TRANSLATE_NOOP("Tool", "notes"));
     const bool couldStay = choice == NotesChoice::ByFormat || choice == NotesChoice::Inspector;
     listener.say(name,
                  couldStay ? Tool::tr("%1 left out that %2 cannot carry; --notes inline keeps them "

@@ -65,7 +65,7 @@ bool appendAll(const Rewriting &rewriting, bool onNewPages)
             return false;
         if (more.titlePageBlocks > 0) {
             removeTitlePage(more);
-            printMessage(rewriting.inputName(i), QStringLiteral("title page left out"));
+            printMessage(rewriting.inputName(i), Tool::tr("title page left out"));
         }
         append(document, more, onNewPages);
     }
@@ -88,22 +88,21 @@ Command appendCommand()
 {
     Command command {
         "append",
-        QT_TRANSLATE_NOOP("mvrtext", "Put documents one behind the other."),
+        QT_TRANSLATE_NOOP("Tool", "Put documents one behind the other."),
         "[OPTIONS] -o OUT IN MORE...",
-        QT_TRANSLATE_NOOP("mvrtext",
+        QT_TRANSLATE_NOOP("Tool",
                           "Puts documents one behind the other, each beginning a paragraph. Title, "
                           "fonts and the settings of screenplay elements are those of the first "
                           "one."),
         examples,
-        {Rewriting::input(),
-         {"MORE", QT_TRANSLATE_NOOP("mvrtext", "Files to read after it."), true}},
+        {Rewriting::input(), {"MORE", QT_TRANSLATE_NOOP("Tool", "Files to read after it."), true}},
         Rewriting::options(true),
         {oldFormatWord()},
         runAppend};
     command.options.append(
         {"page-break",
          nullptr,
-         QT_TRANSLATE_NOOP("mvrtext", "Begin each document behind the first on a new page."),
+         QT_TRANSLATE_NOOP("Tool", "Begin each document behind the first on a new page."),
          {}});
     return command;
 }

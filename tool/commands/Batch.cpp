@@ -96,8 +96,7 @@ private:
 
 QString countedFiles(int count)
 {
-    return counted(count, QT_TRANSLATE_NOOP("mvrtext", "file"),
-                   QT_TRANSLATE_NOOP("mvrtext", "files"));
+    return counted(count, QT_TRANSLATE_NOOP("Tool", "file"), QT_TRANSLATE_NOOP("Tool", "files"));
 }
 
 }

@@ -158,43 +158,43 @@ Command convertCommand()
 {
     return {
         "convert",
-        QT_TRANSLATE_NOOP("mvrtext", "Convert documents; the suffixes tell the formats."),
+        QT_TRANSLATE_NOOP("Tool", "Convert documents; the suffixes tell the formats."),
         "[OPTIONS] IN OUT\n[OPTIONS] --to FORMAT --into FOLDER IN...",
-        QT_TRANSLATE_NOOP("mvrtext",
+        QT_TRANSLATE_NOOP("Tool",
                           "Converts a document, or many into a folder, several at a time; a folder "
                           "among them stands for all documents below it. The suffixes of the files "
                           "tell the formats."),
         examples,
-        {{"IN", QT_TRANSLATE_NOOP("mvrtext", "The file to read; - is the standard input."), true}},
+        {{"IN", QT_TRANSLATE_NOOP("Tool", "The file to read; - is the standard input."), true}},
         QVector<Option> {fromOption(), toOption()} + writingOptions() + pageOptions()
             + QVector<Option> {{"page",
                                 "NUMBER",
-                                QT_TRANSLATE_NOOP("mvrtext", "Page to draw as png."),
+                                QT_TRANSLATE_NOOP("Tool", "Page to draw as png."),
                                 {},
                                 "1"},
                                {"dpi",
                                 "NUMBER",
-                                QT_TRANSLATE_NOOP("mvrtext", "Dots per inch of a png, 20 to 600."),
+                                QT_TRANSLATE_NOOP("Tool", "Dots per inch of a png, 20 to 600."),
                                 {},
                                 "150"},
                                {"into",
                                 "FOLDER",
                                 QT_TRANSLATE_NOOP(
-                                    "mvrtext",
+                                    "Tool",
                                     "Write the converted files there, under the names of the files "
                                     "that are read. Goes on after a failure."),
                                 {}},
                                {"keep-tree",
                                 nullptr,
                                 QT_TRANSLATE_NOOP(
-                                    "mvrtext",
+                                    "Tool",
                                     "With --into: keep the folders below the one that all files "
                                     "share."),
                                 {}},
                                {"jobs",
                                 "NUMBER",
                                 QT_TRANSLATE_NOOP(
-                                    "mvrtext",
+                                    "Tool",
                                     "With --into: how many files to convert at a time. Default: as "
                                     "many as there are processors."),
                                 {}}},

@@ -45,7 +45,7 @@ bool count(const CommandLine &commandLine, const QString &path, const Format &fo
 
 Count totalOf(const QVector<Count> &counts)
 {
-    Count total {QStringLiteral("total"), 0, 0};
+    Count total {Tool::tr("total"), 0, 0};
     for (const Count &one : counts) {
         total.words += one.words;
         total.characters += one.characters;
@@ -74,7 +74,7 @@ void printJson(const QVector<Count> &counts)
 
 void printTable(const QVector<Count> &counts)
 {
-    Table table(QStringLiteral("FILE WORDS CHARACTERS").split(QLatin1Char(' ')));
+    Table table(Tool::tr("FILE WORDS CHARACTERS").split(QLatin1Char(' ')));
     const auto add = [&table](const Count &one) {
         table.addRow({displayName(one.file, one.file), QString::number(one.words),
                       QString::number(one.characters)});
@@ -112,25 +112,25 @@ int runCount(const CommandLine &commandLine)
 
 Command countCommand()
 {
-    return {"count",
-            QT_TRANSLATE_NOOP("mvrtext", "Count the words and characters of documents."),
-            "[OPTIONS] FILE...",
-            QT_TRANSLATE_NOOP("mvrtext",
-                              "Counts the words and characters of documents. Blanks and paragraph "
-                              "ends are characters."),
-            examples,
-            {{"FILE", QT_TRANSLATE_NOOP("mvrtext", "The files to read; - is the standard input."),
-              true}},
-            {fromOption(),
-             {"with-comments",
-              nullptr,
-              QT_TRANSLATE_NOOP("mvrtext", "Count the content of comments too."),
-              {}},
-             {"with-footnotes",
-              nullptr,
-              QT_TRANSLATE_NOOP("mvrtext", "Count the content of footnotes too."),
-              {}},
-             jsonOption(QT_TRANSLATE_NOOP("mvrtext", "Print an object instead of a table."))},
-            {},
-            runCount};
+    return {
+        "count",
+        QT_TRANSLATE_NOOP("Tool", "Count the words and characters of documents."),
+        "[OPTIONS] FILE...",
+        QT_TRANSLATE_NOOP("Tool",
+                          "Counts the words and characters of documents. Blanks and paragraph "
+                          "ends are characters."),
+        examples,
+        {{"FILE", QT_TRANSLATE_NOOP("Tool", "The files to read; - is the standard input."), true}},
+        {fromOption(),
+         {"with-comments",
+          nullptr,
+          QT_TRANSLATE_NOOP("Tool", "Count the content of comments too."),
+          {}},
+         {"with-footnotes",
+          nullptr,
+          QT_TRANSLATE_NOOP("Tool", "Count the content of footnotes too."),
+          {}},
+         jsonOption(QT_TRANSLATE_NOOP("Tool", "Print an object instead of a table."))},
+        {},
+        runCount};
 }

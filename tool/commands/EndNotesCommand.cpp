@@ -69,7 +69,7 @@ bool readNotesFile(const CommandLine &commandLine, const QString &output, EndNot
     if (endNotes->notesFile.isEmpty() && output != QLatin1String("-"))
         endNotes->notesFile = QFileInfo(output).dir().filePath(QStringLiteral("footnotes.xhtml"));
     if (endNotes->notesFile.isEmpty())
-        *error = QStringLiteral("say where the notes of the book go: --notes-out FILE");
+        *error = Tool::tr("say where the notes of the book go: --notes-out FILE");
     return !endNotes->notesFile.isEmpty();
 }
 
@@ -184,7 +184,7 @@ bool isSafe(const CommandLine &commandLine, const Rewriting &rewriting, const En
         || (!isSameFile(file, commandLine.file(0)) && !isSameFile(file, rewriting.output())
             && file != rewriting.output()))
         return true;
-    printMessage(file, QStringLiteral("is the input or output itself; nothing was written"));
+    printMessage(file, Tool::tr("is the input or output itself; nothing was written"));
     return false;
 }
 
@@ -223,9 +223,9 @@ Command endNotesCommand()
 {
     Command command {
         "endnotes",
-        QT_TRANSLATE_NOOP("mvrtext", "Take footnotes out of the text and list them by number."),
+        QT_TRANSLATE_NOOP("Tool", "Take footnotes out of the text and list them by number."),
         "[OPTIONS] -o OUT IN",
-        QT_TRANSLATE_NOOP("mvrtext",
+        QT_TRANSLATE_NOOP("Tool",
                           "Takes the footnotes out of a document, leaves numbers in their places "
                           "and lists the notes behind the text or in a file of their own. "
                           "Footnotes are those of RTF files and those that are written as codes "
@@ -234,15 +234,15 @@ Command endNotesCommand()
         {Rewriting::input()},
         {{"style",
           "STYLE",
-          QT_TRANSLATE_NOOP("mvrtext",
+          QT_TRANSLATE_NOOP("Tool",
                             "Numbers alone (plain), \"[^fn1]\" for MultiMarkdown (mmd), or links "
                             "into a file footnotes.xhtml (ebook)."),
           {QStringLiteral("plain"), QStringLiteral("mmd"), QStringLiteral("ebook")},
           "plain"},
-         {"first", "NUMBER", QT_TRANSLATE_NOOP("mvrtext", "Number of the first note."), {}, "1"},
+         {"first", "NUMBER", QT_TRANSLATE_NOOP("Tool", "Number of the first note."), {}, "1"},
          {"notes-out",
           "FILE",
-          QT_TRANSLATE_NOOP("mvrtext",
+          QT_TRANSLATE_NOOP("Tool",
                             "The file to write the notes to, instead of behind the text; for ebook "
                             "footnotes.xhtml beside OUT without this option."),
           {}}},

@@ -94,25 +94,23 @@ QJsonObject toJson(const Figures &figures, const Document &document)
 
 void printTable(const Figures &figures, const Document &document)
 {
-    Table table({QStringLiteral("TITLE"), document.title});
+    Table table({Tool::tr("TITLE"), document.title});
     const auto add = [&table](const QString &name, int number) {
         table.addRow({name, QString::number(number)});
     };
-    add(QStringLiteral("paragraphs"), figures.paragraphs);
-    add(QStringLiteral("words"), figures.words);
-    add(QStringLiteral("characters"), figures.characters);
-    add(QStringLiteral("pages"), figures.pages);
+    add(Tool::tr("paragraphs"), figures.paragraphs);
+    add(Tool::tr("words"), figures.words);
+    add(Tool::tr("characters"), figures.characters);
+    add(Tool::tr("pages"), figures.pages);
     for (const Note::Kind kind : Note::allKinds)
-        add(kindName(kind) + QLatin1Char('s'), figures.notes.value(kind));
+        add(kindsTitle(kind), figures.notes.value(kind));
     if (document.isScreenplay) {
         for (auto entry = figures.elements.cbegin(); entry != figures.elements.cend(); ++entry)
-            add(QStringLiteral("element ") + entry.key(), entry.value());
-        add(QStringLiteral("title page paragraphs"), document.titlePageBlocks);
-        table.addRow(
-            {QStringLiteral("scaling"), QString::number(document.scaling) + QLatin1Char('%')});
-        table.addRow(
-            {QStringLiteral("invisible characters"),
-             document.showInvisibles ? QStringLiteral("shown") : QStringLiteral("hidden")});
+            add(Tool::tr("element %1").arg(entry.key()), entry.value());
+        add(Tool::tr("title page paragraphs"), document.titlePageBlocks);
+        table.addRow({Tool::tr("scaling"), QString::number(document.scaling) + QLatin1Char('%')});
+        table.addRow({Tool::tr("invisible characters"),
+                      document.showInvisibles ? Tool::tr("shown") : Tool::tr("hidden")});
     }
     printOutput(table.toString());
 }
@@ -126,7 +124,7 @@ int runInfo(const CommandLine &commandLine)
         const int exitCode = loadForReport(commandLine, document, progress);
         if (exitCode != Success)
             return exitCode;
-        progress.setStep(QStringLiteral("Counting"));
+        progress.setStep(Tool::tr("Counting"));
         figures = figuresOf(document);
     }
     if (commandLine.isSet("json"))
@@ -141,15 +139,15 @@ int runInfo(const CommandLine &commandLine)
 Command infoCommand()
 {
     return {"info",
-            QT_TRANSLATE_NOOP("mvrtext", "Count what is in a document."),
+            QT_TRANSLATE_NOOP("Tool", "Count what is in a document."),
             "[OPTIONS] FILE",
-            QT_TRANSLATE_NOOP("mvrtext",
+            QT_TRANSLATE_NOOP("Tool",
                               "Counts the paragraphs, words, characters, pages and notes of a "
                               "document and, in a screenplay, the paragraphs of each element."),
             examples,
-            {{"FILE", QT_TRANSLATE_NOOP("mvrtext", "The file to read; - is the standard input.")}},
+            {{"FILE", QT_TRANSLATE_NOOP("Tool", "The file to read; - is the standard input.")}},
             {fromOption(),
-             jsonOption(QT_TRANSLATE_NOOP("mvrtext", "Print an object instead of a table."))},
+             jsonOption(QT_TRANSLATE_NOOP("Tool", "Print an object instead of a table."))},
             {},
             runInfo};
 }

@@ -25,7 +25,7 @@ const char examples[] = R"(  mvrtext links chapter.rtf
 
 void print(const MVRTextInternalLinkMap &map, QTextDocument &document, bool asJson)
 {
-    Table table(QStringLiteral("ITEM PLACE TEXT").split(QLatin1Char(' ')));
+    Table table(Tool::tr("ITEM PLACE TEXT").split(QLatin1Char(' ')));
     QJsonArray array;
     for (auto link = map.links.cbegin(); link != map.links.cend(); ++link) {
         const Place place(link.key(), document);
@@ -90,18 +90,18 @@ Command linksCommand()
 {
     Command command {
         "links",
-        QT_TRANSLATE_NOOP("mvrtext", "List or remove links to other items of the application."),
+        QT_TRANSLATE_NOOP("Tool", "List or remove links to other items of the application."),
         "[OPTIONS] IN\n[OPTIONS] --remove LINKS -o OUT IN",
-        QT_TRANSLATE_NOOP("mvrtext",
+        QT_TRANSLATE_NOOP("Tool",
                           "Lists the links of a document to other items of the application, whose "
                           "target is a number: the item, place (paragraph from 1, characters from "
                           "0) and text. Or takes links away and leaves their text."),
         examples,
         {Rewriting::input()},
-        {jsonOption(QT_TRANSLATE_NOOP("mvrtext", "Print an array of objects instead of a table.")),
+        {jsonOption(QT_TRANSLATE_NOOP("Tool", "Print an array of objects instead of a table.")),
          {"remove",
           "LINKS",
-          QT_TRANSLATE_NOOP("mvrtext",
+          QT_TRANSLATE_NOOP("Tool",
                             "Make links ordinary text: those to items, or all, web links too."),
           {QStringLiteral("items"), QStringLiteral("all")}}},
         {oldFormatWord(), {"to-text", "remove", "items", {}}, {"clear", "remove", "all", {}}},

@@ -34,8 +34,9 @@ void writeMarkup(QTextDocument &text, const QString &name)
     const int lost = MVRTextDoc::commentsMap(&text, -1, -1).size();
     if (lost > 0)
         printMessage(name,
-                     counted(lost, "note", "notes")
-                         + QLatin1String(" left out whose content cannot be read"));
+                     Tool::tr("%1 left out whose content cannot be read")
+                         .arg(counted(lost, QT_TRANSLATE_NOOP("Tool", "note"),
+                                      QT_TRANSLATE_NOOP("Tool", "notes"))));
     MVRTextDoc::toInlineMarkup(&text);
 }
 
@@ -121,10 +122,11 @@ void readMarkup(QTextDocument &text, const Format &output, const MVRPicturePolic
         nameByFile(text);
     const int pictures = output.pictures == PictureSupport::None ? linkedPictures(text) : 0;
     if (pictures > 0)
-        printMessage(
-            name,
-            QStringLiteral("%1 left out that %2 cannot carry")
-                .arg(counted(pictures, "picture", "pictures"), QString::fromLatin1(output.title)));
+        printMessage(name,
+                     Tool::tr("%1 left out that %2 cannot carry; html, md, odt and pdf keep them")
+                         .arg(counted(pictures, QT_TRANSLATE_NOOP("Tool", "picture"),
+                                      QT_TRANSLATE_NOOP("Tool", "pictures")),
+                              QString::fromLatin1(output.title)));
 }
 
 int runMarkup(const CommandLine &commandLine)
@@ -162,25 +164,25 @@ Command markupCommand()
 {
     Command command {
         "markup",
-        QT_TRANSLATE_NOOP("mvrtext", "Write notes as codes into the text, or read such codes."),
+        QT_TRANSLATE_NOOP("Tool", "Write notes as codes into the text, or read such codes."),
         "[OPTIONS] --write -o OUT IN\n[OPTIONS] --read -o OUT IN",
-        QT_TRANSLATE_NOOP("mvrtext",
+        QT_TRANSLATE_NOOP("Tool",
                           "Writes the notes of a document as codes into its text, where any "
                           "program keeps them, or reads such codes: notes become notes of OUT "
                           "where its format has any, else text in brackets, and the pictures that "
                           "codes name are loaded."),
         examples,
         {Rewriting::input()},
-        {{"write", nullptr, QT_TRANSLATE_NOOP("mvrtext", "Write codes."), {}},
-         {"read", nullptr, QT_TRANSLATE_NOOP("mvrtext", "Read codes."), {}},
+        {{"write", nullptr, QT_TRANSLATE_NOOP("Tool", "Write codes."), {}},
+         {"read", nullptr, QT_TRANSLATE_NOOP("Tool", "Read codes."), {}},
          {"media-from",
           "DIR",
-          QT_TRANSLATE_NOOP("mvrtext",
+          QT_TRANSLATE_NOOP("Tool",
                             "Open pictures in this folder and below, instead of in that of IN."),
           {}},
          {"media",
           "WHERE",
-          QT_TRANSLATE_NOOP("mvrtext", "Open the pictures that codes name wherever they are."),
+          QT_TRANSLATE_NOOP("Tool", "Open the pictures that codes name wherever they are."),
           {QStringLiteral("anywhere")}}},
         {oldFormatWord()},
         runMarkup};

@@ -94,12 +94,6 @@ void trim(QTextDocument &document)
     }
 }
 
-QString countedKind(int count, Note::Kind kind)
-{
-    const QByteArray name = kindName(kind).toLatin1();
-    return counted(count, name.constData(), (name + 's').constData());
-}
-
 }
 
 QStringList NoteChanges::kindWords()
@@ -114,25 +108,25 @@ QVector<Option> NoteChanges::options()
 {
     return {
         {"make", "KIND",
-         QT_TRANSLATE_NOOP("mvrtext",
+         QT_TRANSLATE_NOOP("Tool",
                            "Make all notes notes of this kind, or put them into the text (inline) "
                            "or beside it (inspector)."),
          kindWords()},
-        {"remove", "KIND", QT_TRANSLATE_NOOP("mvrtext", "Remove the notes of a kind."),
+        {"remove", "KIND", QT_TRANSLATE_NOOP("Tool", "Remove the notes of a kind."),
          kindWords() << allWord},
         {"trim",
          nullptr,
-         QT_TRANSLATE_NOOP("mvrtext",
+         QT_TRANSLATE_NOOP("Tool",
                            "Take white space from the ends of the notes, and repeated empty "
                            "paragraphs from inside."),
          {}},
         {"enclose",
          "STRINGS",
-         QT_TRANSLATE_NOOP("mvrtext", "Put two strings around the inline annotations: \"[ ]\"."),
+         QT_TRANSLATE_NOOP("Tool", "Put two strings around the inline annotations: \"[ ]\"."),
          {}},
         {"as-text",
          nullptr,
-         QT_TRANSLATE_NOOP("mvrtext", "With --enclose: make the annotations ordinary text."),
+         QT_TRANSLATE_NOOP("Tool", "With --enclose: make the annotations ordinary text."),
          {}},
     };
 }
@@ -171,26 +165,25 @@ QStringList NoteChanges::apply(QTextDocument &document) const
     QStringList report;
     const auto add = [&report](int count, Note::Kind kind, const QString &what) {
         if (count > 0)
-            report << countedKind(count, kind) + what;
+            report << what.arg(countedKind(count, kind));
     };
     for (const Note::Kind kind : m_removed)
-        add(removeNotes(document, kind), kind, QStringLiteral(" removed"));
+        add(removeNotes(document, kind), kind, Tool::tr("%1 removed"));
     const QVector<int> toMove = m_targets.isEmpty() ? QVector<int>() : noteCounts(document);
     for (const Note::Kind kind : Note::allKinds) {
         if (m_targets.isEmpty() || m_targets[kind] == kind)
             continue;
-        add(toMove[kind], kind,
-            QLatin1String(" -> ") + kindName(m_targets[kind]) + QLatin1Char('s'));
+        add(toMove[kind], kind, QLatin1String("%1 -> ") + kindsTitle(m_targets[kind]));
         move(document, kind, m_targets[kind]);
     }
     const QVector<int> moved = m_trims || m_encloses ? noteCounts(document) : QVector<int>();
     if (m_trims) {
         for (const Note::Kind kind : Note::allKinds)
-            add(moved[kind], kind, QStringLiteral(" trimmed"));
+            add(moved[kind], kind, Tool::tr("%1 trimmed"));
         trim(document);
     }
     if (m_encloses) {
-        add(moved[Note::InlineAnnotation], Note::InlineAnnotation, QStringLiteral(" enclosed"));
+        add(moved[Note::InlineAnnotation], Note::InlineAnnotation, Tool::tr("%1 enclosed"));
         encloseAnnotations(document, m_opening, m_closing, m_asText);
     }
     return report;

@@ -52,9 +52,9 @@ QJsonObject toJson(const Note &note, const QTextDocument &document)
 
 void printTable(const MVRTextNotes &notes, const QTextDocument &document)
 {
-    Table table(QStringLiteral("KIND PLACE TEXT COLOUR CONTENT").split(QLatin1Char(' ')));
+    Table table(Tool::tr("KIND PLACE TEXT COLOUR CONTENT").split(QLatin1Char(' ')));
     for (const Note &note : notes)
-        table.addRow({kindName(note.kind), Place(note.range, document).toWords(),
+        table.addRow({kindTitle(note.kind), Place(note.range, document).toWords(),
                       note.text(document), colorName(note), note.contentText(document).trimmed()});
     printOutput(table.toString());
 }
@@ -126,21 +126,21 @@ Command notesCommand()
 {
     Command command {
         "notes",
-        QT_TRANSLATE_NOOP("mvrtext", "List, move, trim or remove the notes of a document."),
+        QT_TRANSLATE_NOOP("Tool", "List, move, trim or remove the notes of a document."),
         "[OPTIONS] IN\n[OPTIONS] --make KIND|--remove KIND|--trim|--enclose STRINGS -o OUT IN",
-        QT_TRANSLATE_NOOP("mvrtext",
+        QT_TRANSLATE_NOOP("Tool",
                           "Lists the notes of a document: their kind, place (paragraph from 1, "
                           "characters from 0), the text that they are attached to, colour and "
                           "content. Or changes them, in this order: remove, make, trim, enclose."),
         examples,
         {Rewriting::input()},
-        {jsonOption(QT_TRANSLATE_NOOP("mvrtext", "Print an array of objects instead of a table."))},
+        {jsonOption(QT_TRANSLATE_NOOP("Tool", "Print an array of objects instead of a table."))},
         {oldFormatWord(), {"to", "make", nullptr, NoteChanges::kindWords()}},
         runNotes};
     command.options += NoteChanges::options();
     command.options.append({"dry-run",
                             nullptr,
-                            QT_TRANSLATE_NOOP("mvrtext", "Only say how many notes would change."),
+                            QT_TRANSLATE_NOOP("Tool", "Only say how many notes would change."),
                             {}});
     command.options += Rewriting::options(false);
     return command;

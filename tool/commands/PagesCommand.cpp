@@ -114,15 +114,15 @@ int runPages(const CommandLine &commandLine)
 Command pagesCommand()
 {
     return {"pages",
-            QT_TRANSLATE_NOOP("mvrtext", "Tell what stands on which page of a screenplay."),
+            QT_TRANSLATE_NOOP("Tool", "Tell what stands on which page of a screenplay."),
             "[OPTIONS] FILE",
-            QT_TRANSLATE_NOOP("mvrtext",
+            QT_TRANSLATE_NOOP("Tool",
                               "Tells what stands on which page of a screenplay: the scenes, their "
                               "first and last lines, and their lengths in eighths of a page."),
             examples,
-            {{"FILE", QT_TRANSLATE_NOOP("mvrtext", "The screenplay; - is the standard input.")}},
+            {{"FILE", QT_TRANSLATE_NOOP("Tool", "The screenplay; - is the standard input.")}},
             {fromOption(),
-             jsonOption(QT_TRANSLATE_NOOP("mvrtext", "Print an object instead of a table."))},
+             jsonOption(QT_TRANSLATE_NOOP("Tool", "Print an object instead of a table."))},
             {},
             runPages};
 }

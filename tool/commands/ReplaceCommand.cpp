@@ -30,7 +30,7 @@ bool readOptions(const CommandLine &commandLine, Replacement *replacement, QStri
 {
     const QString before = commandLine.value("find");
     if (before.isEmpty() || !commandLine.isSet("with")) {
-        *error = QStringLiteral("say what to replace: --find TEXT --with TEXT");
+        *error = Tool::tr("say what to replace: --find TEXT --with TEXT");
         return false;
     }
     replacement->expression = QRegularExpression(
@@ -72,13 +72,15 @@ int runReplace(const CommandLine &commandLine)
         Document document;
         if (!rewriting.load(document, progress))
             return Failure;
-        progress.setStep(QStringLiteral("Replacing"));
+        progress.setStep(Tool::tr("Replacing"));
         count = replaceIn(document, replacement);
         if (!rewriting.save(document, progress))
             return Failure;
     }
     printMessage(rewriting.outputName(),
-                 counted(count, "place", "places") + QLatin1String(" replaced"));
+                 Tool::tr("%1 replaced")
+                     .arg(counted(count, QT_TRANSLATE_NOOP("Tool", "place"),
+                                  QT_TRANSLATE_NOOP("Tool", "places"))));
     return Success;
 }
 
@@ -88,27 +90,27 @@ Command replaceCommand()
 {
     Command command {
         "replace",
-        QT_TRANSLATE_NOOP("mvrtext", "Replace text in a document."),
+        QT_TRANSLATE_NOOP("Tool", "Replace text in a document."),
         "[OPTIONS] --find TEXT --with TEXT -o OUT IN",
-        QT_TRANSLATE_NOOP("mvrtext",
+        QT_TRANSLATE_NOOP("Tool",
                           "Replaces text in a document. What is found lies within a paragraph and "
                           "gives its format to what takes its place."),
         examples,
         {Rewriting::input()},
-        {{"find", "TEXT", QT_TRANSLATE_NOOP("mvrtext", "The text to replace."), {}, "", true},
+        {{"find", "TEXT", QT_TRANSLATE_NOOP("Tool", "The text to replace."), {}, "", true},
          {"with",
           "TEXT",
-          QT_TRANSLATE_NOOP("mvrtext", "What takes its place; may be empty."),
+          QT_TRANSLATE_NOOP("Tool", "What takes its place; may be empty."),
           {},
           "",
           true},
          {"regexp",
           nullptr,
-          QT_TRANSLATE_NOOP("mvrtext", "TEXT to find is a regular expression."),
+          QT_TRANSLATE_NOOP("Tool", "TEXT to find is a regular expression."),
           {}},
          {"match-case",
           nullptr,
-          QT_TRANSLATE_NOOP("mvrtext", "Tell capitals from small letters."),
+          QT_TRANSLATE_NOOP("Tool", "Tell capitals from small letters."),
           {}}},
         {oldFormatWord()},
         runReplace};

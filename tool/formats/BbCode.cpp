@@ -2,6 +2,7 @@
 #include <tool/formats/Formats.h>
 
 #include <tool/Document.h>
+#include <tool/Messages.h>
 #include <tool/formats/TextOutput.h>
 
 #include <bbcode/MVRBbCodeConverter.h>
@@ -55,7 +56,7 @@ bool writeBbCode(Document &document, const WriteOptions &options, QByteArray *by
     QString fault;
     QString text = MVRBbCodeConverter().fromHtml(document.text.toHtml(), &fault);
     if (text.isNull()) {
-        *error = QStringLiteral("cannot be written as BBCode: %1").arg(fault.simplified());
+        *error = Tool::tr("cannot be written as BBCode: %1").arg(fault.simplified());
         return false;
     }
     if (text.startsWith(QLatin1Char('\n'))) // each paragraph comes behind its line feed

@@ -46,13 +46,20 @@ QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut)
         if (count > 0)
             words << counted(count, singular, plural);
     };
-    add(leftOut.detachedNotes, "note without a place", "notes without a place");
-    add(leftOut.alternates, "alternate", "alternates");
-    add(leftOut.omittedParagraphs, "paragraph of omitted scenes", "paragraphs of omitted scenes");
-    add(leftOut.summaries, "scene summary", "scene summaries");
-    add(leftOut.sceneTitles, "scene title", "scene titles");
-    add(leftOut.headers, "header or footer", "headers and footers");
-    add(leftOut.beats, "card of the beat board", "cards of the beat board");
+    add(leftOut.detachedNotes, QT_TRANSLATE_NOOP("Tool", "note without a place"),
+        QT_TRANSLATE_NOOP("Tool", "notes without a place"));
+    add(leftOut.alternates, QT_TRANSLATE_NOOP("Tool", "alternate"),
+        QT_TRANSLATE_NOOP("Tool", "alternates"));
+    add(leftOut.omittedParagraphs, QT_TRANSLATE_NOOP("Tool", "paragraph of omitted scenes"),
+        QT_TRANSLATE_NOOP("Tool", "paragraphs of omitted scenes"));
+    add(leftOut.summaries, QT_TRANSLATE_NOOP("Tool", "scene summary"),
+        QT_TRANSLATE_NOOP("Tool", "scene summaries"));
+    add(leftOut.sceneTitles, QT_TRANSLATE_NOOP("Tool", "scene title"),
+        QT_TRANSLATE_NOOP("Tool", "scene titles"));
+    add(leftOut.headers, QT_TRANSLATE_NOOP("Tool", "header or footer"),
+        QT_TRANSLATE_NOOP("Tool", "headers and footers"));
+    add(leftOut.beats, QT_TRANSLATE_NOOP("Tool", "card of the beat board"),
+        QT_TRANSLATE_NOOP("Tool", "cards of the beat board"));
     return words;
 }
 
@@ -117,7 +124,7 @@ bool writeFdx(Document &document, const WriteOptions &options, QByteArray *bytes
     document.script->setElements(document.elements);
     if (document.script->write(&buffer, &document.text))
         return true;
-    *error = QStringLiteral("cannot be written as a Final Draft file");
+    *error = Tool::tr("cannot be written as a Final Draft file");
     return false;
 }
 

@@ -2,6 +2,7 @@
 #include <tool/formats/Formats.h>
 
 #include <tool/Document.h>
+#include <tool/Messages.h>
 #include <tool/formats/HtmlLimits.h>
 #include <tool/formats/ScreenplayElements.h>
 #include <tool/formats/TextDecoding.h>
@@ -48,7 +49,7 @@ bool readHtml(const QByteArray &bytes, const ReadOptions &options, Document &doc
         return false;
     }
     if (bounded.hasLostStyles)
-        document.losses.append(QStringLiteral("style rules, of which there are too many"));
+        document.losses.append(Tool::tr("style rules, of which there are too many"));
     document.text.setHtml(bounded.html);
     pixelFontsToPoints(document.text);
     scaleLengths(document.text, pointsPerPixel);

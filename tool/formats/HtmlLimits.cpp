@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <tool/formats/HtmlLimits.h>
 
+#include <tool/Messages.h>
 #include <tool/formats/TextDecoding.h>
 
 #include <core/html/HtmlTokens_p.h>

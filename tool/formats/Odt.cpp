@@ -2,6 +2,7 @@
 #include <tool/formats/Formats.h>
 
 #include <tool/Document.h>
+#include <tool/Messages.h>
 #include <tool/pages/Lengths.h>
 #include <tool/pages/Pages.h>
 
@@ -21,7 +22,7 @@ bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes
     QTextDocumentWriter writer(&buffer, "odf");
     if (writer.write(&document.text))
         return true;
-    *error = QStringLiteral("cannot be written as ODT");
+    *error = Tool::tr("cannot be written as ODT");
     return false;
 }
 

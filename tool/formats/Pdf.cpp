@@ -2,6 +2,7 @@
 #include <tool/formats/Formats.h>
 
 #include <tool/Document.h>
+#include <tool/Messages.h>
 #include <tool/formats/ScreenplayPages.h>
 #include <tool/pages/Pages.h>
 
@@ -21,7 +22,7 @@ bool writeScreenplay(const Document &document, const WriteOptions &options, QBuf
         return false;
     if (MVRPagePainter::writePdf(&buffer, *pages, document.title, options.watermark))
         return true;
-    *error = QStringLiteral("cannot be written as PDF");
+    *error = Tool::tr("cannot be written as PDF");
     return false;
 }
 
@@ -40,7 +41,7 @@ bool writePdf(Document &document, const WriteOptions &options, QByteArray *bytes
     writer.setCreator(QStringLiteral("mvrtext"));
     QPainter painter;
     if (!painter.begin(&writer)) {
-        *error = QStringLiteral("cannot be written as PDF");
+        *error = Tool::tr("cannot be written as PDF");
         return false;
     }
     for (int page = 0; page < pages.count(); ++page) {

@@ -27,7 +27,9 @@ struct Sheet
 
 QString noPage(int count, int page)
 {
-    return QStringLiteral("has %1, no page %2").arg(counted(count, "page", "pages")).arg(page);
+    return Tool::tr("has %1, no page %2")
+        .arg(counted(count, QT_TRANSLATE_NOOP("Tool", "page"), QT_TRANSLATE_NOOP("Tool", "pages")))
+        .arg(page);
 }
 
 bool draw(const Sheet &sheet, int dpi, QByteArray *bytes, QString *error)
@@ -35,7 +37,7 @@ bool draw(const Sheet &sheet, int dpi, QByteArray *bytes, QString *error)
     const double scale = dpi / 72.0;
     QImage image((sheet.size * scale).toSize(), QImage::Format_RGB32);
     if (image.isNull()) {
-        *error = QStringLiteral("the picture is too large");
+        *error = Tool::tr("the picture is too large");
         return false;
     }
     image.setDotsPerMeterX(qRound(dpi / metersPerInch));

@@ -2,6 +2,7 @@
 #include <tool/formats/Formats.h>
 
 #include <tool/Document.h>
+#include <tool/Messages.h>
 #include <tool/formats/ScreenplayElements.h>
 
 #include <text/MVRTextDoc.h>
@@ -13,7 +14,7 @@ bool readRtf(const QByteArray &bytes, const ReadOptions &options, Document &docu
 {
     Q_UNUSED(options)
     if (!MVRTextDoc::fromRtf(bytes, &document.text)) {
-        *error = QStringLiteral("not an RTF file");
+        *error = Tool::tr("not an RTF file");
         return false;
     }
     document.title = document.text.metaInformation(QTextDocument::DocumentTitle);

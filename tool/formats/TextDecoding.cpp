@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <tool/formats/TextDecoding.h>
 
+#include <tool/Messages.h>
+
 #include <core/TextDecoder_p.h>
 
 #include <algorithm>
@@ -57,12 +59,12 @@ bool decodeText(const QByteArray &bytes, QString *text)
 
 QString notTextError()
 {
-    return QStringLiteral("not a text file");
+    return Tool::tr("not a text file");
 }
 
 QString nestingError()
 {
-    return QStringLiteral("its elements are nested too deep");
+    return Tool::tr("its elements are nested too deep");
 }
 
 QString decodeHtml(const QByteArray &bytes)
