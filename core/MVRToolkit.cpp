@@ -20,6 +20,7 @@
 #include <QTextFrame>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <optional>
 
@@ -34,6 +35,37 @@ Q_LOGGING_CATEGORY(toolkitLog, "mvrtext.toolkit")
 // The dynamic properties of a document that stand in for settings of its own.
 constexpr const char *typographyPenName = "mvrTypographyPen";
 constexpr const char *autoCorrectionName = "mvrAutoCorrection";
+
+struct NumberPair
+{
+    int qt5;
+    int qt6;
+};
+
+// Only those that the two number differently.
+constexpr NumberPair propertyNumbers[] = {{0x2033, 0x1fe9}, // FontLetterSpacingType
+                                          {0x2034, 0x1fea}, // FontStretch
+                                          {0x2010, 0x2020}}; // TextUnderlineColor
+
+// From QFont::Thin to QFont::Black; sorted.
+constexpr NumberPair weights[] = {{0, 100},  {12, 200}, {25, 300}, {50, 400}, {57, 500},
+                                  {63, 600}, {75, 700}, {81, 800}, {87, 900}, {99, 1000}};
+
+constexpr bool isQt6 = QT_VERSION_MAJOR > 5;
+
+/*! Between the two weights that \a weight lies between, as far along. */
+int scaledWeight(int weight, int NumberPair::*from, int NumberPair::*to)
+{
+    for (size_t i = 1; i < std::size(weights); ++i) {
+        const NumberPair &below = weights[i - 1];
+        const NumberPair &above = weights[i];
+        if (weight <= above.*from)
+            return below.*to
+                + (qMax(weight, below.*from) - below.*from) * (above.*to - below.*to)
+                / (above.*from - below.*from);
+    }
+    return weights[std::size(weights) - 1].*to;
+}
 
 // LineSpacingProperty shares its number with QTextFormat::HeadingLevel, which is an int.
 std::optional<double> lineSpacing(const QTextBlockFormat &format)
@@ -150,6 +182,42 @@ void MVRToolkit::setFontFamily(QTextCharFormat *format, const QString &family)
 #else
     format->setFontFamilies({family});
 #endif
+}
+
+int MVRToolkit::storedProperty(int property)
+{
+    for (const NumberPair &pair : propertyNumbers) {
+        if (isQt6 && pair.qt6 == property)
+            return pair.qt5;
+    }
+    return property;
+}
+
+int MVRToolkit::propertyOfStored(int stored)
+{
+    for (const NumberPair &pair : propertyNumbers) {
+        if (isQt6 && pair.qt5 == stored)
+            return pair.qt6;
+    }
+    return stored;
+}
+
+int MVRToolkit::storedWeight(int weight)
+{
+    for (const NumberPair &pair : weights) {
+        if (isQt6 && pair.qt6 == weight)
+            return pair.qt5;
+    }
+    return weight;
+}
+
+int MVRToolkit::weightOfStored(int stored)
+{
+    const bool isOfQt6 = stored >= weights[0].qt6;
+    if (isOfQt6 == isQt6)
+        return stored;
+    return isQt6 ? scaledWeight(stored, &NumberPair::qt5, &NumberPair::qt6)
+                 : scaledWeight(stored, &NumberPair::qt6, &NumberPair::qt5);
 }
 
 void MVRToolkit::clearLinkLook(QTextCharFormat *format)

@@ -51,6 +51,21 @@ public:
     static void setFontFamily(QTextCharFormat *format, const QString &family);
 
     /*!
+        The number that a property of QTextFormat has in files, and the property that has it: Qt 6
+        has renumbered a few. Files have the numbers of Qt 5.
+    */
+    static int storedProperty(int property);
+    static int propertyOfStored(int stored);
+
+    /*!
+        The number that a font's weight has in files, and the weight of it. QFont's named weights
+        are those of Qt 5, 50 for normal and 75 for bold; others are as the toolkit counts, up to
+        99 with Qt 5 and from 100 on with Qt 6, which each takes for its nearest from the other.
+    */
+    static int storedWeight(int weight);
+    static int weightOfStored(int stored);
+
+    /*!
         Takes away the look that Qt's HTML reader gives to links: underlined, in the palette's
         colour for links. Both go, or neither. Does nothing for null.
     */

@@ -281,7 +281,7 @@ void TestRtf::readsCharFormat_data()
         f.setFontLetterSpacingType(QFont::AbsoluteSpacing);
         f.setFontLetterSpacing(1);
     });
-    row("{\\*\\mvrprops 2003i:200 zz 2001d:nan 2003x:1 100007b:1 2004b:1;}\\mvrx1 a",
+    row("{\\*\\mvrprops 2003i:2000 zz 2001d:nan 2003x:1 100007b:1 2004b:1;}\\mvrx1 a",
         [](F &f) { f.setFontItalic(true); });
 }
 

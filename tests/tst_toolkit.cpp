@@ -22,6 +22,7 @@ private Q_SLOTS:
     void leavesOtherParagraphsAlone();
     void secondTranslationChangesNothing();
     void convertsEveryParagraph();
+    void filesHaveOneNumberForBothToolkits();
 };
 
 namespace {
@@ -196,6 +197,23 @@ void TestToolkit::convertsEveryParagraph()
     QCOMPARE(document.begin().blockFormat().properties(), QTextBlockFormat().properties());
     MVRTextFormat::convertToFormat(&document, nullptr, nullptr);
     QVERIFY(!document.isUndoAvailable());
+}
+
+void TestToolkit::filesHaveOneNumberForBothToolkits()
+{
+    QCOMPARE(MVRToolkit::storedProperty(QTextFormat::FontStretch), 0x2034);
+    QCOMPARE(MVRToolkit::propertyOfStored(0x2010), int(QTextFormat::TextUnderlineColor));
+    QCOMPARE(MVRToolkit::storedProperty(QTextFormat::FontWeight), 0x2003);
+
+    QCOMPARE(MVRToolkit::storedWeight(QFont::Bold), 75);
+    for (const int ofEither : {75, 700})
+        QCOMPARE(MVRToolkit::weightOfStored(ofEither), int(QFont::Bold));
+    for (const int ofEither : {50, 400})
+        QCOMPARE(MVRToolkit::weightOfStored(ofEither), int(QFont::Normal));
+    const int between = MVRToolkit::weightOfStored(QT_VERSION_MAJOR > 5 ? 69 : 650);
+    QVERIFY(between > QFont::DemiBold && between < QFont::Bold);
+    for (int weight = QFont::Thin; weight <= QFont::Black; ++weight)
+        QCOMPARE(MVRToolkit::weightOfStored(MVRToolkit::storedWeight(weight)), weight);
 }
 
 QTEST_MAIN(TestToolkit)

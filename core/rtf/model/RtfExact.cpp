@@ -2,6 +2,7 @@
 #include <core/rtf/model/RtfExact.h>
 
 #include <core/MVRTextFormat.h>
+#include <core/MVRToolkit.h>
 
 #include <QBrush>
 
@@ -71,7 +72,7 @@ constexpr PropertyRow propertyRows[] = {
     {QTextFormat::FontFamily, Text},
     {QTextFormat::FontPointSize, Real, 0.01, 10000},
     {QTextFormat::FontPixelSize, Integer, 1, 10000},
-    {QTextFormat::FontWeight, Integer, 0, 99},
+    {QTextFormat::FontWeight, Integer, 0, 1000},
     {QTextFormat::FontItalic, Boolean},
     {QTextFormat::FontUnderline, Boolean},
     {QTextFormat::FontOverline, Boolean},
@@ -380,17 +381,19 @@ RtfExactProperty propertyFromText(const QByteArray &text)
 {
     bool ok = false;
     if (text.startsWith('-')) {
-        const int id = text.mid(1).toInt(&ok, 16);
+        const int id = MVRToolkit::propertyOfStored(text.mid(1).toInt(&ok, 16));
         return ok && isWritable(id) ? RtfExactProperty {id, QVariant()} : RtfExactProperty();
     }
     const int typeAt = text.indexOf(':') - 1;
     if (typeAt < 1)
         return {};
-    const int id = text.left(typeAt).toInt(&ok, 16);
+    const int id = MVRToolkit::propertyOfStored(text.left(typeAt).toInt(&ok, 16));
     const PropertyRow *row = ok ? rowFor(id, Type(text.at(typeAt))) : nullptr;
     if (!row)
         return {};
-    const QVariant value = valueFromText(*row, text.mid(typeAt + 2));
+    QVariant value = valueFromText(*row, text.mid(typeAt + 2));
+    if (id == QTextFormat::FontWeight && value.isValid())
+        value = MVRToolkit::weightOfStored(value.toInt());
     return value.isValid() ? RtfExactProperty {id, value} : RtfExactProperty();
 }
 
@@ -443,14 +446,17 @@ QByteArray toText(const RtfExactProperties &properties)
             text += ' ';
         if (!property.value.isValid())
             text += '-';
-        appendNumber(&text, property.id, 16);
+        appendNumber(&text, MVRToolkit::storedProperty(property.id), 16);
         if (!property.value.isValid())
             continue;
         const Type type = typeOf(property.value);
         text += char(type);
         text += ':';
         if (type == Integer)
-            appendNumber(&text, property.value.toInt());
+            appendNumber(&text,
+                         property.id == QTextFormat::FontWeight
+                             ? MVRToolkit::storedWeight(property.value.toInt())
+                             : property.value.toInt());
         else if (type == Real)
             appendNumber(&text, property.value.toDouble());
         else
