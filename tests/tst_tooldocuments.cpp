@@ -103,6 +103,10 @@ void TestToolDocuments::appendsDocuments()
     const QByteArray play = appended(QStringLiteral("play.txt"), {two, example(), example()});
     QVERIFY2(play.startsWith("two\n\nthree\nFADE IN:\n"), play.left(200).constData());
     QCOMPARE(play.count("FADE IN:"), 2);
+    const QString headings = write(QStringLiteral("h.md"), "# Part one\n\n## int. House\n\nText");
+    const QByteArray script = appended(QStringLiteral("h.fdx"), {headings, two});
+    QVERIFY(script.contains("Type=\"General\"><Text Style=\"Bold\">Part one<"));
+    QVERIFY2(script.contains("Type=\"Scene Heading\"><Text>int. House<"), script.constData());
     QVERIFY(appended(QStringLiteral("2.txt"), {one, two}).isEmpty());
     QCOMPARE(read(QStringLiteral("2.txt")), QByteArray("two\n\nthree"));
 }

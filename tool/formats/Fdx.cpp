@@ -12,8 +12,10 @@
 
 #include <QBuffer>
 #include <QFont>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextCursor>
+#include <QTextLayout>
 
 namespace {
 
@@ -99,6 +101,49 @@ bool readFdx(const QByteArray &bytes, const ReadOptions &options, Document &docu
     return true;
 }
 
+bool readsLikeScene(const QString &heading)
+{
+    static const QRegularExpression start(QStringLiteral("^\\s*(?:INT|EXT|EST|I/E)(?:\\.|\\s|/)"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    return start.match(heading).hasMatch();
+}
+
+// A scene heading looks like its type; notes on it stay.
+void clearHeadingLook(const QTextBlock &block, QTextCursor &cursor)
+{
+    const QVector<QTextLayout::FormatRange> ranges = block.textFormats();
+    for (const QTextLayout::FormatRange &range : ranges) {
+        QTextCharFormat format = range.format;
+        for (const int property : {QTextFormat::FontWeight, QTextFormat::FontPointSize,
+                                   QTextFormat::FontPixelSize, QTextFormat::FontSizeAdjustment})
+            format.clearProperty(property);
+        cursor.setPosition(block.position() + range.start);
+        cursor.setPosition(block.position() + range.start + range.length, QTextCursor::KeepAnchor);
+        cursor.setCharFormat(format);
+    }
+}
+
+/*! Headings of other documents become scene headings where they read like some, else General. */
+void nameHeadings(QTextDocument &document)
+{
+    QTextCursor cursor(&document);
+    const EditBlock editBlock(cursor);
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        const QVariant level = block.blockFormat().property(QTextFormat::HeadingLevel);
+        // A line spacing has the same number, and is a double.
+        if (level.userType() != QMetaType::Int || level.toInt() <= 0)
+            continue;
+        const bool isScene = readsLikeScene(block.text());
+        cursor.setPosition(block.position());
+        QTextBlockFormat format;
+        format.setProperty(MVRScriptElement::NameProperty,
+                           isScene ? QStringLiteral("Scene Heading") : QStringLiteral("General"));
+        cursor.setBlockFormat(format);
+        if (isScene)
+            clearHeadingLook(block, cursor);
+    }
+}
+
 void markTitlePage(Document &document)
 {
     QTextCursor cursor(&document.text);
@@ -120,6 +165,7 @@ bool writeFdx(Document &document, const WriteOptions &options, QByteArray *bytes
     if (!document.script) {
         document.script = std::make_shared<MVRFinalDraftFile>();
         markTitlePage(document);
+        nameHeadings(document.text);
     }
     document.script->setElements(document.elements);
     if (document.script->write(&buffer, &document.text))
