@@ -49,6 +49,8 @@ public:
         ListLabelProperty
         = 0x100402, /*!< string: a list's label with the numbers of several levels,
                          "%1.%2." for the second one's; "%%" is a percent sign */
+        FieldProperty = 0x100403, /*!< string: instruction of the RTF field that the text is the
+                                     result of ("PAGE"); only of those that count pages */
         ParagraphViewProperty = 0x100300 /*!< list: what a live view changed in the paragraph's
                                               format; see MVRParagraphView::ownFormat() */
     };

@@ -36,6 +36,12 @@ RtfInfo readContent(const QByteArray &rtf, QTextDocument *content)
     return reader.info();
 }
 
+void setOrClear(QTextDocument *document, const char *name, const QVariantMap &value)
+{
+    if (!value.isEmpty() || document->property(name).isValid())
+        document->setProperty(name, value.isEmpty() ? QVariant() : QVariant(value));
+}
+
 void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes)
 {
     RtfParser reader(rtf, document, notes, writeContent);
@@ -51,6 +57,9 @@ void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *n
     if (!author.isEmpty() || document->property(MVRTextRtf::authorProperty).isValid())
         document->setProperty(MVRTextRtf::authorProperty,
                               author.isEmpty() ? QVariant() : QVariant(author));
+    setOrClear(document, MVRTextRtf::pageProperty,
+               reader.page() ? reader.page()->toMap() : QVariantMap());
+    setOrClear(document, MVRTextRtf::pageTextsProperty, reader.pageTexts());
     if (!reader.defaultFormat().isEmpty())
         document->setDefaultFont(reader.defaultFormat().font());
 }

@@ -28,6 +28,20 @@ public:
     */
     static constexpr char authorProperty[] = "mvrAuthor";
 
+    /*!
+        Name of the dynamic property in which a document has the page that its file is for: a
+        QVariantMap of "width", "height", "left", "right", "top" and "bottom" (paper and margins),
+        doubles in points. A page size that is set on the document itself goes before it.
+    */
+    static constexpr char pageProperty[] = "mvrPage";
+
+    /*!
+        Name of the dynamic property in which a document has the headers and footers of its file: a
+        QVariantMap of RTF files by the words of RTF ("header", "headerl", "headerr", "headerf",
+        "footer" …; RTF 1.9.1, "Headers and Footers"). Only the RTF writer shows them.
+    */
+    static constexpr char pageTextsProperty[] = "mvrPageTexts";
+
     /*! Tells whether \a rtf begins, after white space, with <tt>{\\rtf</tt>, so that it is read. */
     static bool isRtf(const QByteArray &rtf);
 

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void bookmarks();
     void headings();
     void title();
+    void pageAndItsTexts();
     void lookAlikes_data();
     void lookAlikes();
     void sizes_data();
@@ -555,6 +556,40 @@ void TestRtfStructure::sizes()
     QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1" + body + row.repeated(count) + '}', &document));
     QVERIFY(document.blockCount() >= count);
     QVERIFY2(timer.elapsed() < 20000, "grows faster than its input");
+}
+
+void TestRtfStructure::pageAndItsTexts()
+{
+    QTextDocument document;
+    MVRTextRtf::fromRtfCData(
+        "{\\rtf1{\\fonttbl{\\f3 "
+        "Odd;}}\\paperw11906\\paperh16838\\margl1134\\margt567{\\headerf\\pard }"
+        "{\\header\\pard\\qc\\f3 Draft, p. {\\field{\\*\\fldinst  PAGE }{\\fldrslt 7}}\\par}\n"
+        "{\\footer\\chpgn  of {\\field{\\*\\fldinst NUMPAGES}{\\fldrslt }}}\n{\\header second}"
+        "\\pard Text\\par}",
+        &document);
+    QCOMPARE(document.toPlainText(), QStringLiteral("Text"));
+    const QVariantMap page = document.property(MVRTextRtf::pageProperty).toMap();
+    QCOMPARE(page.value(QStringLiteral("width")).toDouble(), 595.3);
+    QCOMPARE(page.value(QStringLiteral("right")).toDouble(), 72.0);
+
+    QTextDocument again;
+    QByteArray rtf = MVRTextRtf::toRtfCData(&document, true);
+    MVRTextRtf::fromRtfCData(rtf, &again);
+    QCOMPARE(again.property(MVRTextRtf::pageProperty), document.property(MVRTextRtf::pageProperty));
+    QCOMPARE(MVRTextRtf::toRtfCData(&again, true), rtf);
+    for (const char *part :
+         {"\\paperw11906\\paperh16838\\margl1134\\margr1440\\margt567\\margb1440", "\\titlepg{",
+          "{\\headerf", "Draft, p. ", "\\*\\fldinst PAGE}{\\fldrslt",
+          "\\*\\fldinst NUMPAGES}{\\fldrslt"})
+        QVERIFY2(rtf.contains(part), rtf);
+    QVERIFY(!rtf.contains("second"));
+
+    document.setPageSize(QSizeF(612, 792)); // a page that a host sets goes before the file's
+    QVERIFY(
+        MVRTextRtf::toRtfCData(&document, true).contains("\\paperw12240\\paperh15840\\margl1134"));
+    MVRTextRtf::fromRtfCData("{\\rtf1 x}", &document);
+    QVERIFY(!document.property(MVRTextRtf::pageTextsProperty).isValid());
 }
 
 void TestRtfStructure::lookAlikes_data()

@@ -158,6 +158,8 @@ QTextCharFormat toCharFormat(const RtfCharProps &props, const RtfResources &reso
         format.setAnchor(true);
         format.setAnchorHref(resources.links.value(props.link));
     }
+    if (props.field > 0)
+        format.setProperty(MVRTextFormat::FieldProperty, resources.links.value(props.field));
     RtfExact::apply(resources.exact.value(props.exact), &format);
     return format;
 }
@@ -230,6 +232,9 @@ RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfResou
     props.background = colorOf(format, QTextFormat::BackgroundBrush, resources);
     if (linked && !format.anchorHref().isEmpty())
         props.link = resources->linkNumber(format.anchorHref());
+    const QString field = format.stringProperty(MVRTextFormat::FieldProperty);
+    if (linked && !field.isEmpty())
+        props.field = resources->linkNumber(field);
     props.exact
         = resources->exactNumber(RtfExact::difference(format, toCharFormat(props, *resources)));
     return props;

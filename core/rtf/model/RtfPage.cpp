@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/rtf/model/RtfPage.h>
 
+#include <core/MVRTextRtf.h>
 #include <core/rtf/model/RtfProps.h>
 
 #include <QTextDocument>
@@ -12,6 +13,16 @@ constexpr double minPage = 72;
 constexpr double maxPage = rtfMaxTwips / 20.0;
 constexpr double minMargin = 18; // Qt's own default is a gap, no margin
 
+struct LengthRow
+{
+    const char *name;
+    int RtfPage::*length;
+};
+
+constexpr LengthRow lengthRows[]
+    = {{"width", &RtfPage::width}, {"height", &RtfPage::height}, {"left", &RtfPage::left},
+       {"right", &RtfPage::right}, {"top", &RtfPage::top},       {"bottom", &RtfPage::bottom}};
+
 void setLength(double points, double min, double max, int *twips)
 {
     if (points >= min && points <= max)
@@ -20,9 +31,28 @@ void setLength(double points, double min, double max, int *twips)
 
 } // namespace
 
+QVariantMap RtfPage::toMap() const
+{
+    QVariantMap lengths;
+    for (const LengthRow &row : lengthRows)
+        lengths.insert(QLatin1String(row.name), this->*row.length / 20.0);
+    return lengths;
+}
+
+void RtfPage::setFromMap(const QVariantMap &lengths)
+{
+    for (const LengthRow &row : lengthRows) {
+        const bool isSide = row.length == &RtfPage::width || row.length == &RtfPage::height;
+        const QVariant points = lengths.value(QLatin1String(row.name));
+        if (points.isValid())
+            setLength(points.toDouble(), isSide ? minPage : 0, maxPage, &(this->*row.length));
+    }
+}
+
 RtfPage RtfPage::of(const QTextDocument &document)
 {
     RtfPage page;
+    page.setFromMap(document.property(MVRTextRtf::pageProperty).toMap());
     const QSizeF size = document.pageSize();
     if (qMin(size.width(), size.height()) >= minPage) {
         setLength(size.width(), minPage, maxPage, &page.width);

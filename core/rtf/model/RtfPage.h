@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QVariantMap>
+
 class QTextDocument;
 
 /*!
@@ -18,11 +20,17 @@ struct RtfPage
     int top = 1440;
     int bottom = 1440;
 
+    /*! As MVRTextRtf::pageProperty holds it, in points. */
+    QVariantMap toMap() const;
+    /*! What is out of range or missing stays as it is here. */
+    void setFromMap(const QVariantMap &lengths);
+
     int textWidth() const { return width - left - right; }
 
     /*!
-        The page that \a document is laid out for. A size counts when both sides are set, which
-        editors that scroll leave out; margins count from a quarter inch on.
+        The page that \a document is laid out for, or else the one that it came with. A size counts
+       when both sides are set, which editors that scroll leave out; margins count from a quarter
+       inch on.
     */
     static RtfPage of(const QTextDocument &document);
 };

@@ -27,6 +27,7 @@ struct RtfCharProps
     int highlight = 0; /*!< \highlight: index of the colour table; covers the background */
     int spacing = 0; /*!< \expndtw: twips between letters */
     int link = 0; /*!< number of an interned link target */
+    int field = 0; /*!< number of an interned instruction, see MVRTextFormat::FieldProperty */
     int exact = 0; /*!< \mvrx: number of a set of exact properties */
 };
 

@@ -211,6 +211,18 @@ void openShape(Reader &reader, const Call &call)
         reader.skipDestination();
 }
 
+void beginPageText(Reader &reader, const Call &call)
+{
+    const std::string_view name = call.word.name;
+    reader.beginPageText(QString::fromLatin1(name.data(), static_cast<int>(name.size())),
+                         call.word.opens);
+}
+
+template <int RtfPage::*length> void setPage(Reader &reader, const Call &call)
+{
+    reader.header().setPage(length, call.parameter);
+}
+
 void openBoth(Reader &reader, const Call &call)
 {
     const RtfDestination *outer = reader.group().destination;
@@ -248,6 +260,8 @@ constexpr RtfDestination fieldInstruction {
 
 constexpr RtfDestination fieldText {To::Body, nullptr, [](Reader &r) { r.finishField(); }};
 
+constexpr RtfDestination pageText {To::PageText, nullptr, [](Reader &r) { r.finishPageText(); }};
+
 constexpr RtfDestination note {To::Note, nullptr, [](Reader &r) { r.finishNote(); }};
 
 constexpr RtfDestination textBox {To::TextBox, nullptr, [](Reader &r) { r.finishTextBox(); }};
@@ -271,6 +285,12 @@ constexpr Word rows[] = {
     header("red", setColor<0>),
     header("green", setColor<1>),
     header("blue", setColor<2>),
+    header("paperw", setPage<&RtfPage::width>),
+    header("paperh", setPage<&RtfPage::height>),
+    header("margl", setPage<&RtfPage::left>),
+    header("margr", setPage<&RtfPage::right>),
+    header("margt", setPage<&RtfPage::top>),
+    header("margb", setPage<&RtfPage::bottom>),
     destination("fonttbl", fontTable),
     destination("colortbl", colorTable,
                 [](Reader &r, const Call &c) {
@@ -446,6 +466,17 @@ constexpr Word rows[] = {
     character("ltrmark", 0x200e),
     character("rtlmark", 0x200f),
 
+    // Headers and footers
+    destination("footer", pageText, beginPageText),
+    destination("footerf", pageText, beginPageText),
+    destination("footerl", pageText, beginPageText),
+    destination("footerr", pageText, beginPageText),
+    destination("header", pageText, beginPageText),
+    destination("headerf", pageText, beginPageText),
+    destination("headerl", pageText, beginPageText),
+    destination("headerr", pageText, beginPageText),
+    structure("chpgn", [](Reader &r, const Call &) { r.addPageNumber(); }),
+
     // Fields, bookmarks and shapes ("Fields", "Bookmarks", "Drawing Objects")
     destination("field", fieldText, [](Reader &r, const Call &c) { r.beginField(c.word.opens); }),
     destination("fldinst", fieldInstruction),
@@ -509,10 +540,6 @@ constexpr Word rows[] = {
     skipped("falt"),
     skipped("filetbl"),
     skipped("fontemb"),
-    skipped("footer"),
-    skipped("footerf"),
-    skipped("footerl"),
-    skipped("footerr"),
     skipped("ftncn"),
     skipped("ftnsep"),
     skipped("ftnsepc"),
@@ -520,10 +547,6 @@ constexpr Word rows[] = {
     skipped("aftnsep"),
     skipped("aftnsepc"),
     skipped("generator"),
-    skipped("header"),
-    skipped("headerf"),
-    skipped("headerl"),
-    skipped("headerr"),
     skipped("listname"),
     skipped("listtext"),
     skipped("levelnumbers"),

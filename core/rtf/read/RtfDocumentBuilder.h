@@ -58,6 +58,8 @@ public:
     /*! Where a mark came to stand; the document's end for one in a paragraph that was left out. */
     int markPosition(int number) const;
 
+    /*! How many characters the paragraph has so far. */
+    int textLength() const { return static_cast<int>(m_paragraph.text.size()); }
     bool hasText() const { return !m_paragraph.text.isEmpty(); }
 
     void endParagraph(const RtfParagraphEnd &end);

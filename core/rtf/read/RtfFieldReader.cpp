@@ -5,9 +5,9 @@
 
 #include <utility>
 
-void RtfFieldReader::begin(RtfGroup *group)
+void RtfFieldReader::begin(RtfGroup *group, int textLength)
 {
-    m_fields.push_back({{}, group->field, 0, {}, {}});
+    m_fields.push_back({{}, group->field, 0, 0, textLength, {}, {}});
     group->field = static_cast<int>(m_fields.size()) - 1;
 }
 
@@ -29,6 +29,8 @@ void RtfFieldReader::finishInstruction(const RtfGroup &group)
     const QString target = RtfFields::linkTarget(field.instruction);
     if (!target.isEmpty())
         field.link = m_resources.linkNumber(target);
+    if (RtfFields::isPageNumber(field.instruction))
+        field.kept = m_resources.linkNumber(field.instruction.simplified());
     field.shown = RtfFields::shownText(field.instruction);
     field.withoutResult = RtfFields::textWithoutResult(field.instruction);
     field.instruction.clear();
@@ -44,11 +46,22 @@ QString RtfFieldReader::beginResult(RtfGroup *group)
         group->field = field.parent; // the result is part of the instruction around it
     else if (field.link > 0)
         group->chars.link = field.link;
+    else if (field.kept > 0)
+        group->chars.field = field.kept;
     group->charsChanged();
     return group->isBody() ? field.shown : QString();
 }
 
-QString RtfFieldReader::finish(const RtfGroup &group)
+QString RtfFieldReader::finish(RtfGroup *group, int textLength)
 {
-    return group.field < 0 ? QString() : std::exchange(m_fields[group.field].withoutResult, {});
+    if (group->field < 0)
+        return {};
+    Field &field = m_fields[group->field];
+    const bool isEmpty = textLength <= field.start;
+    if (field.kept > 0 && isEmpty) { // programs leave it to the reader to count
+        group->chars.field = field.kept;
+        group->charsChanged();
+        return QStringLiteral("1");
+    }
+    return std::exchange(field.withoutResult, {});
 }

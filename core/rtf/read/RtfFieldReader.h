@@ -18,8 +18,8 @@ public:
     {
     }
 
-    /*! \a group is a field. */
-    void begin(RtfGroup *group);
+    /*! \a group is a field in a paragraph that has \a textLength characters so far. */
+    void begin(RtfGroup *group, int textLength);
     void addInstruction(const RtfGroup &group, const QString &text);
     void finishInstruction(const RtfGroup &group);
     /*!
@@ -31,7 +31,7 @@ public:
         \a group is the field, whose end is reached.
         \return what is shown of a field that had no result
     */
-    QString finish(const RtfGroup &group);
+    QString finish(RtfGroup *group, int textLength);
 
 private:
     struct Field
@@ -39,6 +39,8 @@ private:
         QString instruction;
         int parent = -1;
         int link = 0;
+        int kept = 0; // instruction that is part of the document, see FieldProperty
+        int start = 0;
         QString shown; // in place of its result
         QString withoutResult; // as long as there is no result
     };

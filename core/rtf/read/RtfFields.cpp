@@ -134,6 +134,14 @@ QString shownText(const QString &instruction)
     return kind == QLatin1String("EQ") ? wordsWithReading(instruction) : QString();
 }
 
+bool isPageNumber(const QString &instruction)
+{
+    int at = 0;
+    const QString kind = nextArgument(instruction, &at).toUpper();
+    return kind == QLatin1String("PAGE") || kind == QLatin1String("NUMPAGES")
+        || kind == QLatin1String("SECTIONPAGES");
+}
+
 QString textWithoutResult(const QString &instruction)
 {
     int at = 0;

@@ -21,6 +21,9 @@ QString linkTarget(const QString &instruction);
 */
 QString shownText(const QString &instruction);
 
+/*! A field that counts pages, which other programs count again: PAGE, NUMPAGES, SECTIONPAGES. */
+bool isPageNumber(const QString &instruction);
+
 /*! What is shown of a field that has no result: a button's text, a formula's letters, the name that
    a reference goes to; empty for fields that show nothing. */
 QString textWithoutResult(const QString &instruction);

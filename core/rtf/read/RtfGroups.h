@@ -18,6 +18,7 @@ struct RtfDestination
     enum Kind {
         Body, /*!< the document's own text */
         Note, /*!< \footnote, \annotation: body text of its own */
+        PageText, /*!< \header, \footer and their kin: body text of its own */
         TextBox, /*!< \shptxt: body text too */
         Ignored, /*!< dropped, but looked through: the old half of \upr */
         FontTable,

@@ -99,6 +99,13 @@ void RtfHeaderReader::setFromMac()
     m_fonts.setFaces();
 }
 
+void RtfHeaderReader::setPage(int RtfPage::*length, int twips)
+{
+    if (!m_page)
+        m_page.emplace();
+    (*m_page).*length = qBound(0, twips, rtfMaxTwips);
+}
+
 void RtfHeaderReader::setCharset(int charset)
 {
     // Charset 0 is Windows' 1252 whatever the file's code page is, but programs of the Macintosh

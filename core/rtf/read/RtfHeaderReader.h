@@ -3,8 +3,11 @@
 
 #include <core/rtf/lex/RtfCodePages.h>
 #include <core/rtf/model/RtfNoteWords.h>
+#include <core/rtf/model/RtfPage.h>
 #include <core/rtf/model/RtfResources.h>
 #include <core/rtf/read/RtfGroups.h>
+
+#include <optional>
 
 /*! Collects the entries of \fonttbl (RTF 1.9.1, "Font Table") into the resources. */
 class RtfFontTable
@@ -68,6 +71,11 @@ public:
     RtfColorTable &colors() { return m_colors; }
     RtfInfo &info() { return m_info; }
 
+    /*! One length of the page that the file says, in twips. */
+    void setPage(int RtfPage::*length, int twips);
+    /*! The page, where the file says one; else nothing. */
+    const std::optional<RtfPage> &page() const { return m_page; }
+
     /*! \ansicpg and its kin: the code page of text whose font has none. */
     void setCodePage(RtfGroup *group, int codePage);
     /*! \fcharset */
@@ -92,6 +100,7 @@ private:
     RtfFontTable m_fonts;
     RtfColorTable m_colors;
     RtfInfo m_info;
+    std::optional<RtfPage> m_page;
     int m_codePage = RtfCodePages::Western;
     bool m_fromMac = false;
 };

@@ -31,6 +31,11 @@ public:
     /*! What \info says about the file. */
     const RtfInfo &info() { return m_reader.info(); }
 
+    /*! The page that the file says its text is for; nothing where it says none. */
+    const std::optional<RtfPage> &page() { return m_reader.header().page(); }
+    /*! Headers and footers, see MVRTextRtf::pageTextsProperty. */
+    const QVariantMap &pageTexts() const { return m_reader.pageTexts(); }
+
 private:
     bool handle(const RtfToken &token);
     void handleWord(const RtfToken &token);

@@ -24,7 +24,8 @@ RtfReader::RtfReader(RtfTokenizer *tokens, QTextDocument *document, MVRTextRtfNo
     , m_header(&m_resources)
     , m_formatting(&m_resources)
     , m_fields(&m_resources)
-    , m_notes(notes != nullptr, std::move(write))
+    , m_notes(notes != nullptr, write)
+    , m_pageTexts(std::move(write))
     , m_foundNotes(notes)
 {
 }
@@ -276,7 +277,8 @@ void RtfReader::finishDestinations()
 {
     while (m_groups.isTooDeep())
         m_groups.pop();
-    while ((!group().isBody() || m_notes.isInNote() || m_shapes.isInBox()) && m_groups.isNested()) {
+    while ((!group().isBody() || m_notes.isInNote() || m_shapes.isInBox() || m_pageTexts.isOpen())
+           && m_groups.isNested()) {
         const RtfDestination &destination = *group().destination;
         if (group().opensDestination && destination.isBody() && destination.close)
             destination.close(*this);

@@ -13,6 +13,7 @@
 #include <core/rtf/read/RtfGroups.h>
 #include <core/rtf/read/RtfHeaderReader.h>
 #include <core/rtf/read/RtfNoteReader.h>
+#include <core/rtf/read/RtfPageTextReader.h>
 #include <core/rtf/read/RtfShapeReader.h>
 #include <core/rtf/read/RtfStory.h>
 
@@ -89,6 +90,9 @@ public:
     void addBookmark();
     void beginNote(MVRTextRtfNote::Kind kind, const RtfDestination &note);
     void finishNote();
+    void beginPageText(const QString &word, const RtfDestination &text);
+    void finishPageText();
+    void addPageNumber();
     /*! One part of a time: year, month, day, hour, minute, counted from 0. */
     void setTime(int part, int value);
     void finishExactProperties();
@@ -99,6 +103,7 @@ public:
 
     /*! The default character format that the file carries, see \mvrdefaults; may be empty. */
     const QTextCharFormat &defaultFormat() const { return m_defaultFormat; }
+    const QVariantMap &pageTexts() const { return m_pageTexts.texts(); }
     const RtfInfo &info() { return m_header.info(); }
 
 private:
@@ -133,6 +138,7 @@ private:
     RtfBookmarks m_bookmarks;
     RtfPicture m_picture;
     RtfNoteReader m_notes;
+    RtfPageTextReader m_pageTexts;
     MVRTextRtfNotes *m_foundNotes;
 
     QString m_value; // text of the destination that is open

@@ -6,15 +6,17 @@
 
 void RtfReader::beginField(const RtfDestination &field)
 {
-    m_fields.begin(&group());
+    m_fields.begin(&group(), builder().textLength());
     // The text of a note stays that of the note.
-    if (group().isIn(RtfDestination::Body) && !group().opensDestination)
+    const bool isText
+        = group().isIn(RtfDestination::Body) || group().isIn(RtfDestination::PageText);
+    if (isText && !group().opensDestination)
         openDestination(field);
 }
 
 void RtfReader::finishField()
 {
-    const QString text = m_fields.finish(group());
+    const QString text = m_fields.finish(&group(), builder().textLength());
     if (!text.isEmpty())
         m_text.addCharacters(QStringView(text));
 }
@@ -156,6 +158,46 @@ void RtfReader::finishNote()
         return;
     insertLastParagraph();
     m_notes.finish(&m_story);
+}
+
+void RtfReader::beginPageText(const QString &word, const RtfDestination &text)
+{
+    const bool isBody = group().isBody() && !group().chars.deleted && !m_notes.isInNote()
+        && !m_shapes.isInBox() && !group().opensDestination;
+    if (!isBody || !m_pageTexts.canBegin(word)) {
+        skipDestination();
+        return;
+    }
+    if (!openDestination(text))
+        return;
+    m_text.endText();
+    m_bookmarks.clear();
+    m_pageTexts.begin(word, m_body, &m_story, m_inHeader);
+    resetChars();
+    resetPara();
+    group().chars.link = 0;
+    group().field = -1;
+}
+
+void RtfReader::finishPageText()
+{
+    if (!m_pageTexts.isOpen())
+        return;
+    insertLastParagraph();
+    m_inHeader = m_pageTexts.finish(&m_story);
+}
+
+// \chpgn is the field PAGE in one word.
+void RtfReader::addPageNumber()
+{
+    if (!m_pageTexts.isOpen())
+        return;
+    const int field
+        = std::exchange(group().chars.field, m_resources.linkNumber(QStringLiteral("PAGE")));
+    group().charsChanged();
+    m_text.addCharacter('1');
+    group().chars.field = field;
+    group().charsChanged();
 }
 
 // \atntime and \creatim say part after part.

@@ -57,6 +57,7 @@ QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults)
         m_info.title = document.metaInformation(QTextDocument::DocumentTitle);
         m_info.author = document.property(MVRTextRtf::authorProperty).toString();
         writeDefaults(document);
+        m_pageTexts = document.property(MVRTextRtf::pageTextsProperty).toMap();
     }
     writeBody(document);
     writeNotesUntil(std::numeric_limits<int>::max());
@@ -252,7 +253,8 @@ void RtfWriter::openLink(int link)
     m_body.words(QByteArrayLiteral("\\field"));
     m_body.beginGroup();
     m_body.words(QByteArrayLiteral("\\*\\fldinst"));
-    m_body.text(linkInstruction(m_resources.links.at(link)));
+    m_body.text(link > 0 ? linkInstruction(m_resources.links.at(link))
+                         : m_resources.links.at(-link));
     m_body.endGroup();
     m_body.beginGroup();
     m_body.words(QByteArrayLiteral("\\fldrslt"));
@@ -279,7 +281,7 @@ RtfWriter::Run RtfWriter::makeRun(const QTextCharFormat &format)
 {
     const RtfCharProps props = RtfFormats::fromCharFormat(format, true, &m_resources);
     Run made;
-    made.link = props.link;
+    made.link = props.link > 0 ? props.link : -props.field;
     made.bookmarks = format.anchorNames();
     if (format.isImageFormat())
         made.image = format.toImageFormat();

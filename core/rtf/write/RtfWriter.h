@@ -51,7 +51,7 @@ private:
     struct Run
     {
         QByteArray words;
-        int link = 0;
+        int link = 0; // above 0 a link, below 0 an instruction: their numbers
         QStringList bookmarks;
         std::optional<QTextImageFormat> image;
     };
@@ -87,6 +87,8 @@ private:
     void writeComment(int number, const QByteArray &content);
     void writeFootnote(const MVRTextRtfNote &note, const QByteArray &content);
     QByteArray noteContent(MVRTextRtfNote *note);
+    QByteArray contentOf(const QTextDocument &content, const QByteArray &before);
+    QByteArray pageTexts();
     int listNumber(const QTextList *list);
     QByteArray listTable();
     QByteArray fontTable() const;
@@ -118,6 +120,7 @@ private:
     std::vector<NoteEdge> m_edges; // in the order of the text
     std::size_t m_nextEdge = 0;
     bool m_isNote = false; // what is written is the content of a note
+    QVariantMap m_pageTexts;
     RtfPage m_page;
     bool m_saysPage = false;
     QByteArray m_frameStart; // mark of the frame that the next paragraph begins
@@ -128,6 +131,6 @@ private:
     RtfInfo m_info;
     QStringList m_bookmarks; // of the run before
     bool m_breakBefore = false; // the block before ended its page
-    int m_link = 0; // the field that is open
+    int m_link = 0; // the field that is open: a link, or below 0 an instruction
     bool m_openRun = false; // the last run's group waits for the paragraph's end
 };

@@ -3,6 +3,7 @@
 #include <core/rtf/model/RtfFontNames.h>
 #include <core/rtf/write/RtfWriter.h>
 
+#include <QTextDocument>
 #include <QTextFormat>
 
 QByteArray RtfWriter::finished()
@@ -14,6 +15,7 @@ QByteArray RtfWriter::finished()
 
 QByteArray RtfWriter::header()
 {
+    const QByteArray texts = pageTexts(); // first, since they use fonts and colours too
     QByteArray rtf = QByteArrayLiteral("{\\rtf1\\ansi\\ansicpg1252\\uc1");
     rtf += fontTable() + colorTable() + styleSheet() + listTable();
     if (!m_resources.exactText().isEmpty())
@@ -21,7 +23,26 @@ QByteArray RtfWriter::header()
     // Without a generator LibreOffice takes neighbouring blanks for something that they are not.
     if (!m_defaults.isEmpty())
         rtf += "{\\*\\generator MvrText;}";
-    return rtf + infoGroup() + pageWords() + m_defaults;
+    return rtf + infoGroup() + pageWords() + m_defaults + texts;
+}
+
+QByteArray RtfWriter::pageTexts()
+{
+    static constexpr const char *words[]
+        = {"header", "headerl", "headerr", "headerf", "footer", "footerl", "footerr", "footerf"};
+    QByteArray texts;
+    for (const char *word : words) {
+        const QByteArray rtf = m_pageTexts.value(QLatin1String(word)).toByteArray();
+        if (rtf.isEmpty() || !m_readContent)
+            continue;
+        QTextDocument content;
+        content.setUndoRedoEnabled(false);
+        m_readContent(rtf, &content);
+        texts += QByteArrayLiteral("{\\") + word + contentOf(content, {}) + '}';
+    }
+    const bool hasFacing = texts.contains("{\\headerl") || texts.contains("{\\footerl");
+    const bool hasFirst = texts.contains("{\\headerf") || texts.contains("{\\footerf");
+    return QByteArray(hasFacing ? "\\facingp" : "") + (hasFirst ? "\\titlepg" : "") + texts;
 }
 
 QByteArray RtfWriter::pageWords() const

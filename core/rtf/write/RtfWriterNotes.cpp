@@ -106,6 +106,14 @@ QByteArray RtfWriter::noteContent(MVRTextRtfNote *note)
     if (!note->time.isValid())
         note->time = info.time;
 
+    return contentOf(content,
+                     note->kind == MVRTextRtfNote::Footnote ? QByteArrayLiteral("{\\super\\chftn} ")
+                                                            : QByteArray());
+}
+
+// \a before stands in the first paragraph, in front of its text.
+QByteArray RtfWriter::contentOf(const QTextDocument &content, const QByteArray &before)
+{
     RtfWriter writer;
     std::swap(writer.m_resources, m_resources);
     std::swap(writer.m_lists, m_lists);
@@ -113,8 +121,8 @@ QByteArray RtfWriter::noteContent(MVRTextRtfNote *note)
     writer.m_isNote = true;
     writer.m_paragraph = rtfPlainParagraph;
     writer.m_body.words(writer.m_paragraph);
-    if (note->kind == MVRTextRtfNote::Footnote)
-        writer.m_body.raw(QByteArrayLiteral("{\\super\\chftn} "));
+    if (!before.isEmpty()) // what is raw stands by itself, even nothing
+        writer.m_body.raw(before);
     writer.writeBody(content);
     std::swap(writer.m_resources, m_resources);
     std::swap(writer.m_lists, m_lists);
