@@ -46,6 +46,7 @@ QByteArray FdxWriter::write()
     compareParagraphs();
     matchNotes();
     writeNotes();
+    findAlive();
     findFirstInPlace();
     removeParagraphs();
     writeParagraphs();
@@ -74,14 +75,16 @@ FdxRunEdit FdxWriter::runEdit(const FdxEntry &entry)
                       keepsPage ? m_script.typeOf(entry.source) : type, type, entry.runs);
 }
 
-/*! Whether the element of a paragraph that holds dual dialogue stays. */
-bool FdxWriter::isAlive(int wrapper) const
+/*! Wrappers stay as long as anything that they hold, or text of their own. */
+void FdxWriter::findAlive()
 {
-    const auto isIn = [this, wrapper](const FdxEntry &entry) {
-        return entry.source == wrapper
-            || (entry.container >= 0 && m_script.containers()[entry.container].wrapper == wrapper);
-    };
-    return std::any_of(m_match.entries.cbegin(), m_match.entries.cend(), isIn);
+    for (const FdxEntry &entry : qAsConst(m_match.entries)) {
+        if (entry.source >= 0)
+            m_alive.insert(entry.source);
+        int wrapper = m_script.containers()[entry.container].wrapper;
+        for (; wrapper >= 0; wrapper = m_script.containerOf(wrapper).wrapper)
+            m_alive.insert(wrapper);
+    }
 }
 
 void FdxWriter::findFirstInPlace()
@@ -119,7 +122,7 @@ void FdxWriter::removeWrapper(int paragraph)
 {
     const pugi::xml_node &node = m_script.paragraphs()[paragraph].node;
     const int entry = m_match.entryOf[paragraph];
-    if (!isAlive(paragraph)) {
+    if (!m_alive.contains(paragraph)) {
         const FdxTree::Span span = m_tree.span(node);
         m_splices.append({m_tree.gapStart(span.start), span.end, QByteArray()});
         return;

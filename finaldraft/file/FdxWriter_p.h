@@ -37,7 +37,7 @@ private:
     void removeParagraphs();
     void removeWrapper(int paragraph);
     void findFirstInPlace();
-    bool isAlive(int wrapper) const;
+    void findAlive();
     int elementOf(int paragraph, int container) const;
     void placeNew(int container, const QByteArray &element);
     void passInPlace(int entry);
@@ -97,6 +97,7 @@ private:
     FdxMatch m_match;
     FdxSplices m_splices;
     QVector<Place> m_containers;
+    QSet<int> m_alive; // wrappers that stay, among other paragraphs
     QVector<int> m_documentNote; // for each note of the file: index in m_match.notes; -1: none
     QSet<int> m_keptNotes; // indexes in m_match.notes
     QHash<int, QVector<int>> m_goneIn; // by paragraph: notes that go out of it
