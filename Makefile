@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # The front door. Everything a fresh machine needs is installed by scripts/install-deps.
 .DEFAULT_GOAL := help
-.PHONY: help deps build demo test nightly asan tsan coverage mutants format format-check tidy bench interop fuzz growth faults install clean
+.PHONY: help deps build demo test test-qt5 test-qt6 nightly asan tsan coverage mutants format format-check tidy bench interop fuzz growth faults install clean
 
 BUILD := build/dev
 JOBS ?= $(shell nproc)
@@ -38,6 +38,11 @@ nightly: build ## What takes hours: random documents, all static checks, growth,
 	@MVR_EVERY_BYTE=1 QT_QPA_PLATFORM=offscreen $(BUILD)/tests/tst_truncation -silent
 	@$(MAKE) --no-print-directory faults growth
 	@$(MAKE) --no-print-directory fuzz FUZZ_SECONDS=$(NIGHTLY_FUZZ_SECONDS)
+
+test-qt5 test-qt6: test-%: deps ## Run the test suite with that Qt
+	@cmake --preset $* >/dev/null
+	@cmake --build --preset $* -j $(JOBS)
+	@ctest --preset $* -j $(JOBS)
 
 asan: deps ## Run the test suite under AddressSanitizer and UndefinedBehaviorSanitizer
 	@cmake --preset asan >/dev/null
@@ -94,7 +99,8 @@ fuzz: deps ## Fuzz readers and operations, FUZZ_SECONDS each: an hour in all
 	@cmake --build --preset fuzz -j $(JOBS)
 	@scripts/fuzz build/fuzz $(FUZZ_SECONDS)
 
-install: deps ## Install below PREFIX
+install: ## Install below PREFIX
+	@scripts/install-deps --to-install
 	@cmake --preset release -DCMAKE_INSTALL_PREFIX=$(PREFIX) -DMVR_BUILD_BENCH=OFF >/dev/null
 	@cmake --build --preset release -j $(JOBS)
 	@cmake --install build/release
