@@ -190,7 +190,9 @@ void TestRtf::readsText_data()
 
     row("unknown words, known text", "\\xyzzy5{\\foo bar}", "bar");
     row("unknown destination", "{\\*\\foo bar{baz}}x", "x");
-    row("star without a destination", "{\\*\\b x}y", "y");
+    row("star without a destination",
+        "{\\field{\\*\\fldinst HYPERLINK \"u\"}{\\fldrslt{\\*\\cs12\\cf2 x}}}{\\b0\\*\\cs7 y}",
+        "xy");
     row("not the document's text",
         "{\\info{\\title T}}{\\header h}{\\footnote f}{\\*\\annotation a}{\\nonshppict{\\pict 00}}"
         "{\\stylesheet{\\s1 S;}}{\\shp{\\*\\shpinst i}}{\\*\\bkmkstart b}{\\listtext\\tab 1.}{\\xe "

@@ -23,12 +23,15 @@ private Q_SLOTS:
     void tables_data();
     void tables();
     void tableFormats();
+    void tableBorders_data();
+    void tableBorders();
     void writesTables();
     void writesLists();
     void keepsLabelsThatQtHasNotGot();
     void tableAmongParagraphs();
     void pictures_data();
     void pictures();
+    void floatingPicture();
     void textBoxes_data();
     void textBoxes();
     void bookmarks();
@@ -142,6 +145,11 @@ void TestRtfStructure::lists_data()
             + item(1, "f") << lines({"1. a", "  (a) b", "  (b) c", "    * d", "2. e", "  (a) f"});
     QTest::newRow("goes on behind a paragraph")
         << table + item(0, "a") + "\\pard x\\par " + item(0, "b") << lines({"1. a", "x", "2. b"});
+    QTest::newRow("a list below starts again behind a paragraph")
+        << table + item(0, "a") + item(1, "b") + "\\pard x\\par " + item(0, "c") + item(1, "d")
+        << lines({"1. a", "  (a) b", "x", "2. c", "  (a) d"});
+    QTest::newRow("a list below goes on behind a paragraph") << table + item(0, "a") + item(1, "b")
+            + "\\pard x\\par " + item(1, "c") << lines({"1. a", "  (a) b", "x", "  (b) c"});
     QTest::newRow("another list of the same looks")
         << table + item(0, "a") + "\\pard\\ls2 b" << lines({"1. a", "1. b"});
     QTest::newRow("no such list") << table + "\\pard\\ls7 a\\par\\ls1\\ilvl8 b"
@@ -239,14 +247,13 @@ void TestRtfStructure::tables()
 void TestRtfStructure::tableFormats()
 {
     const QByteArray rtf
-        = "{\\rtf1{\\colortbl;\\red255;}\\trowd\\trhdr\\trleft-100\\clbrdrt\\brdrs"
+        = "{\\rtf1{\\colortbl;\\red255;}\\trowd\\trhdr\\trleft-100"
           "\\cellx900\\clcbpat1\\cellx2900\\intbl\\qc a\\cell{\\b b}\\cell\\row"
           "\\trowd\\trleft-100\\cellx900\\cellx2900\\pard\\intbl c\\cell\\cell\\row}";
     QTextDocument document;
     QVERIFY(MVRTextRtf::fromRtfCData(rtf, &document));
     const auto *table = qobject_cast<QTextTable *>(document.rootFrame()->childFrames().value(0));
     QVERIFY(table);
-    QCOMPARE(table->format().border(), 1.0);
     QCOMPARE(table->format().headerRowCount(), 1);
     const QVector<QTextLength> widths = table->format().columnWidthConstraints();
     QCOMPARE(widths.size(), 2);
@@ -259,6 +266,73 @@ void TestRtfStructure::tableFormats()
     QCOMPARE(
         table->cellAt(0, 1).begin().currentBlock().begin().fragment().charFormat().fontWeight(),
         int(QFont::Bold));
+}
+
+void TestRtfStructure::tableBorders_data()
+{
+    QTest::addColumn<QByteArray>("first"); // of the cells of the first row
+    QTest::addColumn<QByteArray>("second");
+    QTest::addColumn<QString>("borders"); // see bordersOf()
+    const auto edges = [](const QByteArray &letters, const QByteArray &style = "\\brdrs\\brdrw10") {
+        QByteArray words;
+        for (const char letter : letters)
+            words += QByteArray("\\clbrdr") + letter + style;
+        return words;
+    };
+    QTest::newRow("none") << edges("tlbr", "\\brdrnone")
+                          << edges("tl", "\\brdrtbl") + edges("br", "\\brdrnil") << "0";
+    QTest::newRow("edges alone") << edges("tlbr", "") << QByteArray() << "0";
+    QTest::newRow("switched off again")
+        << edges("tlbr") + edges("tlbr", "\\brdrnone") << QByteArray() << "0";
+    QTest::newRow("all") << edges("tlbr") << edges("tlbr") << "1";
+    QTest::newRow("said once between two cells") << edges("tlr") << edges("tlbr") << "1";
+    QTest::newRow("below the head") << edges("b", "\\brdrdb") << QByteArray() << "0 b|b/t|t";
+    QTest::newRow("no lines up and down") << edges("tb") << edges("tb") << "0 tb|tb/tb|tb";
+}
+
+/*! The width of the table's border; behind it, if they have any, the borders of its cells. */
+static QString bordersOf(const QTextDocument &document)
+{
+    const auto *table = qobject_cast<QTextTable *>(document.rootFrame()->childFrames().value(0));
+    if (!table)
+        return QStringLiteral("no table");
+    QStringList rows;
+    for (int row = 0; row < table->rows(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < table->columns(); ++column) {
+            const auto format = table->cellAt(row, column).format().toTableCellFormat();
+            cells += QLatin1String(format.topBorder() > 0 ? "t" : "")
+                + QLatin1String(format.leftBorder() > 0 ? "l" : "")
+                + QLatin1String(format.bottomBorder() > 0 ? "b" : "")
+                + QLatin1String(format.rightBorder() > 0 ? "r" : "");
+        }
+        rows += cells.join(QLatin1Char('|'));
+    }
+    const QString cells = rows.join(QLatin1Char('/'));
+    const QString border = QString::number(table->format().border());
+    return cells == QLatin1String("|/|") ? border : border + QLatin1Char(' ') + cells;
+}
+
+void TestRtfStructure::tableBorders()
+{
+    QFETCH(const QByteArray, first);
+    QFETCH(const QByteArray, second);
+    const auto row = [](const QByteArray &words) {
+        return "\\trowd\\trbrdrt\\brdrs" + words + "\\cellx900" + words
+            + "\\cellx1800\\pard\\brdrt\\brdrs\\intbl a\\cell b\\cell\\row";
+    };
+    QTextDocument document;
+    QVERIFY(
+        MVRTextRtf::fromRtfCData("{\\rtf1 " + row(first) + row(second) + "\\pard x}", &document));
+    QTEST(bordersOf(document), "borders");
+    // In our own file other programs find the borders, too.
+    QByteArray ours = MVRTextRtf::toRtfCData(&document, false);
+    QTextDocument read;
+    QVERIFY(MVRTextRtf::fromRtfCData(ours, &read));
+    QTEST(bordersOf(read), "borders");
+    ours.replace("\\mvrt", "\\none").replace("\\mvrc", "\\none");
+    QVERIFY(MVRTextRtf::fromRtfCData(ours, &read));
+    QTEST(bordersOf(read), "borders");
 }
 
 void TestRtfStructure::writesTables()
@@ -435,6 +509,33 @@ void TestRtfStructure::pictures()
     QVERIFY(!copy.isNull());
     if (!file.isEmpty())
         QCOMPARE(copy.toByteArray(), file);
+}
+
+void TestRtfStructure::floatingPicture()
+{
+    QImage image(3, 2, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QByteArray file;
+    QBuffer buffer(&file);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    const QByteArray pict = "{\\sv{\\pict\\picwgoal90\\pichgoal90\\pngblip " + file.toHex() + "}}";
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData(
+        "{\\rtf1 a{\\b{\\shp{\\*\\shpinst\\shpleft-200\\shptop100\\shpright1000\\shpbottom700"
+        "{\\sp{\\sn fillBlip}"
+            + pict + "}{\\sp{\\sn pib}" + pict
+            + "}}{\\shprslt{\\pict 00}}}}b"
+              "{\\v{\\shp{\\*\\shpinst{\\sp{\\sn pib}"
+            + pict + "}}}}}",
+        &document));
+    QCOMPARE(document.begin().text(), QStringLiteral("a\uFFFCb"));
+    QTextCursor cursor(&document);
+    cursor.setPosition(2);
+    const QTextImageFormat format = cursor.charFormat().toImageFormat();
+    QCOMPARE(QSizeF(format.width(), format.height()), QSizeF(60, 30));
+    QCOMPARE(document.resource(QTextDocument::ImageResource, QUrl(format.name())).toByteArray(),
+             file);
 }
 
 void TestRtfStructure::textBoxes_data()

@@ -126,8 +126,10 @@ MVRTextRange wantedRange(const QTextDocument &document, const MVRTextRtfNote &no
     const MVRTextRange range(note.start, note.end);
     if (range.start < range.end && holdsText(document, range))
         return range;
+    // Up to the mark, so that it comes to stand behind the same full stop again.
     const MVRTextRange word = words->word(note.end);
-    return word.start < word.end ? word : MVRTextRange(note.end, note.end);
+    return word.start < word.end ? MVRTextRange(word.start, note.end)
+                                 : MVRTextRange(note.end, note.end);
 }
 
 /*! What each note wants; notes of one kind that want the same are together. */

@@ -110,6 +110,15 @@ QByteArray RtfPicture::file() const
     return kind == Unknown ? QByteArray() : m_bytes;
 }
 
+void RtfPicture::setShownSize(const QSize &twips)
+{
+    if (twips.isEmpty())
+        return;
+    goalWidth = twips.width();
+    goalHeight = twips.height();
+    scaleX = scaleY = 100;
+}
+
 QSizeF RtfPicture::size() const
 {
     return {side(goalWidth, width, scaleX), side(goalHeight, height, scaleY)};

@@ -31,6 +31,8 @@ public:
     void addHex(std::string_view digits);
     void addBytes(std::string_view bytes);
     bool isEmpty() const { return m_bytes.isEmpty(); }
+    /*! The size in twips, whatever the words say; nothing happens when it is empty. */
+    void setShownSize(const QSize &twips);
 
     /*!
         Stores the picture with \a document.

@@ -56,6 +56,8 @@ RtfTableGrid::RtfTableGrid(const RtfTable &table)
     if (!hasEdges(table) || !layByEdges(table, maxCells))
         layByCount(table);
     m_reasonable = std::size_t(m_columns) * std::size_t(m_rows) <= maxCells;
+    if (m_reasonable)
+        shareBorders();
 }
 
 bool RtfTableGrid::hasEdges(const RtfTable &table) const
@@ -125,13 +127,17 @@ bool RtfTableGrid::layRow(const RtfRow &row, int number, const std::vector<int> 
 
         const int span = end - column;
         const int upper = above[column];
+        const int borders = (row.format.cells.at(first).borders & ~RtfCellFormat::Right)
+            | (row.format.cells.at(index - 1).borders & RtfCellFormat::Right);
         const bool joinsAbove = row.format.cells.at(first).joinsAbove && isEmpty(row.cells[first]);
         if (joinsAbove && upper >= 0 && m_cells[upper].columnSpan == span) {
             ++m_cells[upper].rowSpan;
+            m_cells[upper].borders = (m_cells[upper].borders & ~RtfCellFormat::Bottom)
+                | (borders & RtfCellFormat::Bottom);
             (*here)[column] = upper;
         } else {
             (*here)[column] = static_cast<int>(m_cells.size());
-            m_cells.push_back({number, column, 1, span, first});
+            m_cells.push_back({number, column, 1, span, first, borders});
         }
         column = end;
     }
@@ -147,6 +153,45 @@ void RtfTableGrid::layByCount(const RtfTable &table)
         const int count = static_cast<int>(table.rows[row].cells.size());
         m_columns = std::max(m_columns, count);
         for (int index = 0; index < count; ++index)
-            m_cells.push_back({row, index, 1, 1, index});
+            m_cells.push_back(
+                {row, index, 1, 1, index, table.rows[row].format.cells.value(index).borders});
     }
+}
+
+// Programs say a border between two cells once or twice.
+void RtfTableGrid::shareBorders()
+{
+    const auto columns = static_cast<std::size_t>(m_columns);
+    std::vector<RtfGridCell *> places(columns * std::size_t(m_rows));
+    for (RtfGridCell &cell : m_cells) {
+        for (int row = cell.row; row < cell.row + cell.rowSpan; ++row)
+            std::fill_n(places.begin() + std::ptrdiff_t(row) * m_columns + cell.column,
+                        cell.columnSpan, &cell);
+    }
+    const auto share = [](RtfGridCell *first, int edge, RtfGridCell *second, int opposite) {
+        if (!first || !second || first == second
+            || ((first->borders & edge) == 0 && (second->borders & opposite) == 0))
+            return;
+        first->borders |= edge;
+        second->borders |= opposite;
+    };
+    for (std::size_t at = 0; at < places.size(); ++at) {
+        if ((at + 1) % columns != 0)
+            share(places[at], RtfCellFormat::Right, places[at + 1], RtfCellFormat::Left);
+        if (at + columns < places.size())
+            share(places[at], RtfCellFormat::Bottom, places[at + columns], RtfCellFormat::Top);
+    }
+}
+
+RtfTableGrid::Borders RtfTableGrid::borders() const
+{
+    const auto count = static_cast<std::size_t>(
+        std::count_if(m_cells.begin(), m_cells.end(), [](const RtfGridCell &cell) {
+            return cell.borders == RtfCellFormat::AllEdges;
+        }));
+    if (count == m_cells.size())
+        return AllBorders;
+    const bool any = std::any_of(m_cells.begin(), m_cells.end(),
+                                 [](const RtfGridCell &cell) { return cell.borders != 0; });
+    return any ? SomeBorders : NoBorders;
 }

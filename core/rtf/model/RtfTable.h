@@ -56,10 +56,12 @@ using RtfCell = std::vector<RtfCellContent>;
 /*! \cellx and the words before it (RTF 1.9.1, "Table Definitions"). */
 struct RtfCellFormat
 {
+    enum Edge { Top = 1, Left = 2, Bottom = 4, Right = 8, AllEdges = 15 };
+
     int right = 0; /*!< right edge, in twips from the left margin */
     bool joinsLeft = false; /*!< \clmrg */
     bool joinsAbove = false; /*!< \clvmrg */
-    bool border = false;
+    int borders = 0; /*!< of the edges that have one */
     int background = 0; /*!< index of the colour table */
     int exact = 0; /*!< \mvrc: number of a set of exact properties */
 };
@@ -97,6 +99,7 @@ struct RtfGridCell
     int rowSpan = 1;
     int columnSpan = 1;
     int index = 0; /*!< in its row */
+    int borders = 0; /*!< RtfCellFormat::Edge; what a neighbour says of an edge counts, too */
 };
 
 /*!
@@ -120,12 +123,17 @@ public:
     const QVector<int> &widths() const { return m_widths; }
     const std::vector<RtfGridCell> &cells() const { return m_cells; }
 
+    /*! Which edges of the cells have a border. */
+    enum Borders { NoBorders, SomeBorders, AllBorders };
+    Borders borders() const;
+
 private:
     bool hasEdges(const RtfTable &table) const;
     bool layByEdges(const RtfTable &table, std::size_t maxCells);
     bool layRow(const RtfRow &row, int number, const std::vector<int> &edges,
                 const std::vector<int> &above, std::vector<int> *here);
     void layByCount(const RtfTable &table);
+    void shareBorders();
 
     int m_rows = 0;
     int m_columns = 0;

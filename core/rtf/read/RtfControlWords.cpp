@@ -59,6 +59,12 @@ constexpr Word own(std::string_view name, Word::Apply apply)
     return {name, Word::Destination, apply};
 }
 
+// A style of borders: an edge has one by what follows it, and \brdrnone and its kin are not here.
+constexpr Word border(std::string_view name)
+{
+    return formatting(name, [](Reader &r, const Call &) { r.rows().setBorder(); });
+}
+
 constexpr Word skipped(std::string_view name)
 {
     return {name, Word::Destination, [](Reader &r, const Call &) { r.skipDestination(); }};
@@ -175,6 +181,11 @@ template <bool RtfCellFormat::*flag> void setCell(Reader &reader, const Call &)
     reader.rows().nextCell().*flag = true;
 }
 
+template <RtfCellFormat::Edge edge> void beginBorder(Reader &reader, const Call &)
+{
+    reader.rows().beginBorder(edge);
+}
+
 template <RtfPicture::Kind kind> void setPictureKind(Reader &reader, const Call &)
 {
     reader.picture().kind = kind;
@@ -183,6 +194,11 @@ template <RtfPicture::Kind kind> void setPictureKind(Reader &reader, const Call 
 template <int RtfPicture::*number> void setPicture(Reader &reader, const Call &call)
 {
     reader.picture().*number = qBound(0, call.parameter, rtfMaxTwips);
+}
+
+template <RtfShapeReader::Edge edge> void setEdge(Reader &reader, const Call &call)
+{
+    reader.shapes().setEdge(edge, length(call.parameter));
 }
 
 // Says something about a comment that follows, when comments are asked for.
@@ -205,10 +221,10 @@ void openIfVisible(Reader &reader, const Call &call)
 // Shapes stand in the text, and in the group that they are drawn as.
 void openShape(Reader &reader, const Call &call)
 {
-    if (reader.group().isVisible() || reader.group().isIn(To::Shape))
-        reader.openDestination(call.word.opens);
-    else
+    if (!reader.group().isVisible() && !reader.group().isIn(To::Shape))
         reader.skipDestination();
+    else if (reader.openDestination(call.word.opens))
+        reader.shapes().begin();
 }
 
 void beginPageText(Reader &reader, const Call &call)
@@ -406,10 +422,40 @@ constexpr Word rows[] = {
                [](Reader &r, const Call &c) { r.rows().nextCell().background = c.parameter; }),
     formatting("clmrg", setCell<&RtfCellFormat::joinsLeft>),
     formatting("clvmrg", setCell<&RtfCellFormat::joinsAbove>),
-    formatting("clbrdrb", setCell<&RtfCellFormat::border>),
-    formatting("clbrdrl", setCell<&RtfCellFormat::border>),
-    formatting("clbrdrr", setCell<&RtfCellFormat::border>),
-    formatting("clbrdrt", setCell<&RtfCellFormat::border>),
+    formatting("clbrdrt", beginBorder<RtfCellFormat::Top>),
+    formatting("clbrdrl", beginBorder<RtfCellFormat::Left>),
+    formatting("clbrdrb", beginBorder<RtfCellFormat::Bottom>),
+    formatting("clbrdrr", beginBorder<RtfCellFormat::Right>),
+    border("brdrs"),
+    border("brdrth"),
+    border("brdrdb"),
+    border("brdrdot"),
+    border("brdrdash"),
+    border("brdrhair"),
+    border("brdrsh"),
+    border("brdrdashsm"),
+    border("brdrdashd"),
+    border("brdrdashdd"),
+    border("brdrdashdot"),
+    border("brdrdashdotdot"),
+    border("brdrinset"),
+    border("brdroutset"),
+    border("brdrtriple"),
+    border("brdrtnthsg"),
+    border("brdrthtnsg"),
+    border("brdrtnthtnsg"),
+    border("brdrtnthmg"),
+    border("brdrthtnmg"),
+    border("brdrtnthtnmg"),
+    border("brdrtnthlg"),
+    border("brdrthtnlg"),
+    border("brdrtnthtnlg"),
+    border("brdrwavy"),
+    border("brdrwavydb"),
+    border("brdrdashdotstr"),
+    border("brdremboss"),
+    border("brdrengrave"),
+    border("brdrframe"),
     structure("cell", [](Reader &r, const Call &) { r.endCell(); }),
     structure("nestcell", [](Reader &r, const Call &) { r.endCell(); }),
     structure("row", [](Reader &r, const Call &) { r.endRow(); }),
@@ -492,7 +538,11 @@ constexpr Word rows[] = {
     destination("dptxbxtext", textBox, To::Shape,
                 [](Reader &r, const Call &c) { r.beginTextBox(c.word.opens); }),
     destination("sn", value([](Reader &r) { r.shapes().setProperty(r.takeValue()); }), To::Shape),
-    destination("sv", value([](Reader &r) { r.addShapeText(); }), To::Shape),
+    destination("sv", value([](Reader &r) { r.addShapeText(); }, To::ShapeValue), To::Shape),
+    formatting("shpleft", setEdge<RtfShapeReader::Left>),
+    formatting("shptop", setEdge<RtfShapeReader::Top>),
+    formatting("shpright", setEdge<RtfShapeReader::Right>),
+    formatting("shpbottom", setEdge<RtfShapeReader::Bottom>),
 
     // Notes ("Footnotes", "Comments (Annotations)")
     destination(

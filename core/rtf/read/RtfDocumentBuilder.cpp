@@ -140,13 +140,11 @@ void RtfDocumentBuilder::insertBlock(const QTextBlockFormat &blockFormat,
 void RtfDocumentBuilder::insertItem(const RtfParagraph &paragraph)
 {
     const RtfParagraphEnd &end = paragraph.end;
-    // Old files have no lists, only items; and a list below another starts again with it.
+    // Old files have no lists, only items.
     const bool resumes = end.list < RtfLists::firstOldList || end.list == m_lastList;
-    if (end.list == m_lastList && m_lastListLevel > end.listLevel) {
-        for (int deeper = end.listLevel + 1; deeper <= m_lastListLevel; ++deeper)
-            m_lists.remove({end.list, deeper});
-    }
-    m_lastListLevel = end.listLevel;
+    // What lies below an item starts again with it, whatever stands between.
+    for (int deeper = end.listLevel + 1; deeper < RtfLists::levels; ++deeper)
+        m_lists.remove({end.list, deeper});
 
     QTextList *list = resumes ? m_lists.value({end.list, end.listLevel}) : nullptr;
     if (list && list->count() >= maxItems(list->format()))

@@ -118,5 +118,4 @@ private:
 
     QHash<QPair<int, int>, QTextList *> m_lists; // by \ls and level
     int m_lastList = 0;
-    int m_lastListLevel = 0;
 };

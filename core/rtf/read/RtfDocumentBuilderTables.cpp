@@ -19,6 +19,33 @@ template <typename Format> Format bareFormat()
     return format;
 }
 
+void setBorders(int borders, QTextCharFormat *format)
+{
+    struct Row
+    {
+        RtfCellFormat::Edge edge;
+        int width;
+        int style;
+        int brush;
+    };
+    static constexpr Row rows[]
+        = {{RtfCellFormat::Top, QTextFormat::TableCellTopBorder,
+            QTextFormat::TableCellTopBorderStyle, QTextFormat::TableCellTopBorderBrush},
+           {RtfCellFormat::Left, QTextFormat::TableCellLeftBorder,
+            QTextFormat::TableCellLeftBorderStyle, QTextFormat::TableCellLeftBorderBrush},
+           {RtfCellFormat::Bottom, QTextFormat::TableCellBottomBorder,
+            QTextFormat::TableCellBottomBorderStyle, QTextFormat::TableCellBottomBorderBrush},
+           {RtfCellFormat::Right, QTextFormat::TableCellRightBorder,
+            QTextFormat::TableCellRightBorderStyle, QTextFormat::TableCellRightBorderBrush}};
+    for (const Row &row : rows) {
+        if ((borders & row.edge) == 0)
+            continue;
+        format->setProperty(row.width, 1.0);
+        format->setProperty(row.style, int(QTextFrameFormat::BorderStyle_Solid));
+        format->setProperty(row.brush, QBrush(Qt::black));
+    }
+}
+
 } // namespace
 
 QTextTableFormat RtfDocumentBuilder::tableFormat(const RtfTable &table, const RtfTableGrid &grid)
@@ -30,20 +57,15 @@ QTextTableFormat RtfDocumentBuilder::tableFormat(const RtfTable &table, const Rt
         return format;
     }
     QTextTableFormat format;
-    bool border = false;
-    for (const RtfRow &row : table.rows) {
-        for (const RtfCellFormat &cell : row.format.cells)
-            border = border || cell.border;
-    }
+    const RtfTableGrid::Borders borders = grid.borders();
     int headers = 0;
     while (headers < grid.rows() && table.rows[headers].format.header)
         ++headers;
-    format.setBorder(border ? 1 : 0);
+    format.setBorder(borders == RtfTableGrid::AllBorders ? 1 : 0);
     format.setCellSpacing(0);
-    if (border) {
+    format.setBorderCollapse(borders != RtfTableGrid::NoBorders);
+    if (borders == RtfTableGrid::AllBorders)
         format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
-        format.setBorderCollapse(true);
-    }
     if (headers > 0)
         format.setHeaderRowCount(headers);
     const bool isKnown = m_tableWidths.contains(grid.widths());
@@ -79,8 +101,12 @@ void RtfDocumentBuilder::insertTable(const RtfTable &table)
         if (work < maxWork)
             made->mergeCells(place.row, place.column, place.rowSpan, place.columnSpan);
     }
-    for (const RtfGridCell &place : grid.cells()) {
+    const bool hasBorders = grid.borders() == RtfTableGrid::SomeBorders
+        && m_resources.exact.value(table.rows.front().format.exact).isEmpty();
+    for (RtfGridCell place : grid.cells()) {
         const RtfRow &row = table.rows[place.row];
+        if (!hasBorders) // all of them, which the table's format says, or none
+            place.borders = 0;
         insertCell(row.cells[place.index], made, place, row.format.cells.value(place.index));
     }
     m_cursor.setPosition(made->lastPosition() + 1);
@@ -95,8 +121,9 @@ void RtfDocumentBuilder::insertCell(const RtfCell &cell, QTextTable *table,
     QTextTableCell made = table->cellAt(place.row, place.column);
     const QColor background = m_resources.color(format.background);
     const RtfExactProperties exact = m_resources.exact.value(format.exact);
-    if (background.isValid() || !exact.isEmpty()) {
+    if (background.isValid() || place.borders != 0 || !exact.isEmpty()) {
         QTextCharFormat cellFormat = made.format();
+        setBorders(place.borders, &cellFormat);
         if (background.isValid())
             cellFormat.setBackground(background);
         RtfExact::apply(exact, &cellFormat);

@@ -35,6 +35,7 @@ struct RtfDestination
         Info,
         InfoTime,
         Shape,
+        ShapeValue, /*!< \sv */
         NoteTime,
         Value /*!< a text that is used as a whole when its group ends */
     };

@@ -89,9 +89,7 @@ void RtfParser::handleWord(const RtfToken &token)
     m_reader.text().flush();
     const bool ignorable = std::exchange(m_ignorable, false);
     const RtfControlWord *word = RtfControlWords::find(token.text);
-    // "\*\cs" begins a character style: the one place where a star stands before other words.
-    const bool starred = ignorable && !m_reader.group().isIn(RtfDestination::StyleSheet);
-    if (!word || (starred && word->kind != RtfControlWord::Destination)) {
+    if (!word) { // with a star it would be a destination; before other words a star means nothing
         if (ignorable)
             m_reader.skipDestination();
         return;

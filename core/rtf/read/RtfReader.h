@@ -145,6 +145,7 @@ private:
     QTextCharFormat m_defaultFormat;
     bool m_endsWithReturn = false; // the text so far ends with \'0d
     bool m_inHeader = true;
+    bool m_isFloating = false; // m_picture is of a shape
     bool m_isContinuous = false; // of the section
     int m_columns = 1;
 };

@@ -32,16 +32,25 @@ void RtfReader::beginFieldResult(const RtfDestination &ignored)
 
 void RtfReader::beginPicture(const RtfDestination &picture)
 {
-    if (!group().isVisible())
+    // A floating picture is a property of a shape; it goes where that is anchored.
+    const bool isOfShape = group().isIn(RtfDestination::ShapeValue) && m_shapes.isPicture();
+    if (!group().isVisible() && !isOfShape) {
         skipDestination();
-    else if (openDestination(picture))
-        m_picture = {};
+        return;
+    }
+    if (!openDestination(picture))
+        return;
+    m_picture = {};
+    m_isFloating = isOfShape;
 }
 
 void RtfReader::finishPicture()
 {
     if (m_picture.isEmpty())
         return;
+    if (m_isFloating)
+        m_picture.setShownSize(m_shapes.size());
+    m_text.endText();
     const QTextImageFormat format
         = m_picture.store(m_story.document, m_formats.charFormat(charFormat()));
     const QChar object(QChar::ObjectReplacementCharacter);

@@ -5,6 +5,7 @@ void RtfRowReader::begin(const RtfGroup &group)
 {
     row(group) = {};
     m_nextCell = {};
+    m_edge = 0;
 }
 
 void RtfRowReader::addCell(const RtfGroup &group, int right)
@@ -14,4 +15,11 @@ void RtfRowReader::addCell(const RtfGroup &group, int right)
     if (row(group).cells.size() < maxCells)
         row(group).cells.append(m_nextCell);
     m_nextCell = {};
+    m_edge = 0;
+}
+
+void RtfRowReader::beginBorder(RtfCellFormat::Edge edge)
+{
+    m_edge = edge;
+    m_nextCell.borders &= ~edge;
 }

@@ -21,6 +21,11 @@ public:
     /*! The cell that the next \cellx ends. */
     RtfCellFormat &nextCell() { return m_nextCell; }
 
+    /*! \clbrdrt and its kin: what follows is said about that edge. */
+    void beginBorder(RtfCellFormat::Edge edge);
+    /*! The edge that is spoken of, if any, has a border. */
+    void setBorder() { m_nextCell.borders |= m_edge; }
+
     void begin(const RtfGroup &group);
     /*! \param right  the cell's right edge in twips */
     void addCell(const RtfGroup &group, int right);
@@ -29,4 +34,5 @@ private:
     RtfRowFormat m_row;
     RtfRowFormat m_nestedRow;
     RtfCellFormat m_nextCell;
+    int m_edge = 0; // of the cell, whose border comes next
 };

@@ -22,3 +22,8 @@ bool RtfShapeReader::isText() const
 {
     return m_property == QLatin1String("gtextUNICODE") && !isInBox();
 }
+
+bool RtfShapeReader::isPicture() const
+{
+    return m_property == QLatin1String("pib");
+}

@@ -4,8 +4,10 @@
 #include <core/rtf/model/RtfProps.h>
 #include <core/rtf/read/RtfDocumentBuilder.h>
 
+#include <QSize>
 #include <QString>
 
+#include <array>
 #include <vector>
 
 /*! Text boxes, and letters that are drawn as a shape (RTF 1.9.1, "Word 97 Through Word 2007 RTF
@@ -22,10 +24,20 @@ public:
     /*! The paragraph that the innermost box is anchored in, where isInBox(). */
     const RtfParaProps &anchor() const { return m_boxes.back().para; }
 
+    /*! A shape begins, of which nothing is known. */
+    void begin() { m_edges = {}; }
+    enum Edge { Left, Top, Right, Bottom };
+    /*! \shpleft and its kin */
+    void setEdge(Edge edge, int twips) { m_edges[edge] = twips; }
+    /*! Width and height in twips; empty when they are not said. */
+    QSize size() const { return {m_edges[Right] - m_edges[Left], m_edges[Bottom] - m_edges[Top]}; }
+
     /*! \sn: names the property that comes next. */
     void setProperty(const QString &name) { m_property = name; }
     /*! Tells whether the property's value is text that is drawn. */
     bool isText() const;
+    /*! Tells whether the property's value is the picture that the shape shows. */
+    bool isPicture() const;
 
 private:
     struct Box
@@ -35,5 +47,6 @@ private:
     };
 
     std::vector<Box> m_boxes;
+    std::array<int, 4> m_edges {};
     QString m_property;
 };

@@ -67,12 +67,24 @@ private:
         int note;
     };
 
+    struct Border
+    {
+        double width;
+        int style; // QTextFrameFormat::BorderStyle
+        QBrush brush;
+    };
+    static Border borderOf(const QTextFrameFormat &format)
+    {
+        return {format.border(), format.borderStyle(), format.borderBrush()};
+    }
+
     void writeBody(const QTextDocument &document);
 
     void writeFrame(const QTextFrame &frame, int tableLevel);
     void writeFramed(const QTextFrame &frame, int tableLevel);
     void appendExact(const char *word, const QTextFormat &format, QByteArray *words);
-    QByteArray borderWords(const char *edge, const QTextFrameFormat &format);
+    QByteArray borderWords(const char *edge, const Border &border);
+    QByteArray cellBorderWords(const QTextFormat &cell);
     void writeTable(const QTextTable &table, int tableLevel);
     void writeCell(const QTextTableCell &cell, int tableLevel);
     QByteArray rowWords(const QTextTable &table, int row, const QVector<int> &edges);

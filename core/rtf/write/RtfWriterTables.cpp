@@ -52,7 +52,7 @@ void RtfWriter::writeFramed(const QTextFrame &frame, int tableLevel)
     m_frameStart = "{\\*\\mvrframe" + exact + '}';
     const QByteArray outer = m_frameBorder;
     if (format.border() > 0)
-        m_frameBorder = borderWords("\\box", format);
+        m_frameBorder = borderWords("\\box", borderOf(format));
     writeFrame(frame, tableLevel);
     m_frameBorder = outer;
     m_body.raw(QByteArrayLiteral("{\\*\\mvrframeend}"));
@@ -94,12 +94,12 @@ void RtfWriter::appendExact(const char *word, const QTextFormat &format, QByteAr
         *words += word + QByteArray::number(number);
 }
 
-// The first words that say \a edge has the border of a frame or table.
-QByteArray RtfWriter::borderWords(const char *edge, const QTextFrameFormat &format)
+// The first words that say \a edge has such a border.
+QByteArray RtfWriter::borderWords(const char *edge, const Border &border)
 {
     struct Row
     {
-        QTextFrameFormat::BorderStyle style;
+        int style;
         const char *word;
     };
     static constexpr Row rows[] = {{QTextFrameFormat::BorderStyle_Dotted, "\\brdrdot"},
@@ -114,14 +114,42 @@ QByteArray RtfWriter::borderWords(const char *edge, const QTextFrameFormat &form
     QByteArray words = edge;
     const char *style = "\\brdrs";
     for (const Row &row : rows) {
-        if (row.style == format.borderStyle())
+        if (row.style == border.style)
             style = row.word;
     }
     words += style;
-    words += "\\brdrw" + QByteArray::number(qRound(qBound(1.0, format.border() * 15, maxWidth)));
-    const QBrush brush = format.borderBrush();
-    if (brush.style() == Qt::SolidPattern && brush.color() != Qt::black)
-        words += "\\brdrcf" + QByteArray::number(m_resources.colorNumber(brush.color()));
+    words += "\\brdrw" + QByteArray::number(qRound(qBound(1.0, border.width * 15, maxWidth)));
+    if (border.brush.style() == Qt::SolidPattern && border.brush.color() != Qt::black)
+        words += "\\brdrcf" + QByteArray::number(m_resources.colorNumber(border.brush.color()));
+    return words;
+}
+
+// The borders of one cell, where the table has none.
+QByteArray RtfWriter::cellBorderWords(const QTextFormat &cell)
+{
+    struct Row
+    {
+        const char *word;
+        int width;
+        int style;
+        int brush;
+    };
+    static constexpr Row rows[]
+        = {{"\\clbrdrt", QTextFormat::TableCellTopBorder, QTextFormat::TableCellTopBorderStyle,
+            QTextFormat::TableCellTopBorderBrush},
+           {"\\clbrdrl", QTextFormat::TableCellLeftBorder, QTextFormat::TableCellLeftBorderStyle,
+            QTextFormat::TableCellLeftBorderBrush},
+           {"\\clbrdrb", QTextFormat::TableCellBottomBorder,
+            QTextFormat::TableCellBottomBorderStyle, QTextFormat::TableCellBottomBorderBrush},
+           {"\\clbrdrr", QTextFormat::TableCellRightBorder, QTextFormat::TableCellRightBorderStyle,
+            QTextFormat::TableCellRightBorderBrush}};
+    QByteArray words;
+    for (const Row &row : rows) {
+        if (cell.doubleProperty(row.width) > 0)
+            words += borderWords(row.word,
+                                 {cell.doubleProperty(row.width), cell.intProperty(row.style),
+                                  cell.brushProperty(row.brush)});
+    }
     return words;
 }
 
@@ -138,7 +166,7 @@ QByteArray RtfWriter::rowWords(const QTextTable &table, int row, const QVector<i
     QByteArray borders;
     if (format.border() > 0) {
         for (const char *edge : {"\\clbrdrt", "\\clbrdrl", "\\clbrdrb", "\\clbrdrr"})
-            borders += borderWords(edge, format);
+            borders += borderWords(edge, borderOf(format));
     }
     for (int column = 0; column < table.columns(); ++column) {
         const QTextTableCell cell = table.cellAt(row, column);
@@ -146,7 +174,7 @@ QByteArray RtfWriter::rowWords(const QTextTable &table, int row, const QVector<i
             words += cell.column() == column ? "\\clmgf" : "\\clmrg";
         if (cell.rowSpan() > 1)
             words += cell.row() == row ? "\\clvmgf" : "\\clvmrg";
-        words += borders;
+        words += borders.isEmpty() ? cellBorderWords(cell.format()) : borders;
         const QBrush background = cell.format().background();
         if (background.style() == Qt::SolidPattern)
             words += "\\clcbpat" + QByteArray::number(m_resources.colorNumber(background.color()));
