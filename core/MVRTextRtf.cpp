@@ -42,7 +42,8 @@ void setOrClear(QTextDocument *document, const char *name, const QVariantMap &va
         document->setProperty(name, value.isEmpty() ? QVariant() : QVariant(value));
 }
 
-void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes)
+void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes,
+              MVRTextRtfLeftOut *leftOut)
 {
     RtfParser reader(rtf, document, notes, writeContent);
     {
@@ -51,6 +52,8 @@ void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *n
         reader.read();
         cursor.endEditBlock();
     }
+    if (leftOut)
+        *leftOut = reader.leftOut();
     if (!reader.info().title.isEmpty())
         document->setMetaInformation(QTextDocument::DocumentTitle, reader.info().title);
     const QString author = reader.info().author;
@@ -99,14 +102,14 @@ bool MVRTextRtf::fromRtfCData(const QByteArray &rtf, QTextDocument *document)
 }
 
 bool MVRTextRtf::fromRtfCData(const QByteArray &rtf, QTextDocument *document,
-                              MVRTextRtfNotes *notes)
+                              MVRTextRtfNotes *notes, MVRTextRtfLeftOut *leftOut)
 {
     if (!document || !isRtf(rtf))
         return false;
     const UndoRecordingOff pause(document);
     if (!isPristine(*document))
         document->clear();
-    readInto(rtf, document, notes);
+    readInto(rtf, document, notes, leftOut);
     return true;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <core/MVRTextRtfLeftOut.h>
 #include <core/MVRTextRtfNote.h>
 #include <core/MvrCoreExport.h>
 
@@ -65,11 +66,12 @@ public:
     /*!
         The same, and lists the footnotes and comments of the file.
 
-        \param notes  receives the notes in the order of the file, also those of deeper notes,
-                      which stand where the note around them does; null leaves notes out
+        \param notes    receives the notes in the order of the file, also those of deeper notes,
+                        which stand where the note around them does; null leaves notes out
+        \param leftOut  receives what the document has not got of the file; may be null
     */
-    static bool fromRtfCData(const QByteArray &rtf, QTextDocument *document,
-                             MVRTextRtfNotes *notes);
+    static bool fromRtfCData(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes,
+                             MVRTextRtfLeftOut *leftOut = nullptr);
 
     /*!
         Writes a document as RTF.

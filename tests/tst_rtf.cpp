@@ -29,6 +29,7 @@ private Q_SLOTS:
     void readsBlockFormat();
     void readsLinks_data();
     void readsLinks();
+    void countsWhatIsLeftOut();
     void carriesDefaults();
     void survivesSizes_data();
     void survivesSizes();
@@ -414,6 +415,21 @@ void TestRtf::readsLinks()
     QCOMPARE(cursor.charFormat().isAnchor(), !target.isEmpty());
     cursor.setPosition(3);
     QVERIFY(!cursor.charFormat().isAnchor());
+}
+
+void TestRtf::countsWhatIsLeftOut()
+{
+    QTextDocument document;
+    MVRTextRtfLeftOut leftOut;
+    leftOut.hiddenCharacters = 9;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 a}", &document, nullptr, &leftOut));
+    QCOMPARE(leftOut.hiddenCharacters, 0);
+    QVERIFY(MVRTextRtf::fromRtfCData(
+        "{\\rtf1{\\v{\\*\\bkmkstart x}12\\u233?}a{\\deleted 1\\v 2}b{\\pict{\\v 3}}}", &document,
+        nullptr, &leftOut));
+    QCOMPARE(textOf(document), QStringLiteral("ab"));
+    QCOMPARE(leftOut.hiddenCharacters, 3);
+    QCOMPARE(leftOut.deletedCharacters, 2);
 }
 
 void TestRtf::carriesDefaults()

@@ -381,6 +381,8 @@ void TestRtfRoundTrip::tabStops()
     using Tab = QTextOption::Tab;
     for (const QList<Tab> &stops :
          {QList<Tab> {Tab(36, QTextOption::LeftTab), Tab(100.5, QTextOption::RightTab)},
+          QList<Tab> {Tab(36, QTextOption::LeftTab), Tab(20, QTextOption::RightTab),
+                      Tab(36, QTextOption::RightTab)},
           QList<Tab> {Tab(10.01, QTextOption::CenterTab),
                       Tab(20, QTextOption::DelimiterTab, QLatin1Char(':'))}}) {
         QTextBlockFormat format;
@@ -392,9 +394,12 @@ void TestRtfRoundTrip::tabStops()
         QCOMPARE(read.begin().blockFormat().tabPositions(), stops);
     }
     QTextDocument foreign;
-    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1\\tx720\\tqr\\tx1440\\tqdec\\tx2880 a\\par\\pard b}",
-                                     &foreign));
+    QVERIFY(
+        MVRTextRtf::fromRtfCData("{\\rtf1{\\stylesheet{\\s1\\tx1440\\tx2160 S;}}\\s1\\tx720\\tqr"
+                                 "\\tx1440\\tqdec\\tx2880 a\\par\\pard b}",
+                                 &foreign));
     const QList<Tab> expected {Tab(36, QTextOption::LeftTab), Tab(72, QTextOption::RightTab),
+                               Tab(108, QTextOption::LeftTab),
                                Tab(144, QTextOption::DelimiterTab, QLatin1Char('.'))};
     QCOMPARE(foreign.begin().blockFormat().tabPositions(), expected);
     QVERIFY(foreign.lastBlock().blockFormat().isEmpty());

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void tableAmongParagraphs();
     void pictures_data();
     void pictures();
+    void pictureUsedOften();
     void floatingPicture();
     void textBoxes_data();
     void textBoxes();
@@ -439,6 +440,7 @@ void TestRtfStructure::pictures_data()
 
     QImage image(3, 2, QImage::Format_RGB32);
     image.fill(Qt::red);
+    image.setPixel(1, 0, qRgb(0, 0, 255));
     const auto fileOf = [](const QImage &shown, const char *format) {
         QByteArray file;
         QBuffer buffer(&file);
@@ -471,8 +473,18 @@ void TestRtfStructure::pictures_data()
     claim.replace(4, 8, QByteArray::fromHex("1027000010270000")); // 10,000 by 10,000 pixels
     QTest::newRow("bitmap larger than its bytes")
         << "\\dibitmap0 " + claim.toHex() << QByteArray() << QSizeF(0, 0);
-    QTest::newRow("metafile") << QByteArray("\\wmetafile8\\picwgoal200\\pichgoal100 00112233")
+    QTest::newRow("cropped")
+        << "\\pngblip\\piccropl200\\piccropb100\\picscalex50\\picwgoal600\\pichgoal200 "
+            + png.toHex()
+        << fileOf(image.copy(1, 0, 2, 1), "PNG") << QSizeF(10, 5);
+    QTest::newRow("cropped to nothing")
+        << "\\pngblip\\piccropl400\\piccropr300\\picwgoal600\\pichgoal200 " + png.toHex() << png
+        << QSizeF(30, 10);
+    QTest::newRow("metafile") << QByteArray(
+        "\\wmetafile8\\picw3\\pich4\\picwgoal200\\pichgoal100 00112233")
                               << QByteArray() << QSizeF(10, 5);
+    QTest::newRow("metafile without a goal")
+        << QByteArray("\\emfblip\\picw2540\\pich1270 00112233") << QByteArray() << QSizeF(72, 36);
     QTest::newRow("vast") << "\\pngblip " + vast.toHex() << QByteArray() << QSizeF(0, 0);
     QTest::newRow("vast goal") << QByteArray("\\picwgoal2000000000\\pichgoal-5 00") << QByteArray()
                                << QSizeF(10000, 0);
@@ -509,6 +521,37 @@ void TestRtfStructure::pictures()
     QVERIFY(!copy.isNull());
     if (!file.isEmpty())
         QCOMPARE(copy.toByteArray(), file);
+
+    // Metafiles are not shown, but other programs get them back.
+    const bool isMetafile = picture.contains("\\wmetafile8") || picture.contains("\\emfblip");
+    const QByteArray ours = MVRTextRtf::toRtfCData(read.get(), false).replace('\n', ' ');
+    const QByteArray words = picture.left(picture.indexOf("\\picwgoal"));
+    QCOMPARE(ours.contains(words.left(words.indexOf(' '))) && ours.contains(" 00112233}"),
+             isMetafile);
+}
+
+// Compressing a picture takes longer than anything else, so it is done once.
+void TestRtfStructure::pictureUsedOften()
+{
+    QImage image(1500, 1500, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    qint64 times[2];
+    for (const int uses : {1, 60}) {
+        QTextDocument document;
+        document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("p")), image);
+        QTextCursor cursor(&document);
+        for (int i = 0; i < uses; ++i) {
+            QTextImageFormat format;
+            format.setName(QStringLiteral("p"));
+            format.setWidth(i + 1);
+            cursor.insertImage(format);
+        }
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(MVRTextRtf::toRtfCData(&document, false).count("\\pict") >= uses);
+        times[uses > 1] = timer.elapsed();
+    }
+    QVERIFY2(times[1] < times[0] * 12 + 100, qPrintable(QString::number(times[1])));
 }
 
 void TestRtfStructure::floatingPicture()

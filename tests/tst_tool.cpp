@@ -359,6 +359,14 @@ void TestTool::saysWhatIsNotRead()
     QVERIFY2(run.errors.endsWith("losses.fdx: not read: 1 note without a place, 1 alternate, "
                                  "2 paragraphs of omitted scenes, 1 scene summary\n"),
              run.errors.constData());
+
+    const Run rtf
+        = mvrtext({QStringLiteral("info"),
+                   write(QStringLiteral("losses.rtf"), "{\\rtf1 a{\\v b}{\\deleted cd}}")});
+    QCOMPARE(rtf.exitCode, 0);
+    QVERIFY2(rtf.errors.endsWith("losses.rtf: not read: 1 character of hidden text, "
+                                 "2 characters of deleted text\n"),
+             rtf.errors.constData());
 }
 
 void TestTool::readsTextOfAnyEncoding_data()

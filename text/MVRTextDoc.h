@@ -29,6 +29,7 @@ class QSizeF;
 class QTextDocument;
 class QTextDocumentFragment;
 class QUrl;
+struct MVRTextRtfLeftOut;
 
 /*!
     The operations on a writer's document.
@@ -328,14 +329,17 @@ public:
         annotations inspector comments, text between markup codes inline notes.
 
         A note is attached to the text that it was written for, or else to the word before its mark
-        in the same paragraph, else to a label such as "(Linked Footnote)". Where notes overlap, the
+        in the same paragraph and what
+        stands between them, else to a label such as "(Linked Footnote)". Where notes overlap, the
         longer one gives way, and a comment and a footnote on one word share its letters. Notes of
         one kind on the same text become one note, their contents in the order of the file, each
         behind the name of its author. A comment's colour is the default one unless toRtf() wrote
         the file.
+        \param leftOut  receives what the document has not got of the file; may be null
         \return false, the document being as it was, when \a rtf is no RTF or the document is null
     */
-    static bool fromRtf(const QByteArray &rtf, QTextDocument *document);
+    static bool fromRtf(const QByteArray &rtf, QTextDocument *document,
+                        MVRTextRtfLeftOut *leftOut = nullptr);
 
     /*! What becomes of inline notes in an RTF file. */
     enum InlineNotesInRtf {

@@ -155,10 +155,10 @@ QByteArray withInspectorNotes(const QTextDocument *document)
 
 } // namespace
 
-bool MVRTextDoc::fromRtf(const QByteArray &rtf, QTextDocument *document)
+bool MVRTextDoc::fromRtf(const QByteArray &rtf, QTextDocument *document, MVRTextRtfLeftOut *leftOut)
 {
     MVRTextRtfNotes notes;
-    if (!MVRTextRtf::fromRtfCData(rtf, document, &notes))
+    if (!MVRTextRtf::fromRtfCData(rtf, document, &notes, leftOut))
         return false;
     const UndoRecordingOff pause(document);
     if (!notes.isEmpty())

@@ -5,6 +5,7 @@
 #include <tool/Messages.h>
 #include <tool/formats/ScreenplayElements.h>
 
+#include <core/MVRTextRtfLeftOut.h>
 #include <text/MVRTextDoc.h>
 
 namespace {
@@ -13,10 +14,19 @@ bool readRtf(const QByteArray &bytes, const ReadOptions &options, Document &docu
              QString *error)
 {
     Q_UNUSED(options)
-    if (!MVRTextDoc::fromRtf(bytes, &document.text)) {
+    MVRTextRtfLeftOut leftOut;
+    if (!MVRTextDoc::fromRtf(bytes, &document.text, &leftOut)) {
         *error = Tool::tr("not an RTF file");
         return false;
     }
+    const auto addLoss = [&document](int count, const char *singular, const char *plural) {
+        if (count > 0)
+            document.losses << counted(count, singular, plural);
+    };
+    addLoss(leftOut.hiddenCharacters, QT_TRANSLATE_NOOP("Tool", "character of hidden text"),
+            QT_TRANSLATE_NOOP("Tool", "characters of hidden text"));
+    addLoss(leftOut.deletedCharacters, QT_TRANSLATE_NOOP("Tool", "character of deleted text"),
+            QT_TRANSLATE_NOOP("Tool", "characters of deleted text"));
     document.title = document.text.metaInformation(QTextDocument::DocumentTitle);
     giveStandards(document);
     return true;

@@ -520,6 +520,22 @@
         <translation>Absätze ausgelassener Szenen</translation>
     </message>
     <message>
+        <source>character of hidden text</source>
+        <translation>Zeichen verborgenen Textes</translation>
+    </message>
+    <message>
+        <source>characters of hidden text</source>
+        <translation>Zeichen verborgenen Textes</translation>
+    </message>
+    <message>
+        <source>character of deleted text</source>
+        <translation>Zeichen gelöschten Textes</translation>
+    </message>
+    <message>
+        <source>characters of deleted text</source>
+        <translation>Zeichen gelöschten Textes</translation>
+    </message>
+    <message>
         <source>scene summary</source>
         <translation>Zusammenfassung einer Szene</translation>
     </message>

@@ -90,14 +90,16 @@ QString familyOf(const QTextCharFormat &format)
     return MVRToolkit::fontFamily(format);
 }
 
-// Tab stops as \tx can say them.
-QList<QTextOption::Tab> inTwips(QList<QTextOption::Tab> stops)
+// Tab stops as \tx can say them, each at a place of its own.
+QList<QTextOption::Tab> inTwips(const QList<QTextOption::Tab> &stops)
 {
-    for (QTextOption::Tab &stop : stops) {
+    QList<QTextOption::Tab> known;
+    for (QTextOption::Tab stop : stops) {
         stop.position = points(twips(stop.position));
         stop.delimiter = stop.type == QTextOption::DelimiterTab ? QLatin1Char('.') : QChar();
+        RtfResources::addTab(&known, stop);
     }
-    return stops;
+    return known;
 }
 
 // What there is a word for; the rest goes out exactly.

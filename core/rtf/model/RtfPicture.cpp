@@ -33,6 +33,10 @@ const char *suffix(RtfPicture::Kind kind)
         return ".png";
     case RtfPicture::Jpeg:
         return ".jpg";
+    case RtfPicture::Wmf:
+        return ".wmf";
+    case RtfPicture::Emf:
+        return ".emf";
     case RtfPicture::Unknown:
         break;
     }
@@ -72,12 +76,32 @@ QByteArray fileOfBitmap(QByteArray bytes)
     return image.isNull() ? QByteArray() : asPng(image);
 }
 
-double side(int goal, int pixels, int scale)
+// How a placeholder keeps a metafile: "wmf" or "emf", \wmetafile, \picw, \pich, the bytes in
+// base 64, with blanks between.
+constexpr char metafileKey[] = "rtf-metafile";
+
+// The group that says what is in metafileKey, up to the size; nothing where that makes no sense.
+QByteArray metafileRtf(const QString &text)
 {
-    // 15 twips to the pixel is what programs assume of a bitmap without a goal.
-    const double twips = goal > 0 ? goal : qMax(0, pixels) * 15.0;
-    const int percent = scale > 0 ? scale : 100;
-    return qMin(twips / 20 * percent / 100, maxSide);
+    const QList<QByteArray> parts = text.toLatin1().split(' ');
+    const bool isWmf = parts.value(0) == "wmf";
+    if (parts.size() != 5 || (!isWmf && parts.value(0) != "emf"))
+        return {};
+    QByteArray rtf = "{\\pict";
+    rtf += isWmf ? "\\wmetafile" + QByteArray::number(parts.at(1).toInt()) : "\\emfblip";
+    rtf += "\\picw" + QByteArray::number(parts.at(2).toInt()) + "\\pich"
+        + QByteArray::number(parts.at(3).toInt());
+    return rtf;
+}
+
+QByteArray goalWords(const QTextImageFormat &format, const QSize &pixels)
+{
+    const auto goal = [](double points, int pixelCount) {
+        const double twips = points > 0 ? points * 20 : pixelCount * 15.0;
+        return QByteArray::number(qRound(qMin(twips, double(rtfMaxTwips))));
+    };
+    return "\\picwgoal" + goal(format.width(), pixels.width()) + "\\pichgoal"
+        + goal(format.height(), pixels.height()) + '\n';
 }
 
 } // namespace
@@ -107,81 +131,137 @@ QByteArray RtfPicture::file() const
 {
     if (kind == Dib)
         return fileOfBitmap(m_bytes);
-    return kind == Unknown ? QByteArray() : m_bytes;
+    return kind == Png || kind == Jpeg ? m_bytes : QByteArray();
 }
 
-void RtfPicture::setShownSize(const QSize &twips)
+QSizeF RtfPicture::naturalTwips() const
 {
-    if (twips.isEmpty())
-        return;
-    goalWidth = twips.width();
-    goalHeight = twips.height();
-    scaleX = scaleY = 100;
+    // 15 twips to the pixel is what programs assume of a bitmap without a goal.
+    const double perUnit = isMetafile() ? 1440 / 2540.0 : 15;
+    return {goalWidth > 0 ? goalWidth : qMax(0, width) * perUnit,
+            goalHeight > 0 ? goalHeight : qMax(0, height) * perUnit};
 }
 
-QSizeF RtfPicture::size() const
+// In points.
+QSizeF RtfPicture::size(bool isCropped) const
 {
-    return {side(goalWidth, width, scaleX), side(goalHeight, height, scaleY)};
+    if (!m_shownSize.isEmpty())
+        return QSizeF(m_shownSize) / 20;
+    QSizeF twips = naturalTwips();
+    if (isCropped)
+        twips -= QSizeF(cropLeft + cropRight, cropTop + cropBottom);
+    const auto side = [](double length, int percent) {
+        return qBound(0.0, length / 20 * (percent > 0 ? percent : 100) / 100, maxSide);
+    };
+    return {side(twips.width(), scaleX), side(twips.height(), scaleY)};
+}
+
+// Empty where nothing is to be cropped, all would be, or only by filling the memory.
+QByteArray RtfPicture::cropped(QByteArray file) const
+{
+    constexpr qint64 maxCropped = 25000000; // pixels
+    constexpr qint64 maxGrowth = 256; // pixels to the byte
+    QBuffer buffer(&file);
+    QImageReader reader(&buffer);
+    const QSize pixels = reader.size();
+    const QSizeF twips = naturalTwips();
+    const bool isCropped = cropLeft != 0 || cropTop != 0 || cropRight != 0 || cropBottom != 0;
+    if (!isCropped || pixels.isEmpty() || twips.isEmpty()
+        || qint64(pixels.width()) * pixels.height() > qMin(maxCropped, maxGrowth * file.size()))
+        return {};
+    const double x = pixels.width() / twips.width();
+    const double y = pixels.height() / twips.height();
+    const QRect shown(QPoint(qRound(cropLeft * x), qRound(cropTop * y)),
+                      QPoint(pixels.width() - 1 - qRound(cropRight * x),
+                             pixels.height() - 1 - qRound(cropBottom * y)));
+    if (shown.isEmpty())
+        return {};
+    reader.setClipRect(shown);
+    const QImage image = reader.read();
+    return image.isNull() ? QByteArray() : asPng(image);
+}
+
+QImage RtfPicture::placeholder() const
+{
+    QImage grey(1, 1, QImage::Format_RGB32);
+    grey.fill(Qt::lightGray);
+    if (isMetafile())
+        grey.setText(QLatin1String(metafileKey),
+                     QStringLiteral("%1 %2 %3 %4 %5")
+                         .arg(QLatin1String(suffix(kind) + 1))
+                         .arg(mapMode)
+                         .arg(width)
+                         .arg(height)
+                         .arg(QLatin1String(m_bytes.toBase64())));
+    return grey;
 }
 
 QTextImageFormat RtfPicture::store(QTextDocument *document, const QTextCharFormat &around) const
 {
     QTextImageFormat format;
     format.merge(around);
-    const QSizeF shown = size();
     const bool isKnown = !format.name().isEmpty();
+    QByteArray bytes = file();
+    const QByteArray part = isKnown || bytes.isEmpty() ? QByteArray() : cropped(bytes);
+    const QSizeF shown = size(!part.isEmpty());
     if (!isKnown && shown.width() > 0)
         format.setWidth(shown.width());
     if (!isKnown && shown.height() > 0)
         format.setHeight(shown.height());
 
-    const QByteArray bytes = file();
+    if (!part.isEmpty())
+        bytes = part;
     QVariant resource = bytes;
-    if (bytes.isEmpty() || !canBeShown(bytes)) {
-        QImage grey(1, 1, QImage::Format_RGB32);
-        grey.fill(Qt::lightGray);
-        resource = grey;
+    const bool isShown = !bytes.isEmpty() && canBeShown(bytes);
+    if (!isShown) {
+        resource = placeholder();
         format.setToolTip(QCoreApplication::translate(
             "QObject", "A picture in a format that cannot be shown stands here"));
-        if (!isKnown)
-            format.setName(QStringLiteral("rtf-placeholder"));
+    }
+    if (!isKnown && !isShown && !isMetafile()) {
+        format.setName(QStringLiteral("rtf-placeholder"));
     } else if (!isKnown) {
         // Named for its content, so that pictures of several files can meet in one document.
-        const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex();
-        format.setName(QLatin1String("rtf-" + hash + suffix(kind)));
+        const QByteArray hash
+            = QCryptographicHash::hash(isShown ? bytes : m_bytes, QCryptographicHash::Sha1).toHex();
+        format.setName(QLatin1String("rtf-" + hash + suffix(part.isEmpty() ? kind : Png)));
     }
     document->addResource(QTextDocument::ImageResource, QUrl(format.name()), resource);
     return format;
 }
 
-QByteArray RtfPicture::toRtf(const QVariant &image, const QTextImageFormat &format)
+QByteArray RtfPicture::toFile(const QVariant &image)
 {
-    QByteArray bytes
+    const QByteArray bytes
         = image.userType() == QMetaType::QByteArray ? image.toByteArray() : QByteArray();
-    const bool isJpeg = bytes.startsWith("\xff\xd8\xff");
-    QSize pixels;
-    if (isJpeg || bytes.startsWith("\x89PNG\r\n\x1a\n")) {
-        QBuffer buffer(&bytes);
-        pixels = QImageReader(&buffer).size();
-    } else {
-        QImage shown = image.userType() == QMetaType::QPixmap ? image.value<QPixmap>().toImage()
-                                                              : image.value<QImage>();
-        if (shown.isNull() && !bytes.isEmpty())
-            shown = QImage::fromData(bytes);
-        if (shown.isNull()) { // keeps its place, whatever has become of it
-            shown = QImage(1, 1, QImage::Format_RGB32);
-            shown.fill(Qt::lightGray);
-        }
-        pixels = shown.size();
-        bytes = asPng(shown);
+    if (bytes.startsWith("\xff\xd8\xff") || bytes.startsWith("\x89PNG\r\n\x1a\n"))
+        return bytes;
+    QImage shown = image.userType() == QMetaType::QPixmap ? image.value<QPixmap>().toImage()
+                                                          : image.value<QImage>();
+    if (shown.isNull() && !bytes.isEmpty())
+        shown = QImage::fromData(bytes);
+    if (shown.isNull()) // keeps its place, whatever has become of it
+        shown = RtfPicture().placeholder();
+    return asPng(shown);
+}
+
+QByteArray RtfPicture::toRtf(const QVariant &image, const QByteArray &file,
+                             const QTextImageFormat &format)
+{
+    if (image.userType() == QMetaType::QImage) {
+        const QString text = image.value<QImage>().text(QLatin1String(metafileKey));
+        const QByteArray rtf = text.isEmpty() ? QByteArray() : metafileRtf(text);
+        if (!rtf.isEmpty())
+            return rtf + goalWords(format, {0, 0})
+                + QByteArray::fromBase64(text.mid(text.lastIndexOf(QLatin1Char(' '))).toLatin1())
+                      .toHex()
+                + '}';
     }
-    const auto goal = [](double points, int pixelCount) {
-        const double twips = points > 0 ? points * 20 : pixelCount * 15.0;
-        return QByteArray::number(qRound(qMin(twips, double(rtfMaxTwips))));
-    };
-    QByteArray rtf = isJpeg ? "{\\pict\\jpegblip" : "{\\pict\\pngblip";
+    QByteArray bytes = file;
+    QBuffer buffer(&bytes);
+    const QSize pixels = QImageReader(&buffer).size();
+    QByteArray rtf = file.startsWith('\xff') ? "{\\pict\\jpegblip" : "{\\pict\\pngblip";
     rtf += "\\picw" + QByteArray::number(pixels.width()) + "\\pich"
-        + QByteArray::number(pixels.height()) + "\\picwgoal" + goal(format.width(), pixels.width())
-        + "\\pichgoal" + goal(format.height(), pixels.height()) + '\n' + bytes.toHex() + '}';
+        + QByteArray::number(pixels.height()) + goalWords(format, pixels) + file.toHex() + '}';
     return rtf;
 }

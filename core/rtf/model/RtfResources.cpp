@@ -3,6 +3,8 @@
 
 #include <core/rtf/model/RtfExact.h>
 
+#include <algorithm>
+
 namespace {
 
 // A name as the font table can hold it: no semicolon, no controls, no blanks around.
@@ -61,6 +63,18 @@ int RtfResources::linkNumber(const QString &target)
     const int number = appendNumbered(&links, target);
     m_linkNumbers.insert(target, number);
     return number;
+}
+
+void RtfResources::addTab(QList<QTextOption::Tab> *stops, const QTextOption::Tab &stop)
+{
+    const auto place = std::lower_bound(stops->begin(), stops->end(), stop,
+                                        [](const QTextOption::Tab &a, const QTextOption::Tab &b) {
+                                            return a.position < b.position;
+                                        });
+    if (place != stops->end() && place->position == stop.position)
+        *place = stop;
+    else
+        stops->insert(place, stop);
 }
 
 int RtfResources::tabsNumber(const QList<QTextOption::Tab> &stops, int max)

@@ -59,6 +59,8 @@ public:
     int fontNumber(const QString &family);
     int colorNumber(const QColor &color);
     int linkNumber(const QString &target);
+    /*! Adds a stop where it belongs; of two at one place the new one counts. */
+    static void addTab(QList<QTextOption::Tab> *stops, const QTextOption::Tab &stop);
     /*! \param max  0 is the number of a new set when there are so many */
     int tabsNumber(const QList<QTextOption::Tab> &stops, int max = std::numeric_limits<int>::max());
     int exactNumber(const RtfExactProperties &properties);

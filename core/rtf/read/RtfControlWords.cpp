@@ -464,7 +464,7 @@ constexpr Word rows[] = {
     own("mvrframe", [](Reader &r, const Call &c) { r.beginFrame(c.parameter); }),
     own("mvrframeend", [](Reader &r, const Call &) { r.endFrame(); }),
 
-    // Pictures ("Pictures"); kinds that are not named here are metafiles
+    // Pictures ("Pictures"); kinds that are not named here only keep their place
     destination("pict", {To::Picture, nullptr, [](Reader &r) { r.finishPicture(); }},
                 [](Reader &r, const Call &c) { r.beginPicture(c.word.opens); }),
     readOn("shppict"),
@@ -475,6 +475,18 @@ constexpr Word rows[] = {
     formatting("pich", setPicture<&RtfPicture::height>),
     formatting("picwgoal", setPicture<&RtfPicture::goalWidth>),
     formatting("pichgoal", setPicture<&RtfPicture::goalHeight>),
+    formatting("emfblip", setPictureKind<RtfPicture::Emf>),
+    formatting(
+        "wmetafile",
+        [](Reader &r, const Call &c) {
+            r.picture().kind = RtfPicture::Wmf;
+            r.picture().mapMode = c.parameter;
+        },
+        1),
+    formatting("piccropl", setPicture<&RtfPicture::cropLeft>),
+    formatting("piccropt", setPicture<&RtfPicture::cropTop>),
+    formatting("piccropr", setPicture<&RtfPicture::cropRight>),
+    formatting("piccropb", setPicture<&RtfPicture::cropBottom>),
     formatting("picscalex", setPicture<&RtfPicture::scaleX>),
     formatting("picscaley", setPicture<&RtfPicture::scaleY>),
 

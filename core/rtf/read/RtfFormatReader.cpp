@@ -33,8 +33,8 @@ void RtfFormatReader::addTab(RtfGroup *group, int twips)
     if (m_resources.tabs.value(known).size() >= maxTabs)
         return;
     QList<QTextOption::Tab> stops = m_resources.tabs.value(known);
-    stops.append(QTextOption::Tab(twips / 20.0, type,
-                                  type == QTextOption::DelimiterTab ? QLatin1Char('.') : QChar()));
+    const QChar delimiter = type == QTextOption::DelimiterTab ? QLatin1Char('.') : QChar();
+    RtfResources::addTab(&stops, QTextOption::Tab(twips / 20.0, type, delimiter));
     if (const int number = m_resources.tabsNumber(stops, RtfResources::maxLookAlikes))
         group->para.tabs = number;
 }

@@ -30,6 +30,7 @@ public:
     const QTextCharFormat &defaultFormat() const { return m_reader.defaultFormat(); }
     /*! What \info says about the file. */
     const RtfInfo &info() { return m_reader.info(); }
+    const MVRTextRtfLeftOut &leftOut() const { return m_reader.leftOut(); }
 
     /*! The page that the file says its text is for; nothing where it says none. */
     const std::optional<RtfPage> &page() { return m_reader.header().page(); }

@@ -99,8 +99,10 @@ void RtfReader::addAscii(std::string_view text)
                 *this, QString::fromLatin1(text.data(), static_cast<int>(text.size())));
         return;
     }
-    if (!current.isVisible())
+    if (!current.isVisible()) {
+        countLeftOut(text.size());
         return;
+    }
     if (m_inHeader && isBlank(text)) // a header holds no text: someone indented the file
         return;
     m_inHeader = m_endsWithReturn = false;
@@ -118,10 +120,18 @@ void RtfReader::addCharacters(QStringView characters)
             group().destination->text(*this, characters.toString());
         return;
     }
-    if (!group().isVisible())
+    if (!group().isVisible()) {
+        countLeftOut(static_cast<std::size_t>(characters.size()));
         return;
+    }
     m_inHeader = m_endsWithReturn = false;
     builder().append(characters, m_bookmarks.isEmpty() ? charFormat() : anchorFormat());
+}
+
+void RtfReader::countLeftOut(std::size_t length)
+{
+    (group().chars.deleted ? m_leftOut.deletedCharacters : m_leftOut.hiddenCharacters)
+        += static_cast<int>(length);
 }
 
 void RtfReader::addControl(unsigned char byte)

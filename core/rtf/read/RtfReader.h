@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <core/MVRTextRtfLeftOut.h>
 #include <core/rtf/lex/RtfTextDecoder.h>
 #include <core/rtf/lex/RtfTokenizer.h>
 #include <core/rtf/model/RtfFormats.h>
@@ -105,12 +106,14 @@ public:
     const QTextCharFormat &defaultFormat() const { return m_defaultFormat; }
     const QVariantMap &pageTexts() const { return m_pageTexts.texts(); }
     const RtfInfo &info() { return m_header.info(); }
+    const MVRTextRtfLeftOut &leftOut() const { return m_leftOut; }
 
 private:
     void addAscii(std::string_view text) override;
     void addCharacters(QStringView characters) override;
     void addControl(unsigned char byte) override;
 
+    void countLeftOut(std::size_t length);
     RtfDocumentBuilder &builder() { return *m_story.builder; }
     void addLineEnd(unsigned char byte);
     void finishDestinations();
@@ -143,6 +146,7 @@ private:
 
     QString m_value; // text of the destination that is open
     QTextCharFormat m_defaultFormat;
+    MVRTextRtfLeftOut m_leftOut;
     bool m_endsWithReturn = false; // the text so far ends with \'0d
     bool m_inHeader = true;
     bool m_isFloating = false; // m_picture is of a shape

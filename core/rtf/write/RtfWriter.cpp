@@ -320,7 +320,11 @@ void RtfWriter::writePictures(int count, const QTextImageFormat &image)
 {
     const QVariant resource
         = m_document->resource(QTextDocument::ImageResource, QUrl(image.name()));
-    const QByteArray rtf = RtfPicture::toRtf(resource, image);
+    // To compress a picture takes longer than all the rest; one that is there twice is not again.
+    auto file = m_pictures.find(image.name());
+    if (file == m_pictures.end())
+        file = m_pictures.insert(image.name(), RtfPicture::toFile(resource));
+    const QByteArray rtf = RtfPicture::toRtf(resource, file.value(), image);
     for (int i = 0; i < count; ++i) // pictures that are equal share a run
         m_body.raw(rtf);
 }

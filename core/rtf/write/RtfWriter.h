@@ -122,6 +122,7 @@ private:
     const QTextDocument *m_document = nullptr;
     RtfOutput m_body;
     RtfResources m_resources;
+    QHash<QString, QByteArray> m_pictures; // the files, by name
     QHash<int, Run> m_runs;
     QHash<int, QByteArray> m_marks;
     QHash<qint64, QByteArray> m_paragraphs;
