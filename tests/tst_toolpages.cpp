@@ -17,6 +17,7 @@ private Q_SLOTS:
     void writesTheWantedPages_data();
     void writesTheWantedPages();
     void editedTextIsPrinted();
+    void headersAreNotMissedWherePagesShowThem();
     void listsScenes();
     void drawsMarksAndWatermark();
 
@@ -99,6 +100,17 @@ void TestToolPages::editedTextIsPrinted()
     QCOMPARE(mvrtext("convert script.fdx plain.png", m_folder->path()).exitCode, 0);
     QVERIFY(QImage(m_folder->path(QStringLiteral("edited.png")))
             != QImage(m_folder->path(QStringLiteral("plain.png"))));
+}
+
+void TestToolPages::headersAreNotMissedWherePagesShowThem()
+{
+    m_folder->write(QStringLiteral("headed.fdx"),
+                    script(scenes(2),
+                           "<HeaderAndFooter HeaderVisible=\"Yes\"><Header><Paragraph><Text>"
+                           "Draft</Text></Paragraph></Header></HeaderAndFooter>"));
+    QCOMPARE(mvrtext("convert headed.fdx headed.pdf", m_folder->path()).errors, QByteArray());
+    const Run text = mvrtext("convert headed.fdx headed.txt", m_folder->path());
+    QVERIFY2(text.errors.contains("1 header or footer"), text.errors);
 }
 
 void TestToolPages::listsScenes()

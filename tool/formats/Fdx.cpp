@@ -41,7 +41,7 @@ QString firstWords(const QTextDocument &document, int blocks)
 }
 
 /*! What the file holds that has no place in a document, in words. */
-QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut)
+QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut, bool showsHeaders)
 {
     QStringList words;
     const auto add = [&words](int count, const char *singular, const char *plural) {
@@ -58,7 +58,7 @@ QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut)
         QT_TRANSLATE_NOOP("Tool", "scene summaries"));
     add(leftOut.sceneTitles, QT_TRANSLATE_NOOP("Tool", "scene title"),
         QT_TRANSLATE_NOOP("Tool", "scene titles"));
-    add(leftOut.headers, QT_TRANSLATE_NOOP("Tool", "header or footer"),
+    add(showsHeaders ? 0 : leftOut.headers, QT_TRANSLATE_NOOP("Tool", "header or footer"),
         QT_TRANSLATE_NOOP("Tool", "headers and footers"));
     add(leftOut.beats, QT_TRANSLATE_NOOP("Tool", "card of the beat board"),
         QT_TRANSLATE_NOOP("Tool", "cards of the beat board"));
@@ -95,7 +95,7 @@ bool readFdx(const QByteArray &bytes, const ReadOptions &options, Document &docu
     document.title = firstWords(document.text, document.titlePageBlocks);
     document.scaling = file->scaling();
     document.showInvisibles = file->showInvisibles();
-    document.losses = lossWords(file->leftOut());
+    document.losses = lossWords(file->leftOut(), options.goesToPages);
     document.script = file;
     noteSource(document, bytes);
     return true;

@@ -17,6 +17,7 @@ struct ReadOptions
 {
     bool capitals = true; /*!< put the text of all-capitals elements in capitals */
     bool goesBack = false; /*!< the document is going to be written into its file again */
+    bool goesToPages = false; /*!< it is going to be drawn, with the headers of its file */
 };
 
 /*! What a user can ask of a written file. */
