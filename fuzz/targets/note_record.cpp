@@ -7,6 +7,7 @@
 #include <text/MVRTextDoc.h>
 
 #include <QDataStream>
+#include <QIODevice>
 #include <QTextDocument>
 
 void fuzz_note_record(const QByteArray &input)
