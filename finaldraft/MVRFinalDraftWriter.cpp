@@ -176,7 +176,7 @@ void MVRFinalDraftWriter::writeTitlePage()
 void MVRFinalDraftWriter::writeTitleParagraph(const QTextBlock &block)
 {
     const QString tag = QStringLiteral("Paragraph");
-    const QTextBlockFormat format = block.blockFormat();
+    const QTextBlockFormat format = MVRParagraphView::ownFormat(block.blockFormat());
     // A paragraph without text was read without a format; it has none to write either.
     if (format.hasProperty(MVRTextFormat::BlockRightIndentProperty)) {
         ParagraphAttr attr;

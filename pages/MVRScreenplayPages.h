@@ -83,7 +83,7 @@ public:
     explicit MVRScreenplayPages(const MVRScreenplay &screenplay);
 
     /*! Title pages first. There is always a page, an empty one for an empty screenplay. */
-    QVector<MVRScreenplayPage> pages() const { return m_pages; }
+    const QVector<MVRScreenplayPage> &pages() const { return m_pages; }
     QVector<MVRScreenplayScene> scenes() const { return m_scenes; }
     QSizeF pageSize() const { return m_pageSize; }
 

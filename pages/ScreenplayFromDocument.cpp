@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <pages/MVRScreenplay.h>
 
+#include <core/MVRParagraphView.h>
 #include <core/MVRScriptElement.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRToolkit.h>
@@ -33,7 +34,7 @@ MVRFinalDraft::TextAttr attrOf(const QTextCharFormat &format)
 MVRScreenplayParagraph paragraphOf(const QTextBlock &block, double margin)
 {
     MVRScreenplayParagraph paragraph;
-    const QTextBlockFormat format = block.blockFormat();
+    const QTextBlockFormat format = MVRParagraphView::ownFormat(block.blockFormat());
     paragraph.type = format.stringProperty(MVRScriptElement::NameProperty);
     if (paragraph.type.isEmpty())
         paragraph.type = MVRFinalDraft::toString(MVRFinalDraft::Action);

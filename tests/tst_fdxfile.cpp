@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <core/MVRParagraphView.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
 #include <finaldraft/MVRFinalDraftFile.h>
@@ -291,6 +292,9 @@ void TestFdxFile::unchangedFiles()
     QCOMPARE(opened.written(), bytes);
     const std::unique_ptr<QTextDocument> clone(opened.document.clone());
     QCOMPARE(written(&opened.file, *clone), bytes);
+    const MVRParagraphView view(&opened.document); // shows indents that are not the file's
+    touch(&opened.document);
+    QCOMPARE(opened.written(), bytes);
 }
 
 void TestFdxFile::oneWord_data()

@@ -4,16 +4,23 @@
 #include <core/MVRTextFormat.h>
 
 #include <QDataStream>
+#include <QIODevice>
 #include <QTextCharFormat>
 
 namespace {
 
 constexpr const char *versionTag = "MVRTextCommentLink::1.0";
 
-/*! A stream can name any number as the kind of a colour. */
+/*!
+    A stream can name any number as the kind of a colour. To look at one that is no QColor::Spec is
+    undefined, so it is looked at as the first byte that Qt writes of it.
+*/
 bool isKnownKind(const QColor &color)
 {
-    const int kind = color.spec();
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << color;
+    const int kind = static_cast<signed char>(bytes.at(0));
     return kind >= QColor::Invalid && kind <= QColor::ExtendedRgb;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <finaldraft/file/FdxMatch_p.h>
 
+#include <core/MVRParagraphView.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRange.h>
 #include <finaldraft/MVRFinalDraftFile.h>
@@ -130,7 +131,7 @@ void FdxMatch::resolveMarks()
     const QVector<FdxParagraph> &paragraphs = m_script.paragraphs();
     for (int i = 0; i < entries.size(); ++i) {
         FdxEntry &entry = entries[i];
-        const QTextBlockFormat format = entry.block.blockFormat();
+        const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
         if (format.intProperty(File::SourceFileProperty) != m_fileId
             || !format.hasProperty(File::SourceParagraphProperty))
             continue;
@@ -227,7 +228,7 @@ void FdxMatch::assignContainers()
 void FdxMatch::gatherDualDialogue()
 {
     const auto dualNumber = [this](int i) {
-        const QTextBlockFormat format = entries[i].block.blockFormat();
+        const QTextBlockFormat format = MVRParagraphView::ownFormat(entries[i].block.blockFormat());
         return format.hasProperty(File::DualDialogueProperty)
             ? format.intProperty(File::DualDialogueProperty)
             : -1;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <finaldraft/file/FdxWriter_p.h>
 
+#include <core/MVRParagraphView.h>
 #include <finaldraft/file/FdxSkeleton_p.h>
 #include <finaldraft/file/FdxText_p.h>
 
@@ -223,7 +224,8 @@ QByteArray FdxWriter::shapeName(const FdxEntry &entry) const
 {
     for (const MVRScriptElement &element : m_elements) {
         if (!element.name().isEmpty()
-            && MVRScriptElement::equal(element.blockFormat(), entry.block.blockFormat()))
+            && MVRScriptElement::equal(element.blockFormat(),
+                                       MVRParagraphView::ownFormat(entry.block.blockFormat())))
             return element.name().toUtf8();
     }
     return actionType;
@@ -233,7 +235,7 @@ QByteArray FdxWriter::newTypeName(const FdxEntry &entry) const
 {
     const bool isTitlePage
         = entry.container >= 0 && m_script.containers()[entry.container].isTitlePage;
-    const QTextBlockFormat format = entry.block.blockFormat();
+    const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
     const QByteArray oldName = entry.source >= 0 ? m_script.typeName(entry.source) : QByteArray();
     if (!format.hasProperty(MVRScriptElement::NameProperty)) {
         if (entry.source >= 0)
@@ -290,7 +292,7 @@ FdxSplices FdxWriter::paragraphSplices(int index)
     if (name != m_script.typeName(entry.source))
         addAttribute(node, "Type", name, &splices);
     addShape(entry, type, &splices);
-    const QTextBlockFormat format = entry.block.blockFormat();
+    const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
     for (const WrittenProperty &row : writtenProperties) {
         const QByteArray value = format.stringProperty(row.property).toUtf8();
         if (format.hasProperty(row.property) && value != node.attribute(row.attribute).value())
@@ -329,7 +331,7 @@ void FdxWriter::addAttribute(const pugi::xml_node &element, const char *name,
 void FdxWriter::addShape(const FdxEntry &entry, FdxType &type, FdxSplices *splices)
 {
     const pugi::xml_node &node = m_script.paragraphs()[entry.source].node;
-    const QTextBlockFormat format = entry.block.blockFormat();
+    const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
     FdxType &oldType = m_script.typeOf(entry.source);
     const ParagraphAttr &before = m_script.paragraphStyle(oldType, node).shape;
     if (fdxIsSameShape(fdxShape(format, before), before))
@@ -355,7 +357,7 @@ QByteArray FdxWriter::newParagraph(int index)
     const QByteArray name = newTypeName(entry);
     FdxType &type = newType(entry);
     QByteArray element = "<Paragraph";
-    const QTextBlockFormat format = entry.block.blockFormat();
+    const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
     const ParagraphAttr &inType = type.plainParagraph.shape;
     ParagraphAttr shape = fdxShape(format, inType);
     // Spaces and indents of other documents are not those of a script.
