@@ -125,13 +125,22 @@ private:
     const FdxRunStyle *m_style = nullptr;
 };
 
-// Final Draft writes its times in UTC.
+// Final Draft writes its times in UTC, as "20240229T235900". They are taken apart by hand: Qt's
+// parser goes through the system's local time, which now and then fails where several threads do
+// so.
 QDateTime fdxTime(const pugi::xml_node &note)
 {
-    QDateTime time = QDateTime::fromString(fdxAttribute(note, "DateTime"),
-                                           QStringLiteral("yyyyMMdd'T'hhmmss"));
-    time.setTimeSpec(Qt::UTC);
-    return time;
+    const QString text = fdxAttribute(note, "DateTime");
+    if (text.size() != 15 || text.at(8) != QLatin1Char('T'))
+        return QDateTime();
+    bool isDay = false;
+    bool isClock = false;
+    const int day = text.left(8).toInt(&isDay);
+    const int clock = text.mid(9).toInt(&isClock);
+    if (!isDay || !isClock || day < 0 || clock < 0)
+        return QDateTime();
+    return QDateTime(QDate(day / 10000, day / 100 % 100, day % 100),
+                     QTime(clock / 10000, clock / 100 % 100, clock % 100), Qt::UTC);
 }
 
 /*! A note's paragraphs as a document. */
