@@ -56,7 +56,9 @@ QDataStream &operator>>(QDataStream &stream, MVRTextCommentLink &link)
         return stream;
     MVRTextCommentLink read;
     stream >> read.color >> read.extraFlag >> read.isFootnote >> read.cdata;
-    const bool isWhole = stream.status() == QDataStream::Ok && isKnownKind(read.color);
+    // A component that is no number is not even equal to itself.
+    const bool isWhole = stream.status() == QDataStream::Ok && isKnownKind(read.color)
+        && read.color == QColor(read.color);
     link = isWhole ? read : MVRTextCommentLink();
     return stream;
 }

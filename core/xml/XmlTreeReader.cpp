@@ -114,12 +114,15 @@ void TreeBuilder::addToken(QXmlStreamReader::TokenType token)
         flushText(Other);
         m_parent.appendChild(m_document.createComment(m_xml.text().toString()));
         break;
-    case QXmlStreamReader::ProcessingInstruction:
+    case QXmlStreamReader::ProcessingInstruction: {
         flushText(Other);
-        m_parent.appendChild(
-            m_document.createProcessingInstruction(m_xml.processingInstructionTarget().toString(),
-                                                   m_xml.processingInstructionData().toString()));
+        // The parser lets names of broken characters pass, but not always: they are left out.
+        const QString target = m_xml.processingInstructionTarget().toString();
+        if (!target.contains(QChar::ReplacementCharacter))
+            m_parent.appendChild(m_document.createProcessingInstruction(
+                target, m_xml.processingInstructionData().toString()));
         break;
+    }
     case QXmlStreamReader::DTD:
         checkEntities();
         break;

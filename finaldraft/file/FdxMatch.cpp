@@ -252,7 +252,7 @@ void FdxMatch::gatherDualDialogue()
             containers[i] = container;
     }
     for (int i = 0; i < entries.size(); ++i) {
-        const int wrapper = m_script.containers()[entries[i].container].wrapper;
+        const int wrapper = m_script.containers().value(entries[i].container).wrapper;
         if (containers[i] >= 0)
             entries[i].container = containers[i];
         else if (wrapper >= 0)

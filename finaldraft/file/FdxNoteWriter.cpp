@@ -210,7 +210,7 @@ void FdxWriter::findNumbers()
     int number = 0;
     int last = -1; // dual dialogue that the last entry was in
     for (const FdxEntry &entry : qAsConst(m_match.entries)) {
-        const FdxContainer &container = m_script.containers()[entry.container];
+        const FdxContainer &container = m_script.containers().value(entry.container);
         const int dual = dualDialogueOf(entry);
         const bool isWrapper = entry.source >= 0 && m_script.paragraphs()[entry.source].isWrapper;
         if (dual >= 0 && dual != last)
@@ -227,7 +227,7 @@ int FdxWriter::dualDialogueOf(const FdxEntry &entry) const
 {
     if (entry.newDual >= 0)
         return m_script.containers().size() + entry.newDual;
-    return m_script.containers()[entry.container].wrapper >= 0 ? entry.container : -1;
+    return m_script.containers().value(entry.container).wrapper >= 0 ? entry.container : -1;
 }
 
 /*! The number of a place in the document. */
@@ -241,7 +241,8 @@ int FdxWriter::numberOf(int position) const
         return 0;
     const int index = int(behind - entries.cbegin()) - 1;
     const FdxEntry &entry = entries[index];
-    const bool isDual = entry.container >= 0 && m_script.containers()[entry.container].wrapper >= 0;
+    const bool isDual
+        = entry.container >= 0 && m_script.containers().value(entry.container).wrapper >= 0;
     return m_numbers[index] + (isDual ? 0 : qMin(position - entry.position, entry.length()));
 }
 
@@ -326,7 +327,7 @@ void FdxWriter::writeNewNotes()
         const FdxDocumentNote &note = m_match.notes[i];
         const FdxEntry &entry = m_match.entries[note.entry];
         const bool isOnTitlePage
-            = entry.container >= 0 && m_script.containers()[entry.container].isTitlePage;
+            = entry.container >= 0 && m_script.containers().value(entry.container).isTitlePage;
         if (isRangeFile() && !isOnTitlePage)
             rangeNotes += fdxNewLine(m_tree) + "    " + newNote(note, ++id);
         else

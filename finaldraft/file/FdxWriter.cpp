@@ -70,8 +70,8 @@ FdxRunEdit FdxWriter::runEdit(const FdxEntry &entry)
     FdxType &type = newType(entry);
     // Runs that say nothing of their style keep saying nothing when the type changes. On the title
     // page, though, no type counts.
-    const bool keepsPage
-        = m_script.isTitlePage(entry.source) == m_script.containers()[entry.container].isTitlePage;
+    const bool keepsPage = m_script.isTitlePage(entry.source)
+        == m_script.containers().value(entry.container).isTitlePage;
     return FdxRunEdit(m_script, m_script.paragraphs()[entry.source].node,
                       keepsPage ? m_script.typeOf(entry.source) : type, type, entry.runs);
 }
@@ -82,7 +82,7 @@ void FdxWriter::findAlive()
     for (const FdxEntry &entry : qAsConst(m_match.entries)) {
         if (entry.source >= 0)
             m_alive.insert(entry.source);
-        int wrapper = m_script.containers()[entry.container].wrapper;
+        int wrapper = m_script.containers().value(entry.container).wrapper;
         for (; wrapper >= 0; wrapper = m_script.containerOf(wrapper).wrapper)
             m_alive.insert(wrapper);
     }
@@ -97,7 +97,7 @@ void FdxWriter::findFirstInPlace()
         for (int container = entry.container; container >= 0;) {
             if (m_containers[container].firstInPlace < 0)
                 m_containers[container].firstInPlace = paragraph;
-            paragraph = m_script.containers()[container].wrapper;
+            paragraph = m_script.containers().value(container).wrapper;
             container = paragraph < 0 ? -1 : m_script.paragraphs()[paragraph].container;
         }
     }
@@ -196,7 +196,7 @@ void FdxWriter::placeNew(int container, const QByteArray &element)
         const int start = m_tree.start(m_script.paragraphs()[place.firstInPlace].node);
         m_splices.append({start, start, element + gapBefore(start)});
     } else {
-        const pugi::xml_node first = m_script.containers()[container].node.first_child();
+        const pugi::xml_node first = m_script.containers().value(container).node.first_child();
         place.content += (first ? gapBefore(m_tree.start(first)) : fdxNewLine(m_tree)) + element;
     }
 }
@@ -234,7 +234,7 @@ QByteArray FdxWriter::shapeName(const FdxEntry &entry) const
 QByteArray FdxWriter::newTypeName(const FdxEntry &entry) const
 {
     const bool isTitlePage
-        = entry.container >= 0 && m_script.containers()[entry.container].isTitlePage;
+        = entry.container >= 0 && m_script.containers().value(entry.container).isTitlePage;
     const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
     const QByteArray oldName = entry.source >= 0 ? m_script.typeName(entry.source) : QByteArray();
     if (!format.hasProperty(MVRScriptElement::NameProperty)) {
@@ -276,7 +276,7 @@ void FdxWriter::writeSettings()
 FdxType &FdxWriter::newType(const FdxEntry &entry)
 {
     const bool isTitlePage
-        = entry.container >= 0 && m_script.containers()[entry.container].isTitlePage;
+        = entry.container >= 0 && m_script.containers().value(entry.container).isTitlePage;
     return m_script.type(newTypeName(entry), isTitlePage);
 }
 
