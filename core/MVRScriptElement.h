@@ -37,8 +37,8 @@ public:
         Id of the block format property (a string) that names the element of a paragraph.
 
         Formats alone cannot tell elements of equal look apart, nor name the element of a
-        paragraph that was formatted by hand. The Final Draft reader notes the name here, the
-        writer reads it. It decides nothing else and an editor may drop it.
+        paragraph that was formatted by hand. The Final Draft reader notes the name here,
+        MVRFinalDraftFile reads it, MVRFinalDraftWriter when it is asked to. An editor may drop it.
     */
     static constexpr int NameProperty = 0x100070;
 

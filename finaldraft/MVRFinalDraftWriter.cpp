@@ -215,27 +215,35 @@ QString MVRFinalDraftWriter::typeName(const QTextBlock &block)
     return *known;
 }
 
+/*! The element of that name that has the shape of the format, else the first of that name. */
+const MVRScriptElement *MVRFinalDraftWriter::elementOfName(const QString &name,
+                                                           const QTextBlockFormat &format) const
+{
+    const MVRScriptElement *first = nullptr;
+    for (const MVRScriptElement &element : m_elements) {
+        if (element.name() != name)
+            continue;
+        if (MVRScriptElement::equal(element.blockFormat(), format))
+            return &element;
+        if (!first)
+            first = &element;
+    }
+    return first;
+}
+
 MVRScriptElement MVRFinalDraftWriter::findScriptElement(const QTextBlockFormat &format) const
 {
-    // Where shapes are equal, or the paragraph has a shape of its own, its note of the element
-    // decides.
-    const QString noted = format.stringProperty(MVRScriptElement::NameProperty);
-    const MVRScriptElement *byShape = nullptr;
-    const MVRScriptElement *byName = nullptr;
+    const QString name = m_elementChoice == ChooseByName
+        ? format.stringProperty(MVRScriptElement::NameProperty)
+        : QString();
+    const MVRScriptElement *named = name.isEmpty() ? nullptr : elementOfName(name, format);
+    if (named && MVRScriptElement::equal(named->blockFormat(), format))
+        return *named;
     for (const MVRScriptElement &element : m_elements) {
-        const bool isNoted = !noted.isEmpty() && element.name() == noted;
-        if (MVRScriptElement::equal(element.blockFormat(), format)) {
-            if (isNoted || noted.isEmpty())
-                return element;
-            if (!byShape)
-                byShape = &element;
-        }
-        if (isNoted && !byName)
-            byName = &element;
+        if (MVRScriptElement::equal(element.blockFormat(), format))
+            return element;
     }
-    if (byShape)
-        return *byShape;
-    return byName ? *byName : MVRScriptElement();
+    return named ? *named : MVRScriptElement();
 }
 
 QString MVRFinalDraftWriter::findScriptElementName(const QTextBlockFormat &format) const

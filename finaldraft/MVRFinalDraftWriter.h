@@ -51,6 +51,21 @@ public:
         bool operator!=(const FragmentState &other) const { return !(*this == other); }
     };
 
+    /*! What decides which element a paragraph belongs to. */
+    enum ElementChoice {
+        /*!
+            Its shape: the first element whose paragraph format it has. Elements of one shape all
+            become the first of them, and a paragraph with a shape of its own loses its element.
+        */
+        ChooseByShape,
+        /*!
+            Its MVRScriptElement::NameProperty: the element of that name, if the paragraph has its
+            shape or the shape of none; else its shape. A paragraph that an editor gave another
+            shape, but left the name, can keep an element that it no longer looks like.
+        */
+        ChooseByName
+    };
+
     MVRFinalDraftWriter();
     ~MVRFinalDraftWriter();
     Q_DISABLE_COPY(MVRFinalDraftWriter)
@@ -65,6 +80,9 @@ public:
         script.
     */
     void setTitlePageBlockCount(int count) { m_titlePageBlockCount = count; }
+
+    /*! Sets how elements are chosen; ChooseByShape at first. */
+    void setElementChoice(ElementChoice choice) { m_elementChoice = choice; }
 
     /*!
         Writes a document to a file.
@@ -87,7 +105,7 @@ public:
     bool processTable(const QTextTable &table);
     bool processBlock(const QTextBlock &block);
 
-    /*! The first element whose shape the format has, or a nameless one (see MVRScriptElement). */
+    /*! The element of a paragraph of that format, or a nameless one (see setElementChoice()). */
     MVRScriptElement findScriptElement(const QTextBlockFormat &format) const;
     /*! That element's name, "Action" when there is none. */
     QString findScriptElementName(const QTextBlockFormat &format) const;
@@ -115,11 +133,14 @@ private:
     void writeTitleParagraph(const QTextBlock &block);
     void writeRuns(const QTextBlock &block);
     MVRFinalDraft::TextAttr run(const QTextFragment &fragment);
+    const MVRScriptElement *elementOfName(const QString &name,
+                                          const QTextBlockFormat &format) const;
     QString typeName(const QTextBlock &block);
 
     std::unique_ptr<MVRDomDoc> m_dom;
     const QTextDocument *m_textDocument = nullptr;
     int m_titlePageBlockCount = 0;
+    ElementChoice m_elementChoice = ChooseByShape;
     QList<MVRScriptElement> m_elements;
     FragmentState m_state; // of the run written last, also of the write before
     QHash<int, MVRFinalDraft::TextAttr> m_runs; // by index of their character format

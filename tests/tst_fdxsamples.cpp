@@ -194,6 +194,7 @@ void TestFdxSamples::comesBackTheSame()
     QBuffer buffer;
     buffer.open(QIODevice::ReadWrite);
     MVRFinalDraftWriter writer;
+    writer.setElementChoice(MVRFinalDraftWriter::ChooseByName);
     QVERIFY(writer.write(&buffer, &document, elements));
     buffer.seek(0);
     MVRFinalDraftReader again;

@@ -200,13 +200,23 @@ void TestFdxWriter::prefersTheNotedElement()
 {
     const QList<MVRScriptElement> elements {element("Narrow", 100), element("Wide", 20),
                                             element("Wide Too", 20)};
+    MVRFinalDraftWriter writer;
     const auto type = [&](const char *noted, double leftIndent) {
         QTextDocument document;
         QTextBlockFormat format = element("", leftIndent).blockFormat();
         format.setProperty(MVRScriptElement::NameProperty, s(noted));
         QTextCursor(&document).setBlockFormat(format);
-        return content(written(document, elements)).firstChildElement().attribute(s("Type"));
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        QDomDocument dom;
+        if (!writer.write(&buffer, &document, elements) || !dom.setContent(buffer.data()))
+            return QString();
+        return content(dom).firstChildElement().attribute(s("Type"));
     };
+    // Shapes alone decide, unless a host asks for names.
+    QCOMPARE(type("Wide Too", 20), s("Wide"));
+    QCOMPARE(type("Wide Too", 55), s("Action"));
+    writer.setElementChoice(MVRFinalDraftWriter::ChooseByName);
     QCOMPARE(type("Wide Too", 20), s("Wide Too")); // shapes are equal: the note decides
     QCOMPARE(type("Narrow", 20), s("Wide")); // the paragraph was given another shape since
     QCOMPARE(type("Wide Too", 55), s("Wide Too")); // a shape of its own
