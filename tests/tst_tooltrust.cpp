@@ -158,6 +158,10 @@ void TestToolTrust::saysFaultsOfTheSystem_data()
         << QByteArray("$T info in.rtf >&-") << QByteArray("standard output: Bad file descriptor");
     QTest::newRow("closed input") << QByteArray("$T convert - out.txt --from rtf <&-")
                                   << QByteArray("standard input: Bad file descriptor");
+    QTest::newRow("expression without end")
+        << QByteArray("printf '{\\\\rtf1 %0500d}' 0 >in.rtf;"
+                      "$T replace --regexp --find '(0+)+(0|00)+[xy]' --with y in.rtf -o out.txt")
+        << QByteArray("too many steps");
     QTest::newRow("folder as input")
         << QByteArray("$T convert . out.txt --from rtf") << QByteArray("Is a directory");
     QTest::newRow("folder as output")

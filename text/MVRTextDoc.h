@@ -528,7 +528,9 @@ public:
         blanks, never in what was inserted.
 
         \param expression  matches letters by its own case sensitivity; one that matches nothing,
-                           like "$", is used once a place, and there \a after is inserted
+                           like "$", is used once a place, and there \a after is inserted;
+                           nothing is replaced with one that takes more steps than the toolkit
+                           allows it, as "(a+)+b" does with a long row of a
         \param before      the text to replace, whatever the case of its letters
         \param after       is inserted as it is, in the format of the last character replaced; a
                            line feed begins a paragraph
@@ -536,7 +538,11 @@ public:
     static void replace(const QRegularExpression &expression, const QString &after,
                         const QTextCursor &from);
     static void replace(const QString &before, const QString &after, const QTextCursor &from);
-    /*! The same; \return how many matches were replaced. */
+    /*!
+        The same.
+
+        \return how many matches were replaced; -1 when an expression takes too many steps
+    */
     static int replaceAll(const QRegularExpression &expression, const QString &after,
                           const QTextCursor &from);
     static int replaceAll(const QString &before, const QString &after, const QTextCursor &from);

@@ -13,6 +13,8 @@
 #include <QRegExp>
 #endif
 
+#include <optional>
+
 namespace {
 
 using Ranges = QVector<MVRTextRange>;
@@ -91,7 +93,8 @@ public:
     {
     }
 
-    Ranges operator()(const QString &text, int offset) const
+    /*! The matches; nothing at all where a search takes more steps than the engine allows. */
+    std::optional<Ranges> operator()(const QString &text, int offset) const
     {
         QString buffer = wellFormed(text);
         QChar *const characters = buffer.data();
@@ -103,6 +106,8 @@ public:
             const QString subject = QString::fromRawData(characters + paragraph, size - paragraph);
             const QRegularExpressionMatch match
                 = findMatch(m_expression, subject, from - paragraph);
+            if (!match.isValid())
+                return std::nullopt;
             if (!match.hasMatch())
                 break;
             const int start = paragraph + int(match.capturedStart());
@@ -140,7 +145,9 @@ private:
 /*!
     Replaces what \a search finds at or behind the end of the selection.
 
-    \param search  called as search(const QString &paragraph, int offset)
+    \param search  called as search(const QString &paragraph, int offset); gives the matches, or
+                   nothing to have the document left as it is
+    \return how many were replaced; -1 where a search gave nothing
 */
 template <typename Search>
 int replaceMatches(const Search &search, const QString &after, const QTextCursor &from)
@@ -152,8 +159,10 @@ int replaceMatches(const Search &search, const QString &after, const QTextCursor
         QString text = block.text();
         text.replace(QChar::Nbsp, QLatin1Char(' '));
         const int position = block.position();
-        const Ranges found = search(text, qMax(0, start - position));
-        for (const MVRTextRange &range : found)
+        const std::optional<Ranges> found = search(text, qMax(0, start - position));
+        if (!found)
+            return -1;
+        for (const MVRTextRange &range : *found)
             matches.append(MVRTextRange(position + range.start, position + range.end));
     }
     if (matches.isEmpty())

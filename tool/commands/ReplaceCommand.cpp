@@ -74,6 +74,11 @@ int runReplace(const CommandLine &commandLine)
             return Failure;
         progress.setStep(Tool::tr("Replacing"));
         count = replaceIn(document, replacement);
+        if (count < 0) {
+            printMessage(rewriting.inputName(0),
+                         Tool::tr("--find takes too many steps; nothing was written"));
+            return Failure;
+        }
         if (!rewriting.save(document, progress))
             return Failure;
     }

@@ -452,6 +452,10 @@
         <translation>Ersetzen</translation>
     </message>
     <message>
+        <source>--find takes too many steps; nothing was written</source>
+        <translation>--find braucht zu viele Schritte; nichts wurde geschrieben</translation>
+    </message>
+    <message>
         <source>%1 replaced</source>
         <translation>%1 ersetzt</translation>
     </message>
