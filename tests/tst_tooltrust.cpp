@@ -20,6 +20,7 @@ private Q_SLOTS:
     void takesAnyFileName();
     void showsNoControlCharacters();
     void keepsWhatAFileMay();
+    void saysThatMemoryEnds();
 
 private:
     Run shell(const QByteArray &command) const;
@@ -208,6 +209,22 @@ void TestToolTrust::keepsWhatAFileMay()
                 "echo old >kept.txt; chmod 604 kept.txt; ln -s kept.txt link.txt;"
                 "$T convert in.rtf link.txt; stat -c %a kept.txt; cat kept.txt; ls -A | wc -l");
     QCOMPARE(run.output, QByteArray("640\n604\na b\n4\n"));
+}
+
+void TestToolTrust::saysThatMemoryEnds()
+{
+    if (shell("ulimit -v 4000000; $T --version").exitCode != 0)
+        QSKIP("sanitizers take more memory than can be limited");
+    QVERIFY(QFile::copy(QStringLiteral(MVR_TEST_DATA "/rtf/tika-testRTFRegularImages.rtf"),
+                        m_folder->path(QStringLiteral("pictures.rtf"))));
+    // From where not even the libraries are loaded to where there is enough.
+    const Run run
+        = shell("for mb in $(seq 40 400); do"
+                " (ulimit -v $((mb * 1024)); exec $T convert pictures.rtf out.pdf) 2>said;"
+                " case $? in 0) test \"$said\"; exit;;"
+                " 1) said=said; grep -q 'out of memory' said || break;;"
+                " 127) ;; *) break;; esac; done; echo $mb MB; cat said; exit 1");
+    QVERIFY2(run.exitCode == 0, (run.output + run.errors).constData());
 }
 
 QTEST_GUILESS_MAIN(TestToolTrust)

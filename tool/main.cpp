@@ -22,6 +22,7 @@
 #include <system_error>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace {
@@ -111,6 +112,17 @@ void detachFromScreen()
     qputenv("QT_FONT_DPI", QByteArray::number(Pages::resolution));
 }
 
+// Libraries that load fonts crash where there is no memory for them: what they take is asked for
+// first.
+void checkMemory()
+{
+    constexpr size_t takenByFonts = 32 << 20;
+    void *const room = mmap(nullptr, takenByFonts, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (room == MAP_FAILED)
+        throw std::bad_alloc();
+    munmap(room, takenByFonts);
+}
+
 // Messages of the libraries are for developers; QT_LOGGING_RULES brings them back.
 void quietLibraries()
 {
@@ -156,6 +168,7 @@ int runProgram(int argc, char *argv[])
         return answer(commandLine);
     }
     detachFromScreen();
+    checkMemory();
     const QGuiApplication application(argc, argv);
     const Translation translation;
     QCoreApplication::setApplicationName(QStringLiteral("mvrtext"));
