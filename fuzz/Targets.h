@@ -13,6 +13,7 @@ class QByteArray;
     row(fdx_file) \
     row(fdx_reader) \
     row(html_bbcode) \
+    row(html_reader) \
     row(inline_markup) \
     row(mime_data) \
     row(note_record) \
