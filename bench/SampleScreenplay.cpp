@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "SampleScreenplay.h"
 
+#include <finaldraft/MVRFinalDraftFile.h>
+
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+
 #include <random>
 
 namespace {
@@ -81,4 +87,44 @@ private:
 QByteArray sampleScreenplay(int bytes)
 {
     return Generator().screenplay(bytes);
+}
+
+QVector<SampleBlock> sampleBlocks(const QTextDocument &document)
+{
+    QVector<SampleBlock> blocks;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        QTextBlockFormat format = block.blockFormat();
+        format.clearProperty(MVRFinalDraftFile::SourceParagraphProperty);
+        QVector<SampleRun> runs;
+        for (auto it = block.begin(); !it.atEnd(); ++it)
+            runs.append({it.fragment().text(), it.fragment().charFormat()});
+        blocks.append({format, runs});
+    }
+    return blocks;
+}
+
+void insertByHand(const QVector<SampleBlock> &blocks, QTextDocument *document)
+{
+    document->setUndoRedoEnabled(false);
+    QTextCursor cursor(document);
+    cursor.beginEditBlock();
+    for (const SampleBlock &block : blocks) {
+        cursor.insertBlock(block.format);
+        for (const SampleRun &run : block.runs)
+            cursor.insertText(run.text, run.format);
+    }
+    cursor.endEditBlock();
+}
+
+QList<MVRScriptElement>
+sampleElements(const QHash<QString, MVRFinalDraft::ElementSettings> &settings)
+{
+    QList<MVRScriptElement> elements;
+    for (const MVRFinalDraft::ElementSettings &setting : settings) {
+        MVRScriptElement element(setting.type);
+        element.setBlockFormat(setting.parBlockFormat());
+        element.setCharFormat(setting.textCharFormat());
+        elements.append(element);
+    }
+    return elements;
 }

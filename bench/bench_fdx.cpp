@@ -20,38 +20,14 @@
 
 namespace {
 
-struct Run
-{
-    QString text;
-    QTextCharFormat format;
-};
-
-struct Block
-{
-    QTextBlockFormat format;
-    QVector<Run> runs;
-};
-
 /*! One screenplay in the forms that the benchmarks start from. */
 struct Sample
 {
     QByteArray xml;
     QTextDocument document;
     QList<MVRScriptElement> elements;
-    QVector<Block> blocks;
+    QVector<SampleBlock> blocks;
 };
-
-QVector<Block> blocksOf(const QTextDocument &document)
-{
-    QVector<Block> blocks;
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        QVector<Run> runs;
-        for (auto it = block.begin(); !it.atEnd(); ++it)
-            runs.append({it.fragment().text(), it.fragment().charFormat()});
-        blocks.append({block.blockFormat(), runs});
-    }
-    return blocks;
-}
 
 const Sample &sample(qint64 bytes)
 {
@@ -67,28 +43,10 @@ const Sample &sample(qint64 bytes)
         if (!reader.load(&buffer) || !reader.read(&entry->document, {})
             || !reader.readElements(&settings))
             qFatal("The sample screenplay cannot be read.");
-        for (const MVRFinalDraft::ElementSettings &setting : qAsConst(settings)) {
-            MVRScriptElement element(setting.type);
-            element.setBlockFormat(setting.parBlockFormat());
-            element.setCharFormat(setting.textCharFormat());
-            entry->elements.append(element);
-        }
-        entry->blocks = blocksOf(entry->document);
+        entry->elements = sampleElements(settings);
+        entry->blocks = sampleBlocks(entry->document);
     }
     return *entry;
-}
-
-void insertByHand(const QVector<Block> &blocks, QTextDocument *document)
-{
-    document->setUndoRedoEnabled(false);
-    QTextCursor cursor(document);
-    cursor.beginEditBlock();
-    for (const Block &block : blocks) {
-        cursor.insertBlock(block.format);
-        for (const Run &run : block.runs)
-            cursor.insertText(run.text, run.format);
-    }
-    cursor.endEditBlock();
 }
 
 QDomElement appended(QDomDocument &dom, QDomElement parent, const QString &tag)
@@ -135,10 +93,10 @@ void writeFloor(benchmark::State &state)
         QDomElement root = dom.createElement(QStringLiteral("FinalDraft"));
         dom.appendChild(root);
         const QDomElement content = appended(dom, root, QStringLiteral("Content"));
-        for (const Block &block : input.blocks) {
+        for (const SampleBlock &block : input.blocks) {
             QDomElement paragraph = appended(dom, content, QStringLiteral("Paragraph"));
             paragraph.setAttribute(QStringLiteral("Type"), QStringLiteral("Action"));
-            for (const Run &run : block.runs) {
+            for (const SampleRun &run : block.runs) {
                 QDomElement text = appended(dom, paragraph, QStringLiteral("Text"));
                 text.setAttribute(QStringLiteral("AdornmentStyle"), QStringLiteral("0"));
                 text.setAttribute(QStringLiteral("Color"), QStringLiteral("#000000000000"));

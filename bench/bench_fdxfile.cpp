@@ -20,18 +20,6 @@
 
 namespace {
 
-struct Run
-{
-    QString text;
-    QTextCharFormat format;
-};
-
-struct Block
-{
-    QTextBlockFormat format;
-    QVector<Run> runs;
-};
-
 /*! One screenplay in the forms that the benchmarks start from. */
 struct Sample
 {
@@ -39,7 +27,7 @@ struct Sample
     MVRFinalDraftFile file;
     QTextDocument document;
     QList<MVRScriptElement> elements;
-    QVector<Block> blocks;
+    QVector<SampleBlock> blocks;
 };
 
 bool load(MVRFinalDraftFile *file, const QByteArray &xml)
@@ -60,39 +48,17 @@ const Sample &sample(qint64 bytes)
     entry->xml = sampleScreenplay(int(bytes));
     if (!load(&entry->file, entry->xml) || !entry->file.read(&entry->document))
         qFatal("The sample screenplay cannot be read.");
-    const QHash<QString, MVRFinalDraft::ElementSettings> settings = entry->file.elementSettings();
-    for (const MVRFinalDraft::ElementSettings &setting : settings) {
-        MVRScriptElement element(setting.type);
-        element.setBlockFormat(setting.parBlockFormat());
-        element.setCharFormat(setting.textCharFormat());
-        entry->elements.append(element);
-    }
-    for (QTextBlock block = entry->document.begin(); block.isValid(); block = block.next()) {
-        // By hand nobody gives every block a format of its own.
-        QTextBlockFormat format = block.blockFormat();
-        format.clearProperty(MVRFinalDraftFile::SourceParagraphProperty);
-        QVector<Run> runs;
-        for (auto it = block.begin(); !it.atEnd(); ++it)
-            runs.append({it.fragment().text(), it.fragment().charFormat()});
-        entry->blocks.append({format, runs});
-    }
+    entry->elements = sampleElements(entry->file.elementSettings());
+    entry->blocks = sampleBlocks(entry->document);
     return *entry;
 }
 
-void insertByHand(benchmark::State &state)
+void insertRuns(benchmark::State &state)
 {
     const Sample &input = sample(state.range(0));
     for (auto _ : state) {
         QTextDocument document;
-        document.setUndoRedoEnabled(false);
-        QTextCursor cursor(&document);
-        cursor.beginEditBlock();
-        for (const Block &block : input.blocks) {
-            cursor.insertBlock(block.format);
-            for (const Run &run : block.runs)
-                cursor.insertText(run.text, run.format);
-        }
-        cursor.endEditBlock();
+        insertByHand(input.blocks, &document);
         benchmark::DoNotOptimize(document.blockCount());
     }
 }
@@ -181,7 +147,7 @@ void sizes(benchmark::internal::Benchmark *measured)
     measured->Arg(3 * megabyte)->Arg(30 * megabyte)->Unit(benchmark::kMillisecond);
 }
 
-BENCHMARK(insertByHand)->Apply(sizes);
+BENCHMARK(insertRuns)->Apply(sizes);
 BENCHMARK(loadAndRead)->Apply(sizes);
 BENCHMARK(loadOnly)->Apply(sizes);
 BENCHMARK(copyBytes)->Apply(sizes);

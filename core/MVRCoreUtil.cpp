@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int longestFile = 1 << 30;
+constexpr int maxFileSize = 1 << 30;
 
 // In pieces: files of the system itself do not say how long they are.
 QByteArray readAtMost(QFile &file, int length)
@@ -41,10 +41,10 @@ QByteArray MVRCoreUtil::ReadBinaryFile(const QString &path, QString *error)
         fault = QCoreApplication::translate("QObject", "Not a file");
     } else {
         if (file.open(QIODevice::ReadOnly))
-            content = readAtMost(file, longestFile + 1);
+            content = readAtMost(file, maxFileSize + 1);
         if (file.error() != QFileDevice::NoError)
             fault = file.errorString();
-        else if (content.size() > longestFile)
+        else if (content.size() > maxFileSize)
             fault = QCoreApplication::translate("QObject", "The file is too large");
     }
     if (error)

@@ -52,16 +52,16 @@ MVRTextRange trimmedRange(const QTextDocument *document, const MVRTextRange &ran
 
 // Word boundaries never reach across white space, so words are looked for between two blanks at a
 // time. The bound keeps text without any blanks from being read again for every word.
-constexpr int longestToken = 1000;
+constexpr int maxToken = 1000;
 
 /*! The characters without white space around \a position, inside the paragraph [first, last). */
 MVRTextRange tokenAt(const QTextDocument *document, int position, const MVRTextRange &paragraph)
 {
     MVRTextRange token(position, position);
-    while (token.start > paragraph.start && position - token.start < longestToken
+    while (token.start > paragraph.start && position - token.start < maxToken
            && !document->characterAt(token.start - 1).isSpace())
         --token.start;
-    while (token.end < paragraph.end && token.end - position < longestToken
+    while (token.end < paragraph.end && token.end - position < maxToken
            && !document->characterAt(token.end).isSpace())
         ++token.end;
     return token;

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void headersAreNotMissedWherePagesShowThem();
     void listsScenes();
     void drawsMarksAndWatermark();
+    void saysThatTheFaceIsMissing();
 
 private:
     std::unique_ptr<ToolFolder> m_folder;
@@ -162,6 +163,31 @@ void TestToolPages::drawsMarksAndWatermark()
     QCOMPARE(darkest(plain, middle), 255);
     QVERIFY(darkest(picture("--revisions"), mark) < 200);
     QVERIFY(darkest(picture("--watermark DRAFT"), middle) < 240);
+}
+
+void TestToolPages::saysThatTheFaceIsMissing()
+{
+    QCOMPARE(mvrtext("convert script.fdx out.pdf", m_folder->path()).errors, QByteArray());
+    const QString fonts = m_folder->write(
+        QStringLiteral("fonts.conf"),
+        "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\"><fontconfig>"
+        "<dir>/usr/share/fonts</dir><selectfont><rejectfont><glob>*courier-prime*</glob>"
+        "</rejectfont></selectfont></fontconfig>");
+    qputenv("FONTCONFIG_FILE", QFile::encodeName(fonts));
+    qputenv("XDG_DATA_DIRS", QFile::encodeName(m_folder->path()));
+    m_folder->write(QStringLiteral("second.fdx"), script(scenes(1)));
+    const Run batch
+        = mvrtext("convert --into pages --to pdf script.fdx second.fdx", m_folder->path());
+    const Run novel = mvrtext({QStringLiteral("convert"), QStringLiteral("--to"),
+                               QStringLiteral("pdf"), QStringLiteral("--from"),
+                               QStringLiteral("txt"), QStringLiteral("-"), QStringLiteral("-")},
+                              "It rained.");
+    qunsetenv("FONTCONFIG_FILE");
+    qunsetenv("XDG_DATA_DIRS");
+    QCOMPARE(batch.exitCode, 0);
+    QCOMPARE(batch.errors.count("Courier Prime is not installed: the pages are set in "), 1);
+    QVERIFY2(!batch.errors.contains("set in Courier Prime"), batch.errors);
+    QCOMPARE(novel.errors, QByteArray());
 }
 
 QTEST_MAIN(TestToolPages)

@@ -104,21 +104,42 @@ QVector<CodePair> codePairs(const QTextDocument *document, const QRegularExpress
     return pairs;
 }
 
-/*! Removes the codes of one kind and sets \a property on what they enclose. */
-void readCodes(QTextDocument *document, const QRegularExpression &start,
-               const QRegularExpression &end, int property)
+/*! Removes the codes of one kind and marks what they enclose. */
+class CodeReader
 {
-    const QVector<CodePair> pairs = codePairs(document, start, end);
-    QTextCharFormat mark;
-    mark.setProperty(property, true);
-    QTextCursor cursor(document);
-    // From the last to the first, so that what is removed moves no pair still to be read.
-    for (auto pair = pairs.crbegin(); pair != pairs.crend(); ++pair) {
-        mergeIntoRange(cursor, pair->opening.end, pair->closing.start, mark);
-        removeText(cursor, pair->closing);
-        removeText(cursor, pair->opening);
+public:
+    explicit CodeReader(const InlineMarkup::Code &code)
+        : m_property(code.property)
+        , m_opening(code.openingPattern ? QString::fromLatin1(code.openingPattern)
+                                        : escaped(code.opening))
+        , m_closing(escaped(code.closing))
+    {
     }
-}
+
+    void read(QTextDocument *document) const
+    {
+        const QVector<CodePair> pairs = codePairs(document, m_opening, m_closing);
+        QTextCharFormat mark;
+        mark.setProperty(m_property, true);
+        QTextCursor cursor(document);
+        // From the last to the first, so that what is removed moves no pair still to be read.
+        for (auto pair = pairs.crbegin(); pair != pairs.crend(); ++pair) {
+            mergeIntoRange(cursor, pair->opening.end, pair->closing.start, mark);
+            removeText(cursor, pair->closing);
+            removeText(cursor, pair->opening);
+        }
+    }
+
+private:
+    static QString escaped(const char *text)
+    {
+        return QRegularExpression::escape(QString::fromLatin1(text));
+    }
+
+    int m_property;
+    QRegularExpression m_opening;
+    QRegularExpression m_closing;
+};
 
 /*! Whether the text holds anything that looks like a code. */
 bool holdsCodes(const QTextDocument &document)
@@ -136,20 +157,11 @@ bool holdsCodes(const QTextDocument &document)
 
 void InlineMarkup::readNoteCodes(QTextDocument *document)
 {
-    static const QRegularExpression footnoteStartExp(QStringLiteral("\\{\\\\Mvrn_fn="));
-    static const QRegularExpression footnoteEndExp(QStringLiteral("\\\\end_Mvrn_fn\\}"));
-    static const QRegularExpression annotationStartExp(
-        QStringLiteral("\\{\\\\Mvrn_annot ?\\\\color=\\{\\\\R=([0-9\\.]+)\\\\G=([0-9\\.]+)"
-                       "\\\\B=([0-9\\.])+\\} ?\\\\text="));
-    static const QRegularExpression annotationEndExp(QStringLiteral("\\\\end_Mvrn_annot\\}"));
-    static const QRegularExpression preserveStartExp(QStringLiteral("\\{\\\\Mvrn_ps="));
-    static const QRegularExpression preserveEndExp(QStringLiteral("\\\\end_Mvrn_ps\\}"));
-
-    readCodes(document, footnoteStartExp, footnoteEndExp, MVRTextFormat::InlineFootnoteProperty);
-    readCodes(document, annotationStartExp, annotationEndExp,
-              MVRTextFormat::InlineAnnotationProperty);
-    readCodes(document, preserveStartExp, preserveEndExp,
-              MVRTextFormat::PreserveFormattingProperty);
+    static const CodeReader readers[] = {CodeReader(InlineMarkup::codes[InlineMarkup::Footnote]),
+                                         CodeReader(InlineMarkup::codes[InlineMarkup::Annotation]),
+                                         CodeReader(InlineMarkup::codes[InlineMarkup::Preserve])};
+    for (const CodeReader &reader : readers)
+        reader.read(document);
 }
 
 void MVRTextDoc::fromInlineMarkup(QTextDocument *document)

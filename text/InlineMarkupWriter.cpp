@@ -10,34 +10,6 @@
 
 namespace {
 
-/*! How marked text is spelled out. */
-struct Codes
-{
-    int property; // true on the marked text
-    QString opening;
-    QString closing;
-};
-
-// The colour is always red: an annotation's own is never read back.
-Codes annotationCodes()
-{
-    return {MVRTextFormat::InlineAnnotationProperty,
-            QStringLiteral("{\\Mvrn_annot \\color={\\R=1.000000\\G=0.000000\\B=0.000000} \\text="),
-            QStringLiteral("\\end_Mvrn_annot}")};
-}
-
-Codes footnoteCodes()
-{
-    return {MVRTextFormat::InlineFootnoteProperty, QStringLiteral("{\\Mvrn_fn="),
-            QStringLiteral("\\end_Mvrn_fn}")};
-}
-
-Codes preserveCodes()
-{
-    return {MVRTextFormat::PreserveFormattingProperty, QStringLiteral("{\\Mvrn_ps="),
-            QStringLiteral("\\end_Mvrn_ps}")};
-}
-
 QTextCharFormat switchedOff(int property)
 {
     QTextCharFormat format;
@@ -46,24 +18,25 @@ QTextCharFormat switchedOff(int property)
 }
 
 /*! Puts codes around every run of marked text and takes the mark away. */
-void enclose(QTextDocument *document, const Codes &codes, UnrecordedEditBlock &unrecorded)
+void enclose(QTextDocument *document, InlineMarkup::CodeKind kind, UnrecordedEditBlock &unrecorded)
 {
-    const FormatPattern marked(codes.property, true);
+    const InlineMarkup::Code &code = InlineMarkup::codes[kind];
+    const FormatPattern marked(code.property, true);
     const QVector<MVRTextRange> runs = runsBehind(
         document, 0, [&marked](const QTextFormat &format) { return marked.matches(format); });
     if (runs.isEmpty())
         return;
     unrecorded.begin();
-    const QTextCharFormat unmarked = switchedOff(codes.property);
+    const QTextCharFormat unmarked = switchedOff(code.property);
     QTextCursor cursor(document);
     // From the last to the first, so that the codes move no run still to be done.
     for (auto run = runs.crbegin(); run != runs.crend(); ++run) {
         const EditBlock undoStep(cursor);
         mergeIntoRange(cursor, run->start, run->end, unmarked);
         cursor.setPosition(run->end);
-        cursor.insertText(codes.closing);
+        cursor.insertText(QString::fromLatin1(code.closing));
         cursor.setPosition(run->start);
-        cursor.insertText(codes.opening);
+        cursor.insertText(QString::fromLatin1(code.opening));
     }
 }
 
@@ -118,8 +91,8 @@ void encloseNotes(QTextDocument *document, UnrecordedEditBlock &unrecorded)
 {
     // An opening code that stands right behind text of another kind becomes part of that text:
     // which kind comes first decides where the other one's codes stand.
-    enclose(document, annotationCodes(), unrecorded);
-    enclose(document, footnoteCodes(), unrecorded);
+    enclose(document, InlineMarkup::Annotation, unrecorded);
+    enclose(document, InlineMarkup::Footnote, unrecorded);
 }
 
 } // namespace
@@ -138,6 +111,6 @@ void MVRTextDoc::toInlineMarkup(QTextDocument *document)
     STextDoc::removeInspectorComments(document);
     STextDoc::removeInspectorFootnotes(document);
     encloseNotes(document, unrecorded);
-    enclose(document, preserveCodes(), unrecorded);
+    enclose(document, InlineMarkup::Preserve, unrecorded);
     writeImageCodes(document, unrecorded);
 }

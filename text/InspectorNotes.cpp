@@ -376,32 +376,16 @@ void MVRTextDoc::removeComment(QTextCursor &cursor)
 MVRTextCommentLinkMap MVRTextDoc::commentsMapByType(int propertyId, const QTextDocument *document,
                                                     int start, int end, bool firstOnly)
 {
-    MVRTextCommentLinkMap map;
+    NoteCollector collector(propertyId);
     if (!document)
-        return map;
-    const auto store
-        = [&map](const NoteRun &note) { map.insert(map.cend(), note.range, note.link); };
-    std::optional<NoteRun> current;
+        return collector.notes();
     for (FragmentWalker walker(document, qMax(0, start)); walker.isValid(); walker.next()) {
-        const QTextCharFormat format = walker.format();
-        if (!format.boolProperty(propertyId))
+        if (!collector.add(walker))
             continue;
-        NoteRun next(walker, format);
-        if (current && current->isContinuedBy(next, walker.isAtBlockStart())) {
-            next.range.start = current->range.start;
-        } else {
-            if (current)
-                store(*current);
-            if (firstOnly && !map.isEmpty())
-                return map;
-        }
-        current = std::move(next);
-        if (end > 0 && walker.start() > end)
-            return map;
+        if ((firstOnly && !collector.notes().isEmpty()) || (end > 0 && walker.start() > end))
+            return collector.notes();
     }
-    if (current)
-        store(*current);
-    return map;
+    return collector.finish();
 }
 
 MVRTextCommentLinkMap MVRTextDoc::commentsMap(const QTextDocument *document, int start, int end)

@@ -17,24 +17,24 @@
 
 namespace {
 
-constexpr qint64 longestFile = 128 << 20;
-constexpr qint64 mostPixels = 50000000;
+constexpr qint64 maxFileSize = 128 << 20;
+constexpr qint64 maxPixels = 50000000;
 // A JPEG file is decoded line by line and reduced on the way; its time grows all the same.
-constexpr qint64 mostReducedPixels = 200000000;
+constexpr qint64 maxReducedPixels = 200000000;
 constexpr int reducedPlaceholderSide = 2048;
-constexpr int longestReducedSide = 1024;
-constexpr int leastPlaceholderSide = 16;
+constexpr int maxReducedSide = 1024;
+constexpr int minPlaceholderSide = 16;
 
 qint64 area(const QSize &size)
 {
     return qint64(size.width()) * size.height();
 }
 
-QSize fitted(const QSize &size, int longestSide)
+QSize fitted(const QSize &size, int maxSide)
 {
-    if (size.width() <= longestSide && size.height() <= longestSide)
+    if (size.width() <= maxSide && size.height() <= maxSide)
         return size;
-    return size.scaled(longestSide, longestSide, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+    return size.scaled(maxSide, maxSide, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
 }
 
 // Formats whose head tells the size of what is decoded. Others hold pictures in pictures, or text
@@ -67,8 +67,8 @@ QSize iconSize(const QByteArray &bytes)
     const bool isPng = numberAt(bytes, head, true) == 0x89504e47; // "\x89PNG"
     const qint64 width = numberAt(bytes, head + (isPng ? 16 : 4), isPng);
     const qint64 height = numberAt(bytes, head + (isPng ? 20 : 8), isPng);
-    constexpr qint64 most = std::numeric_limits<int>::max();
-    return width > most || height > most ? QSize() : QSize(int(width), int(height));
+    constexpr qint64 maxSide = std::numeric_limits<int>::max();
+    return width > maxSide || height > maxSide ? QSize() : QSize(int(width), int(height));
 }
 
 // The content tells the format, so that a wrong suffix does no harm.
@@ -85,8 +85,8 @@ QImage decoded(QByteArray &bytes)
     const QSize size = isIcon ? iconSize(bytes) : reader.size();
     if (!size.isValid() || size.isEmpty())
         return QImage();
-    if (area(size) > mostPixels) {
-        if (format != "jpeg" || area(size) > mostReducedPixels)
+    if (area(size) > maxPixels) {
+        if (format != "jpeg" || area(size) > maxReducedPixels)
             return QImage();
         reader.setScaledSize(size / 4);
     }
@@ -148,7 +148,7 @@ QString LinkedPictures::addFile(const QString &path, const QSize &shown)
         return *known;
     // Pipes and devices would wait or never end; files of the system itself claim to be empty.
     const bool isReadable
-        = !isOfSystem(key) && info.isFile() && info.size() > 0 && info.size() <= longestFile;
+        = !isOfSystem(key) && info.isFile() && info.size() > 0 && info.size() <= maxFileSize;
     const QString name = addResource(isReadable ? load(path, shown) : QImage());
     m_pictures.insert(key, name);
     return name;
@@ -158,7 +158,7 @@ QImage LinkedPictures::load(const QString &path, const QSize &shown)
 {
     QByteArray bytes = MVRCoreUtil::ReadBinaryFile(path, nullptr);
     QImage image = decoded(bytes);
-    const QSize reduced = fitted(shown, longestReducedSide);
+    const QSize reduced = fitted(shown, maxReducedSide);
     if (area(image.size()) > qMax(m_pixelsLeft, area(reduced)))
         image = image.scaled(reduced);
     m_pixelsLeft = qMax<qint64>(0, m_pixelsLeft - area(image.size()));
@@ -174,10 +174,10 @@ QString LinkedPictures::addPlaceholder(const QSize &shown)
     if (!m_alertIcon.isEmpty())
         return m_alertIcon;
     QSize size = shown;
-    if (area(size) > mostPlaceholderPixels)
+    if (area(size) > maxPlaceholderPixels)
         size = fitted(shown, reducedPlaceholderSide);
     if (area(size) > m_placeholderPixelsLeft)
-        size = fitted(shown, leastPlaceholderSide);
+        size = fitted(shown, minPlaceholderSide);
     QString &name = m_placeholders[{size.width(), size.height()}];
     if (name.isEmpty()) {
         name = addResource(questionMark(size));

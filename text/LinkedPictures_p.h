@@ -55,8 +55,8 @@ private:
     QTextDocument *m_document;
     MVRPicturePolicy m_policy;
     qint64 m_pixelsLeft = qint64(256) << 20; // for the pictures of files together, 1 GiB
-    static constexpr qint64 mostPlaceholderPixels = 64000000; // 256 MB
-    qint64 m_placeholderPixelsLeft = mostPlaceholderPixels; // for all of them together
+    static constexpr qint64 maxPlaceholderPixels = 64000000; // 256 MB
+    qint64 m_placeholderPixelsLeft = maxPlaceholderPixels; // for all of them together
     QHash<QString, File> m_files; // by the path in the text
     QHash<QString, QString> m_pictures; // names of resources by canonical path; empty: no picture
     QHash<QPair<int, int>, QString> m_placeholders; // names of resources by size

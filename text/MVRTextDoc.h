@@ -531,12 +531,14 @@ public:
                            like "$", is used once a place, and there \a after is inserted;
                            nothing is replaced with one that takes more steps than the toolkit
                            allows it, as "(a+)+b" does with a long row of a
-        \param before      the text to replace, whatever the case of its letters
         \param after       is inserted as it is, in the format of the last character replaced; a
                            line feed begins a paragraph
+        \param from        in the document to change; nothing happens for a null one
     */
     static void replace(const QRegularExpression &expression, const QString &after,
                         const QTextCursor &from);
+    /*! The same for every place where the text \a before stands, whatever the case of its letters.
+     */
     static void replace(const QString &before, const QString &after, const QTextCursor &from);
     /*!
         The same.

@@ -19,27 +19,6 @@
 
 namespace {
 
-/*! Appends the inspector notes of one kind in a cell of a table, which end with the cell. */
-void appendNotesOfCell(const QTextDocument *document, int property, const MVRTextRange &cell,
-                       MVRTextCommentLinkMap *notes)
-{
-    std::optional<NoteRun> current;
-    FragmentWalker walker(document, cell.start);
-    for (; walker.isValid() && walker.start() < cell.end; walker.next()) {
-        const QTextCharFormat format = walker.format();
-        if (!format.boolProperty(property))
-            continue;
-        NoteRun next(walker, format);
-        if (current && current->isContinuedBy(next, walker.isAtBlockStart()))
-            next.range.start = current->range.start;
-        else if (current)
-            notes->insert(notes->cend(), current->range, current->link);
-        current = std::move(next);
-    }
-    if (current)
-        notes->insert(notes->cend(), current->range, current->link);
-}
-
 /*!
     The inspector notes of one kind that lie in \a range, whole also where the range begins inside
     one.
@@ -67,8 +46,15 @@ MVRTextCommentLinkMap notesIn(QTextDocument *document, int property, const Selec
     if (!selection.isRectangle())
         return notesIn(document, property, selection.bounds());
     MVRTextCommentLinkMap notes;
-    for (const MVRTextRange &cell : selection.ranges())
-        appendNotesOfCell(document, property, cell, &notes);
+    for (const MVRTextRange &cell : selection.ranges()) {
+        NoteCollector collector(property); // a note ends with its cell
+        FragmentWalker walker(document, cell.start);
+        for (; walker.isValid() && walker.start() < cell.end; walker.next())
+            collector.add(walker);
+        const MVRTextCommentLinkMap &inCell = collector.finish();
+        for (auto note = inCell.cbegin(); note != inCell.cend(); ++note)
+            notes.insert(notes.cend(), note.key(), note.value());
+    }
     return notes;
 }
 

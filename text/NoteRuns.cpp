@@ -128,6 +128,28 @@ bool NoteRun::isContinuedBy(const NoteRun &next, bool nextStartsBlock) const
     return touches && isSameContent(link.cdata, next.link.cdata);
 }
 
+bool NoteCollector::add(const FragmentWalker &fragment)
+{
+    const QTextCharFormat format = fragment.format();
+    if (!format.boolProperty(m_property))
+        return false;
+    NoteRun next(fragment, format);
+    if (m_current && m_current->isContinuedBy(next, fragment.isAtBlockStart()))
+        next.range.start = m_current->range.start;
+    else
+        finish();
+    m_current = std::move(next);
+    return true;
+}
+
+const MVRTextCommentLinkMap &NoteCollector::finish()
+{
+    if (m_current)
+        m_notes.insert(m_notes.cend(), m_current->range, m_current->link);
+    m_current.reset();
+    return m_notes;
+}
+
 QVector<MVRTextRange> inlineNotesAround(const QTextDocument *document, int property,
                                         const MVRTextRange &range)
 {

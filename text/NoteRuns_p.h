@@ -6,6 +6,8 @@
 #include <core/document/TextFragments_p.h>
 #include <text/MVRTextCommentLink.h>
 
+#include <optional>
+
 /*! The inline notes that an operation on a selection is for. */
 struct InlineNotes
 {
@@ -38,6 +40,30 @@ struct NoteRun
         other begins one.
     */
     bool isContinuedBy(const NoteRun &next, bool nextStartsBlock) const;
+};
+
+/*! Puts the inspector notes of one kind together, fragment by fragment. */
+class NoteCollector
+{
+public:
+    explicit NoteCollector(int property)
+        : m_property(property)
+    {
+    }
+
+    /*! Takes the next fragment. \return whether it is part of a note. */
+    bool add(const FragmentWalker &fragment);
+
+    /*! The notes behind which another one has begun. */
+    const MVRTextCommentLinkMap &notes() const { return m_notes; }
+
+    /*! The same with the last one, once all fragments have been added. */
+    const MVRTextCommentLinkMap &finish();
+
+private:
+    int m_property;
+    std::optional<NoteRun> m_current;
+    MVRTextCommentLinkMap m_notes;
 };
 
 /*! The same for the runs that have any text in \a range, each whole. */

@@ -19,6 +19,22 @@ namespace {
 
 using Ranges = QVector<MVRTextRange>;
 
+/*! What a search goes on behind, once what it found is replaced. */
+struct Replacement
+{
+    explicit Replacement(const QString &after)
+        : removes(after.isEmpty())
+        , endsParagraph(after.endsWith(QLatin1Char('\n')) || after.endsWith(QLatin1Char('\r'))
+                        || after.endsWith(QChar::ParagraphSeparator))
+        , last(removes || endsParagraph ? QChar(QLatin1Char(' ')) : after.back())
+    {
+    }
+
+    const bool removes;
+    const bool endsParagraph;
+    const QChar last;
+};
+
 #ifdef MVR_HAS_QREGEXP
 
 /*!
@@ -31,10 +47,7 @@ class ExpressionSearch
 public:
     ExpressionSearch(const QRegExp &expression, const QString &after)
         : m_expression(expression)
-        , m_removes(after.isEmpty())
-        , m_endsParagraph(after.endsWith(QLatin1Char('\n')) || after.endsWith(QLatin1Char('\r'))
-                          || after.endsWith(QChar::ParagraphSeparator))
-        , m_last(m_removes || m_endsParagraph ? QChar(QLatin1Char(' ')) : after.back())
+        , m_after(after)
     {
     }
 
@@ -55,7 +68,7 @@ public:
                 break;
             const int end = start + m_expression.matchedLength();
             if (start == end) { // goes on behind the next character: it would be found for ever
-                if (!m_removes)
+                if (!m_after.removes)
                     matches.append(MVRTextRange(start - 1, end - 1));
                 const bool isPair = end < buffer.size() && characters[end].isHighSurrogate();
                 from = end + (isPair ? 2 : 1);
@@ -63,33 +76,28 @@ public:
                 continue;
             }
             matches.append(MVRTextRange(start - 1, end - 1));
-            beginsParagraph = m_endsParagraph || (m_removes && beginsParagraph && start == from);
-            characters[end - 1] = m_removes ? characters[start - 1] : m_last;
+            beginsParagraph
+                = m_after.endsParagraph || (m_after.removes && beginsParagraph && start == from);
+            characters[end - 1] = m_after.removes ? characters[start - 1] : m_after.last;
             from = end;
         }
         return matches;
     }
 
 private:
-    QRegExp m_expression;
-    bool m_removes;
-    bool m_endsParagraph;
-    QChar m_last; // of what stands in front of the text that is searched next
+    const QRegExp m_expression;
+    const Replacement m_after;
 };
 
 #endif
 
-/*! The same for an expression of the other kind, which knows a caret only at the start of a text.
- */
+/*! The same for the other kind of expression, which knows a caret only at the start of a text. */
 class PatternSearch
 {
 public:
     PatternSearch(const QRegularExpression &expression, const QString &after)
         : m_expression(expression)
-        , m_removes(after.isEmpty())
-        , m_endsParagraph(after.endsWith(QLatin1Char('\n')) || after.endsWith(QLatin1Char('\r'))
-                          || after.endsWith(QChar::ParagraphSeparator))
-        , m_last(m_removes || m_endsParagraph ? QChar(QLatin1Char(' ')) : after.back())
+        , m_after(after)
     {
     }
 
@@ -112,16 +120,17 @@ public:
                 break;
             const int start = paragraph + int(match.capturedStart());
             const int end = paragraph + int(match.capturedEnd());
-            if (start < end || !m_removes)
+            if (start < end || !m_after.removes)
                 matches.append(MVRTextRange(start, end));
             if (start == end) { // goes on behind the next character: it would be found for ever
                 from = end + (end < size && characters[end].isHighSurrogate() ? 2 : 1);
                 continue;
             }
-            if (m_endsParagraph || (m_removes && start == paragraph))
+            if (m_after.endsParagraph || (m_after.removes && start == paragraph))
                 paragraph = end;
             else
-                setLast(characters, paragraph, end, m_removes ? characters[start - 1] : m_last);
+                setLast(characters, paragraph, end,
+                        m_after.removes ? characters[start - 1] : m_after.last);
             from = end;
         }
         return matches;
@@ -137,9 +146,7 @@ private:
     }
 
     const QRegularExpression m_expression;
-    const bool m_removes;
-    const bool m_endsParagraph;
-    const QChar m_last; // of what stands in front of the text that is searched next
+    const Replacement m_after;
 };
 
 /*!

@@ -206,7 +206,7 @@ void TreeBuilder::flushText(Neighbour next)
     m_text.resize(0); // keeps its memory
 }
 
-constexpr int longestDeclaration = 512;
+constexpr int maxDeclaration = 512;
 
 /*!
     Where the last digit of "1.1" stands when the declaration that \a head begins with names that
@@ -274,7 +274,7 @@ QByteArray withoutLeadingSpace(const QByteArray &bytes)
 XmlTree readXmlTree(const QString &text, int maxDepth)
 {
     QString content = text.trimmed();
-    const int minorVersion = minorVersionOne(content.left(longestDeclaration).toLatin1());
+    const int minorVersion = minorVersionOne(content.left(maxDeclaration).toLatin1());
     if (minorVersion >= 0)
         content[minorVersion] = QLatin1Char('0');
     const QString excess = findXmlExcess(content.toUtf8());
@@ -289,7 +289,7 @@ XmlTree readXmlTree(const QByteArray &bytes, int maxDepth)
     if (isUtf16(bytes))
         return readXmlTree(TextDecoder::decodeUnicode(bytes), maxDepth);
     QByteArray content = withoutLeadingSpace(bytes);
-    const int minorVersion = minorVersionOne(content.left(longestDeclaration));
+    const int minorVersion = minorVersionOne(content.left(maxDeclaration));
     if (minorVersion >= 0)
         content[minorVersion] = '0';
     const QByteArray encoding = declaredEncoding(content);

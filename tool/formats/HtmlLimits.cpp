@@ -16,16 +16,16 @@ namespace {
 // Qt's HTML parser walks up the open elements for each new one.
 constexpr int maxElementDepth = 1000;
 // HTML itself ends spans at 1000 columns.
-constexpr int longestSpan = 1000;
+constexpr int maxSpan = 1000;
 // Empty cells that spans may add for each cell that is written.
 constexpr int spannedPerCell = 8;
 // A table takes room for all columns in each row. A cell takes Qt some 0.3 ms and 6 KB.
 constexpr qint64 roomPerCell = 16;
 constexpr qint64 roomAllowance = 10000;
 // Qt looks through a list for each of its items: this many take some 3 s.
-constexpr int mostListItems = 10000;
+constexpr int maxListItems = 10000;
 // Comparing an element with a part of a rule takes some 60 ns.
-constexpr qint64 mostComparisons = 30000000;
+constexpr qint64 maxComparisons = 30000000;
 
 // Elements that need no end tag, or have none: they do not nest.
 bool isNesting(const QString &tag)
@@ -123,11 +123,11 @@ BoundedHtml HtmlCheck::run()
         result.error = nestingError();
     else if (m_room > roomAllowance + m_cells * roomPerCell)
         result.error = QStringLiteral("its tables have too many empty cells");
-    else if (m_mostItems > mostListItems)
+    else if (m_mostItems > maxListItems)
         result.error = QStringLiteral("one of its lists has too many items");
     else
         result.html = rewritten();
-    result.hasLostStyles = m_ruleParts * m_elements > mostComparisons;
+    result.hasLostStyles = m_ruleParts * m_elements > maxComparisons;
     return result;
 }
 
@@ -187,8 +187,8 @@ Span HtmlCheck::span(const HtmlTag &tag, const char *name) const
             attribute.valueStart, attribute.valueEnd - attribute.valueStart);
         bool isNumber = false;
         const int number = value.trimmed().toString().toInt(&isNumber);
-        span = {attribute.valueStart, attribute.valueEnd,
-                isNumber ? qBound(1, number, longestSpan) : 1};
+        span
+            = {attribute.valueStart, attribute.valueEnd, isNumber ? qBound(1, number, maxSpan) : 1};
     }
     return span;
 }
@@ -242,7 +242,7 @@ QString HtmlCheck::rewritten() const
     QVector<Edit> edits;
     for (const Span &span : m_spans)
         edits.append({span.start, span.end, QString::number(span.number)});
-    if (m_ruleParts * m_elements > mostComparisons) {
+    if (m_ruleParts * m_elements > maxComparisons) {
         for (const QPair<int, int> &style : m_styles)
             edits.append({style.first, style.second, QString()});
     }

@@ -5,8 +5,13 @@
 #include <tool/Messages.h>
 #include <tool/formats/Formats.h>
 
+#include <pages/MVRScreenplayFace.h>
+
 #include <QBuffer>
 #include <QCryptographicHash>
+#include <QFontInfo>
+
+#include <mutex>
 
 namespace {
 
@@ -33,11 +38,26 @@ MVRScreenplay screenplayOf(const Document &document)
     return screenplay;
 }
 
+// Pages are to break alike on every machine. A batch says it once.
+void sayWhatFaceIsMissing()
+{
+    static std::once_flag said;
+    std::call_once(said, [] {
+        const QString taken = QFontInfo(QFont(MVRScreenplayFace::family())).family();
+        if (taken != MVRScreenplayFace::family())
+            printMessage(QString(),
+                         Tool::tr("Courier Prime is not installed: the pages are set in %1, and"
+                                  " break elsewhere")
+                             .arg(taken));
+    });
+}
+
 }
 
 std::optional<MVRScreenplayPages> screenplayPages(const Document &document,
                                                   const WriteOptions &options, QString *error)
 {
+    sayWhatFaceIsMissing();
     MVRScreenplay screenplay = screenplayOf(document);
     if (options.paper)
         screenplay.settings.pageSize = options.paper->size(QPageSize::Point);

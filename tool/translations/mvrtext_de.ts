@@ -807,5 +807,9 @@
         <source>cards of the beat board</source>
         <translation>Karten der Beat-Tafel</translation>
     </message>
+    <message>
+        <source>Courier Prime is not installed: the pages are set in %1, and break elsewhere</source>
+        <translation>Courier Prime ist nicht installiert: die Seiten sind in %1 gesetzt und brechen an anderen Stellen um</translation>
+    </message>
 </context>
 </TS>
