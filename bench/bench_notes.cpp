@@ -99,17 +99,17 @@ template <typename Change> void change(benchmark::State &state, NoteKind kind, c
 }
 
 /*! A note to be moved by hand: where its text or the word that carries it stands. */
-struct Place
+struct NotedText
 {
     int start;
     int end;
 };
 
 /*! Where every twentieth word stands, found outside the time that is measured. */
-QVector<Place> places(benchmark::State &state, const QTextDocument &document)
+QVector<NotedText> places(benchmark::State &state, const QTextDocument &document)
 {
     state.PauseTiming();
-    QVector<Place> places;
+    QVector<NotedText> places;
     const QString text = document.toPlainText();
     for (int start = text.indexOf(QLatin1String("noted")); start >= 0;
          start = text.indexOf(QLatin1String("noted"), start + 1))
@@ -118,7 +118,7 @@ QVector<Place> places(benchmark::State &state, const QTextDocument &document)
     return places;
 }
 
-void select(QTextCursor &cursor, const Place &place)
+void select(QTextCursor &cursor, const NotedText &place)
 {
     cursor.setPosition(place.start);
     cursor.setPosition(place.end, QTextCursor::KeepAnchor);
@@ -128,7 +128,7 @@ void select(QTextCursor &cursor, const Place &place)
 void insertByHand(benchmark::State &state)
 {
     change(state, InspectorNotes, [&state](QTextDocument *document) {
-        const QVector<Place> notes = places(state, *document);
+        const QVector<NotedText> notes = places(state, *document);
         QTextCharFormat inlineNote;
         inlineNote.setProperty(MVRTextFormat::InlineFootnoteProperty, true);
         QTextCursor cursor(document);
@@ -152,7 +152,7 @@ void insertByHand(benchmark::State &state)
 void removeByHand(benchmark::State &state)
 {
     change(state, InlineNotes, [&state](QTextDocument *document) {
-        const QVector<Place> notes = places(state, *document);
+        const QVector<NotedText> notes = places(state, *document);
         QTextCursor cursor(document);
         cursor.beginEditBlock();
         for (int i = notes.size() - 1; i >= 0; --i) {

@@ -130,11 +130,60 @@ void readNote(benchmark::State &state)
     }
 }
 
+constexpr int noteCount = 2000;
+
+// A paragraph to each comment; the content is what the library itself writes.
+const QByteArray &bookWithNotes()
+{
+    static QByteArray rtf;
+    if (!rtf.isEmpty())
+        return rtf;
+    const auto document = newDocument();
+    QTextDocument content;
+    QTextCursor(&content).insertText(QString::fromLatin1(note), noteFormat());
+    MVRTextRtfNote comment;
+    comment.kind = MVRTextRtfNote::Comment;
+    comment.rtf = MVRTextRtf::toRtfCData(&content, false);
+    MVRTextRtfNotes notes;
+    QTextCursor cursor(document.get());
+    for (int i = 0; i < noteCount; ++i) {
+        comment.start = cursor.position();
+        cursor.insertText(QStringLiteral("A few words."));
+        comment.end = cursor.position();
+        notes.append(comment);
+        cursor.insertBlock();
+    }
+    return rtf = MVRTextRtf::toRtfCData(document.get(), true, notes);
+}
+
+void readNotes(benchmark::State &state)
+{
+    for (auto _ : state) {
+        const auto document = newDocument();
+        MVRTextRtfNotes notes;
+        MVRTextRtf::fromRtfCData(bookWithNotes(), document.get(), &notes);
+        benchmark::DoNotOptimize(notes.size());
+    }
+    state.SetItemsProcessed(state.iterations() * noteCount);
+}
+
+void writeNotes(benchmark::State &state)
+{
+    const auto document = newDocument();
+    MVRTextRtfNotes notes;
+    MVRTextRtf::fromRtfCData(bookWithNotes(), document.get(), &notes);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(MVRTextRtf::toRtfCData(document.get(), true, notes));
+    state.SetItemsProcessed(state.iterations() * noteCount);
+}
+
 BENCHMARK(insertBook)->DenseRange(English, Japanese)->Unit(benchmark::kMillisecond);
 BENCHMARK(readBook)->DenseRange(English, Japanese)->Unit(benchmark::kMillisecond);
 BENCHMARK(bookToHtml)->DenseRange(English, Japanese)->Unit(benchmark::kMillisecond);
 BENCHMARK(bookToRtf)->DenseRange(English, Japanese)->Unit(benchmark::kMillisecond);
 BENCHMARK(insertNote)->Unit(benchmark::kMicrosecond);
 BENCHMARK(readNote)->Unit(benchmark::kMicrosecond);
+BENCHMARK(readNotes)->Unit(benchmark::kMillisecond);
+BENCHMARK(writeNotes)->Unit(benchmark::kMillisecond);
 
 } // namespace

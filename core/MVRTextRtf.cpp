@@ -3,6 +3,7 @@
 
 #include <core/MVRToolkit.h>
 #include <core/document/UndoRecordingOff_p.h>
+#include <core/rtf/read/RtfOwnContentReader.h>
 #include <core/rtf/read/RtfParser.h>
 #include <core/rtf/write/RtfWriter.h>
 
@@ -124,7 +125,7 @@ QByteArray MVRTextRtf::toRtfCData(const QTextDocument *document, bool withDefaul
     if (!document)
         return {};
     RtfWriter writer;
-    writer.setNotes(notes, readContent);
+    writer.setNotes(notes, {RtfOwnContentReader::read, readContent});
     return writer.write(*document, withDefaults);
 }
 

@@ -26,6 +26,9 @@ private Q_SLOTS:
     void keepsTheThreadOfReplies();
     void keepsWhoAndWhen();
     void leavesNotesOutOfContent();
+    void takesItsOwnContentOver();
+    void keepsContentInItsGroup_data();
+    void keepsContentInItsGroup();
     void attachesManyNotes();
 };
 
@@ -354,6 +357,94 @@ void TestRtfNotes::leavesNotesOutOfContent()
 }
 
 // A search from the document's or a long paragraph's beginning for each note would take minutes.
+namespace {
+
+constexpr char ownHeader[] = "{\\rtf1\\ansi\\ansicpg1252\\uc1{\\fonttbl{\\f0\\fnil Serif;}}\n";
+
+// "word behind" with a note on the first word.
+QByteArray withNote(const QByteArray &content, MVRTextRtfNote::Kind kind)
+{
+    QTextDocument document;
+    QTextCursor(&document).insertText(QStringLiteral("word behind"));
+    MVRTextRtfNote note;
+    note.kind = kind;
+    note.start = 0;
+    note.end = 4;
+    note.rtf = content;
+    return MVRTextRtf::toRtfCData(&document, false, {note});
+}
+
+} // namespace
+
+// Two runs that look alike are one to a document: where they stay two there was none.
+void TestRtfNotes::takesItsOwnContentOver()
+{
+    const QByteArray body = "\\pard{\\f0\\b a}{\\f0\\b b}\\par\n}";
+    const QByteArray own = withNote(ownHeader + body, MVRTextRtfNote::Comment);
+    QVERIFY2(own.contains("\\pard{\\f0\\b a}{\\f0\\b b}}"), own);
+    const QByteArray other
+        = withNote("{\\rtf1{\\fonttbl{\\f0 Serif;}}" + body, MVRTextRtfNote::Comment);
+    QVERIFY2(other.contains("\\pard{\\f0\\b ab}}"), other);
+
+    // What a reader makes of a note is in that form.
+    QTextDocument document;
+    MVRTextRtfNotes notes;
+    QVERIFY(MVRTextRtf::fromRtfCData(own, &document, &notes));
+    QCOMPARE(notes.size(), 1);
+    notes.first().rtf.replace("{\\f0\\b ab}", "{\\f0\\b a}{\\f0\\b b}");
+    QVERIFY(MVRTextRtf::toRtfCData(&document, false, notes).contains("a}{\\f0\\b b}"));
+}
+
+void TestRtfNotes::keepsContentInItsGroup_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    const auto row = [](const char *name, const QByteArray &body) {
+        QTest::newRow(name) << "\\pard " + body + "\\par\n}";
+    };
+    row("text", "a\\tab b \\{\\'e9\\u268 C");
+    row("blank first", " a");
+    row("runs", "a{\\f0 b}{\\f0\\b\\par}\nc{\\f0\\i d\\par}\n{\\b\\par}\n\\par\n\\pard\\qc e");
+    row("empty ones", "a\\par\n\\par\n");
+    row("closed too early", "a}}out{\\b ");
+    row("left open", "a{{\\b ");
+    row("binary data", "{\\bin3 }}}a}");
+    row("binary data to the end", "a\\bin999 ");
+    row("deep", QByteArray(30000, '{') + 'a' + QByteArray(30000, '}'));
+    row("section", "a\\sect b\\page");
+    row("row of a table", "a\\cell\\row b");
+    row("header", "{\\header out}a");
+    row("another note", "{\\footnote in{\\footnote deeper}}a");
+    row("end of the range", "a{\\*\\atrfend 1}");
+    row("unknown numbers", "{\\f9\\cf9\\mvrx9 a}\\ls9");
+    row("numbers without end", "{\\fs99999999999 a}\\li-2147483648");
+    row("formats behind text", "{\\b a\\i b}\\qc");
+    row("end in a field", "{\\field{\\*\\fldinst HYPERLINK \"x\"}{\\fldrslt a\\par}}");
+    row("half a picture", "{\\pict\\pngblip 89504E}a{\\pict");
+    row("bytes of another code page", "\xe4\x80");
+    row("two ends", "{\\b a\\par\\par}");
+    QTest::newRow("formatted end") << QByteArray("\\pard a{\\f0\\b\\par}\n}");
+    QTest::newRow("run to the end") << QByteArray("\\pard\\qr a{\\f0\\b c\\par}\n}");
+    QTest::newRow("empty, formatted") << QByteArray("\\pard\\qr{\\f0\\b\\par}\n}");
+    QTest::newRow("text behind") << QByteArray("\\pard a\\par\n}out");
+    QTest::newRow("text in the header") << QByteArray("out{\\pict}\\pard a\\par\n}");
+    QTest::newRow("no end") << QByteArray("\\pard a");
+}
+
+// Content may come from anywhere and look like the writer's own.
+void TestRtfNotes::keepsContentInItsGroup()
+{
+    QFETCH(const QByteArray, body);
+    for (const auto kind : {MVRTextRtfNote::Footnote, MVRTextRtfNote::Comment}) {
+        const QByteArray rtf = withNote(ownHeader + body, kind);
+        QCOMPARE(rtf, withNote('\n' + (ownHeader + body), kind)); // read as a document
+        QTextDocument document;
+        MVRTextRtfNotes notes;
+        QVERIFY(MVRTextRtf::fromRtfCData(rtf, &document, &notes));
+        QCOMPARE(document.toPlainText(), QStringLiteral("word behind"));
+        QCOMPARE(notes.size(), 1);
+    }
+}
+
 void TestRtfNotes::attachesManyNotes()
 {
     QByteArray rtf("{\\rtf1 word ");

@@ -133,6 +133,26 @@ void compareRoundTrip(const QTextDocument &document)
     }
 }
 
+// A document whose only word has a note with \a content.
+QByteArray withNote(const QByteArray &content, MVRTextRtfNote::Kind kind)
+{
+    QTextDocument document;
+    QTextCursor(&document).insertText(QStringLiteral("word"));
+    MVRTextRtfNote note;
+    note.kind = kind;
+    note.start = note.end = 4;
+    note.rtf = content;
+    return MVRTextRtf::toRtfCData(&document, true, {note, note});
+}
+
+// Content in the writer's own form is taken over word for word, other content is read as a
+// document; one that does not begin with its brace is other content and says the same.
+void compareAsNote(const QByteArray &content)
+{
+    for (const auto kind : {MVRTextRtfNote::Footnote, MVRTextRtfNote::Comment})
+        QCOMPARE(withNote(content, kind), withNote('\n' + content, kind));
+}
+
 QTextBlockFormat scriptBlock(double left, double right, double first)
 {
     QTextBlockFormat format;
@@ -458,6 +478,7 @@ void TestRtfRoundTrip::randomDocuments()
     QTextDocument document;
     DocumentGenerator(seed).fill(&document);
     compareRoundTrip(document);
+    compareAsNote(MVRTextRtf::toRtfCData(&document, false));
 }
 
 // What is read back from words of our own is also there for those that do not know them.

@@ -9,7 +9,7 @@
 #include <core/document/UndoRecordingOff_p.h>
 #include <text/InlineMarkup_p.h>
 #include <text/NoteLabel_p.h>
-#include <text/RtfNotePlaces_p.h>
+#include <text/RtfAttachments_p.h>
 
 #include <QDataStream>
 #include <QTextBlock>
@@ -88,7 +88,7 @@ QByteArray joinedContent(const MVRTextRtfNotes &notes, const QVector<int> &numbe
     return MVRTextRtf::toRtfCData(&joined, false);
 }
 
-MVRTextCommentLink toLink(const RtfNotePlace &place, const MVRTextRtfNotes &notes,
+MVRTextCommentLink toLink(const RtfAttachment &place, const MVRTextRtfNotes &notes,
                           const QColor &defaultColor)
 {
     const MVRTextRtfNote &first = notes.at(place.notes.first());
@@ -106,7 +106,7 @@ MVRTextCommentLink toLink(const RtfNotePlace &place, const MVRTextRtfNotes &note
 
 void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
 {
-    const QVector<RtfNotePlace> places = placesForNotes(document, notes);
+    const QVector<RtfAttachment> places = attachmentsForNotes(document, notes);
     const QColor defaultColor = mvrOptions().value(MVRSettings::CommentColorSetting);
     const EditBlock edit(document);
     // From the last to the first, so that a label moves no place still to be used.

@@ -174,7 +174,7 @@ void FdxWriter::passInPlace(int entry)
     int paragraph = m_match.entries[entry].source;
     while (paragraph >= 0) {
         const FdxTree::Span span = m_tree.span(m_script.paragraphs()[paragraph].node);
-        Place &place = m_containers[m_script.paragraphs()[paragraph].container];
+        Container &place = m_containers[m_script.paragraphs()[paragraph].container];
         place.behind = span.end;
         place.modelStart = span.start;
         paragraph = m_script.containerOf(paragraph).wrapper;
@@ -189,7 +189,7 @@ QByteArray FdxWriter::gapBefore(int position) const
 
 void FdxWriter::placeNew(int container, const QByteArray &element)
 {
-    Place &place = m_containers[container];
+    Container &place = m_containers[container];
     if (place.behind >= 0) {
         m_splices.append({place.behind, place.behind, gapBefore(place.modelStart) + element});
     } else if (place.firstInPlace >= 0) {

@@ -23,7 +23,7 @@ public:
 
 private:
     /*! What is known of a container while its new paragraphs are placed. */
-    struct Place
+    struct Container
     {
         int behind = -1; // end of the element that the next one follows
         int modelStart = -1; // of that element, whose white space is taken
@@ -96,7 +96,7 @@ private:
     QList<MVRScriptElement> m_elements; // the application's
     FdxMatch m_match;
     FdxSplices m_splices;
-    QVector<Place> m_containers;
+    QVector<Container> m_containers;
     QSet<int> m_alive; // wrappers that stay, among other paragraphs
     QVector<int> m_documentNote; // for each note of the file: index in m_match.notes; -1: none
     QSet<int> m_keptNotes; // indexes in m_match.notes

@@ -52,6 +52,8 @@ public:
         int fallback = 0; /*!< how many of these are still to be passed over */
     };
 
+    /*! The place behind the last token, with the blank that ends a word. */
+    const char *at() const { return m_at; }
     /*! The byte that the next token begins with, as it stands there; 0 at the end. */
     char peek() const { return m_at != m_end ? *m_at : char(0); }
     /*! Passes over the byte of peek(). */

@@ -242,7 +242,7 @@ RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfResou
     return props;
 }
 
-RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place,
+RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Surroundings &place,
                              RtfResources *resources)
 {
     RtfParaProps props;

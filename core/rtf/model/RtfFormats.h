@@ -30,7 +30,7 @@ QTextBlockFormat toBlockFormat(const RtfParaProps &props, const RtfResources &re
 RtfCharProps fromCharFormat(const QTextCharFormat &format, bool linked, RtfResources *resources);
 
 /*! Where a paragraph stands, which its format alone does not say. */
-struct Place
+struct Surroundings
 {
     bool breakBefore = false; /*!< the paragraph before asks for a page break behind itself, which
                                    RTF can say only here */
@@ -40,7 +40,7 @@ struct Place
     int textWidth = 0; /*!< between the page's margins, in twips */
 };
 
-RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Place &place,
+RtfParaProps fromBlockFormat(const QTextBlockFormat &format, const Surroundings &place,
                              RtfResources *resources);
 
 }

@@ -17,7 +17,7 @@ int maxItems(const QTextListFormat &format)
 
 RtfDocumentBuilder::RtfDocumentBuilder(QTextDocument *document, const RtfFormatCache &formats,
                                        const RtfResources &resources, const RtfLists &lists)
-    : m_cursor(document)
+    : m_cursor(document ? QTextCursor(document) : QTextCursor())
     , m_formats(formats)
     , m_resources(resources)
     , m_listFormats(lists)

@@ -28,7 +28,7 @@ class QTextTable;
 class RtfDocumentBuilder
 {
 public:
-    /*! \param document  empty; filled from its first block on */
+    /*! \param document  empty, filled from its first block on; null when nothing is to be put in */
     RtfDocumentBuilder(QTextDocument *document, const RtfFormatCache &formats,
                        const RtfResources &resources, const RtfLists &lists);
     /*! One with the formats, resources and lists of \a model. */

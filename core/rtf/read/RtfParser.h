@@ -15,6 +15,7 @@ class RtfParser
 public:
     /*!
         \param rtf    the file, from its first `{` on; must outlive the parser
+        \param document  null for a file that is not read beyond its header
         \param notes  receives the notes of the file, their content through \a write; null leaves
                       them out
     */
@@ -25,6 +26,12 @@ public:
     static bool isRtf(const QByteArray &rtf);
 
     void read();
+
+    // Step by step
+    RtfTokenizer &tokens() { return m_tokens; }
+    RtfReader &reader() { return m_reader; }
+    /*! \return false for the end of the file */
+    bool handle(const RtfToken &token);
 
     /*! The default character format that the file carries, see \mvrdefaults; may be empty. */
     const QTextCharFormat &defaultFormat() const { return m_reader.defaultFormat(); }
@@ -38,7 +45,6 @@ public:
     const QVariantMap &pageTexts() const { return m_reader.pageTexts(); }
 
 private:
-    bool handle(const RtfToken &token);
     void handleWord(const RtfToken &token);
     void handleSymbol(char symbol);
     void handleText(const RtfToken &token);

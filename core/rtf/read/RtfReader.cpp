@@ -107,7 +107,7 @@ void RtfReader::addAscii(std::string_view text)
         return;
     m_inHeader = m_endsWithReturn = false;
     if (!m_bookmarks.isEmpty()) {
-        builder().append(text.substr(0, 1), anchorFormat());
+        builder().append(text.substr(0, 1), takeAnchorFormat());
         text.remove_prefix(1);
     }
     builder().append(text, charFormat());
@@ -125,7 +125,7 @@ void RtfReader::addCharacters(QStringView characters)
         return;
     }
     m_inHeader = m_endsWithReturn = false;
-    builder().append(characters, m_bookmarks.isEmpty() ? charFormat() : anchorFormat());
+    builder().append(characters, m_bookmarks.isEmpty() ? charFormat() : takeAnchorFormat());
 }
 
 void RtfReader::countLeftOut(std::size_t length)
@@ -191,7 +191,7 @@ int RtfReader::tableLevel() const
     return m_shapes.isInBox() ? qMax(level, levelOf(m_shapes.anchor())) : level;
 }
 
-RtfParagraphEnd RtfReader::paragraphEnd()
+RtfParagraphEnd RtfReader::takeParagraphEnd()
 {
     RtfParaProps para = group().para;
     if (m_story.pageBreak || (m_story.sectionBreak && !m_isContinuous))
@@ -215,7 +215,7 @@ RtfParagraphEnd RtfReader::paragraphEnd()
 
 void RtfReader::insertParagraph()
 {
-    builder().endParagraph(paragraphEnd());
+    builder().endParagraph(takeParagraphEnd());
 }
 
 void RtfReader::insertLastParagraph()
@@ -258,7 +258,7 @@ void RtfReader::endCell()
     if (!group().isBody())
         return;
     m_text.endText();
-    builder().endCell(paragraphEnd());
+    builder().endCell(takeParagraphEnd());
 }
 
 void RtfReader::endRow()

@@ -119,11 +119,11 @@ private:
     void finishDestinations();
     void insertParagraph();
     void insertLastParagraph();
-    RtfParagraphEnd paragraphEnd();
+    RtfParagraphEnd takeParagraphEnd();
     int tableLevel() const;
     bool isOwnMark() const { return group().isVisible() && m_groups.isNested(); }
     int charFormat();
-    int anchorFormat();
+    int takeAnchorFormat();
 
     RtfTokenizer &m_tokens;
     RtfResources m_resources;

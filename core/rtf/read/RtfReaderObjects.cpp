@@ -125,7 +125,7 @@ void RtfReader::addBookmark()
 }
 
 // Bookmarks stand on the first character behind their beginning.
-int RtfReader::anchorFormat()
+int RtfReader::takeAnchorFormat()
 {
     QTextCharFormat format = m_formats.charFormat(charFormat());
     QStringList names = format.anchorNames();

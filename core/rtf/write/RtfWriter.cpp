@@ -139,7 +139,7 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
         + qMin(tableLevel, 15);
     auto known = m_paragraphs.find(key);
     if (known == m_paragraphs.end()) {
-        RtfFormats::Place place;
+        RtfFormats::Surroundings place;
         place.breakBefore = m_breakBefore;
         place.tableLevel = tableLevel;
         place.textWidth = m_page.textWidth();

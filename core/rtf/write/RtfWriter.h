@@ -3,6 +3,7 @@
 
 #include <core/MVRTextRtfNote.h>
 #include <core/rtf/model/RtfNoteWords.h>
+#include <core/rtf/model/RtfOwnContent.h>
 #include <core/rtf/model/RtfPage.h>
 #include <core/rtf/model/RtfProps.h>
 #include <core/rtf/model/RtfResources.h>
@@ -26,8 +27,14 @@ class QTextList;
 class QTextTable;
 class QTextTableCell;
 
-/*! Puts a note's content into an empty document, and tells who wrote it and when. */
-using RtfContentReader = std::function<RtfInfo(const QByteArray &, QTextDocument *)>;
+/*! Where the writer has the contents of notes from. */
+struct RtfContentSource
+{
+    /*! Takes content to pieces that the writer itself wrote; nothing for any other. */
+    std::function<std::optional<RtfOwnContent>(const QByteArray &)> takeOwn;
+    /*! Puts any content into an empty document, and tells who wrote it and when. */
+    std::function<RtfInfo(const QByteArray &, QTextDocument *)> read;
+};
 
 /*!
     Writes a document as RTF.
@@ -41,8 +48,8 @@ class RtfWriter
 public:
     /*! \param withDefaults  the default font goes out too, see MVRTextRtf::toRtfCData() */
     QByteArray write(const QTextDocument &document, bool withDefaults);
-    /*! Notes of the document that is written next; \a read is called for each one's content. */
-    void setNotes(const MVRTextRtfNotes &notes, RtfContentReader read);
+    /*! Notes of the document that is written next, and where their contents come from. */
+    void setNotes(const MVRTextRtfNotes &notes, RtfContentSource contents);
     /*! What \info is to say; a document's own title comes first. */
     void setInfo(const RtfInfo &info) { m_info = info; }
     QByteArray write(const QString &text, const QTextCharFormat &format);
@@ -99,7 +106,10 @@ private:
     void writeComment(int number, const QByteArray &content);
     void writeFootnote(const MVRTextRtfNote &note, const QByteArray &content);
     QByteArray noteContent(MVRTextRtfNote *note);
+    QByteArray contentOf(const QByteArray &rtf, const QByteArray &before, RtfInfo *info);
     QByteArray contentOf(const QTextDocument &content, const QByteArray &before);
+    QByteArray contentOf(const RtfOwnContent &content, const QByteArray &before);
+    int ownNumber(const RtfOwnContent &content, RtfOwnContent::Kind kind, int number);
     QByteArray pageTexts();
     int listNumber(const QTextList *list);
     QByteArray listTable();
@@ -129,7 +139,7 @@ private:
     QHash<const QTextList *, int> m_listNumbers;
     QVector<QTextListFormat> m_lists;
     MVRTextRtfNotes m_notes;
-    RtfContentReader m_readContent;
+    RtfContentSource m_contents;
     std::vector<NoteEdge> m_edges; // in the order of the text
     std::size_t m_nextEdge = 0;
     bool m_isNote = false; // what is written is the content of a note

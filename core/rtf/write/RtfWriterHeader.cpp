@@ -33,12 +33,10 @@ QByteArray RtfWriter::pageTexts()
     QByteArray texts;
     for (const char *word : words) {
         const QByteArray rtf = m_pageTexts.value(QLatin1String(word)).toByteArray();
-        if (rtf.isEmpty() || !m_readContent)
+        if (rtf.isEmpty() || !m_contents.read)
             continue;
-        QTextDocument content;
-        content.setUndoRedoEnabled(false);
-        m_readContent(rtf, &content);
-        texts += QByteArrayLiteral("{\\") + word + contentOf(content, {}) + '}';
+        RtfInfo info;
+        texts += QByteArrayLiteral("{\\") + word + contentOf(rtf, {}, &info) + '}';
     }
     const bool hasFacing = texts.contains("{\\headerl") || texts.contains("{\\footerl");
     const bool hasFirst = texts.contains("{\\headerf") || texts.contains("{\\footerf");

@@ -8,11 +8,12 @@
 
 #include <algorithm>
 #include <limits>
+#include <map>
 
-void RtfWriter::setNotes(const MVRTextRtfNotes &notes, RtfContentReader read)
+void RtfWriter::setNotes(const MVRTextRtfNotes &notes, RtfContentSource contents)
 {
     m_notes = notes;
-    m_readContent = std::move(read);
+    m_contents = std::move(contents);
     m_edges.reserve(static_cast<std::size_t>(notes.size()) * 2);
     for (int i = 0; i < notes.size(); ++i) {
         const MVRTextRtfNote &note = notes.at(i);
@@ -94,21 +95,31 @@ void RtfWriter::writeFootnote(const MVRTextRtfNote &note, const QByteArray &cont
     m_body.endGroup();
 }
 
-// Uses the resources of the whole file; content that cannot be read is an empty note. Who wrote it
-// and when may stand in the content itself, where the reader puts it.
+// Who wrote it and when may stand in the content itself, where the reader puts it.
 QByteArray RtfWriter::noteContent(MVRTextRtfNote *note)
 {
-    QTextDocument content;
-    content.setUndoRedoEnabled(false);
-    const RtfInfo info = m_readContent(note->rtf, &content);
+    RtfInfo info;
+    const bool isNumbered = note->kind == MVRTextRtfNote::Footnote;
+    const QByteArray content = contentOf(
+        note->rtf, isNumbered ? QByteArrayLiteral("{\\super\\chftn} ") : QByteArray(), &info);
     if (note->author.isEmpty())
         note->author = info.author;
     if (!note->time.isValid())
         note->time = info.time;
+    return content;
+}
 
-    return contentOf(content,
-                     note->kind == MVRTextRtfNote::Footnote ? QByteArrayLiteral("{\\super\\chftn} ")
-                                                            : QByteArray());
+// Uses the resources of the whole file; content that cannot be read is an empty note.
+QByteArray RtfWriter::contentOf(const QByteArray &rtf, const QByteArray &before, RtfInfo *info)
+{
+    if (const std::optional<RtfOwnContent> own = m_contents.takeOwn(rtf)) {
+        *info = own->info;
+        return contentOf(*own, before);
+    }
+    QTextDocument content;
+    content.setUndoRedoEnabled(false);
+    *info = m_contents.read(rtf, &content);
+    return contentOf(content, before);
 }
 
 // \a before stands in the first paragraph, in front of its text.
@@ -127,4 +138,46 @@ QByteArray RtfWriter::contentOf(const QTextDocument &content, const QByteArray &
     std::swap(writer.m_resources, m_resources);
     std::swap(writer.m_lists, m_lists);
     return writer.m_body.rtf();
+}
+
+// What the other contentOf() writes for a document that was read from this content.
+QByteArray RtfWriter::contentOf(const RtfOwnContent &content, const QByteArray &before)
+{
+    // Numbers are given in the order in which the content has them, as its runs get them.
+    std::map<std::pair<RtfOwnContent::Kind, int>, QByteArray> numbers;
+    for (const RtfOwnContent::Reference &reference : content.references)
+        numbers.insert({{reference.kind, reference.number}, {}});
+    for (auto &entry : numbers)
+        entry.second
+            = QByteArray::number(ownNumber(content, entry.first.first, entry.first.second));
+    m_lists += content.lists;
+    m_resources.headings |= content.headings;
+
+    QByteArray rtf = rtfPlainParagraph + before;
+    if (!content.startsPlain)
+        rtf += rtfPlainParagraph;
+    // Behind a group the blank that ends \pard would be text.
+    const bool isBehindGroup = content.startsPlain && !before.isEmpty();
+    int at = isBehindGroup && content.body.startsWith(' ') ? 1 : 0;
+    for (const RtfOwnContent::Reference &reference : content.references) {
+        rtf.append(content.body.constData() + at, reference.at - at);
+        rtf += numbers[{reference.kind, reference.number}];
+        at = reference.at;
+    }
+    return rtf.append(content.body.constData() + at, content.body.size() - at);
+}
+
+int RtfWriter::ownNumber(const RtfOwnContent &content, RtfOwnContent::Kind kind, int number)
+{
+    switch (kind) {
+    case RtfOwnContent::Font:
+        return m_resources.fontNumber(content.resources.fonts.value(number).family);
+    case RtfOwnContent::Color:
+        return m_resources.colorNumber(content.resources.color(number));
+    case RtfOwnContent::Exact:
+        return m_resources.exactNumber(content.resources.exact.value(number));
+    case RtfOwnContent::List:
+        break;
+    }
+    return m_lists.size() + 1 + number;
 }

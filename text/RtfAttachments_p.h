@@ -9,7 +9,7 @@
 class QTextDocument;
 
 /*! Where notes of a file are attached; no two places overlap. */
-struct RtfNotePlace
+struct RtfAttachment
 {
     MVRTextRange range; /*!< empty: nothing there can carry a note, so a label is to */
     MVRTextRtfNote::Kind kind = MVRTextRtfNote::Comment;
@@ -22,4 +22,4 @@ struct RtfNotePlace
     Linear in the document and the notes, up to sorting them.
     \return the places in document order
 */
-QVector<RtfNotePlace> placesForNotes(QTextDocument *document, const MVRTextRtfNotes &notes);
+QVector<RtfAttachment> attachmentsForNotes(QTextDocument *document, const MVRTextRtfNotes &notes);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <text/RtfNotePlaces_p.h>
+#include <text/RtfAttachments_p.h>
 
 #include <core/MVRTextUtil.h>
 
@@ -76,7 +76,7 @@ bool holdsText(const QTextDocument &document, const MVRTextRange &range)
 /*! The first to begin comes first, of those the longest, of those the comment. */
 struct ComesLater
 {
-    bool operator()(const RtfNotePlace &a, const RtfNotePlace &b) const
+    bool operator()(const RtfAttachment &a, const RtfAttachment &b) const
     {
         if (a.range.start != b.range.start)
             return a.range.start > b.range.start;
@@ -86,10 +86,10 @@ struct ComesLater
     }
 };
 
-using PlaceQueue = std::priority_queue<RtfNotePlace, std::vector<RtfNotePlace>, ComesLater>;
+using AttachmentQueue = std::priority_queue<RtfAttachment, std::vector<RtfAttachment>, ComesLater>;
 
 /*! Gives the last letter of what both want to \a second. */
-void shareText(const QTextDocument &document, RtfNotePlace *first, RtfNotePlace *second)
+void shareText(const QTextDocument &document, RtfAttachment *first, RtfAttachment *second)
 {
     int middle = first->range.end - 1;
     if (middle > 0 && document.characterAt(middle).isLowSurrogate())
@@ -101,11 +101,11 @@ void shareText(const QTextDocument &document, RtfNotePlace *first, RtfNotePlace 
 }
 
 /*! Places \a next behind the others, none of which begins later. */
-void place(const QTextDocument &document, RtfNotePlace next, QVector<RtfNotePlace> *places,
-           PlaceQueue *waiting)
+void place(const QTextDocument &document, RtfAttachment next, QVector<RtfAttachment> *places,
+           AttachmentQueue *waiting)
 {
     if (!places->isEmpty() && next.range.start < places->last().range.end) {
-        RtfNotePlace &last = places->last();
+        RtfAttachment &last = places->last();
         if (next.range.start > last.range.start) {
             last.range.end = next.range.start;
         } else if (next.range.end == last.range.end) {
@@ -133,22 +133,22 @@ MVRTextRange wantedRange(const QTextDocument &document, const MVRTextRtfNote &no
 }
 
 /*! What each note wants; notes of one kind that want the same are together. */
-PlaceQueue wantedPlaces(QTextDocument *document, const MVRTextRtfNotes &notes)
+AttachmentQueue wantedPlaces(QTextDocument *document, const MVRTextRtfNotes &notes)
 {
     std::vector<int> order(notes.size());
     std::iota(order.begin(), order.end(), 0);
     std::stable_sort(order.begin(), order.end(),
                      [&notes](int a, int b) { return notes[a].end < notes[b].end; });
-    std::map<std::pair<MVRTextRange, int>, RtfNotePlace> places;
+    std::map<std::pair<MVRTextRange, int>, RtfAttachment> places;
     WordsBefore words(document);
     for (const int number : order) {
         const MVRTextRange range = wantedRange(*document, notes[number], &words);
-        RtfNotePlace &place = places[{range, notes[number].kind}];
+        RtfAttachment &place = places[{range, notes[number].kind}];
         place.range = range;
         place.kind = notes[number].kind;
         place.notes.append(number);
     }
-    PlaceQueue queue;
+    AttachmentQueue queue;
     for (auto &entry : places) {
         std::sort(entry.second.notes.begin(), entry.second.notes.end());
         queue.push(std::move(entry.second));
@@ -158,16 +158,16 @@ PlaceQueue wantedPlaces(QTextDocument *document, const MVRTextRtfNotes &notes)
 
 } // namespace
 
-QVector<RtfNotePlace> placesForNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
+QVector<RtfAttachment> attachmentsForNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
 {
-    QVector<RtfNotePlace> places;
-    for (PlaceQueue waiting = wantedPlaces(document, notes); !waiting.empty();) {
-        const RtfNotePlace next = waiting.top();
+    QVector<RtfAttachment> places;
+    for (AttachmentQueue waiting = wantedPlaces(document, notes); !waiting.empty();) {
+        const RtfAttachment next = waiting.top();
         waiting.pop();
         place(*document, next, &places, &waiting);
     }
     // What is left of a range may be no text.
-    for (RtfNotePlace &place : places) {
+    for (RtfAttachment &place : places) {
         if (!holdsText(*document, place.range))
             place.range.start = place.range.end;
     }
