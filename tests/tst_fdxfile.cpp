@@ -244,6 +244,8 @@ private Q_SLOTS:
     void listsNotes();
     void overlappingNotes();
     void notesAfterEdits();
+    void notesOfEditedWords_data();
+    void notesOfEditedWords();
     void newNotes_data();
     void newNotes();
     void inlineAnnotationsBecomeNotes();
@@ -485,12 +487,15 @@ void TestFdxFile::overlappingNotes()
     QCOMPARE(texts.join(QLatin1Char(' ')), QStringLiteral("abcdefgh cd cd abcdefghij j j"));
     touch(&opened.document);
     QCOMPARE(opened.written(), bytes);
-    // The character of one of them goes, and its note.
+    // A note goes with the last of what it is about, not with the characters that it was given.
     opened.find("c").deleteChar();
     Opened again(opened.written());
     QVERIFY(again.isRead);
-    QCOMPARE(again.file.notes().size(), 5);
+    QCOMPARE(again.file.notes().size(), 6);
     QCOMPARE(again.file.notes().at(0).text, QStringLiteral("abdefgh"));
+    QCOMPARE(again.file.notes().at(1).text, QStringLiteral("d"));
+    again.find("d").deleteChar(); // of the one that it was given to
+    QCOMPARE(Opened(again.written()).file.notes().size(), 5);
 }
 
 // Ranges move with their text; what was said of a note stays unless it was changed.
@@ -513,18 +518,65 @@ void TestFdxFile::notesAfterEdits()
     QCOMPARE(again.file.notes().at(0).text, QStringLiteral("two"));
     QCOMPARE(again.file.notes().at(1).text, QStringLiteral("five"));
 
-    opened.find("two").removeSelectedText();
-    QTextCursor word = opened.find("five");
+    Opened third(bytes);
+    third.find("two ").removeSelectedText();
+    QTextCursor word = third.find("five");
     MVRTextCommentLink link;
     link.cdata = MVRTextRtf::textToRtf(QStringLiteral("Other words"), nullptr);
     QTextCharFormat changed;
     changed.setProperty(MVRTextFormat::CommentCDataProperty, link.cdata);
     word.mergeCharFormat(changed);
-    Opened last(opened.written());
+    Opened last(third.written());
     QCOMPARE(last.file.notes().size(), 1);
     QCOMPARE(last.file.notes().at(0).id, QStringLiteral("4"));
     QCOMPARE(last.file.notes().at(0).content(), QStringLiteral("Other words"));
     QCOMPARE(last.file.notes().at(0).author, QStringLiteral("A & B"));
+}
+
+void TestFdxFile::notesOfEditedWords_data()
+{
+    QTest::addColumn<QByteArray>("notes"); // in their paragraph
+    QTest::addColumn<QByteArray>("ranges"); // beside the script
+    QTest::addColumn<QString>("find");
+    QTest::addColumn<QString>("with");
+    QTest::addColumn<QStringList>("texts");
+    const QByteArray three = note("Name=\"1\"") + note("Name=\"2\"") + note("Name=\"3\"");
+    const QByteArray both = note("Range=\"0,3\"") + note("Range=\"0,3\"");
+    const auto row = [](const char *name, const QByteArray &notes, const QByteArray &ranges,
+                        const char *find, const char *with, const char *texts) {
+        QTest::newRow(name) << notes << ranges << QString::fromUtf8(find) << QString::fromUtf8(with)
+                            << QString::fromUtf8(texts).split(QLatin1Char('|'));
+    };
+    row("word of three notes", three, {}, "INT", "EXT", "EXT|EXT|EXT");
+    row("word of three notes made longer", three, {}, "INT", "INTO", "INTO|INTO|INTO");
+    row("first word taken away", three, {}, "INT. ", "", "HOUSE|HOUSE|HOUSE");
+    row("word of two ranges", {}, both, "INT", "EXT", "EXT|EXT");
+    row("word of two ranges taken away", {}, both, "INT. ", "", "");
+    row("range from the end of a paragraph", {}, note("Range=\"10,14\"") + both, "HOUSE", "HUT",
+        "\nNex|INT|INT");
+    row("range over empty paragraphs", {}, note("Range=\"6,17\""), "INT", "INTO", "OUSE\nNext\n");
+}
+
+// No note is lost because the word was edited that shows it.
+void TestFdxFile::notesOfEditedWords()
+{
+    QFETCH(const QByteArray, notes);
+    QFETCH(const QByteArray, ranges);
+    QFETCH(const QString, find);
+    QFETCH(const QString, with);
+    Opened opened(
+        script("<Paragraph>" + notes + "<Text>INT. HOUSE</Text></Paragraph>"
+                   + "<Paragraph><Text>Next</Text></Paragraph><Paragraph/><Paragraph/>",
+               ranges.isEmpty() ? QByteArray() : "<ScriptNotes>" + ranges + "</ScriptNotes>"));
+    opened.document.find(find).insertText(with);
+    Opened again(opened.written());
+    QStringList found;
+    const QVector<MVRFinalDraftFile::Note> kept = again.file.notes();
+    for (const MVRFinalDraftFile::Note &note : kept) {
+        found.append(note.text);
+        QCOMPARE(note.content(), QStringLiteral("First.\n\nLa st"));
+    }
+    QTEST(found.isEmpty() ? QStringList(QString()) : found, "texts");
 }
 
 void TestFdxFile::newNotes_data()
@@ -612,6 +664,21 @@ void TestFdxFile::runsKeepTheirAttributes_data()
         << "Sea teh cat & dogs"
         << QByteArray("<Text>Sea </Text><Text AdornmentStyle=\"-1\">teh</Text>"
                       "<Text> cat &#38; dogs</Text><Text Style=\"Bold\" X=\"1\"> run</Text>");
+    QTest::newRow("start of a run")
+        << "te"
+        << "xy"
+        << QByteArray("<Text>See </Text><Text AdornmentStyle=\"-1\">xyh</Text>"
+                      "<Text> cat &#38; dog</Text><Text Style=\"Bold\" X=\"1\"> run</Text>");
+    QTest::newRow("word made longer at its start")
+        << "teh"
+        << "ateh"
+        << QByteArray("<Text>See </Text><Text AdornmentStyle=\"-1\">ateh</Text>"
+                      "<Text> cat &#38; dog</Text><Text Style=\"Bold\" X=\"1\"> run</Text>");
+    QTest::newRow("text in front that begins alike")
+        << "teh cat"
+        << "t cat"
+        << QByteArray("<Text>See </Text><Text AdornmentStyle=\"-1\">t</Text>"
+                      "<Text> cat &#38; dog</Text><Text Style=\"Bold\" X=\"1\"> run</Text>");
     QTest::newRow("all gone") << "See teh cat & dog run"
                               << "" << QByteArray("<Text></Text>");
 }

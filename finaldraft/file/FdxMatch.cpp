@@ -125,7 +125,7 @@ void FdxMatch::addNote(const QTextCharFormat &format, int start, int end)
     notes.append(note);
 }
 
-/*! Of several blocks with one mark, the first is the paragraph, but not an empty one in front. */
+/*! Of several blocks with one mark, the first is the paragraph, but not what was put in front. */
 void FdxMatch::resolveMarks()
 {
     const QVector<FdxParagraph> &paragraphs = m_script.paragraphs();
@@ -141,9 +141,10 @@ void FdxMatch::resolveMarks()
         entry.origin = paragraph;
         const int known = entryOf[paragraph];
         if (known >= 0) {
-            const bool isBehindEmpty = known == i - 1 && entries[known].length() == 0
-                && entry.length() > 0 && entry.text() == m_script.text(paragraph);
-            if (!isBehindEmpty)
+            const bool isBehindNew = known == i - 1 && entry.length() > 0
+                && entry.length() != entries[known].length()
+                && entry.text() == m_script.text(paragraph);
+            if (!isBehindNew)
                 continue;
             entries[known].source = -1;
         }

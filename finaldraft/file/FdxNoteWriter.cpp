@@ -26,6 +26,15 @@ QStringList lines(const QByteArray &rtf)
     return texts;
 }
 
+QStringList withLineFeeds(QStringList texts)
+{
+    for (QString &text : texts) {
+        text.replace(QChar::LineSeparator, QLatin1Char('\n'));
+        text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    }
+    return texts;
+}
+
 QByteArray paragraph(const QByteArray &runs)
 {
     return "<Paragraph Alignment=\"Left\">" + runs + "</Paragraph>";
@@ -60,40 +69,6 @@ QByteArray fileColor(const QColor &color)
 
 }
 
-/*! Finds which notes of the file the document still has. */
-void FdxWriter::matchNotes()
-{
-    m_documentNote.fill(-1, m_notes.size());
-    for (int i = 0; i < m_match.notes.size(); ++i) {
-        const int note
-            = m_match.notes[i].isInline ? -1 : m_anchors.value(m_match.notes[i].href, -1);
-        if (note < 0 || note >= m_notes.size() || m_documentNote[note] >= 0)
-            continue;
-        m_documentNote[note] = i;
-        m_keptNotes.insert(i);
-    }
-    for (int i = 0; i < m_notes.size(); ++i) {
-        const FdxNote &note = m_notes[i];
-        const int now = m_documentNote[i];
-        if (note.attached.start == note.attached.end || note.shape == File::NoteOfRange)
-            continue;
-        if (now < 0 || hasMoved(note, m_match.notes[now]))
-            m_goneIn[note.paragraph].append(i);
-        if (now >= 0 && hasMoved(note, m_match.notes[now])) {
-            const FdxTree::Span span = m_tree.span(note.node);
-            m_newIn[m_match.notes[now].entry].append(
-                {-1, m_tree.source().mid(span.start, span.end - span.start)});
-        }
-    }
-}
-
-/*! Whether a note of a paragraph is in another one now. */
-bool FdxWriter::hasMoved(const FdxNote &note, const FdxDocumentNote &now) const
-{
-    return !m_script.paragraphs()[note.paragraph].isWrapper
-        && m_match.entries[now.entry].source != note.paragraph;
-}
-
 void FdxWriter::writeNotes()
 {
     findNumbers();
@@ -111,7 +86,7 @@ void FdxWriter::writeKeptNote(int index)
     if (note.shape != File::NoteOfRange) {
         if (now >= 0 && !m_goneIn.value(note.paragraph).contains(index))
             m_changedIn[note.paragraph].append(index);
-    } else if (isAttached && now < 0) {
+    } else if (isAttached && now < 0 && isGone(note)) {
         const FdxTree::Span span = m_tree.span(note.node);
         m_splices.append({m_tree.gapStart(span.start), span.end, QByteArray()});
     } else {
@@ -137,10 +112,7 @@ FdxSplices FdxWriter::contentSplices(int index) const
         = current.format.property(MVRTextFormat::CommentCDataProperty).toByteArray();
     if (rtf == fdxNoteRtf(node, m_tree))
         return splices;
-    QStringList texts = lines(rtf);
-    for (QString &text : texts)
-        text.replace(QChar::LineSeparator, QLatin1Char('\n'));
-    if (texts == fdxParagraphTexts(m_tree, node))
+    if (withLineFeeds(lines(rtf)) == withLineFeeds(fdxParagraphTexts(m_tree, node)))
         return splices;
     if (node.attribute("DateModified"))
         addAttribute(node, "DateModified", now(), &splices);

@@ -13,13 +13,18 @@ namespace {
 
 using File = MVRFinalDraftFile;
 
+// How far a word can be from its note, and how long. Keeps many notes in one paragraph cheap.
+constexpr int reach = 4096;
+
 /*! The stretch of word characters around \a offset, which is in one. */
 MVRTextRange stretchAround(const QString &text, int offset)
 {
     MVRTextRange stretch(offset, offset + 1);
-    while (stretch.start > 0 && !NoteAnchor::endsWord(text.at(stretch.start - 1)))
+    while (stretch.start > qMax(0, offset - reach)
+           && !NoteAnchor::endsWord(text.at(stretch.start - 1)))
         --stretch.start;
-    while (stretch.end < text.size() && !NoteAnchor::endsWord(text.at(stretch.end)))
+    const int farthest = qMin(int(text.size()), offset + reach);
+    while (stretch.end < farthest && !NoteAnchor::endsWord(text.at(stretch.end)))
         ++stretch.end;
     return stretch;
 }
@@ -106,7 +111,7 @@ private:
         note->shape = isAmongRuns ? File::NoteAmongRuns : File::NoteOfParagraph;
         const int paragraph = firstWithText(note->paragraph);
         const int first = m_places.position(paragraph);
-        const QString text = m_places.text(paragraph);
+        const QString &text = m_places.text(paragraph);
         MVRTextRange word = fdxWordBefore(text, paragraph == note->paragraph ? before(*note) : 0);
         if (word.start == word.end)
             word = fdxFirstWord(text, 0);
@@ -123,23 +128,33 @@ private:
         return index;
     }
 
-    /*! How much text stands in front of the note in its paragraph. */
-    int before(const FdxNote &note) const
+    /*! How much text stands in front of the note, or of what holds it, in its paragraph. */
+    int before(const FdxNote &note)
     {
         int length = 0;
-        for (pugi::xml_node node = note.node.previous_sibling(); node;
-             node = node.previous_sibling()) {
+        pugi::xml_node child = note.node;
+        while (child.parent() && child.parent() != m_script.paragraphs()[note.paragraph].node)
+            child = child.parent();
+        for (pugi::xml_node node = child.previous_sibling(); node; node = node.previous_sibling()) {
+            if (node == m_lastChild) {
+                length += m_lastLength;
+                break;
+            }
             if (!fdxIs(node, "Text"))
                 continue;
             const FdxTree::Span span = m_script.tree().span(node);
             length += fdxTextLength(m_script.tree().source(), span.innerStart, span.innerEnd);
         }
+        m_lastChild = child;
+        m_lastLength = length;
         return length;
     }
 
     const FdxScript &m_script;
     const FdxPlaces &m_places;
     QHash<const void *, int> m_paragraphs; // index by node
+    pugi::xml_node m_lastChild; // that a note was found in, and the text in front of it
+    int m_lastLength = 0;
 };
 
 /*! Notes about the very same characters share them, as far as there are enough. */
@@ -147,14 +162,15 @@ void shareEqualRanges(QVector<FdxNote *> *notes)
 {
     for (int first = 0; first < notes->size();) {
         int end = first + 1;
-        const MVRTextRange range = (*notes)[first]->range;
-        while (end < notes->size() && (*notes)[end]->range == range)
+        const MVRTextRange range = (*notes)[first]->attached;
+        while (end < notes->size() && (*notes)[end]->attached == range)
             ++end;
         const int sharing = qMin(end - first, range.end - range.start);
-        for (int i = 0; i < sharing; ++i) {
+        for (int i = 0; i < end - first; ++i) {
             const qint64 length = range.end - range.start;
-            (*notes)[first + i]->attached
-                = MVRTextRange(range.start + int(length * i / sharing),
+            (*notes)[first + i]->attached = i >= sharing
+                ? MVRTextRange()
+                : MVRTextRange(range.start + int(length * i / sharing),
                                range.start + int(length * (i + 1) / sharing));
         }
         first = end;
@@ -197,15 +213,17 @@ private:
 };
 
 /*! Gives each note characters of its own; a shorter one has its place before a longer one. */
-void attach(QVector<FdxNote> *notes)
+void attach(const FdxPlaces &places, QVector<FdxNote> *notes)
 {
     QVector<FdxNote *> sorted;
     for (FdxNote &note : *notes) {
         if (note.range.start >= 0 && note.range.start < note.range.end)
+            note.attached = places.trimmed(note.range);
+        if (note.attached.start < note.attached.end)
             sorted.append(&note);
     }
     std::stable_sort(sorted.begin(), sorted.end(),
-                     [](const FdxNote *a, const FdxNote *b) { return a->range < b->range; });
+                     [](const FdxNote *a, const FdxNote *b) { return a->attached < b->attached; });
     shareEqualRanges(&sorted);
     std::stable_sort(sorted.begin(), sorted.end(), [](const FdxNote *a, const FdxNote *b) {
         return a->attached.end - a->attached.start < b->attached.end - b->attached.start;
@@ -213,7 +231,7 @@ void attach(QVector<FdxNote> *notes)
     TakenStretches taken;
     for (FdxNote *note : qAsConst(sorted)) {
         if (note->attached.start < note->attached.end)
-            note->attached = taken.take(note->attached);
+            note->attached = places.trimmed(taken.take(note->attached));
     }
 }
 
@@ -241,10 +259,20 @@ FdxPlaces::FdxPlaces(const FdxScript &script)
         }
         if (paragraph.hasBlock) {
             m_blocks.append(i);
+            if (length > 0)
+                m_withText.append(i);
             position += length + 1;
         }
     }
     m_endPosition = qMax(0, position - 1);
+}
+
+const QString &FdxPlaces::text(int paragraph) const
+{
+    if (m_textOf != paragraph)
+        m_text = m_script.text(paragraph);
+    m_textOf = paragraph;
+    return m_text;
 }
 
 int FdxPlaces::positionOf(int offset) const
@@ -283,6 +311,27 @@ int FdxPlaces::paragraphAt(int position) const
     return behind == m_blocks.cbegin() ? -1 : *(behind - 1);
 }
 
+MVRTextRange FdxPlaces::trimmed(const MVRTextRange &range) const
+{
+    if (range.start >= range.end)
+        return MVRTextRange();
+    const auto beginsBehind
+        = [this](int value, int paragraph) { return value < m_positions[paragraph]; };
+    const auto next
+        = std::upper_bound(m_withText.cbegin(), m_withText.cend(), range.start, beginsBehind);
+    const auto last
+        = std::upper_bound(m_withText.cbegin(), m_withText.cend(), range.end - 1, beginsBehind);
+    MVRTextRange trimmed = range;
+    const auto end
+        = [this](int paragraph) { return m_positions[paragraph] + m_lengths[paragraph]; };
+    if (next != m_withText.cend()
+        && (next == m_withText.cbegin() || end(*(next - 1)) <= range.start))
+        trimmed.start = m_positions[*next];
+    if (last != m_withText.cbegin())
+        trimmed.end = qMin(range.end, end(*(last - 1)));
+    return trimmed.start < trimmed.end ? trimmed : MVRTextRange();
+}
+
 QString FdxPlaces::text(const MVRTextRange &range) const
 {
     QString text;
@@ -293,15 +342,16 @@ QString FdxPlaces::text(const MVRTextRange &range) const
             continue;
         const int start = m_positions[paragraph];
         const int from = qMax(0, range.start - start);
-        text += m_script.text(paragraph).mid(from, range.end - start - from) + QLatin1Char('\n');
+        text += m_script.plainText(paragraph).mid(from, range.end - start - from)
+            + QLatin1Char('\n');
     }
     text.chop(1);
-    return text.replace(QChar::LineSeparator, QLatin1Char('\n'));
+    return text;
 }
 
 MVRTextRange fdxWordBefore(const QString &text, int offset)
 {
-    for (int end = qMin(offset, int(text.size())); end > 0; --end) {
+    for (int end = qMin(offset, int(text.size())); end > qMax(0, offset - reach); --end) {
         if (NoteAnchor::endsWord(text.at(end - 1)))
             continue;
         const MVRTextRange stretch = stretchAround(text, end - 1);
@@ -315,7 +365,7 @@ MVRTextRange fdxWordBefore(const QString &text, int offset)
 MVRTextRange fdxFirstWord(const QString &text, int from)
 {
     MVRTextRange mark;
-    for (int start = from; start < text.size(); ++start) {
+    for (int start = from; start < qMin(int(text.size()), from + reach); ++start) {
         if (NoteAnchor::endsWord(text.at(start))) {
             if (mark.end == 0 && !text.at(start).isSpace())
                 mark = MVRTextRange(start, start + 1);
@@ -343,7 +393,7 @@ QVector<FdxNote> fdxNotes(const FdxScript &script, const FdxPlaces &places)
 {
     Finder finder(script, places);
     finder.find(script.tree().root(), -1);
-    attach(&finder.notes);
+    attach(places, &finder.notes);
     return finder.notes;
 }
 

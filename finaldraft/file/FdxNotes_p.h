@@ -16,7 +16,8 @@ public:
     /*! Place of a paragraph's first character in the document. */
     int position(int paragraph) const { return m_positions[paragraph]; }
     int length(int paragraph) const { return m_lengths[paragraph]; }
-    QString text(int paragraph) const { return m_script.text(paragraph); }
+    /*! The text of a paragraph; asked for again and again, it is made once. */
+    const QString &text(int paragraph) const;
 
     /*! The document's place of a number in a note's Range; beyond the script, its end. */
     int positionOf(int offset) const;
@@ -24,6 +25,11 @@ public:
     int offsetOf(int position) const;
     /*! The paragraph with a block that holds a document's place; -1 when there is none. */
     int paragraphAt(int position) const;
+    /*!
+        A stretch of the document without the paragraph ends that it begins and ends with, which no
+        format can stand on; empty when it holds nothing else.
+    */
+    MVRTextRange trimmed(const MVRTextRange &range) const;
     /*! The text of [range), a line a paragraph. */
     QString text(const MVRTextRange &range) const;
     /*! How many characters the document of the file has, and the number that ends its script. */
@@ -35,8 +41,11 @@ private:
     QVector<int> m_lengths;
     QVector<int> m_offsets; // by paragraph, numbers of the script; title page: -1
     QVector<int> m_blocks; // the paragraphs that have one
+    QVector<int> m_withText; // the paragraphs with a block that has text
     QVector<int> m_topLevel; // paragraphs of the script that are in no wrapper
     int m_endPosition = 0;
+    mutable int m_textOf = -1; // the paragraph that was asked for last, and its text
+    mutable QString m_text;
 };
 
 /*! A note of a file and where it stands. */
@@ -54,7 +63,10 @@ struct FdxNote
 /*! Finds all notes of a file, in its order. */
 QVector<FdxNote> fdxNotes(const FdxScript &script, const FdxPlaces &places);
 
-/*! The word before, at or behind \a offset of \a text, or the first one. Empty: there is none. */
+/*!
+    The word before, at or behind \a offset of \a text, or the first one. Empty: there is none in
+    reach.
+*/
 MVRTextRange fdxWordBefore(const QString &text, int offset);
 MVRTextRange fdxWordAt(const QString &text, int offset);
 MVRTextRange fdxFirstWord(const QString &text, int from);

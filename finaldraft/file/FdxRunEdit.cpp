@@ -160,6 +160,43 @@ void FdxRunEdit::compare()
     m_diff.suffix = commonLength(true, shorter - m_diff.prefix);
     if (splitsPair(m_diff.oldLength - m_diff.suffix))
         --m_diff.suffix;
+    alignChange(oldText);
+}
+
+/*!
+    Text that was only taken away or only added can often be told to begin at several places ("the "
+    in front of "two", or "he t"). It begins where a run does, else where a word does.
+*/
+void FdxRunEdit::alignChange(const QString &oldText)
+{
+    const int kept = m_diff.prefix + m_diff.suffix;
+    if (kept != m_diff.oldLength && kept != m_diff.newLength)
+        return;
+    QString newText;
+    for (const NewRun &run : qAsConst(m_new))
+        newText += run.text;
+    const QString &longer = kept == m_diff.newLength ? oldText : newText;
+    const int length = longer.size() - kept;
+    const auto rank = [&](int place) {
+        const bool beginsRun
+            = std::any_of(m_old.cbegin(), m_old.cend(), [place](const OldRun &run) {
+                  return run.start == place && run.start < run.end;
+              });
+        return beginsRun ? 2 : place == 0 || oldText.at(place - 1).isSpace() ? 1 : 0;
+    };
+    constexpr int reach = 100; // no word is longer
+    int best = m_diff.prefix;
+    for (int place = best - 1; place >= qMax(0, m_diff.prefix - reach); --place) {
+        if (longer.at(place) != longer.at(place + length))
+            break;
+        if (rank(place) > rank(best) && !longer.at(place).isLowSurrogate())
+            best = place;
+    }
+    const FdxTextDiff before = m_diff;
+    m_diff.prefix = best;
+    m_diff.suffix = commonLength(true, kept - best);
+    if (m_diff.prefix + m_diff.suffix < kept) // looks are not the same there
+        m_diff = before;
 }
 
 /*!
@@ -274,7 +311,7 @@ FdxRunEdit::Change FdxRunEdit::assign(const Hunk &hunk) const
         if (host < change.middle.size()) {
             change.pieceOf[host] = piece;
             behind = host;
-        } else if (fitsLeft) {
+        } else if (fitsLeft && !(change.pieces.size() == 1 && belongsToRight(hunk, change))) {
             change.toLeft = piece;
         } else if (piece == change.pieces.size() - 1 && change.right >= 0
                    && isSameLook(m_old[change.right], change.pieces[piece])) {
@@ -284,6 +321,22 @@ FdxRunEdit::Change FdxRunEdit::assign(const Hunk &hunk) const
         }
     }
     return change;
+}
+
+/*! Whether changed text between two runs, either of which it fits, is text of the right one. */
+bool FdxRunEdit::belongsToRight(const Hunk &hunk, const Change &change) const
+{
+    if (change.right < 0 || change.right == change.left
+        || !isSameLook(m_old[change.right], change.pieces.first()))
+        return false;
+    const OldRun &left = m_old[change.left];
+    const OldRun &right = m_old[change.right];
+    if (hunk.oldStart < hunk.oldEnd)
+        return left.end <= hunk.oldStart && right.start < hunk.oldEnd;
+    // Nothing went; a word that was made longer at its start does not go to the run in front.
+    const QString &text = change.pieces.first().text;
+    return text.at(text.size() - 1).isLetterOrNumber() && right.text.at(0).isLetterOrNumber()
+        && !left.text.at(left.text.size() - 1).isLetterOrNumber();
 }
 
 FdxSplices FdxRunEdit::splices() const

@@ -41,6 +41,15 @@ struct FdxTextDiff
 class FdxRunEdit
 {
 public:
+    /*! Text that was changed: characters [oldStart, oldEnd) became [newStart, newEnd). */
+    struct Hunk
+    {
+        int oldStart;
+        int oldEnd;
+        int newStart;
+        int newEnd;
+    };
+
     /*!
         \param oldType  the type that the file gives the paragraph
         \param newType  the type that the document gives it
@@ -50,6 +59,7 @@ public:
 
     const FdxTextDiff &diff() const { return m_diff; }
     FdxSplices splices() const;
+    QVector<Hunk> hunks() const;
 
 private:
     struct OldRun
@@ -68,21 +78,14 @@ private:
         FdxLook lookInOldType;
     };
     struct Change; // what becomes of the runs
-    /*! Text that was changed: characters [oldStart, oldEnd) became [newStart, newEnd). */
-    struct Hunk
-    {
-        int oldStart;
-        int oldEnd;
-        int newStart;
-        int newEnd;
-    };
 
     static bool isSameLook(const OldRun &oldRun, const NewRun &newRun);
     int commonLength(bool fromEnd, int limit) const;
     void compare();
-    QVector<Hunk> hunks() const;
+    void alignChange(const QString &oldText);
     QVector<NewRun> changedRuns(const Hunk &hunk) const;
     Change assign(const Hunk &hunk) const;
+    bool belongsToRight(const Hunk &hunk, const Change &change) const;
     void addHunk(const Hunk &hunk, FdxSplices *splices) const;
     void addInserted(const Change &change, FdxSplices *splices) const;
     void addSplit(const Hunk &hunk, const Change &change, FdxSplices *splices) const;

@@ -46,7 +46,7 @@ void appendParagraphTexts(const FdxTree &tree, const pugi::xml_node &element, QS
             const FdxTree::Span span = tree.span(child);
             if (texts->isEmpty())
                 texts->append(QString());
-            texts->last() += fdxText(tree.source(), span.innerStart, span.innerEnd);
+            texts->last() += fdxPlainText(tree.source(), span.innerStart, span.innerEnd);
         } else {
             appendParagraphTexts(tree, child, texts);
         }
@@ -125,6 +125,15 @@ QString FdxScript::text(int paragraph) const
     const QVector<FdxRun> all = runs(paragraph);
     for (const FdxRun &run : all)
         text += this->text(run);
+    return text;
+}
+
+QString FdxScript::plainText(int paragraph) const
+{
+    QString text;
+    const QVector<FdxRun> all = runs(paragraph);
+    for (const FdxRun &run : all)
+        text += fdxPlainText(m_tree.source(), run.textStart, run.textEnd);
     return text;
 }
 
@@ -260,8 +269,6 @@ QStringList fdxParagraphTexts(const FdxTree &tree, const pugi::xml_node &element
 {
     QStringList texts;
     appendParagraphTexts(tree, element, &texts);
-    for (QString &text : texts)
-        text.replace(QChar::LineSeparator, QLatin1Char('\n'));
     return texts;
 }
 

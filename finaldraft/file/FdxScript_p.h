@@ -91,6 +91,8 @@ public:
     QVector<FdxRun> runs(const pugi::xml_node &paragraph) const;
     QString text(const FdxRun &run) const;
     QString text(int paragraph) const;
+    /*! The same with the file's own breaks; see fdxPlainText(). */
+    QString plainText(int paragraph) const;
 
     /*! Sets what the paragraphs are shown by; what is known of looks is forgotten. */
     void setView(const QList<MVRScriptElement> &elements, double margin);
@@ -129,7 +131,7 @@ private:
     QHash<QByteArray, std::shared_ptr<FdxType>> m_titleTypes;
 };
 
-/*! The paragraphs of a note or summary, plain. */
+/*! The paragraphs of a note or summary, plain, with the file's own breaks. */
 QStringList fdxParagraphTexts(const FdxTree &tree, const pugi::xml_node &element);
 /*! The same in one text, a line a paragraph. */
 QString fdxParagraphsText(const FdxTree &tree, const pugi::xml_node &element);

@@ -22,9 +22,12 @@ constexpr NamedReference namedReferences[]
 class Characters
 {
 public:
-    Characters(const QByteArray &source, int start, int end)
+    enum Breaks { BreaksOfDocument, BreaksOfFile };
+
+    Characters(const QByteArray &source, int start, int end, Breaks breaks = BreaksOfDocument)
         : m_place(source.constData() + start)
         , m_end(source.constData() + end)
+        , m_breaks(breaks)
     {
     }
 
@@ -45,9 +48,11 @@ public:
 
 private:
     // A document would begin a paragraph at these, or a frame.
-    static uint shown(uint code)
+    uint shown(uint code) const
     {
-        if (code == '\n' || code == '\r' || code == 0x2029)
+        if (code == '\n' || code == '\r')
+            return m_breaks == BreaksOfFile ? uint('\n') : lineSeparator;
+        if (code == 0x2029 && m_breaks == BreaksOfDocument)
             return lineSeparator;
         const bool isUnfit = code == 0 || (code >= 0xd800 && code < 0xe000) || code > 0x10ffff
             || code == 0xfdd0 || code == 0xfdd1;
@@ -142,6 +147,7 @@ private:
 
     const char *m_place;
     const char *m_end;
+    Breaks m_breaks;
     bool m_isCData = false;
 };
 
@@ -159,21 +165,31 @@ int units(uint code)
     return QChar::requiresSurrogates(code) ? 2 : 1;
 }
 
-}
-
-QString fdxText(const QByteArray &source, int start, int end)
+QString decoded(const QByteArray &source, int start, int end, Characters::Breaks breaks)
 {
     if (isPlain(source.constData() + start, source.constData() + end))
         return QString::fromLatin1(source.constData() + start, end - start);
     QString text;
     text.reserve(end - start);
-    Characters characters(source, start, end);
+    Characters characters(source, start, end, breaks);
     for (uint code = 0; characters.next(&code);) {
         if (units(code) == 2)
             text += QChar(QChar::highSurrogate(code));
         text += units(code) == 2 ? QChar(QChar::lowSurrogate(code)) : QChar(ushort(code));
     }
     return text;
+}
+
+}
+
+QString fdxText(const QByteArray &source, int start, int end)
+{
+    return decoded(source, start, end, Characters::BreaksOfDocument);
+}
+
+QString fdxPlainText(const QByteArray &source, int start, int end)
+{
+    return decoded(source, start, end, Characters::BreaksOfFile);
 }
 
 int fdxTextLength(const QByteArray &source, int start, int end)

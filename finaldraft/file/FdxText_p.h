@@ -12,6 +12,9 @@
 */
 QString fdxText(const QByteArray &source, int start, int end);
 
+/*! The same as the file has it: line ends as line feeds, other breaks as they are. */
+QString fdxPlainText(const QByteArray &source, int start, int end);
+
 /*! How many UTF-16 units fdxText() would give. */
 int fdxTextLength(const QByteArray &source, int start, int end);
 

@@ -58,7 +58,7 @@ private:
     QByteArray newParagraph(int entry);
     QByteArray newRuns(int index, FdxType &type) const;
 
-    // Notes, in FdxNoteWriter.cpp.
+    // Notes, in FdxNoteWriter.cpp; which of them stay, in FdxNoteMatch.cpp.
 
     /*! A note that comes into a paragraph, behind so much of its text; -1: as its first child. */
     struct NewNote
@@ -69,6 +69,11 @@ private:
 
     void matchNotes();
     bool hasMoved(const FdxNote &note, const FdxDocumentNote &now) const;
+    void findKeptText();
+    bool hasKeptText(const MVRTextRange &range) const;
+    bool isUnderOther(const FdxNote &note) const;
+    bool isGone(const FdxNote &note);
+    QString textInPlaceOf(int entry, int from, int to);
     void writeNotes();
     void writeKeptNote(int index);
     void writeRange(int index);
@@ -100,6 +105,13 @@ private:
     QSet<int> m_alive; // wrappers that stay, among other paragraphs
     QVector<int> m_documentNote; // for each note of the file: index in m_match.notes; -1: none
     QSet<int> m_keptNotes; // indexes in m_match.notes
+    QVector<int> m_nextKept; // by paragraph: the next one with text that nobody changed
+    struct Changes
+    {
+        QVector<FdxRunEdit::Hunk> hunks;
+        QString text;
+    };
+    QHash<int, Changes> m_changes; // by entry, where notes are missing
     QHash<int, QVector<int>> m_goneIn; // by paragraph: notes that go out of it
     QHash<int, QVector<int>> m_changedIn; // by paragraph: notes whose content was changed
     QHash<int, QVector<NewNote>> m_newIn; // by entry: notes that come into it
