@@ -430,6 +430,9 @@ void TestRtf::countsWhatIsLeftOut()
     QCOMPARE(textOf(document), QStringLiteral("ab"));
     QCOMPARE(leftOut.hiddenCharacters, 3);
     QCOMPARE(leftOut.deletedCharacters, 2);
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1{\\pict\\pngblip 89504e47}a{\\pict\\wmetafile8 0100}}",
+                                     &document, nullptr, &leftOut));
+    QCOMPARE(leftOut.pictures, 1);
 }
 
 void TestRtf::carriesDefaults()

@@ -27,6 +27,8 @@ bool readRtf(const QByteArray &bytes, const ReadOptions &options, Document &docu
             QT_TRANSLATE_NOOP("Tool", "characters of hidden text"));
     addLoss(leftOut.deletedCharacters, QT_TRANSLATE_NOOP("Tool", "character of deleted text"),
             QT_TRANSLATE_NOOP("Tool", "characters of deleted text"));
+    addLoss(leftOut.pictures, QT_TRANSLATE_NOOP("Tool", "picture that cannot be shown"),
+            QT_TRANSLATE_NOOP("Tool", "pictures that cannot be shown"));
     document.title = document.text.metaInformation(QTextDocument::DocumentTitle);
     giveStandards(document);
     return true;

@@ -528,6 +528,14 @@
         <translation>Zeichen verborgenen Textes</translation>
     </message>
     <message>
+        <source>picture that cannot be shown</source>
+        <translation>Bild, das nicht gezeigt werden kann</translation>
+    </message>
+    <message>
+        <source>pictures that cannot be shown</source>
+        <translation>Bilder, die nicht gezeigt werden können</translation>
+    </message>
+    <message>
         <source>characters of hidden text</source>
         <translation>Zeichen verborgenen Textes</translation>
     </message>

@@ -196,7 +196,8 @@ QImage RtfPicture::placeholder() const
     return grey;
 }
 
-QTextImageFormat RtfPicture::store(QTextDocument *document, const QTextCharFormat &around) const
+QTextImageFormat RtfPicture::store(QTextDocument *document, const QTextCharFormat &around,
+                                   bool *isLost) const
 {
     QTextImageFormat format;
     format.merge(around);
@@ -218,7 +219,8 @@ QTextImageFormat RtfPicture::store(QTextDocument *document, const QTextCharForma
         format.setToolTip(QCoreApplication::translate(
             "QObject", "A picture in a format that cannot be shown stands here"));
     }
-    if (!isKnown && !isShown && !isMetafile()) {
+    *isLost = !isShown && !isMetafile();
+    if (!isKnown && *isLost) {
         format.setName(QStringLiteral("rtf-placeholder"));
     } else if (!isKnown) {
         // Named for its content, so that pictures of several files can meet in one document.

@@ -44,9 +44,11 @@ public:
         Stores the picture with \a document.
         \param format  of the text around; where it names the picture and its size, as our own
                        files do, the picture keeps them
+        \param isLost  receives whether the placeholder is all that is left of the picture
         \return the format that shows the picture
     */
-    QTextImageFormat store(QTextDocument *document, const QTextCharFormat &format) const;
+    QTextImageFormat store(QTextDocument *document, const QTextCharFormat &format,
+                           bool *isLost) const;
 
     /*! The bytes of \a image as it is written: as they are in PNG and JPEG, else those of a PNG. */
     static QByteArray toFile(const QVariant &image);

@@ -51,8 +51,10 @@ void RtfReader::finishPicture()
     if (m_isFloating)
         m_picture.setShownSize(m_shapes.size());
     m_text.endText();
+    bool isLost = false;
     const QTextImageFormat format
-        = m_picture.store(m_story.document, m_formats.charFormat(charFormat()));
+        = m_picture.store(m_story.document, m_formats.charFormat(charFormat()), &isLost);
+    m_leftOut.pictures += int(isLost);
     const QChar object(QChar::ObjectReplacementCharacter);
     m_inHeader = false;
     builder().append(QStringView(&object, 1), m_formats.addCharFormat(format));
