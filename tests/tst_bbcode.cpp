@@ -5,6 +5,7 @@
 #include <core/MVRTextXhtmlExporter.h>
 
 #include <QRandomGenerator>
+#include <QTextBlock>
 #include <QTextDocument>
 #include <QTextList>
 #include <QTextTable>
@@ -25,6 +26,7 @@ private Q_SLOTS:
     void keepsThePiecesOfAnEarlierCall();
     void writesXhtml_data();
     void writesXhtml();
+    void knowsAllNamesOfCharacters();
     void survivesHostileText_data();
     void survivesHostileText();
     void convertsAToolkitDocument();
@@ -191,6 +193,7 @@ void TestBbCode::writesXhtml_data()
     row("document type", "<!DOCTYPE h [<!ENTITY e \"]>\">]>\n<p/>", "\n<p/>");
     row("void elements", "<BR><hr width=\"1\"/><img src='a>b'></img>",
         "<BR /><hr width=\"1\"/><img src='a>b' />");
+    row("white space in tags", "<br\tid='a'><hr\r\nid='b'>x", "<br\tid='a' /><hr\r\nid='b' />x");
     row("references", "<i t='&nbsp;'>&amp;&eacute;&hearts;&apos;&#65;&#32;&#31;&#0;&x; & &y</i>",
         "<i t='&#160;'>&amp;&#233;&#9829;&apos;&#65;&#32;&amp;x; & &y</i>");
     row("what XML cannot hold", "\xEF\xBB\xBF\xEF\xBB\xBF<i>\x01\xEF\xBF\xBF</i>", "<i></i>");
@@ -238,6 +241,44 @@ void TestBbCode::writesXhtml()
     QFETCH(QString, xhtml);
 
     QCOMPARE(MVRTextXhtmlExporter::htmlToXhtml(html), xhtml);
+}
+
+// By Qt's own reader of HTML, which takes "and" and "or" for others.
+void TestBbCode::knowsAllNamesOfCharacters()
+{
+    const char *names
+        = "AElig Aacute Acirc Agrave Alpha Aring Atilde Auml Beta Ccedil Chi Dagger Delta ETH "
+          "Eacute Ecirc Egrave Epsilon Eta Euml Gamma Iacute Icirc Igrave Iota Iuml Kappa Lambda "
+          "Mu "
+          "Ntilde Nu OElig Oacute Ocirc Ograve Omega Omicron Oslash Otilde Ouml Phi Pi Prime Psi "
+          "Rho Scaron Sigma THORN Tau Theta Uacute Ucirc Ugrave Upsilon Uuml Xi Yacute Yuml Zeta "
+          "aacute acirc acute aelig agrave alefsym alpha ang aring asymp atilde auml bdquo "
+          "beta "
+          "brvbar bull cap ccedil cedil cent chi circ clubs cong copy crarr cup curren dArr dagger "
+          "darr deg delta diams divide eacute ecirc egrave empty emsp ensp epsilon equiv eta eth "
+          "euml euro exist fnof forall frac12 frac14 frac34 frasl gamma ge hArr harr hearts hellip "
+          "iacute icirc iexcl igrave image infin int iota iquest isin iuml kappa lArr lambda lang "
+          "laquo larr lceil ldquo le lfloor lowast loz lrm lsaquo lsquo macr mdash micro middot "
+          "minus mu nabla nbsp ndash ne ni not notin nsub ntilde nu oacute ocirc oelig ograve "
+          "oline "
+          "omega omicron oplus ordf ordm oslash otilde otimes ouml para part permil perp phi pi "
+          "piv plusmn pound prime prod prop psi rArr radic rang raquo rarr rceil rdquo real reg "
+          "rfloor rho rlm rsaquo rsquo sbquo scaron sdot sect shy sigma sigmaf sim spades sub sube "
+          "sum sup sup1 sup2 sup3 supe szlig tau there4 theta thetasym thinsp thorn tilde times "
+          "trade uArr uacute uarr ucirc ugrave uml upsih upsilon uuml weierp xi yacute yen yuml "
+          "zeta "
+          "zwj zwnj";
+    const QList<QByteArray> all = QByteArray(names).split(' ');
+    for (const QByteArray &name : all) {
+        const QString reference = QLatin1Char('&') + QString::fromLatin1(name) + QLatin1Char(';');
+        QTextDocument document;
+        document.setHtml(QStringLiteral("<pre>x%1x</pre>").arg(reference));
+        QCOMPARE(document.begin().text().size(), 3);
+        QCOMPARE(MVRTextXhtmlExporter::htmlToXhtml(reference),
+                 QStringLiteral("&#%1;").arg(document.begin().text().at(1).unicode()));
+    }
+    QCOMPARE(MVRTextXhtmlExporter::htmlToXhtml(QStringLiteral("&and;&or;")),
+             QStringLiteral("&#8743;&#8744;"));
 }
 
 void TestBbCode::survivesHostileText_data()

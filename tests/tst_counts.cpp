@@ -34,6 +34,7 @@ void TestCounts::countsWords_data()
         << "don't l\u2019homme \u2019tis well-known non\u2011breaking - x" << 6;
     QTest::newRow("dashes, ellipses") << "a\u2014b\u2013c--d Wait...what\u2026 e.g. U.S.A." << 8;
     QTest::newRow("numbers") << "3.14 1,000 \u20ac5 50% 3:30 2021-05-03 \u00bd" << 7;
+    QTest::newRow("first and last letters") << "A Z a z 0 9" << 6;
     QTest::newRow("only signs") << "* & \u2013 ... -- ___ \u2603 \U0001F600" << 0;
     QTest::newRow("signs inside") << "file(s) and/or AT&T a@b.org http://x.org/a_b" << 5;
     QTest::newRow("unseen, marks") << "aut\u00adhor wo\u2060rd e\u0301te\u0301" << 3;

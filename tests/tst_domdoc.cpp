@@ -281,6 +281,8 @@ void TestDomDoc::indentsOnlyElements()
              QByteArray("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>\n"
                         "<r>\n <a>\n  <b> </b>\n  <b/>\n </a>\n"
                         " <p>x <i>y</i> <b>z</b></p>\n</r>\n"));
+    QVERIFY(dom.setContent(QStringLiteral("<r><a/><!-- c --><b/></r>")));
+    QVERIFY2(saved(dom).endsWith("<r>\n <a/>\n <!-- c -->\n <b/>\n</r>\n"), saved(dom));
 }
 
 void TestDomDoc::reportsADeviceThatTakesLess()

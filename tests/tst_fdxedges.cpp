@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <core/MVRTextFormat.h>
+#include <core/MVRTextRtf.h>
 #include <finaldraft/MVRFinalDraftFile.h>
+#include <finaldraft/MVRFinalDraftReader.h>
+#include <text/MVRTextDoc.h>
 
 #include <QBuffer>
 #include <QTextBlock>
@@ -17,6 +21,11 @@ private Q_SLOTS:
     void editsBetweenAnyCharacters();
     void keepsTheEncoding_data();
     void keepsTheEncoding();
+    void fillsEmptyRuns_data();
+    void fillsEmptyRuns();
+    void readsWhatTheReaderReads();
+    void listsScenesOfTheScript();
+    void writesNotesInParagraphs();
     void refuses_data();
     void refuses();
 };
@@ -126,6 +135,126 @@ void TestFdxEdges::keepsTheEncoding()
     cursor.movePosition(QTextCursor::Right);
     cursor.insertText(QString::fromUtf8("é日"));
     QCOMPARE(written(&file, document), after);
+}
+
+void TestFdxEdges::fillsEmptyRuns_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    const auto row = [](const char *name, const char *before, const char *after) {
+        QTest::newRow(name) << QByteArray(before) << QByteArray(after);
+    };
+    row("no attributes", "<Text/>", "<Text>Z</Text>");
+    row("blank", "<Text />", "<Text>Z</Text>");
+    row("attribute", "<Text AdornmentStyle=\"0\"/>", "<Text AdornmentStyle=\"0\">Z</Text>");
+    row("both tags", "<Text Size=\"12\"></Text>", "<Text Size=\"12\">Z</Text>");
+}
+
+void TestFdxEdges::fillsEmptyRuns()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+    const auto inScript = [](const QByteArray &runs) {
+        return "<FinalDraft><Content><Paragraph Type=\"Action\">" + runs
+            + "</Paragraph></Content></FinalDraft>";
+    };
+    MVRFinalDraftFile file;
+    QTextDocument document;
+    QVERIFY(load(&file, inScript(before)) && file.read(&document));
+    QTextCursor(&document).insertText(QStringLiteral("Z"));
+    QCOMPARE(written(&file, document), inScript(after));
+}
+
+// The file that is edited in place has a reader of its own.
+void TestFdxEdges::readsWhatTheReaderReads()
+{
+    QByteArray bytes
+        = "<FinalDraft DocumentType=\"Script\" Version=\"5\"><Content>"
+          "<Paragraph Type=\"Action\" LeftIndent=\"2.25\" RightIndent=\"6.50\" "
+          "FirstIndent=\"-0.25\" SpaceBefore=\"7\" Spacing=\"1.5\" Alignment=\"Right\">"
+          "<Text Color=\"red\">a</Text><Text Color=\"#12123C3C5656\" Style=\"Bold\">b</Text>"
+          "<Text Color=\"#FFFFFF\" Background=\"white\" Size=\"x\">c</Text>"
+          "<Text Size=\"20\">d</Text></Paragraph></Content></FinalDraft>";
+    MVRFinalDraftFile file;
+    QTextDocument inPlace;
+    QVERIFY(load(&file, bytes) && file.read(&inPlace));
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    MVRFinalDraftReader reader;
+    QTextDocument read;
+    QVERIFY(reader.load(&buffer) && reader.read(&read, {}));
+
+    QTextBlockFormat ours = inPlace.begin().blockFormat();
+    ours.clearProperty(MVRFinalDraftFile::SourceParagraphProperty);
+    const QTextBlockFormat theirs = read.begin().blockFormat();
+    for (const int property :
+         {int(MVRTextFormat::BlockLeftIndentProperty), int(MVRTextFormat::BlockRightIndentProperty),
+          int(MVRTextFormat::LineSpacingProperty), int(QTextFormat::TextIndent),
+          int(QTextFormat::BlockTopMargin), int(QTextFormat::BlockAlignment)})
+        QCOMPARE(ours.property(property), theirs.property(property));
+    QCOMPARE(ours.doubleProperty(MVRTextFormat::BlockRightIndentProperty), 396.0);
+    QCOMPARE(inPlace.begin().text(), read.begin().text());
+    for (int position = 1; position <= 4; ++position) {
+        QTextCursor a(&inPlace);
+        QTextCursor b(&read);
+        a.setPosition(position);
+        b.setPosition(position);
+        QCOMPARE(a.charFormat().foreground().color(), b.charFormat().foreground().color());
+        QCOMPARE(a.charFormat().fontPointSize(), b.charFormat().fontPointSize());
+        QCOMPARE(a.charFormat().fontWeight(), b.charFormat().fontWeight());
+    }
+}
+
+void TestFdxEdges::listsScenesOfTheScript()
+{
+    const QByteArray bytes
+        = "<FinalDraft><Content><Paragraph Type=\"Action\"><Text>a</Text></Paragraph>"
+          "<Paragraph Type=\"Scene Heading\" Number=\"1A\"><SceneProperties Title=\"t\"/>"
+          "<Text>b</Text></Paragraph><Paragraph Type=\"Character\"><Text>c</Text></Paragraph>"
+          "<Paragraph Type=\"Scene Heading\"><Text>d</Text></Paragraph></Content><TitlePage>"
+          "<Content><Paragraph Type=\"Scene Heading\"><Text>e</Text></Paragraph></Content>"
+          "</TitlePage></FinalDraft>";
+    MVRFinalDraftFile file;
+    QTextDocument document;
+    QVERIFY(load(&file, bytes) && file.read(&document));
+    QStringList scenes;
+    for (const MVRFinalDraftFile::Scene &scene : file.scenes()) {
+        QCOMPARE(document.findBlockByNumber(scene.block).text(), scene.heading);
+        scenes.append(scene.number + scene.heading + scene.title);
+    }
+    QCOMPARE(scenes, QStringList({QStringLiteral("1Abt"), QStringLiteral("d")}));
+}
+
+void TestFdxEdges::writesNotesInParagraphs()
+{
+    const QByteArray bytes
+        = "<FinalDraft Version=\"3\"><Content><Paragraph Type=\"Action\"><ScriptNote ID=\"1\">"
+          "<Paragraph><Text>old</Text></Paragraph></ScriptNote><Text>words</Text></Paragraph>"
+          "<Paragraph Type=\"Action\"><Text>end</Text></Paragraph></Content></FinalDraft>";
+    MVRFinalDraftFile file;
+    QTextDocument document;
+    QVERIFY(load(&file, bytes) && file.read(&document));
+    const MVRTextNotes notes = MVRTextDoc::notes(&document);
+    QCOMPARE(notes.size(), 1);
+    QTextCharFormat content;
+    content.setProperty(MVRTextFormat::CommentCDataProperty,
+                        MVRTextRtf::textToRtf(QStringLiteral("new"), nullptr));
+    notes[0].range.toTextCursor(&document).mergeCharFormat(content);
+    const QByteArray changed = written(&file, document);
+    QVERIFY2(changed.contains("new") && !changed.contains("old"), changed);
+    QCOMPARE(changed.count("<ScriptNote"), 1);
+
+    // A note whose words have two looks is one note, also over two paragraphs.
+    QTextCursor cursor(&document);
+    cursor.movePosition(QTextCursor::End);
+    QTextCharFormat plain;
+    plain.setProperty(MVRTextFormat::InlineFootnoteProperty, true);
+    QTextCharFormat bold = plain;
+    bold.setFontWeight(QFont::Bold);
+    cursor.insertText(QStringLiteral("one"), plain);
+    cursor.insertText(QStringLiteral("two"), bold);
+    const QByteArray inOne = written(&file, document);
+    QVERIFY2(inOne.count("<ScriptNote") == 2 && inOne.contains("onetwo"), inOne);
 }
 
 void TestFdxEdges::refuses_data()

@@ -310,7 +310,8 @@ void TestFdxReader::formatsRunsOneByOne()
     QVERIFY(load(&reader,
                  screenplay(s("<Paragraph Type='Scene Heading' Alignment='Center' "
                               "StartsNewPage='Yes'><Text Style='Italic' Size='14' "
-                              "Color='#FFFF00000000'>a</Text><Text>b</Text></Paragraph>"
+                              "Color='#FFFF00000000'>a</Text><Text>b</Text>"
+                              "<Text Size='20'>c</Text></Paragraph>"
                               "<Paragraph Type='Scene Heading'><Text>c</Text></Paragraph>"),
                             s(headingSettings))));
     QTextDocument document;
@@ -326,6 +327,8 @@ void TestFdxReader::formatsRunsOneByOne()
     QVERIFY(!run.fragment().charFormat().fontItalic());
     QCOMPARE(run.fragment().charFormat().fontWeight(), int(QFont::Bold));
     QCOMPARE(run.fragment().charFormat().fontPointSize(), 12.0);
+    ++run;
+    QCOMPARE(run.fragment().charFormat().fontPointSize(), 20.0);
 
     QCOMPARE(first.blockFormat().alignment(), Qt::AlignCenter);
     QVERIFY(first.blockFormat().pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore);

@@ -214,6 +214,17 @@ void TestFdxVocabulary::carriesParagraphSettings()
     QVERIFY(back.startsNewPage);
     QCOMPARE(int(back.leading), int(Tight));
 
+    const QPair<int, int> alignments[] = {{Qt::AlignRight | Qt::AlignVCenter, Qt::AlignRight},
+                                          {Qt::AlignLeft | Qt::AlignAbsolute, Qt::AlignLeft},
+                                          {Qt::AlignHCenter, Qt::AlignHCenter},
+                                          {Qt::AlignJustify, Qt::AlignJustify},
+                                          {Qt::AlignTop, Qt::AlignLeft}};
+    for (const auto &[given, shown] : alignments) {
+        ParagraphAttr aligned;
+        aligned.alignment = Qt::Alignment(given);
+        QCOMPARE(int(aligned.toBlockFormat().alignment() & Qt::AlignHorizontal_Mask), shown);
+    }
+
     QTextBlockFormat heading;
     heading.setHeadingLevel(3); // has the number of our line spacing
     back.fromBlockFormat(heading, 0);

@@ -218,6 +218,7 @@ void TestInspectorNotes::writesEveryProperty()
     QCOMPARE(comment.colorProperty(MVRTextFormat::CommentColorProperty), QColor(Qt::green));
     QVERIFY(href.startsWith(QLatin1String("Comment:")) && href.size() > 40);
     QCOMPARE(comment.property(MVRTextFormat::InlineAnnotationProperty), QVariant(false));
+    QCOMPARE(comment.property(MVRTextFormat::InlineFootnoteProperty), QVariant(false));
     QCOMPARE(formatAt(&document, 1).fontWeight(), int(QFont::Bold));
 
     MVRTextDoc::setComment(&document, MVRTextRange(0, 2), note('5', true));

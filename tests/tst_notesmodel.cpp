@@ -248,6 +248,12 @@ void TestNotesModel::tintsNotesWithoutTouchingTheDocument()
     // Attaching a note changes formats and no text: the paragraph is looked at again.
     MVRTextDoc::setComment(selection(&document, 8, 11), QStringLiteral("note"), false);
     QCOMPARE(document.lastBlock().layout()->formats().size(), 1);
+
+    MVRTextDoc::setComment(selection(&document, 8, 11), QStringLiteral("note"), true);
+    highlighter.setTint(MVRTextNote::Footnote, Qt::blue);
+    const auto again = document.lastBlock().layout()->formats();
+    QCOMPARE(again.size(), 1);
+    QCOMPARE(again[0].format.background().color(), QColor(Qt::blue));
 }
 
 QTEST_MAIN(TestNotesModel)

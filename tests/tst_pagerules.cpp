@@ -202,6 +202,10 @@ private Q_SLOTS:
     void survivesAnySettings_data();
     void survivesAnySettings();
     void placesWideAndLeftwardText();
+    void tellsColumnsApart();
+    void endsSentencesAtNoInitial();
+    void countsContinuedsByScene();
+    void takesNoSpacingForSingle();
     void keepsScenesAndPages();
     void measuresScenes();
 };
@@ -359,6 +363,84 @@ void TestPageRules::placesWideAndLeftwardText()
     }
     QVERIFY(lines[0] > 1);
     QVERIFY(lines[1] > 1); // although it has no blanks
+}
+
+void TestPageRules::tellsColumnsApart()
+{
+    const MVRScreenplayPage page
+        = MVRScreenplayPages(screenplayOf(QStringLiteral("dual"))).pages()[0];
+    int lines[2] = {0, 0};
+    for (const MVRScreenplayLine &line : page.lines) {
+        ++lines[line.column];
+        if (line.column == 1)
+            QVERIFY2(line.runs.first().x > 306.0, qPrintable(line.text()));
+    }
+    QVERIFY(lines[0] > 10 && lines[1] > 8);
+}
+
+void TestPageRules::endsSentencesAtNoInitial()
+{
+    // A paragraph of eight lines where five more have room: what could end the page's last
+    // sentence stands in the fourth.
+    const auto lastWord = [](const QString &sign) {
+        MVRScreenplay script;
+        script.settings.pageSize.setHeight(144.0 + 12.0 * 11);
+        script.body
+            = {paragraph(QStringLiteral("Action"),
+                         QStringLiteral("word\n").repeated(4) + QLatin1Char('x')),
+               paragraph(QStringLiteral("Action"),
+                         QStringLiteral("word ").repeated(40) + sign + QStringLiteral(" Smith")
+                             + QStringLiteral(" word").repeated(40))};
+        QString text;
+        const MVRScreenplayPage page = MVRScreenplayPages(script).pages().first();
+        for (const MVRScreenplayLine &line : page.lines) {
+            if (line.paragraph == 1)
+                text = line.text().trimmed();
+        }
+        return text.section(QLatin1Char(' '), -1);
+    };
+    QCOMPARE(lastWord(QStringLiteral("go.")), QStringLiteral("go."));
+    QCOMPARE(lastWord(QStringLiteral("I.")), QStringLiteral("I."));
+    QVERIFY(lastWord(QStringLiteral("J.")) != QStringLiteral("J."));
+    QVERIFY(lastWord(QStringLiteral("Mr.")) != QStringLiteral("Mr."));
+}
+
+void TestPageRules::countsContinuedsByScene()
+{
+    MVRScreenplay script;
+    script.settings.continuesBrokenScene = script.settings.countsContinueds = true;
+    for (int scene = 0; scene < 2; ++scene) {
+        script.body.append(paragraph(QStringLiteral("Scene Heading"), QStringLiteral("int. room")));
+        script.body.last().attr.startsNewPage = true;
+        script.body.append(
+            paragraph(QStringLiteral("Action"), QStringLiteral("It rains again. ").repeated(500)));
+    }
+    QStringList tops;
+    const QVector<MVRScreenplayPage> pages = MVRScreenplayPages(script).pages();
+    for (const MVRScreenplayPage &page : pages) {
+        for (const MVRScreenplayLine &line : page.lines) {
+            if (line.kind == MVRScreenplayLine::SceneTop)
+                tops.append(line.text());
+        }
+    }
+    const QStringList ofScene = {QStringLiteral("CONTINUED:"), QStringLiteral("CONTINUED: (2)")};
+    QCOMPARE(tops, ofScene + ofScene);
+}
+
+void TestPageRules::takesNoSpacingForSingle()
+{
+    MVRScreenplay script;
+    for (const double spacing : {0.0, 1.0, 2.0}) {
+        script.body.append(paragraph(QStringLiteral("Action"), QStringLiteral("a\nb")));
+        script.body.last().attr.spacing = spacing;
+    }
+    QVector<double> heights;
+    const MVRScreenplayPage page = MVRScreenplayPages(script).pages().first();
+    for (const MVRScreenplayLine &line : page.lines) {
+        if (line.paragraph >= 0)
+            heights.append(line.height);
+    }
+    QCOMPARE(heights, QVector<double>({12, 12, 12, 12, 24, 24}));
 }
 
 void TestPageRules::keepsScenesAndPages()

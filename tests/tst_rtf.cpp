@@ -124,6 +124,7 @@ void TestRtf::readsText_data()
     row("two bytes in hex", "\\ansicpg932\\'93\\'fa\\'96\\'7b", "日本");
     row("second byte raw", "\\ansicpg932\\'93\xfa\\'96{}\\'83A", "日\uFFFDア");
     row("second byte is a backslash", "\\ansicpg932\\'83\\\\ \\'83\\'5c", "ソ ソ");
+    row("second byte is one in Chinese", "\\ansicpg950\\'a5\\\\ \\'a5\\'5c", "功 功");
     row("second byte on the next line", "\\ansicpg936\\'d6\n\\'d0", "中");
     row("other double-byte pages",
         "\\ansicpg949\\'c7\\'d1\\ansicpg950\\'a4\\'a4\\ansicpg874\\'a1\\'93", "한中ก“");

@@ -519,6 +519,19 @@ void TestRtfRoundTrip::saysToOthers()
     ruled.setBorder(1);
     QTextCursor(&document).insertTable(1, 1, ruled);
     QVERIFY(says("\\clbrdrt\\brdr") && says("\\clbrdrr\\brdr"));
+
+    QTextDocument coloured;
+    QTextCursor writer(&coloured);
+    for (const auto &[color, isBold] :
+         {std::pair(Qt::red, false), std::pair(Qt::blue, false), std::pair(Qt::blue, true)}) {
+        QTextCharFormat format;
+        format.setForeground(color);
+        format.setFontWeight(isBold ? QFont::Bold : QFont::Normal);
+        writer.insertText(QStringLiteral("x"), format);
+    }
+    const QByteArray rtf = MVRTextRtf::toRtfCData(&coloured, false);
+    QCOMPARE(rtf.count("\\blue255;"), 1); // a colour of two formats is one
+    QCOMPARE(rtf.count("\\cf2"), 2);
 }
 
 void TestRtfRoundTrip::smallAndPlain()

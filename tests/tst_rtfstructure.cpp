@@ -218,6 +218,15 @@ void TestRtfStructure::tables_data()
         << QByteArray("\\trowd\\clvmgf\\cellx1000\\cellx2000\\intbl a\\cell b\\cell\\row"
                       "\\trowd\\clvmrg\\cellx1000\\cellx2000\\cell d\\cell\\row")
         << QStringLiteral(",[a|b/-|d],");
+    QByteArray wide = "\\trowd"; // most of its cells are not joined, and cost nothing
+    for (int cell = 1; cell <= 60; ++cell)
+        wide += "\\cellx" + QByteArray::number(cell * 100);
+    QTest::newRow("joined at the end of a large table")
+        << (wide + "\\intbl" + QByteArray("\\cell").repeated(60) + "\\row").repeated(90)
+            + "\\trowd\\clmgf\\cellx100\\clmrg\\cellx200\\intbl a\\cell\\cell\\row"
+        << QStringLiteral(",[%1a|-%2],")
+               .arg((QString(59, QLatin1Char('|')) + QLatin1Char('/')).repeated(90),
+                    QString(58, QLatin1Char('|')));
     QTest::newRow("joined cell with text keeps it")
         << QByteArray("\\trowd\\clmgf\\cellx1000\\clmrg\\cellx2000\\intbl a\\cell b\\cell\\row")
         << QStringLiteral(",[a|b],");
@@ -389,6 +398,8 @@ void TestRtfStructure::writesLists()
         cursor.insertList(style);
         cursor.insertText(QStringLiteral("c"));
     }
+    const QByteArray rtf = MVRTextRtf::toRtfCData(&document, false);
+    QVERIFY2(rtf.contains("\\'01\\u9702?") && rtf.contains("\\'01\\u9642?"), rtf);
     const auto read = writtenAndRead(document);
     QCOMPARE(itemsOf(*read), itemsOf(document));
     for (QTextBlock block = read->begin(), source = document.begin(); block.isValid();
@@ -459,6 +470,10 @@ void TestRtfStructure::pictures_data()
 
     QTest::newRow("hexadecimal") << "\\pngblip\\picwgoal600\\pichgoal300 " + digits << png
                                  << QSizeF(30, 15);
+    QByteArray strewn = png.toHex().toUpper();
+    for (int at = 10; at < strewn.size(); at += 11)
+        strewn.insert(at, "gz-"); // no digits
+    QTest::newRow("letters among digits") << "\\pngblip " + strewn << png << QSizeF(0, 0);
     QTest::newRow("scaled") << "\\picscalex50\\picscaley200\\pngblip\\picwgoal600\\pichgoal300 "
             + digits << png << QSizeF(15, 30);
     QTest::newRow("pixels only") << "\\pngblip\\picw3\\pich2 " + digits << png << QSizeF(2.25, 1.5);
@@ -728,6 +743,12 @@ void TestRtfStructure::pageAndItsTexts()
           "\\*\\fldinst NUMPAGES}{\\fldrslt"})
         QVERIFY2(rtf.contains(part), rtf);
     QVERIFY(!rtf.contains("second"));
+
+    QTextFrameFormat root = document.rootFrame()->frameFormat();
+    root.setTopMargin(90);
+    document.rootFrame()->setFrameFormat(root);
+    rtf = MVRTextRtf::toRtfCData(&document, true);
+    QVERIFY2(rtf.contains("\\margl1134\\margr1440\\margt1800\\margb1440"), rtf);
 
     document.setPageSize(QSizeF(612, 792)); // a page that a host sets goes before the file's
     QVERIFY(

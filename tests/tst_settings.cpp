@@ -60,6 +60,9 @@ void TestSettings::readsAndForgets()
     QVERIFY(settings.value(MVRSettings::CommentFontSetting) != font);
 
     settings.setFileName(m_dir.filePath(QStringLiteral("b.ini")));
+    QFile file(path); // what was set is in it once it is no longer in use
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().contains("=true"));
     QCOMPARE(settings.value(MVRSettings::WordSearchSetting), false);
     settings.setFileName(path);
     settings.remove(MVRSettings::WordSearchSetting);

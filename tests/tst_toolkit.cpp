@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include <core/MVRFormat.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRToolkit.h>
 
 #include <QFont>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -23,6 +26,8 @@ private Q_SLOTS:
     void secondTranslationChangesNothing();
     void convertsEveryParagraph();
     void filesHaveOneNumberForBothToolkits();
+    void clearsTheLookOfLinksOnly();
+    void knowsKindsOfExport();
 };
 
 namespace {
@@ -214,6 +219,31 @@ void TestToolkit::filesHaveOneNumberForBothToolkits()
     QVERIFY(between > QFont::DemiBold && between < QFont::Bold);
     for (int weight = QFont::Thin; weight <= QFont::Black; ++weight)
         QCOMPARE(MVRToolkit::weightOfStored(MVRToolkit::storedWeight(weight)), weight);
+}
+
+void TestToolkit::clearsTheLookOfLinksOnly()
+{
+    const QColor link = QGuiApplication::palette().color(QPalette::Link);
+    const auto cleared = [](const QColor &color, bool underlined) {
+        QTextCharFormat format;
+        format.setFontUnderline(underlined);
+        format.setForeground(color);
+        format.setFontItalic(true);
+        MVRToolkit::clearLinkLook(&format);
+        return !format.hasProperty(QTextFormat::ForegroundBrush) && format.fontItalic();
+    };
+    QVERIFY(cleared(link, true));
+    QVERIFY(!cleared(Qt::red, true));
+    QVERIFY(!cleared(link, false));
+}
+
+void TestToolkit::knowsKindsOfExport()
+{
+    QVERIFY(MVRFormat::isMmdVariant(MVRFormat::MultiMarkdown));
+    QVERIFY(MVRFormat::isMmdVariant(MVRFormat::MultiMarkdownLatex));
+    QVERIFY(!MVRFormat::isMmdVariant(MVRFormat::Kindle));
+    QVERIFY(MVRFormat::isEBook(MVRFormat::EPub3) && MVRFormat::isEBook(MVRFormat::Kindle));
+    QVERIFY(!MVRFormat::isEBook(MVRFormat::NoFormat));
 }
 
 QTEST_MAIN(TestToolkit)
