@@ -1,23 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <tool/Output.h>
 
-#include <tool/FileName.h>
 #include <tool/Messages.h>
+#include <tool/System.h>
 
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
-constexpr int pieceSize = 1 << 20;
-constexpr int maxInputSize = 1 << 30; // a QByteArray ends at twice that
+constexpr qint64 maxInputSize = 1 << 30; // a QByteArray ends at twice that
 
 bool isStream(const QString &path)
 {
@@ -29,200 +21,12 @@ QString reason(int code)
     return QString::fromLocal8Bit(std::strerror(code));
 }
 
-/*! A file of the system, closed at the end unless it is one of the standard streams. */
-class OpenFile
-{
-public:
-    explicit OpenFile(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-    ~OpenFile()
-    {
-        if (m_descriptor > STDERR_FILENO)
-            close(m_descriptor);
-    }
-    Q_DISABLE_COPY_MOVE(OpenFile)
-
-    bool isOpen() const { return m_descriptor >= 0; }
-    int descriptor() const { return m_descriptor; }
-
-    /*! Both give the code of what went wrong, or 0. */
-    int write(const QByteArray &data) const;
-    int read(QByteArray *data) const;
-
-private:
-    const int m_descriptor;
-};
-
-int OpenFile::write(const QByteArray &data) const
-{
-    for (qint64 written = 0; written < data.size();) {
-        const ssize_t count
-            = ::write(m_descriptor, data.constData() + written, size_t(data.size() - written));
-        if (count < 0 && errno != EINTR)
-            return errno;
-        if (count == 0) // no system does that for a size above 0
-            return EIO;
-        written += qMax<ssize_t>(count, 0);
-    }
-    return 0;
-}
-
-// In pieces: a device such as /dev/zero never ends.
-int OpenFile::read(QByteArray *data) const
-{
-    QByteArray piece(pieceSize, Qt::Uninitialized);
-    data->clear();
-    while (data->size() <= maxInputSize) {
-        const ssize_t count = ::read(m_descriptor, piece.data(), size_t(piece.size()));
-        if (count < 0 && errno != EINTR)
-            return errno;
-        if (count == 0)
-            return 0;
-        data->append(piece.constData(), int(qMax<ssize_t>(count, 0)));
-    }
-    return EFBIG;
-}
-
-/*! The path of the file that a link leads to, or the path itself. */
-QByteArray target(const QByteArray &path)
-{
-    const std::unique_ptr<char, decltype(&std::free)> found(realpath(path.constData(), nullptr),
-                                                            &std::free);
-    return found ? QByteArray(found.get()) : path;
-}
-
-QByteArray folderOf(const QByteArray &path)
-{
-    const int slash = path.lastIndexOf('/');
-    return slash < 0 ? QByteArray(".") : path.left(qMax(slash, 1));
-}
-
-/*! What a new file may be read and written by, as the user has set it. */
-mode_t newMode()
-{
-    const mode_t mask = umask(0);
-    umask(mask);
-    return 0666 & ~mask;
-}
-
-/*! A file beside the one to be written, which it takes the place of at the end. */
-class NewFile
-{
-public:
-    explicit NewFile(const QByteArray &path)
-        : m_path(path)
-        , m_name(folderOf(path) + "/.mvrtext-XXXXXX")
-    {
-    }
-    ~NewFile()
-    {
-        if (m_hasName)
-            unlink(m_name.constData());
-    }
-    Q_DISABLE_COPY_MOVE(NewFile)
-
-    /*! Gives the code of what went wrong, or 0; the old file is then as it was. */
-    int write(const QByteArray &data, mode_t mode);
-
-private:
-    int open();
-    int giveName(int descriptor);
-
-    const QByteArray m_path;
-    QByteArray m_name;
-    bool m_hasName = false;
-};
-
-int NewFile::open()
-{
-#ifdef O_TMPFILE
-    // Has no name until it is whole, so that nothing is left where the program is killed. The name
-    // is given by way of a folder that a closed environment may lack.
-    if (access("/proc/self/fd", X_OK) == 0) {
-        const int descriptor
-            = ::open(folderOf(m_path).constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
-        if (descriptor >= 0)
-            return descriptor;
-    }
-#endif
-    const int named = mkostemp(m_name.data(), O_CLOEXEC);
-    m_hasName = named >= 0;
-    return named;
-}
-
-int NewFile::giveName(int descriptor)
-{
-    if (m_hasName)
-        return 0;
-    const QByteArray source = "/proc/self/fd/" + QByteArray::number(descriptor);
-    for (int number = 0; number < 100; ++number) {
-        const QByteArray name = folderOf(m_path) + "/.mvrtext-" + QByteArray::number(getpid()) + '-'
-            + QByteArray::number(number);
-        if (linkat(AT_FDCWD, source.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW)
-            == 0) {
-            m_name = name;
-            m_hasName = true;
-            return 0;
-        }
-        if (errno != EEXIST)
-            return errno;
-    }
-    return EEXIST;
-}
-
-int NewFile::write(const QByteArray &data, mode_t mode)
-{
-    const OpenFile file(open());
-    if (!file.isOpen())
-        return errno;
-    if (const int fault = file.write(data))
-        return fault;
-    if (fchmod(file.descriptor(), mode) != 0 || fsync(file.descriptor()) != 0)
-        return errno;
-    if (const int fault = giveName(file.descriptor()))
-        return fault;
-    if (rename(m_name.constData(), m_path.constData()) != 0)
-        return errno;
-    m_hasName = false;
-    return 0;
-}
-
-int writeFile(const QByteArray &path, const QByteArray &data)
-{
-    struct stat old = {};
-    if (stat(path.constData(), &old) != 0)
-        return NewFile(target(path)).write(data, newMode());
-    if (S_ISDIR(old.st_mode))
-        return EISDIR;
-    if (!S_ISREG(old.st_mode)) {
-        // Pipes and devices cannot be replaced; they take the text as it comes.
-        const OpenFile file(open(path.constData(), O_WRONLY | O_CLOEXEC));
-        return file.isOpen() ? file.write(data) : errno;
-    }
-    if (access(path.constData(), W_OK) != 0)
-        return errno;
-    return NewFile(target(path)).write(data, old.st_mode & 07777);
-}
-
-}
-
-bool isSameFile(const QString &one, const QString &other)
-{
-    struct stat first = {};
-    struct stat second = {};
-    return stat(fileNameToBytes(one).constData(), &first) == 0
-        && stat(fileNameToBytes(other).constData(), &second) == 0 && first.st_dev == second.st_dev
-        && first.st_ino == second.st_ino;
 }
 
 bool readInput(const QString &path, QByteArray *data, QString *error)
 {
-    const OpenFile file(isStream(path)
-                            ? STDIN_FILENO
-                            : open(fileNameToBytes(path).constData(), O_RDONLY | O_CLOEXEC));
-    const int fault = file.isOpen() ? file.read(data) : errno;
+    const int fault = isStream(path) ? System::readStandardInput(maxInputSize, data)
+                                     : System::readFile(path, maxInputSize, data);
     if (fault != 0)
         *error = fault == EFBIG ? Tool::tr("is larger than 1 GiB") : reason(fault);
     return fault == 0;
@@ -230,8 +34,8 @@ bool readInput(const QString &path, QByteArray *data, QString *error)
 
 bool writeOutput(const QString &path, const QByteArray &data, QString *error)
 {
-    const int fault = isStream(path) ? OpenFile(STDOUT_FILENO).write(data)
-                                     : writeFile(fileNameToBytes(path), data);
+    const int fault
+        = isStream(path) ? System::writeStandardOutput(data) : System::writeFile(path, data);
     if (fault != 0)
         *error = reason(fault);
     return fault == 0;

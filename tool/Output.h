@@ -4,9 +4,6 @@
 #include <QByteArray>
 #include <QString>
 
-/*! Tells whether two paths name the same existing file, also through links. */
-bool isSameFile(const QString &one, const QString &other);
-
 /*!
     Reads a whole file, or the standard input for "-".
 

@@ -2,15 +2,14 @@
 #include <tool/Progress.h>
 
 #include <tool/Messages.h>
+#include <tool/System.h>
 
 #include <chrono>
 #include <cstdio>
 
-#include <unistd.h>
-
 Progress::Progress()
 {
-    if (isatty(STDERR_FILENO))
+    if (System::isTerminal(stderr))
         m_thread = std::thread([this] { run(); });
 }
 

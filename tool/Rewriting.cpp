@@ -9,6 +9,7 @@
 #include <tool/Output.h>
 #include <tool/Progress.h>
 #include <tool/Saving.h>
+#include <tool/System.h>
 #include <tool/formats/Formats.h>
 
 QVector<Option> Rewriting::options(bool outputIsRequired)
@@ -53,7 +54,7 @@ bool Rewriting::isSafe() const
 {
     const QStringList inputs = m_commandLine.files();
     for (const QString &input : inputs) {
-        if (isSameFile(input, m_output)) {
+        if (System::isSameFile(input, m_output)) {
             printMessage(m_output, Tool::tr("is the input itself; nothing was written"));
             return false;
         }

@@ -2,11 +2,9 @@
 #include <tool/Table.h>
 
 #include <tool/Columns.h>
+#include <tool/System.h>
 
 #include <algorithm>
-
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -30,10 +28,7 @@ void Table::addRow(const QStringList &cells)
 
 int Table::terminalWidth()
 {
-    winsize size = {};
-    if (!isatty(STDOUT_FILENO) || ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0)
-        return 0;
-    return size.ws_col;
+    return System::terminalColumns();
 }
 
 QVector<int> Table::columnWidths(int maxWidth) const

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <tool/CommandLine.h>
-#include <tool/FileName.h>
 #include <tool/Messages.h>
+#include <tool/System.h>
 #include <tool/Table.h>
 #include <tool/Translation.h>
 #include <tool/commands/Commands.h>
@@ -20,10 +20,6 @@
 #include <exception>
 #include <new>
 #include <system_error>
-
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 namespace {
 
@@ -93,17 +89,6 @@ int answer(const CommandLine &commandLine)
     std::abort();
 }
 
-// A file that is opened must not take the number of a stream that was closed: reading and writing
-// that one is to fail.
-void holdStandardStreams()
-{
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        if (fcntl(stream, F_GETFD) == -1 && errno == EBADF
-            && open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY) < 0)
-            return;
-    }
-}
-
 // The program shows nothing on a screen: it needs none, and pages have a resolution of their own.
 void detachFromScreen()
 {
@@ -117,10 +102,8 @@ void detachFromScreen()
 void checkMemory()
 {
     constexpr size_t takenByFonts = 32 << 20;
-    void *const room = mmap(nullptr, takenByFonts, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (room == MAP_FAILED)
+    if (!System::hasRoomFor(takenByFonts))
         throw std::bad_alloc();
-    munmap(room, takenByFonts);
 }
 
 // Messages of the libraries are for developers; QT_LOGGING_RULES brings them back.
@@ -142,9 +125,7 @@ int runProgram(int argc, char *argv[])
 {
     quietLibraries();
     MVRToolkit::useUtf8();
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments << fileNameFromBytes(argv[i]);
+    const QStringList arguments = System::arguments(argc, argv);
     argc = qMin(argc, 1); // Qt would take options of its own out of them, "--style" among these
 
     const QString word = arguments.value(0);
@@ -179,7 +160,7 @@ int runProgram(int argc, char *argv[])
 
 int main(int argc, char *argv[])
 {
-    holdStandardStreams();
+    System::prepareStandardStreams();
     std::set_terminate(endUnexpectedly);
     try {
         return runProgram(argc, argv);

@@ -8,6 +8,7 @@
 #include <tool/PageOptions.h>
 #include <tool/Progress.h>
 #include <tool/Saving.h>
+#include <tool/System.h>
 #include <tool/commands/Batch.h>
 #include <tool/commands/Commands.h>
 #include <tool/formats/Formats.h>
@@ -71,7 +72,7 @@ int convertOne(const CommandLine &commandLine, Conversion *conversion)
         conversion->to = findFormat(output, commandLine.value("to"), &error);
     if (!from || !conversion->to)
         return commandLine.usageError(error);
-    if (isSameFile(input, output)) {
+    if (System::isSameFile(input, output)) {
         printMessage(output, Tool::tr("is the input itself; nothing was written"));
         return Failure;
     }

@@ -9,6 +9,7 @@
 #include <tool/Progress.h>
 #include <tool/Rewriting.h>
 #include <tool/Saving.h>
+#include <tool/System.h>
 #include <tool/commands/Commands.h>
 #include <tool/formats/Formats.h>
 
@@ -181,8 +182,8 @@ bool isSafe(const CommandLine &commandLine, const Rewriting &rewriting, const En
         return false;
     const QString &file = endNotes.notesFile;
     if (file.isEmpty()
-        || (!isSameFile(file, commandLine.file(0)) && !isSameFile(file, rewriting.output())
-            && file != rewriting.output()))
+        || (!System::isSameFile(file, commandLine.file(0))
+            && !System::isSameFile(file, rewriting.output()) && file != rewriting.output()))
         return true;
     printMessage(file, Tool::tr("is the input or output itself; nothing was written"));
     return false;

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <cstdio>
+
+/*!
+    What the program asks of the system that it runs on. No other file calls POSIX or Windows.
+
+    Functions that give an int give the code of what went wrong, as errno does, or 0.
+*/
+namespace System {
+
+/*! The arguments of the program without its name, as the system knows them. */
+QStringList arguments(int argc, char *argv[]);
+
+/*! Makes the standard streams carry bytes as they are, and keeps the numbers of those that were
+    closed from being given to files: reading and writing these is to fail. */
+void prepareStandardStreams();
+
+/*! Whether somebody sees what goes to the standard output or the standard error. */
+bool isTerminal(FILE *stream);
+
+/*! The columns of the terminal that is the standard output; 0 when that is none. */
+int terminalColumns();
+
+/*! Whether the program may take \a size more bytes of memory; it does not keep them. */
+bool hasRoomFor(size_t size);
+
+/*! Whether two paths name the same existing file, also through links. */
+bool isSameFile(const QString &one, const QString &other);
+
+/*! Reads a file to its end; EFBIG when it is longer than \a maxSize bytes. */
+int readFile(const QString &path, qint64 maxSize, QByteArray *data);
+int readStandardInput(qint64 maxSize, QByteArray *data);
+
+/*! Writes a file in one step: it holds what it held before unless everything could be written. */
+int writeFile(const QString &path, const QByteArray &data);
+int writeStandardOutput(const QByteArray &data);
+
+}

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+#include <tool/System.h>
+
+#include <cerrno>
+#include <memory>
+
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+#include <process.h>
+#include <shellapi.h>
+
+namespace {
+
+constexpr int pieceSize = 1 << 20;
+
+using File = std::unique_ptr<FILE, decltype(&std::fclose)>;
+
+const wchar_t *wide(const QString &path)
+{
+    return reinterpret_cast<const wchar_t *>(path.utf16());
+}
+
+/*! "N" keeps it from other programs that this one starts. */
+File openFile(const QString &path, const wchar_t *mode)
+{
+    return File(_wfopen(wide(path), mode), &std::fclose);
+}
+
+HANDLE handleOf(FILE *file)
+{
+    return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
+}
+
+// In pieces: a device never ends.
+int read(FILE *file, qint64 maxSize, QByteArray *data)
+{
+    QByteArray piece(pieceSize, Qt::Uninitialized);
+    data->clear();
+    while (data->size() <= maxSize) {
+        const size_t count = std::fread(piece.data(), 1, size_t(piece.size()), file);
+        data->append(piece.constData(), int(count));
+        if (count == 0)
+            return std::ferror(file) != 0 ? EIO : 0;
+    }
+    return EFBIG;
+}
+
+int write(FILE *file, const QByteArray &data)
+{
+    const size_t size = size_t(data.size());
+    const bool isWhole
+        = std::fwrite(data.constData(), 1, size, file) == size && std::fflush(file) == 0;
+    return isWhole ? 0 : errno;
+}
+
+int writeBeside(const QString &path, const QByteArray &data)
+{
+    const File file = openFile(path, L"wbN");
+    if (!file)
+        return errno;
+    const int fault = write(file.get(), data);
+    return fault == 0 && _commit(_fileno(file.get())) != 0 ? errno : fault;
+}
+
+/*! What tells a file from all others. */
+bool findIdentity(const QString &path, BY_HANDLE_FILE_INFORMATION *identity)
+{
+    const File file = openFile(path, L"rbN");
+    return file && GetFileInformationByHandle(handleOf(file.get()), identity) != 0;
+}
+
+}
+
+// Those that the system hands over are cut to its code page.
+QStringList System::arguments(int, char *[])
+{
+    int count = 0;
+    const std::unique_ptr<LPWSTR, decltype(&LocalFree)> words(
+        CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree);
+    QStringList arguments;
+    for (int i = 1; words && i < count; ++i)
+        arguments << QString::fromWCharArray(words.get()[i]);
+    return arguments;
+}
+
+void System::prepareStandardStreams()
+{
+    for (FILE *stream : {stdin, stdout, stderr})
+        _setmode(_fileno(stream), _O_BINARY);
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+bool System::isTerminal(FILE *stream)
+{
+    // Lines are taken back by control sequences, which a console has to be asked to heed.
+    DWORD mode = 0;
+    return _isatty(_fileno(stream)) && GetConsoleMode(handleOf(stream), &mode) != 0
+        && SetConsoleMode(handleOf(stream), mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+int System::terminalColumns()
+{
+    CONSOLE_SCREEN_BUFFER_INFO info = {};
+    if (GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) == 0)
+        return 0;
+    return info.srWindow.Right - info.srWindow.Left + 1;
+}
+
+bool System::hasRoomFor(size_t size)
+{
+    void *const room = VirtualAlloc(nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_NOACCESS);
+    return room != nullptr && VirtualFree(room, 0, MEM_RELEASE) != 0;
+}
+
+bool System::isSameFile(const QString &one, const QString &other)
+{
+    BY_HANDLE_FILE_INFORMATION first = {};
+    BY_HANDLE_FILE_INFORMATION second = {};
+    return findIdentity(one, &first) && findIdentity(other, &second)
+        && first.dwVolumeSerialNumber == second.dwVolumeSerialNumber
+        && first.nFileIndexHigh == second.nFileIndexHigh
+        && first.nFileIndexLow == second.nFileIndexLow;
+}
+
+int System::readFile(const QString &path, qint64 maxSize, QByteArray *data)
+{
+    const File file = openFile(path, L"rbN");
+    return file ? read(file.get(), maxSize, data) : errno;
+}
+
+int System::readStandardInput(qint64 maxSize, QByteArray *data)
+{
+    return read(stdin, maxSize, data);
+}
+
+int System::writeFile(const QString &path, const QByteArray &data)
+{
+    const QString beside = path + QStringLiteral(".mvrtext-%1").arg(_getpid());
+    int fault = writeBeside(beside, data);
+    const DWORD manner = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    if (fault == 0 && MoveFileExW(wide(beside), wide(path), manner) == 0)
+        fault = EACCES;
+    if (fault != 0)
+        _wunlink(wide(beside));
+    return fault;
+}
+
+int System::writeStandardOutput(const QByteArray &data)
+{
+    return write(stdout, data);
+}
