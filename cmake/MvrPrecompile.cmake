@@ -21,5 +21,8 @@ function(mvr_precompile target)
     else()
         target_precompile_headers(${target} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/QtHeaders.h)
     endif()
-    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+    # What ccache needs to see through them.
+    target_compile_options(${target} PRIVATE
+        $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>
+        "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 endfunction()

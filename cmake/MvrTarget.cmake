@@ -2,11 +2,26 @@
 include(CheckCXXCompilerFlag)
 include(CheckLinkerFlag)
 
+# What differs between compilers and systems stands here and nowhere else: warnings, hardening and
+# where a program looks for its libraries.
+if(MSVC)
+    set(mvr_warnings /W4 /permissive- /utf-8)
+    set(mvr_warnings_are_errors /WX)
+else()
+    set(mvr_warnings -Wall -Wextra -Wshadow -Wpedantic)
+    set(mvr_warnings_are_errors -Werror)
+endif()
+if(APPLE)
+    set(mvr_rpath_origin @loader_path)
+else()
+    set(mvr_rpath_origin $ORIGIN) # Windows looks beside the program and has no such path
+endif()
+
 # What makes a fault harder to use: checked stack frames and buffers, tables that nobody writes into
 # once the program runs, and jumps that land only where one may.
 set(mvr_hardening)
 set(mvr_link_hardening)
-if(NOT MVR_SANITIZE)
+if(NOT MVR_SANITIZE AND NOT MSVC)
     foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection)
         string(MAKE_C_IDENTIFIER "mvr_has${flag}" known)
         check_cxx_compiler_flag(${flag} ${known})
@@ -26,9 +41,9 @@ endif()
 
 # What every target of this project is compiled with: warnings, strict Qt, sanitizers.
 function(mvr_configure_target target)
-    target_compile_options(${target} PRIVATE -Wall -Wextra -Wshadow -Wpedantic)
+    target_compile_options(${target} PRIVATE ${mvr_warnings})
     if(MVR_WERROR)
-        target_compile_options(${target} PRIVATE -Werror)
+        target_compile_options(${target} PRIVATE ${mvr_warnings_are_errors})
     endif()
     target_compile_definitions(${target} PRIVATE
         QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
@@ -51,7 +66,7 @@ function(mvr_configure_library target)
         OUTPUT_NAME ${target}-qt${mvr_qt_major}
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
-        INSTALL_RPATH "$ORIGIN"
+        INSTALL_RPATH "${mvr_rpath_origin}"
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR})
     target_include_directories(${target} PUBLIC
