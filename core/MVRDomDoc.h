@@ -92,8 +92,11 @@ public:
         \return whether \a value was written
     */
     static bool getAttr(const QString &name, QString *value, const QDomElement &element);
+    /*! \overload */
     static bool getAttr(const QString &name, bool *value, const QDomElement &element);
+    /*! \overload */
     static bool getAttr(const QString &name, double *value, const QDomElement &element);
+    /*! \overload */
     static bool getAttr(const QString &name, int *value, const QDomElement &element);
 
     /*!
@@ -109,10 +112,13 @@ public:
     */
     bool setAttr(const QString &name, const QString &value, const QString &path = QString(),
                  bool writeEmpty = true);
+    /*! \overload */
     bool setAttr(const QString &name, const char *value, const QString &path = QString(),
                  bool writeEmpty = true);
+    /*! \overload */
     bool setAttr(const QString &name, double value, const QString &path = QString(),
                  bool writeEmpty = true);
+    /*! \overload */
     bool setAttr(const QString &name, int value, const QString &path = QString(),
                  bool writeEmpty = true);
 

@@ -7,6 +7,7 @@
 class MVRCORE_EXPORT MVRFormat
 {
 public:
+    /*! A kind of file. */
     enum Format {
         NoFormat = 0,
         PlainText,
@@ -23,12 +24,14 @@ public:
         Kindle
     };
 
+    /*! A kind of file as the format to export to. */
     // NOLINTNEXTLINE(google-explicit-constructor): a format is an export format
     MVRFormat(Format format = NoFormat)
         : m_format(format)
     {
     }
 
+    /*! The kind of file. */
     Format format() const { return m_format; }
 
     /*! True for MultiMarkdown and what is made of it. */

@@ -41,10 +41,12 @@ public:
 
     /*!
         Sets the distance between the text margins, from which right indents are measured; 468
-       points (letter paper) before the first call. A change ends the undo history. \param width  in
-       the document's units (points at 72 dpi); at most 0 is ignored
+        points (letter paper) before the first call. A change ends the undo history.
+
+        \param width  in the document's units (points at 72 dpi); at most 0 is ignored
     */
     void setTextWidth(double width);
+    /*! The distance between the text margins, in the document's units. */
     double textWidth() const { return m_textWidth; }
 
     /*!

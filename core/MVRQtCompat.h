@@ -11,9 +11,8 @@
     only places that ask which Qt it is.
 */
 
-/*! \def MVR_HAS_QREGEXP
-    Set where the toolkit still has QRegExp, and so the operations that take one. */
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+/*! Set where the toolkit still has QRegExp, and so the operations that take one. */
 #define MVR_HAS_QREGEXP
 #endif
 

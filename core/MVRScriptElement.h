@@ -51,18 +51,22 @@ public:
 
     /*! The element's name as files spell it ("Scene Heading"); empty for no element. */
     QString name() const { return m_name; }
+    /*! Sets the name. */
     void setName(const QString &name) { m_name = name; }
 
     /*! The paragraph format; it wins over a file's wherever it sets a property. */
     QTextBlockFormat blockFormat() const { return m_blockFormat; }
+    /*! Sets the paragraph format. */
     void setBlockFormat(const QTextBlockFormat &format) { m_blockFormat = format; }
 
     /*! The character format; it wins over a file's wherever it sets a property. */
     QTextCharFormat charFormat() const { return m_charFormat; }
+    /*! Sets the character format. */
     void setCharFormat(const QTextCharFormat &format) { m_charFormat = format; }
 
     /*! An or of Flag values. */
     int flags() const { return m_flags; }
+    /*! Sets the flags, an or of Flag values. */
     void setFlags(int flags) { m_flags = flags; }
 
     /*!
@@ -76,10 +80,10 @@ public:
     */
     static bool equal(const QTextBlockFormat &elementFormat, const QTextBlockFormat &blockFormat);
 
-    QList<MVRCompletion> completions;
+    QList<MVRCompletion> completions; /*!< what the editor offers to complete */
     QString nextElement; /*!< name of the element that the Return key starts */
     QString shortcut; /*!< key that makes a paragraph one of this element */
-    QString description;
+    QString description; /*!< what the element is for, shown to the user */
     QHash<Action, QString> actionElements; /*!< element that an action changes to */
     QHash<QString, QString> properties; /*!< the editor's own settings */
 

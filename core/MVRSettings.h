@@ -25,13 +25,16 @@ class QSettings;
 class MVRCORE_EXPORT MVRSettings
 {
 public:
+    /*! Settings that are on or off. */
     enum BoolSetting {
         WordSearchSetting = 6 /*!< a note may look for its word in other paragraphs */
     };
+    /*! Settings that are fonts. */
     enum FontSetting {
         CommentFontSetting = 10, /*!< text of inspector comments */
         FootnoteFontSetting = 11 /*!< text of inspector footnotes */
     };
+    /*! Settings that are colours. */
     enum ColorSetting {
         CommentColorSetting = 20 /*!< colour of inspector comments that have none of their own */
     };
@@ -49,18 +52,25 @@ public:
     /*! The key that a setting is stored under. */
     QString key(int setting) const;
 
+    /*! The stored value, else the default. */
     bool value(BoolSetting setting) const;
+    /*! \overload */
     QFont value(FontSetting setting) const;
+    /*! \overload */
     QColor value(ColorSetting setting) const;
 
+    /*! What counts where nothing is stored. */
     bool defaultValue(BoolSetting setting) const;
+    /*! \overload */
     QFont defaultValue(FontSetting setting) const;
+    /*! \overload */
     QColor defaultValue(ColorSetting setting) const;
 
     /*! Tells whether a value is stored for the setting. */
     bool contains(int setting) const;
     /*! The stored value; an invalid variant when there is none. */
     QVariant stored(int setting) const;
+    /*! Stores a value; which types a setting takes, its enumeration says. */
     void setValue(int setting, const QVariant &value);
     /*! Goes back to the built-in default. */
     void remove(int setting);

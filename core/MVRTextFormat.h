@@ -45,7 +45,7 @@ public:
         ListStartProperty = 0x100400, /*!< int: the number that a list's numbers begin with, where
                                            that is not 1; Qt shows 1 */
         ListNumberFormatProperty = 0x100401, /*!< int: the kind of a list's numbers that no style of
-                                                  Qt has (RTF 1.9.1, \levelnfc) */
+                                                  Qt has (RTF 1.9.1, \\levelnfc) */
         ListLabelProperty
         = 0x100402, /*!< string: a list's label with the numbers of several levels,
                          "%1.%2." for the second one's; "%%" is a percent sign */

@@ -21,6 +21,7 @@ struct MVRCORE_EXPORT MVRTextRange
     int end = 0; /*!< position after the last character */
 
     MVRTextRange() = default;
+    /*! The range [\a startPosition, \a endPosition), as it is given. */
     MVRTextRange(int startPosition, int endPosition);
 
     /*! The selection of \a cursor, whichever way it was made; empty for a null cursor. */

@@ -14,16 +14,17 @@
 */
 struct MVRTextRtfNote
 {
+    /*! Which of the two it is. */
     enum Kind { Footnote, Comment };
 
-    Kind kind = Footnote;
+    Kind kind = Footnote; /*!< which of the two it is */
     bool isEndNote = false; /*!< of footnotes: the text stands at the end (\\ftnalt) */
     /*!
         The text that the note belongs to: positions in the document, in UTF-16 code units. Equal
         when the file says only where the note's mark stands, which footnotes of other programs do.
     */
     int start = 0;
-    int end = 0;
+    int end = 0; /*!< position after the last character */
     QString author; /*!< of comments; may be empty */
     QString initials; /*!< of comments; may be empty */
     QDateTime time; /*!< local, of comments; invalid when it is not said */

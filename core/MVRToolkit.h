@@ -55,6 +55,7 @@ public:
         has renumbered a few. Files have the numbers of Qt 5.
     */
     static int storedProperty(int property);
+    /*! The property that has the number \a stored in files; see storedProperty(). */
     static int propertyOfStored(int stored);
 
     /*!
@@ -63,6 +64,7 @@ public:
         99 with Qt 5 and from 100 on with Qt 6, which each takes for its nearest from the other.
     */
     static int storedWeight(int weight);
+    /*! The weight that has the number \a stored in files; see storedWeight(). */
     static int weightOfStored(int stored);
 
     /*!
@@ -96,14 +98,17 @@ public:
         none was set. It is kept with the document, as is the switch below.
     */
     static QPen typographyPen(const QTextDocument &document);
+    /*! Sets that pen. No undo step. */
     static void setTypographyPen(QTextDocument &document, const QPen &pen);
 
     /*! Whether what is typed into the document is corrected; true where nothing was set. */
     static bool isAutoCorrected(const QTextDocument &document);
+    /*! Sets whether it is. No undo step. */
     static void setAutoCorrected(QTextDocument &document, bool on);
 
     /*! The page size of a layout, which is that of its document. */
     static QSizeF pageSize(const QAbstractTextDocumentLayout &layout);
+    /*! Sets it, in the document's units; does nothing for a layout of no document. */
     static void setPageSize(QAbstractTextDocumentLayout &layout, const QSizeF &size);
 
     /*!

@@ -7,6 +7,7 @@
 class MVRCORE_EXPORT MVRUnit
 {
 public:
+    /*! What a length is counted in. */
     enum Unit { Points, Inches, Centimeters, Millimeters, Picas, Twips };
 
     /*!

@@ -66,6 +66,7 @@ MVRTEXT_EXPORT QString toString(LeadingParStyle leading);
 MVRTEXT_EXPORT QFlags<FontStyleFlag> toFontFlags(const QString &keywords);
 /*! The keywords of the set bits, lowest bit first, joined by "+". */
 MVRTEXT_EXPORT QString toString(QFlags<FontStyleFlag> style);
+/*! \overload */
 inline QString toString(FontStyleFlag style)
 {
     return toString(QFlags<FontStyleFlag>(style));
@@ -76,6 +77,7 @@ MVRTEXT_EXPORT QFlags<Qt::AlignmentFlag> toAlignment(const QString &keyword,
                                                      QFlags<Qt::AlignmentFlag> fallback);
 /*! The keyword of an alignment, compared whole; "Left" for every other value. */
 MVRTEXT_EXPORT QString toString(QFlags<Qt::AlignmentFlag> alignment);
+/*! \overload */
 inline QString toString(Qt::AlignmentFlag alignment)
 {
     return toString(QFlags<Qt::AlignmentFlag>(alignment));
@@ -93,13 +95,13 @@ MVRTEXT_EXPORT QString toString(const QColor &color);
 /*! The font settings of a run of text or of an element (Text, FontSpec). */
 struct MVRTEXT_EXPORT TextAttr
 {
-    bool adornmentStyle = false;
-    QColor color = Qt::black;
-    QColor background = Qt::white;
-    QString font = QStringLiteral("Courier Final Draft");
-    int revisionId = 0;
+    bool adornmentStyle = false; /*!< whether the file marks it (AdornmentStyle -1) */
+    QColor color = Qt::black; /*!< of the letters */
+    QColor background = Qt::white; /*!< behind them; white for none */
+    QString font = QStringLiteral("Courier Final Draft"); /*!< family */
+    int revisionId = 0; /*!< the set of revisions that it belongs to; 0 for none */
     double size = 12.0; /*!< points */
-    QFlags<FontStyleFlag> style;
+    QFlags<FontStyleFlag> style; /*!< bold, italic, capitals and so on */
 
     TextAttr();
 
@@ -126,15 +128,15 @@ struct MVRTEXT_EXPORT TextAttr
 /*! The paragraph settings of an element or of a script note (ParagraphSpec, Paragraph). */
 struct MVRTEXT_EXPORT ParagraphAttr
 {
-    QFlags<Qt::AlignmentFlag> alignment = Qt::AlignLeft;
-    LeadingParStyle leading = Regular;
+    QFlags<Qt::AlignmentFlag> alignment = Qt::AlignLeft; /*!< of the lines */
+    LeadingParStyle leading = Regular; /*!< how close lines stand */
     double firstIndent = 0.0; /*!< inches, from leftIndent */
     double leftIndent = 0.5; /*!< inches, from the left text margin */
     double rightIndent = 6.5; /*!< inches, from the left text margin to the text's right edge */
     int spaceBefore = 0; /*!< points */
     double spacing = 1.0; /*!< multiple of single spacing */
-    bool startsNewPage = false;
-    QFlags<FontStyleFlag> style;
+    bool startsNewPage = false; /*!< whether a page begins with it */
+    QFlags<FontStyleFlag> style; /*!< what its text adds to the element's; not read */
 
     ParagraphAttr();
 
@@ -153,18 +155,22 @@ struct MVRTEXT_EXPORT ParagraphAttr
 /*! Everything that a file says about one paragraph type (ElementSettings). */
 struct MVRTEXT_EXPORT ElementSettings
 {
-    QString type = QStringLiteral("Action");
-    TextAttr fontSpec;
-    ParagraphAttr paragraphSpec;
+    QString type = QStringLiteral("Action"); /*!< its name */
+    TextAttr fontSpec; /*!< how its text looks */
+    ParagraphAttr paragraphSpec; /*!< how its paragraphs look */
     ElementType paginateAs = Action; /*!< the standard type that page breaks follow */
     ElementType returnKey = Action; /*!< the type that the Return key starts */
-    QString shortcut;
+    QString shortcut; /*!< the digit of its key, may be empty */
 
     ElementSettings();
 
+    /*! fontSpec as a character format. */
     QTextCharFormat textCharFormat() const { return fontSpec.toCharFormat(); }
+    /*! paragraphSpec as a paragraph format. */
     QTextBlockFormat parBlockFormat() const { return paragraphSpec.toBlockFormat(); }
+    /*! Takes fontSpec from \a format; see TextAttr::fromCharFormat(). */
     void fromCharFormat(const QTextCharFormat &format, const QColor &defaultBackground);
+    /*! Takes paragraphSpec from \a format; see ParagraphAttr::fromBlockFormat(). */
     void fromBlockFormat(const QTextBlockFormat &format, double leftMargin);
 
     /*!
@@ -187,7 +193,7 @@ struct LeftOut
     int omittedParagraphs = 0; /*!< paragraphs of omitted scenes */
     int summaries = 0; /*!< summaries of scenes */
     // Only MVRFinalDraftFile counts these.
-    int sceneTitles = 0;
+    int sceneTitles = 0; /*!< titles of scenes beside their headings */
     int headers = 0; /*!< headers and footers with words */
     int beats = 0; /*!< cards of the beat board */
 };

@@ -71,13 +71,13 @@ public:
     /*! A script note. Texts are as the file writes them, empty where it says nothing. */
     struct Note
     {
-        NoteShape shape = NoteUnanchored;
-        QString id;
-        QString name;
-        QString type;
-        QString author;
+        NoteShape shape = NoteUnanchored; /*!< how the file keeps it */
+        QString id; /*!< by which the file tells it from others */
+        QString name; /*!< its title */
+        QString type; /*!< kind of note, a word that the writer chose */
+        QString author; /*!< who wrote it */
         QString date; /*!< of making: "20200102T030405", UTC */
-        QString dateModified;
+        QString dateModified; /*!< of the last change, as date */
         QString color; /*!< "#RRRRGGGGBBBB" */
         QStringList paragraphs; /*!< of the content, plain */
         /*!
@@ -96,12 +96,12 @@ public:
     struct Scene
     {
         int block = 0; /*!< number of its heading's block in the document that read() makes */
-        QString heading;
-        QString number;
-        QString title;
+        QString heading; /*!< its text, without the number */
+        QString number; /*!< as printed beside the heading: "12A" */
+        QString title; /*!< what the file calls it beside its heading */
         QString color; /*!< "#RRRRGGGGBBBB" */
         QString length; /*!< pages and eighths, "1 3/8" */
-        QString page;
+        QString page; /*!< number of the page that it begins on */
         QString summary; /*!< a line a paragraph */
     };
 
@@ -122,6 +122,7 @@ public:
     bool load(QIODevice *device);
     /*! The same for a file name. */
     bool load(const QString &fileName);
+    /*! Whether a file is loaded. */
     bool isLoaded() const;
     /*! Why the last load() or read() failed; else empty. */
     QString errorString() const;

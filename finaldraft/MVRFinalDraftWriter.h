@@ -33,6 +33,7 @@ public:
     /*! The note that a run of text belongs to. */
     struct FragmentState
     {
+        /*! What the run is. */
         enum Kind {
             PlainText = 0,
             InlineAnnotation = 1,
@@ -41,13 +42,15 @@ public:
             InspectorFootnote = 4
         };
 
-        Kind kind = PlainText;
+        Kind kind = PlainText; /*!< what the run is */
         QByteArray noteData; /*!< RTF content of an inspector note, else empty */
 
+        /*! Equal in kind and content. */
         bool operator==(const FragmentState &other) const
         {
             return kind == other.kind && noteData == other.noteData;
         }
+        /*! Different in kind or content. */
         bool operator!=(const FragmentState &other) const { return !(*this == other); }
     };
 
@@ -99,10 +102,14 @@ public:
     bool write(QIODevice *device, const QTextDocument *document,
                const QList<MVRScriptElement> &elements);
 
-    // The steps of write(); outside it there is no tree and they do nothing.
+    /*! Writes the blocks and tables of a frame; true. A step of write(), like the next ones, which
+       do nothing outside of it, where there is no tree. */
     bool processFrame(const QTextFrame &frame);
+    /*! Writes the block or the frame that \a it is at; true. */
     bool processFrameIterator(QTextFrame::iterator it);
+    /*! Writes the cells of a table, column by column; true. */
     bool processTable(const QTextTable &table);
+    /*! Writes one paragraph with its runs; false for none and without a tree. */
     bool processBlock(const QTextBlock &block);
 
     /*! The element of a paragraph of that format, or a nameless one (see setElementChoice()). */
@@ -110,8 +117,11 @@ public:
     /*! That element's name, "Action" when there is none. */
     QString findScriptElementName(const QTextBlockFormat &format) const;
 
+    /*! The note that text of this format belongs to. */
     FragmentState toFragmentState(const QTextCharFormat &format);
+    /*! Opens what the runs of \a state stand in; a step of write(). */
     void startFragmentState(FragmentState state, const QTextBlockFormat &blockFormat);
+    /*! Closes what the runs of \a previous stood in, when \a next is another; a step of write(). */
     void finalizeFragmentState(FragmentState previous, FragmentState next);
 
     /*! Appends the settings of every named element; false when there is no tree. */
@@ -124,7 +134,9 @@ public:
     /*! Writes nothing: the format's header and footer are left to Final Draft. */
     void writeHeaderFooter();
 
+    /*! The background of text that says nothing else, where a host knows no other: white. */
     QColor docDefaultBackground() const;
+    /*! The colour of text that says nothing else, where a host knows no other: black. */
     QColor docDefaultForeground() const;
 
 private:

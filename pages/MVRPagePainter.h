@@ -26,7 +26,9 @@ public:
         Writes pages as a PDF file with fonts in it.
 
         \param device     open for writing
+        \param pages      the pages, on paper of pages.pageSize()
         \param title      in the file's metadata
+        \param watermark  as for paint()
         \return false when the file cannot be written
     */
     static bool writePdf(QIODevice *device, const MVRScreenplayPages &pages, const QString &title,

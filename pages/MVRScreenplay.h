@@ -16,18 +16,19 @@ class QTextDocument;
 /*! Text of one look. In headers and footers, a label that each page fills in. */
 struct MVRScreenplayRun
 {
-    QString text;
-    MVRFinalDraft::TextAttr attr;
+    QString text; /*!< what it says */
+    MVRFinalDraft::TextAttr attr; /*!< how it looks */
     QString label; /*!< "Page #", "Date", "Scene #", "Title", …; empty for text */
 };
 
 /*! A place that a tab moves to. */
 struct MVRScreenplayTabStop
 {
+    /*! What stands at the place: the beginning, the middle or the end of what follows the tab. */
     enum Kind { Left, Center, Right };
 
     double position = 0.0; /*!< inches from the paper's left edge */
-    Kind kind = Left;
+    Kind kind = Left; /*!< what stands there */
 };
 
 /*! A paragraph of a screenplay, with all that its place on a page depends on. */
@@ -47,15 +48,15 @@ struct MVRScreenplayParagraph
 /*! What stands at the top, or at the foot, of pages. */
 struct MVRScreenplayHeader
 {
-    bool isVisible = false;
-    bool isOnFirstPage = false;
-    QVector<MVRScreenplayParagraph> paragraphs;
+    bool isVisible = false; /*!< whether it stands on any page */
+    bool isOnFirstPage = false; /*!< whether it stands on the first one too */
+    QVector<MVRScreenplayParagraph> paragraphs; /*!< its lines, from above */
 };
 
 /*! A set of revisions. */
 struct MVRScreenplayRevision
 {
-    QString name;
+    QString name; /*!< of the set: "Blue" */
     QString mark = QStringLiteral("*"); /*!< what stands in the margin */
 };
 
@@ -63,42 +64,43 @@ struct MVRScreenplayRevision
 struct MVRTEXT_EXPORT MVRScreenplaySettings
 {
     QSizeF pageSize = QSizeF(612.0, 792.0); /*!< points, like all margins */
-    double topMargin = 72.0;
-    double bottomMargin = 72.0;
+    double topMargin = 72.0; /*!< above the text */
+    double bottomMargin = 72.0; /*!< below the text */
     double headerMargin = 36.0; /*!< from the paper's edge to the header's first line */
     double footerMargin = 36.0; /*!< from the footer's last line to the paper's edge */
     double lineHeight = 12.0; /*!< of a single-spaced line, points */
     bool breaksAtSentences = true; /*!< pages end where a sentence does, if one ends near */
 
     double dualLeft = 1.5; /*!< what dual dialogue shares, inches from the paper's left edge */
-    double dualRight = 7.5;
+    double dualRight = 7.5; /*!< where it ends */
 
     bool marksBrokenSpeech = true; /*!< whether moreText stands below it */
     bool namesBrokenSpeech = true; /*!< whether name and continuedText stand above its rest */
     bool continuesSpeakers = false; /*!< continuedText where the same character speaks again */
-    QString moreText = QStringLiteral("(MORE)");
-    QString continuedText = QStringLiteral("(CONT'D)");
+    QString moreText = QStringLiteral("(MORE)"); /*!< below a speech that goes on overleaf */
+    QString continuedText = QStringLiteral("(CONT'D)"); /*!< behind the name of who speaks on */
 
     bool marksBrokenScene = false; /*!< whether sceneBottomText stands below it */
     bool continuesBrokenScene = false; /*!< whether sceneTopText stands above its rest */
     bool countsContinueds = false; /*!< from a scene's third page on: "CONTINUED: (2)" */
-    QString sceneBottomText = QStringLiteral("(CONTINUED)");
-    QString sceneTopText = QStringLiteral("CONTINUED:");
+    QString sceneBottomText
+        = QStringLiteral("(CONTINUED)"); /*!< below a scene that goes on overleaf */
+    QString sceneTopText = QStringLiteral("CONTINUED:"); /*!< above the rest of a scene */
 
     MVRScreenplayHeader header; /*!< as constructed: the page number from the second page on */
-    MVRScreenplayHeader footer;
+    MVRScreenplayHeader footer; /*!< of the script; empty as constructed */
     MVRScreenplayHeader titleHeader; /*!< of the title page */
-    MVRScreenplayHeader titleFooter;
+    MVRScreenplayHeader titleFooter; /*!< of the title page */
     int startingPage = 1; /*!< the number of the first page */
 
     bool showsNumbersLeft = true; /*!< numbers of scenes that have one */
-    bool showsNumbersRight = true;
+    bool showsNumbersRight = true; /*!< the same in the other margin */
     double numberLeft = 0.75; /*!< where they begin, inches from the paper's left edge */
-    double numberRight = 7.38;
+    double numberRight = 7.38; /*!< the same for the other margin */
 
     QHash<int, MVRScreenplayRevision> revisions; /*!< by the id that runs carry */
     int activeRevision = 0; /*!< 0 for none */
-    bool showsActiveRevisionOnly = false;
+    bool showsActiveRevisionOnly = false; /*!< whether marks of other sets are left out */
     double revisionMark = 7.75; /*!< where marks stand, inches from the paper's left edge */
 
     MVRScreenplaySettings();
@@ -107,9 +109,9 @@ struct MVRTEXT_EXPORT MVRScreenplaySettings
 /*! A screenplay as far as its pages go: plain values, filled by a reader or by hand. */
 struct MVRTEXT_EXPORT MVRScreenplay
 {
-    MVRScreenplaySettings settings;
-    QVector<MVRScreenplayParagraph> titlePage;
-    QVector<MVRScreenplayParagraph> body;
+    MVRScreenplaySettings settings; /*!< how its pages look */
+    QVector<MVRScreenplayParagraph> titlePage; /*!< may be empty */
+    QVector<MVRScreenplayParagraph> body; /*!< the script */
     QString title; /*!< what the label "Title" stands for */
     QDate date; /*!< what the label "Date" stands for; today where it is invalid */
 

@@ -6,6 +6,7 @@
 /*! A line of a page, or what stands beside one. Lengths in points from the paper's top left. */
 struct MVRScreenplayLine
 {
+    /*! What a line is. */
     enum Kind {
         Text, /*!< of a paragraph */
         More, /*!< below a broken speech */
@@ -21,14 +22,14 @@ struct MVRScreenplayLine
     struct Run
     {
         double x = 0.0; /*!< where it begins */
-        double width = 0.0;
+        double width = 0.0; /*!< of its text, blanks included */
         QString text; /*!< in capitals where these were asked for */
-        MVRFinalDraft::TextAttr attr;
+        MVRFinalDraft::TextAttr attr; /*!< how it looks */
     };
 
-    Kind kind = Text;
+    Kind kind = Text; /*!< what it is */
     double y = 0.0; /*!< its top */
-    double height = 0.0;
+    double height = 0.0; /*!< of all that belongs to it */
     QVector<Run> runs; /*!< as they are read; empty for an empty line */
     /*! Set where letters join, are wide or run to the left: then the toolkit places them. */
     bool needsShaping = false;
@@ -43,7 +44,7 @@ struct MVRScreenplayLine
 /*! One page. */
 struct MVRScreenplayPage
 {
-    bool isTitlePage = false;
+    bool isTitlePage = false; /*!< whether it stands in front of the script */
     int number = 0; /*!< as printed; 0 for a title page */
     QVector<MVRScreenplayLine> lines; /*!< in the order of reading */
 };
@@ -54,9 +55,9 @@ struct MVRScreenplaySceneLength
     int page = 0; /*!< index */
     int scene = -1; /*!< -1 in front of the first */
     int firstLine = 0; /*!< lines of text, counted from 1 on each page */
-    int lastLine = 0;
-    QString firstText;
-    QString lastText;
+    int lastLine = 0; /*!< the last of them */
+    QString firstText; /*!< what the first line says */
+    QString lastText; /*!< what the last line says */
     int eighths = 0; /*!< of a page; no scene is shorter than one */
 };
 
@@ -64,7 +65,7 @@ struct MVRScreenplaySceneLength
 struct MVRScreenplayScene
 {
     QString number; /*!< as the file numbers it; its place where it does not */
-    QString heading;
+    QString heading; /*!< its text */
     bool isNumbered = false; /*!< by the file */
     int eighths = 0; /*!< on all its pages together */
 };
@@ -84,7 +85,9 @@ public:
 
     /*! Title pages first. There is always a page, an empty one for an empty screenplay. */
     const QVector<MVRScreenplayPage> &pages() const { return m_pages; }
+    /*! The scenes in the order of the script, those that keepScenes() took away included. */
     QVector<MVRScreenplayScene> scenes() const { return m_scenes; }
+    /*! The paper, in points. */
     QSizeF pageSize() const { return m_pageSize; }
 
     /*! The parts of scenes page by page. */

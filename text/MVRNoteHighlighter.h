@@ -23,12 +23,15 @@ public:
 
         Comments have a colour of their own, which only its strength follows this one's alpha; the
         default tints are pale enough for black and for white text.
+        \param kind   the kind of note
         \param color  with its alpha; an invalid colour shows no tint for this kind
     */
     void setTint(MVRTextNote::Kind kind, const QColor &color);
+    /*! The tint of a kind, with its alpha. */
     QColor tint(MVRTextNote::Kind kind) const;
 
 protected:
+    /*! Tints the notes of one paragraph; Qt calls it. */
     void highlightBlock(const QString &text) override;
 
 private:

@@ -23,15 +23,18 @@ class MVRTEXT_EXPORT MVRNotesModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
+    /*! What the columns hold. */
     enum Column { KindColumn, TextColumn, ContentColumn, ColorColumn, AuthorColumn, DateColumn };
-    static constexpr int columns = DateColumn + 1;
+    static constexpr int columns = DateColumn + 1; /*!< how many there are */
 
+    /*! What data() gives beside Qt's own roles. */
     enum Role {
         SortRole = Qt::UserRole, /*!< kind as a number, texts, colour name, date */
         StartRole, /*!< first position of the note, in UTF-16 code units */
         EndRole /*!< position behind its last character */
     };
 
+    /*! An empty model, until setDocument(). */
     explicit MVRNotesModel(QObject *parent = nullptr);
     ~MVRNotesModel() override;
 
@@ -41,6 +44,7 @@ public:
         nothing of edits.
     */
     void setDocument(QTextDocument *document);
+    /*! The document whose notes are listed; null for none. */
     QTextDocument *document() const;
 
     /*! The note of a row, with its place after all edits so far; a default one for a bad row. */
@@ -50,9 +54,14 @@ public:
         inline note lies in an inspector note's text; -1 when there is none. */
     int rowAt(int position) const;
 
+    /*! The number of notes; 0 below a row. */
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    /*! The number of columns; 0 below a row. */
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
+    /*! A cell: its text, for ColorColumn also Qt::DecorationRole, and the roles above; an invalid
+        variant for other roles and without a document. */
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    /*! The translated head of a column. */
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 Q_SIGNALS:

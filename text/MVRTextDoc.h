@@ -56,12 +56,16 @@ public:
 
     /*!
         True when any selected character carries an inspector note; without a selection, when the
-        text at the position does (see MVRTextFinder::hasFormatProperty(), as for the next four).
+        text at the position does; see MVRTextFinder::hasFormatProperty().
     */
     static bool hasInspectorCommentsOrFootnotes(const QTextCursor &cursor);
+    /*! The same for inspector comments. */
     static bool hasInspectorComment(const QTextCursor &cursor);
+    /*! The same for inspector footnotes. */
     static bool hasInspectorFootnote(const QTextCursor &cursor);
+    /*! The same for inline footnotes. */
     static bool hasInlineFootnote(const QTextCursor &cursor);
+    /*! The same for inline annotations. */
     static bool hasInlineAnnotation(const QTextCursor &cursor);
 
     /*! True when the whole selection, or the position, lies inside an inline annotation. */
@@ -241,14 +245,17 @@ public:
     static void swapBoolProperties(QTextDocument *document, int fromProperty, int toProperty,
                                    QTextCursor cursor);
 
-    /*! Exchange the kind of the notes, by swapBoolProperties(). Of an inspector note content,
-        colour and anchor stay as they are; only a part that is selected changes. */
+    /*! Makes inline annotations inline footnotes, by swapBoolProperties(). */
     static void convertInlineAnnotationsToInlineFootnotes(QTextDocument *document,
                                                           QTextCursor cursor);
+    /*! Makes inline footnotes inline annotations, by swapBoolProperties(). */
     static void convertInlineFootnotesToInlineAnnotations(QTextDocument *document,
                                                           QTextCursor cursor);
+    /*! Makes comments footnotes, by swapBoolProperties(): content, colour and anchor stay as they
+        are, and only a part that is selected changes. */
     static void convertInspectorCommentsToInspectorFootnotes(QTextDocument *document,
                                                              QTextCursor cursor);
+    /*! Makes footnotes comments; see convertInspectorCommentsToInspectorFootnotes(). */
     static void convertInspectorFootnotesToInspectorComments(QTextDocument *document,
                                                              QTextCursor cursor);
 
@@ -307,15 +314,19 @@ public:
     static void swapInlineToInspector(QTextDocument *document, int propertyId, bool toFootnote,
                                       bool skipNoteWords, QTextCursor cursor);
 
-    /*! The moves by name; see swapInspectorToInline() and swapInlineToInspector(). */
+    /*! swapInspectorToInline() for footnotes that become inline footnotes. */
     static void convertInspectorFootnotesToInlineFootnotes(QTextDocument *document,
                                                            QTextCursor cursor);
+    /*! swapInspectorToInline() for comments that become inline annotations. */
     static void convertInspectorCommentsToInlineAnnotations(QTextDocument *document,
                                                             QTextCursor cursor);
+    /*! swapInlineToInspector() for inline footnotes that become comments. */
     static void convertInlineFootnotesToInspectorComments(QTextDocument *document,
                                                           bool skipNoteWords, QTextCursor cursor);
+    /*! swapInlineToInspector() for inline footnotes that become inspector footnotes. */
     static void convertInlineFootnotesToInspectorFootnotes(QTextDocument *document,
                                                            bool skipNoteWords, QTextCursor cursor);
+    /*! swapInlineToInspector() for inline annotations that become comments. */
     static void convertInlineAnnotationsToInspectorComments(QTextDocument *document,
                                                             bool skipNoteWords, QTextCursor cursor);
 
@@ -418,6 +429,7 @@ public:
         documents of others gives a \a policy.
     */
     static void fromInlineMarkup(QTextDocument *document);
+    /*! The same, with only those files opened that \a policy allows. */
     static void fromInlineMarkup(QTextDocument *document, const MVRPicturePolicy &policy);
 
     /*!
@@ -439,6 +451,7 @@ public:
         documents of others gives a \a policy; a file that it does not allow is as if missing.
     */
     static void fromInlineMarkupImageLinks(QTextDocument *document);
+    /*! The same, with only those files opened that \a policy allows. */
     static void fromInlineMarkupImageLinks(QTextDocument *document, const MVRPicturePolicy &policy);
 
     /*!
@@ -489,6 +502,7 @@ public:
                                                    bool countWords, bool countCharacters);
     /*! One of the two numbers of wordCharacterCount(). */
     static int wordCount(const QTextDocument &document, bool withComments, bool withFootnotes);
+    /*! The other of the two. */
     static int characterCount(const QTextDocument &document, bool withComments, bool withFootnotes);
 
     /*! See MVRTextFinder::formatCount(). */
@@ -541,15 +555,20 @@ public:
      */
     static void replace(const QString &before, const QString &after, const QTextCursor &from);
     /*!
-        The same.
+        Replaces like replace().
 
         \return how many matches were replaced; -1 when an expression takes too many steps
     */
     static int replaceAll(const QRegularExpression &expression, const QString &after,
                           const QTextCursor &from);
+    /*! \overload */
     static int replaceAll(const QString &before, const QString &after, const QTextCursor &from);
 #ifdef MVR_HAS_QREGEXP
+    /*! \overload
+        There with Qt 5 only. */
     static void replace(const QRegExp &expression, const QString &after, const QTextCursor &from);
+    /*! \overload
+        There with Qt 5 only. */
     static int replaceAll(const QRegExp &expression, const QString &after, const QTextCursor &from);
 #endif
 
@@ -571,6 +590,7 @@ public:
         \return false, the document being as it was, when there is no RTF or either is null
     */
     static bool fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocument *document);
+    /*! The same, with only those files opened that \a policy allows. */
     static bool fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocument *document,
                                              const MVRPicturePolicy &policy);
 
@@ -594,6 +614,7 @@ public:
 
     /*! See MVRToolkit::typographyPen(). No undo step. */
     static QPen typographyPen(const QTextDocument &document);
+    /*! Sets the pen; nothing happens for a null document. No undo step. */
     static void setTypographyPen(QTextDocument *document, const QPen &pen);
     /*! See MVRToolkit::isAutoCorrected(). No undo step. */
     static void setAutoCorrection(QTextDocument &document, bool on);

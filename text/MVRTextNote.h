@@ -21,24 +21,28 @@ class QTextDocument;
 */
 struct MVRTEXT_EXPORT MVRTextNote
 {
+    /*! Where a note lives, and what it is. */
     enum Kind {
         Comment, /*!< an inspector comment */
         Footnote, /*!< an inspector footnote */
-        InlineAnnotation,
-        InlineFootnote
+        InlineAnnotation, /*!< text that is an annotation */
+        InlineFootnote /*!< text that is a footnote */
     };
+    /*! All kinds, in the order of their numbers. */
     static constexpr Kind allKinds[] = {Comment, Footnote, InlineAnnotation, InlineFootnote};
 
+    /*! Whether notes of a kind are text of the document. */
     static constexpr bool isInline(Kind kind)
     {
         return kind == InlineAnnotation || kind == InlineFootnote;
     }
+    /*! Whether notes of a kind are footnotes. */
     static constexpr bool isFootnote(Kind kind)
     {
         return kind == Footnote || kind == InlineFootnote;
     }
 
-    Kind kind = Comment;
+    Kind kind = Comment; /*!< of the note */
     /*! The text that an inspector note is attached to, or that is the inline note. */
     MVRTextRange range;
     QColor color; /*!< of inspector comments; else invalid */
@@ -48,7 +52,9 @@ struct MVRTEXT_EXPORT MVRTextNote
                          that was attached, the same in copies of it */
     QByteArray cdata; /*!< content of inspector notes as RTF; may be empty */
 
+    /*! Whether the note is text of the document. */
     bool isInline() const { return isInline(kind); }
+    /*! Whether the note is a footnote. */
     bool isFootnote() const { return isFootnote(kind); }
 
     /*!
