@@ -261,7 +261,7 @@ bool RtfOwnBodyReader::refer(RtfOwnContent::Kind kind, const RtfToken &token)
         return false;
     copyUpTo(token.text.data() + token.text.size());
     m_copied = behindWord();
-    m_content.references.push_back({m_content.body.size(), kind, number});
+    m_content.references.push_back({int(m_content.body.size()), kind, number});
     return true;
 }
 
