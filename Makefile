@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # The front door. Everything a fresh machine needs is installed by scripts/install-deps.
 .DEFAULT_GOAL := help
-.PHONY: help deps build demo test test-qt5 test-qt6 nightly asan tsan coverage mutants format format-check tidy bench interop fuzz growth faults install clean
+.PHONY: help deps build demo test test-qt5 test-qt6 nightly asan tsan coverage mutants format format-check tidy bench interop fuzz growth faults install docs package package-test clean
 
 BUILD := build/dev
 JOBS ?= $(shell nproc)
@@ -35,6 +35,7 @@ nightly: build ## What takes hours: random documents, all static checks, growth,
 	@MVR_RANDOM_DOCUMENTS=$(RTF_DOCUMENTS) QT_QPA_PLATFORM=offscreen \
 		$(BUILD)/tests/tst_rtfroundtrip randomDocuments -silent
 	@scripts/tidy $(BUILD) --all
+	@scripts/check-windows
 	@MVR_EVERY_BYTE=1 QT_QPA_PLATFORM=offscreen $(BUILD)/tests/tst_truncation -silent
 	@$(MAKE) --no-print-directory faults growth
 	@$(MAKE) --no-print-directory fuzz FUZZ_SECONDS=$(NIGHTLY_FUZZ_SECONDS)
@@ -104,6 +105,21 @@ install: ## Install below PREFIX
 	@cmake --preset release -DCMAKE_INSTALL_PREFIX=$(PREFIX) -DMVR_BUILD_BENCH=OFF >/dev/null
 	@cmake --build --preset release -j $(JOBS)
 	@cmake --install build/release
+
+docs: deps ## Make the site of pages and classes in build/docs/html
+	@scripts/docs
+
+# One of them, or both, whose libraries then stand side by side.
+QTS ?= 5 6
+PACKAGED := $(addprefix build/package-qt,$(QTS))
+package: docs ## Make Debian packages in dist, with the libraries for each of QTS
+	@for qt in $(QTS); do \
+		cmake --preset package-qt$$qt >/dev/null && \
+		cmake --build --preset package-qt$$qt -j $(JOBS) || exit 1; done
+	@scripts/package dist $(PACKAGED)
+
+package-test: package ## Unpack them in a root of their own and build programs against them
+	@scripts/package-test dist $(PACKAGED)
 
 clean: ## Remove everything that was built
 	@rm -rf build dist

@@ -35,7 +35,9 @@ install(FILES ${PROJECT_BINARY_DIR}/MvrTextConfig.cmake
     ${PROJECT_BINARY_DIR}/MvrTextConfigVersion.cmake DESTINATION ${mvr_package_dir}
     COMPONENT development)
 
-# For builds without CMake; PREFIX at installing is that of configuring.
+# For builds without CMake; found wherever the prefix is.
+file(RELATIVE_PATH mvr_pc_to_prefix /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+string(REGEX REPLACE "/$" "" mvr_pc_to_prefix ${mvr_pc_to_prefix})
 function(mvr_install_pc library requires)
     set(mvr_pc_name ${library}-${mvr_qt_name})
     set(mvr_pc_requires ${requires})
