@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "Utf16.h"
+
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
 #include <finaldraft/MVRFinalDraftFile.h>
@@ -50,17 +52,6 @@ QByteArray written(MVRFinalDraftFile *file, const QTextDocument &document)
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     return file->write(&buffer, &document) ? buffer.data() : QByteArray();
-}
-
-QByteArray utf16(const QByteArray &utf8, bool bigEndian)
-{
-    const QString text = QChar(QChar::ByteOrderMark) + QString::fromUtf8(utf8);
-    QByteArray bytes;
-    for (const QChar unit : text) {
-        bytes += char(bigEndian ? unit.row() : unit.cell());
-        bytes += char(bigEndian ? unit.cell() : unit.row());
-    }
-    return bytes;
 }
 
 }
@@ -117,8 +108,8 @@ void TestFdxEdges::keepsTheEncoding_data()
     const QByteArray before = withText("ab");
     const QByteArray after = withText("aé日b");
     QTest::newRow("UTF-8") << before << after;
-    QTest::newRow("UTF-16, small end first") << utf16(before, false) << utf16(after, false);
-    QTest::newRow("UTF-16, big end first") << utf16(before, true) << utf16(after, true);
+    QTest::newRow("UTF-16, small end first") << inUtf16(before, false) << inUtf16(after, false);
+    QTest::newRow("UTF-16, big end first") << inUtf16(before, true) << inUtf16(after, true);
     const QByteArray latin = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>";
     QTest::newRow("Latin 1") << latin + before << latin + withText("a\xe9&#26085;b");
 }

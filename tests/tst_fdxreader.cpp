@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "Utf16.h"
+
 #include <core/MVRTextFormat.h>
 #include <finaldraft/MVRFinalDraftReader.h>
 #include <text/MVRTextDoc.h>
@@ -17,6 +19,8 @@ private Q_SLOTS:
     void readsParagraphs_data();
     void readsParagraphs();
     void fallsBackWhereTheFileIsSilent();
+    void standardSettingsInAnyEncoding_data();
+    void standardSettingsInAnyEncoding();
     void anchorsNotes_data();
     void anchorsNotes();
     void formatsParagraphsByThemselves();
@@ -188,6 +192,37 @@ void TestFdxReader::fallsBackWhereTheFileIsSilent()
     QVERIFY(reader.readElements(&settings));
     QCOMPARE(settings.size(), 3);
     QCOMPARE(settings[s("Action")].paragraphSpec.leftIndent, 4.0);
+}
+
+void TestFdxReader::standardSettingsInAnyEncoding_data()
+{
+    QTest::addColumn<QByteArray>("file");
+
+    const QByteArray file
+        = screenplay(s("<Paragraph Type='Dialogue'><Text>é</Text></Paragraph>")).toUtf8();
+    QTest::newRow("UTF-8") << file;
+    QTest::newRow("UTF-16, small end first") << inUtf16(file, false);
+    QTest::newRow("UTF-16, big end first") << inUtf16(file, true);
+}
+
+void TestFdxReader::standardSettingsInAnyEncoding()
+{
+    QFETCH(QByteArray, file);
+    MVRFinalDraftReader reader;
+    QHash<QString, MVRFinalDraft::ElementSettings> standard;
+    standard[s("Dialogue")].applyFdxAppDefaults(MVRFinalDraft::Dialogue);
+    reader.setFallbackSettings(standard);
+    QBuffer buffer(&file);
+    QVERIFY(buffer.open(QIODevice::ReadOnly) && reader.load(&buffer));
+    QTextDocument document;
+    QVERIFY(reader.read(&document, {}));
+    QCOMPARE(outline(document), s("Dialogue:é"));
+    QHash<QString, MVRFinalDraft::ElementSettings> settings;
+    QVERIFY(reader.readElements(&settings));
+    QCOMPARE(settings[s("Dialogue")].paragraphSpec.leftIndent,
+             standard[s("Dialogue")].paragraphSpec.leftIndent);
+    QVERIFY(document.begin().blockFormat().doubleProperty(MVRTextFormat::BlockLeftIndentProperty)
+            > 72);
 }
 
 void TestFdxReader::anchorsNotes_data()

@@ -144,7 +144,12 @@ void TestRtf::readsText_data()
         "now}{\\fldrslt }}, {\\field{\\*\\fldinst MACROBUTTON run click}}, "
         "{\\field{\\*\\fldinst EQ \\\\s\\\\up8(nd)}}{\\field{\\*\\fldinst DATE}}, "
         "{\\field{\\*\\fldinst  PAGEREF _Toc1 \\\\h }}",
-        "press, click, nd, PAGEREF _Toc1");
+        "pressit now, click, nd, PAGEREF _Toc1");
+    row("results of several kinds",
+        "{\\field{\\*\\fldinst GOTOBUTTON x {\\field{\\*\\fldinst PAGEREF x}{\\fldrslt 7}}}}, "
+        "{\\field{\\*\\fldinst PAGEREF x}{\\fldrslt 8}}, {\\field{\\*\\fldinst EQ \\\\s\\\\up8(a)}"
+        "{\\fldrslt b}}",
+        "7, 8, b");
     row("symbol font", "{\\fonttbl{\\f0\\fcharset2 Odd;}}\\f0\\'41", "\uF041");
     row("signs of known fonts",
         "{\\fonttbl{\\f1\\fcharset2 Symbol;}{\\f2\\fcharset2 Wingdings;}{\\f3 Symbol;}}"

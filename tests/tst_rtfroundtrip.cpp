@@ -33,6 +33,7 @@ private Q_SLOTS:
     void pageBreakBehindParagraph();
     void tabStops();
     void linksOverRuns();
+    void fontsOfOtherScripts();
     void notesStayOut();
     void randomDocuments_data();
     void randomDocuments();
@@ -442,6 +443,20 @@ void TestRtfRoundTrip::linksOverRuns()
     compareRoundTrip(document);
     // One field for both runs of the first paragraph, one for the second.
     QCOMPARE(MVRTextRtf::toRtfCData(&document, false).count("HYPERLINK"), 2);
+}
+
+// Bytes would be letters of another script there.
+void TestRtfRoundTrip::fontsOfOtherScripts()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    QTextCharFormat cyrillic;
+    MVRToolkit::setFontFamily(&cyrillic, QStringLiteral("Arial Cyr"));
+    cursor.insertText(QString::fromUtf8("é — д"), cyrillic);
+    cursor.insertText(QString::fromUtf8("é"), QTextCharFormat());
+    compareRoundTrip(document);
+    QVERIFY(MVRTextRtf::toRtfCData(&document, false).contains("\\u233 e"));
+    QVERIFY(MVRTextRtf::toRtfCData(&document, false).contains("}\\'e9\\par"));
 }
 
 void TestRtfRoundTrip::notesStayOut()

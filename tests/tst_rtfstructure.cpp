@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <core/MVRTextRtf.h>
+#include <core/MVRToolkit.h>
 
 #include <QBuffer>
 #include <QImage>
@@ -18,6 +19,7 @@ class TestRtfStructure : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void eastAsianLetters();
     void lists_data();
     void lists();
     void tables_data();
@@ -131,6 +133,32 @@ QByteArray level(int format, const QByteArray &text)
 
 } // namespace
 
+// What \dbch announces is of other letters than what \loch says.
+void TestRtfStructure::eastAsianLetters()
+{
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData(
+        "{\\rtf1{\\fonttbl{\\f0 Arial;}{\\f6 SimSun;}}{\\rtlch\\af0\\afs90\\ab \\ltrch\\dbch\\af6"
+        "\\afs40\\ab\\loch\\af0\\f0\\fs20\\i "
+        "w\\'e9\\u26085?\\u-10187?\\u-8951?{\\dbch\\ab0\\ai0\\loch"
+        "\\u26412?}\\plain\\u26412?}}",
+        &document));
+    QStringList runs;
+    for (auto it = document.begin().begin(); !it.atEnd(); ++it) {
+        const QTextCharFormat format = it.fragment().charFormat();
+        runs += it.fragment().text()
+            + QStringLiteral(" %1 %2")
+                  .arg(MVRToolkit::fontFamily(format))
+                  .arg(format.fontPointSize())
+            + QLatin1String(format.fontWeight() == QFont::Bold ? "b" : "")
+            + QLatin1String(format.fontItalic() ? "i" : "");
+    }
+    const QStringList expected {QStringLiteral("wé Arial 10i"), QStringLiteral("日 SimSun 20bi"),
+                                QString::fromUtf8("\xf0\x9d\x94\x89 Arial 10i"),
+                                QStringLiteral("本 SimSun 20"), QStringLiteral("本  0")};
+    QCOMPARE(runs, expected);
+}
+
 void TestRtfStructure::lists_data()
 {
     QTest::addColumn<QByteArray>("rtf");
@@ -144,6 +172,19 @@ void TestRtfStructure::lists_data()
     QTest::newRow("levels") << table + item(0, "a") + item(1, "b") + item(1, "c") + item(2, "d")
             + item(0, "e")
             + item(1, "f") << lines({"1. a", "  (a) b", "  (b) c", "    * d", "2. e", "  (a) f"});
+    const auto labelled = [&item](const QByteArray &text, const QByteArray &around) {
+        return "{\\fonttbl{\\f0 Arial;}{\\f1\\fcharset204 Arial;}{\\f2\\fcharset128 Gothic;}}"
+            + listTable("{\\listlevel\\levelnfc0{\\leveltext" + text + ";}{\\levelnumbers\\'01;}"
+                        + around + "}")
+            + item(0, "a");
+    };
+    QTest::newRow("label in the code page of a font behind it")
+        << labelled("\\'03\\'00\\'e0)", "\\f1\\fs20") << QStringList {QString::fromUtf8("1а) a")};
+    QTest::newRow("raw label, letters of two bytes") << labelled("\\'03\x91\xe6\\'00\\'8fA", "\\f2")
+                                                     << QStringList {QString::fromUtf8("第1就 a")};
+    QTest::newRow("label in Unicode, whatever the font")
+        << labelled("\\'03\\'00\\u224?\\'bb", "\\f0") << QStringList {QString::fromUtf8("1à» a")};
+    QTest::newRow("label that is empty") << labelled("\\'00", "\\f1") << lines({"a"});
     QTest::newRow("goes on behind a paragraph")
         << table + item(0, "a") + "\\pard x\\par " + item(0, "b") << lines({"1. a", "x", "2. b"});
     QTest::newRow("a list below starts again behind a paragraph")

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ToolRun.h"
+#include "Utf16.h"
 
 #include <QDir>
 #include <QFile>
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void screenplayComesBack();
     void fileWithoutSettingsKeepsItsText();
     void shotsWithoutHeadingsComeInWhole();
+    void fillsInSettingsInAnyEncoding();
     void placesNotes_data();
     void placesNotes();
     void saysWhatIsNotRead();
@@ -280,11 +282,27 @@ void TestTool::shotsWithoutHeadingsComeInWhole()
     };
     const QByteArray expected = R"({"General":1,"Scene Heading":1,"Shot":2})";
     QCOMPARE(types(file), expected);
-    const QString text = QString::fromLatin1(file);
-    const ushort mark = 0xfeff;
-    QByteArray utf16(reinterpret_cast<const char *>(&mark), 2);
-    utf16 += QByteArray(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
-    QCOMPARE(types(utf16), expected);
+    QCOMPARE(types(inUtf16(file, false)), expected);
+    QCOMPARE(types(inUtf16(file, true)), expected);
+}
+
+// A file without settings has those of every script, however its letters are written.
+void TestTool::fillsInSettingsInAnyEncoding()
+{
+    const QByteArray file
+        = "<FinalDraft><Content><Paragraph Type=\"Dialogue\"><Text>Hello.</Text></Paragraph>"
+          "</Content></FinalDraft>";
+    const auto converted = [this](const QByteArray &bytes) {
+        const QString output = path(QStringLiteral("filled.rtf"));
+        const QString input = write(QStringLiteral("bare.fdx"), bytes);
+        return mvrtext({QStringLiteral("convert"), input, output}).exitCode == 0
+            ? read(QStringLiteral("filled.rtf"))
+            : QByteArray();
+    };
+    const QByteArray expected = converted(file);
+    QVERIFY2(expected.contains("\\li2160"), expected); // dialogue is narrow
+    QCOMPARE(converted(inUtf16(file, false)), expected);
+    QCOMPARE(converted(inUtf16(file, true)), expected);
 }
 
 void TestTool::placesNotes_data()

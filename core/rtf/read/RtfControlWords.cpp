@@ -254,12 +254,14 @@ void addStyleText(Reader &reader, const QString &text)
         reader.formatting().finishStyle(&reader.group(), reader.takeValue());
 }
 
-void setLevelText(Reader &reader)
+template <int RtfAssociated::*property> void setAssociated(Reader &reader, const Call &call)
 {
-    QString text = reader.takeValue();
-    if (text.endsWith(QLatin1Char(';')))
-        text.chop(1);
-    reader.lists().setLevelText(text);
+    constexpr bool isSize = property == &RtfAssociated::size;
+    const bool isSwitch = call.word.value == 1;
+    const int number = isSize ? qBound(0, call.parameter, rtfMaxFontSize)
+        : isSwitch            ? int(call.parameter != 0)
+                              : call.parameter;
+    reader.group().setAssociated(property, number);
 }
 
 constexpr RtfDestination fontTable {
@@ -342,6 +344,17 @@ constexpr Word rows[] = {
                }),
     formatting("expndtw", [](Reader &r, const Call &c) { setSpacing(r, c.parameter); }),
 
+    // Of East Asian letters where a run has others too ("Associated Character Properties")
+    formatting("dbch", [](Reader &r, const Call &) { r.group().isAssociating = true; }),
+    formatting("loch", [](Reader &r, const Call &) { r.group().isAssociating = false; }),
+    formatting("hich", [](Reader &r, const Call &) { r.group().isAssociating = false; }),
+    formatting("ltrch", [](Reader &r, const Call &) { r.group().isAssociating = false; }),
+    formatting("rtlch", [](Reader &r, const Call &) { r.group().isAssociating = false; }),
+    formatting("af", setAssociated<&RtfAssociated::font>),
+    formatting("afs", setAssociated<&RtfAssociated::size>, 24),
+    formatting("ab", setAssociated<&RtfAssociated::bold>, 1),
+    formatting("ai", setAssociated<&RtfAssociated::italic>, 1),
+
     // Styles ("Style Sheet")
     destination("stylesheet", {To::StyleSheet, addStyleText, [](Reader &r) { r.takeValue(); }},
                 [](Reader &r, const Call &c) {
@@ -386,12 +399,14 @@ constexpr Word rows[] = {
                     if (r.openDestination(c.word.opens))
                         r.lists().beginList();
                 }),
-    destination("listlevel", {To::ListLevel}, To::List,
+    destination("listlevel", {To::ListLevel, nullptr, [](Reader &r) { r.finishListLevel(); }},
+                To::List,
                 [](Reader &r, const Call &c) {
                     if (r.openDestination(c.word.opens))
                         r.lists().beginLevel();
                 }),
-    destination("leveltext", value(setLevelText, To::LevelText), To::ListLevel),
+    destination("leveltext", value([](Reader &r) { r.keepLevelText(); }, To::LevelText),
+                To::ListLevel),
     header("listid", [](Reader &r, const Call &c) { r.lists().setId(c.parameter); }),
     header("mvrl", [](Reader &r, const Call &c) { r.lists().setExact(c.parameter); }),
     header("levelstartat", [](Reader &r, const Call &c) { r.lists().setStart(c.parameter); }),

@@ -41,7 +41,6 @@ QString RtfFieldReader::beginResult(RtfGroup *group)
     if (group->field < 0)
         return {};
     Field &field = m_fields[group->field];
-    field.withoutResult.clear();
     if (group->isIn(RtfDestination::FieldInstruction))
         group->field = field.parent; // the result is part of the instruction around it
     else if (field.link > 0)
@@ -63,5 +62,5 @@ QString RtfFieldReader::finish(RtfGroup *group, int textLength)
         group->charsChanged();
         return QStringLiteral("1");
     }
-    return std::exchange(field.withoutResult, {});
+    return textLength == field.start ? std::exchange(field.withoutResult, {}) : QString();
 }

@@ -29,7 +29,7 @@ public:
     QString beginResult(RtfGroup *group);
     /*!
         \a group is the field, whose end is reached.
-        \return what is shown of a field that had no result
+        \return what is shown of a field that had no result, or an empty one
     */
     QString finish(RtfGroup *group, int textLength);
 
@@ -42,7 +42,7 @@ private:
         int kept = 0; // instruction that is part of the document, see FieldProperty
         int start = 0;
         QString shown; // in place of its result
-        QString withoutResult; // as long as there is no result
+        QString withoutResult; // what is shown then
     };
 
     RtfResources &m_resources;

@@ -10,6 +10,7 @@ void RtfFormatReader::resetChars(RtfGroup *group) const
     group->chars = m_plain;
     group->chars.link = link;
     group->chars.deleted = deleted;
+    group->eastAsian = {};
     group->fontChanged();
 }
 

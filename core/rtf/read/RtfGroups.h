@@ -49,6 +49,17 @@ struct RtfDestination
     bool isBody() const { return kind <= TextBox; }
 };
 
+/*! What \af and its kin say behind \dbch: how East Asian letters differ; -1: not said. */
+struct RtfAssociated
+{
+    int font = -1;
+    int size = -1;
+    int bold = -1;
+    int italic = -1;
+
+    bool isEmpty() const { return qMax(font, size) < 0 && qMax(bold, italic) < 0; }
+};
+
 /*! What a `{` saves and a `}` brings back (RTF 1.9.1, "Groups"). */
 struct RtfGroup
 {
@@ -61,6 +72,9 @@ struct RtfGroup
     int field = -1; /*!< number of the field that the group is part of */
     int charFormat = -1; /*!< number of the format for chars, -1: to be looked up */
     int codePage = -1; /*!< of the font in chars, -1: to be looked up */
+    RtfAssociated eastAsian;
+    int eastAsianFormat = -1; /*!< number of the format for chars with eastAsian */
+    bool isAssociating = false; /*!< the last word for a kind of text was \dbch */
 
     static constexpr RtfDestination body {};
 
@@ -71,8 +85,14 @@ struct RtfGroup
     bool isVisible() const { return isBody() && !chars.hidden && !chars.deleted; }
 
     /*! To be called when chars has changed in other than its font. */
-    void charsChanged() { charFormat = -1; }
-    void fontChanged() { charFormat = codePage = -1; }
+    void charsChanged() { charFormat = eastAsianFormat = -1; }
+    void fontChanged() { charFormat = eastAsianFormat = codePage = -1; }
+    void setAssociated(int RtfAssociated::*property, int value)
+    {
+        if (isAssociating)
+            eastAsian.*property = value;
+        eastAsianFormat = -1;
+    }
 };
 
 /*! The stack of groups. It has a bottom: what lies deeper is read, without settings of its own. */

@@ -80,8 +80,18 @@ void RtfParser::handleText(const RtfToken &token)
 {
     if (m_reader.group().isIn(RtfDestination::Picture)) // megabytes of hexadecimal digits
         m_reader.picture().addHex(token.text);
+    else if (m_reader.group().isIn(RtfDestination::LevelText) && !token.ascii)
+        addLevelBytes(token.text);
     else
         m_reader.text().addText(token, m_reader.codePage());
+}
+
+void RtfParser::addLevelBytes(std::string_view bytes)
+{
+    for (const char byte : bytes) {
+        if (!m_reader.text().skipFallback())
+            m_reader.addByte(static_cast<unsigned char>(byte));
+    }
 }
 
 void RtfParser::handleWord(const RtfToken &token)

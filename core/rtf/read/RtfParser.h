@@ -48,6 +48,7 @@ private:
     void handleWord(const RtfToken &token);
     void handleSymbol(char symbol);
     void handleText(const RtfToken &token);
+    void addLevelBytes(std::string_view bytes);
     bool popGroup();
 
     RtfTokenizer m_tokens;

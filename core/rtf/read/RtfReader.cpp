@@ -7,6 +7,19 @@ namespace {
 
 constexpr int maxTableDepth = 8;
 
+// Bytes of a \leveltext wait as lone halves of surrogate pairs, which no text has.
+constexpr char16_t waitingByte = 0xdc00;
+
+// Letters, syllables and signs of Chinese, Japanese and Korean.
+bool isEastAsian(char16_t unit)
+{
+    constexpr std::pair<char16_t, char16_t> ranges[]
+        = {{0x1100, 0x11ff}, {0x2e80, 0xa4cf}, {0xa960, 0xa97f}, {0xac00, 0xd7ff},
+           {0xd840, 0xd888}, {0xf900, 0xfaff}, {0xfe30, 0xfe4f}, {0xff00, 0xffef}};
+    return std::any_of(std::begin(ranges), std::end(ranges),
+                       [unit](auto range) { return unit >= range.first && unit <= range.second; });
+}
+
 bool isBlank(std::string_view ascii)
 {
     return std::all_of(ascii.begin(), ascii.end(), [](char byte) { return byte == ' '; });
@@ -66,6 +79,11 @@ void RtfReader::openUnicodeAlternative()
 
 void RtfReader::addByte(int byte)
 {
+    if (group().isIn(RtfDestination::LevelText) && byte >= 0x80) {
+        m_text.flush();
+        m_value += QChar(static_cast<char16_t>(waitingByte + byte));
+        return;
+    }
     m_text.addByte(static_cast<unsigned char>(byte), codePage());
     readCodedRun();
 }
@@ -125,7 +143,27 @@ void RtfReader::addCharacters(QStringView characters)
         return;
     }
     m_inHeader = m_endsWithReturn = false;
-    builder().append(characters, m_bookmarks.isEmpty() ? charFormat() : takeAnchorFormat());
+    if (!m_bookmarks.isEmpty())
+        builder().append(characters, takeAnchorFormat());
+    else if (group().eastAsian.isEmpty())
+        builder().append(characters, charFormat());
+    else
+        addEastAsian(characters);
+}
+
+void RtfReader::addEastAsian(QStringView characters)
+{
+    for (int start = 0; start < characters.size();) {
+        const bool isSpecial = isEastAsian(characters.at(start).unicode());
+        int end = start;
+        while (end < characters.size()
+               && (characters.at(end).isLowSurrogate()
+                   || isEastAsian(characters.at(end).unicode()) == isSpecial))
+            ++end;
+        builder().append(characters.mid(start, end - start),
+                         isSpecial ? eastAsianFormat() : charFormat());
+        start = end;
+    }
 }
 
 void RtfReader::countLeftOut(std::size_t length)
@@ -171,6 +209,38 @@ void RtfReader::setOldList(QTextListFormat::Style style)
     RtfParaProps &para = m_groups.outer().para;
     para.list = style == QTextListFormat::ListStyleUndefined ? 0 : RtfLists::oldList(style);
     para.listLevel = 0;
+}
+
+void RtfReader::keepLevelText()
+{
+    m_levelText = takeValue();
+    if (m_levelText.endsWith(QLatin1Char(';')))
+        m_levelText.chop(1);
+}
+
+// Letters of a code page may have an ASCII character for their second byte.
+void RtfReader::finishListLevel()
+{
+    QString shown;
+    QByteArray bytes;
+    RtfCodePages codePages;
+    const auto decode = [&] {
+        codePages.decode(codePage(), bytes, &shown);
+        bytes.clear();
+    };
+    const QString text = std::exchange(m_levelText, QString());
+    for (const QChar unit : text) {
+        const bool isByte
+            = unit.unicode() >= waitingByte + 0x80 && unit.unicode() < waitingByte + 0x100;
+        if (isByte || (unit.unicode() >= 0x20 && unit.unicode() < 0x7f)) {
+            bytes += static_cast<char>(unit.unicode() & 0xff);
+        } else {
+            decode();
+            shown += unit;
+        }
+    }
+    decode();
+    m_lists.setLevelText(shown);
 }
 
 void RtfReader::endParagraph()
@@ -280,6 +350,25 @@ int RtfReader::charFormat()
     if (group().charFormat < 0)
         group().charFormat = m_formats.charFormatNumber(group().chars);
     return group().charFormat;
+}
+
+int RtfReader::eastAsianFormat()
+{
+    if (group().eastAsianFormat < 0) {
+        RtfCharProps chars = group().chars;
+        const RtfAssociated &said = group().eastAsian;
+        const std::pair<int, int RtfCharProps::*> properties[]
+            = {{said.font, &RtfCharProps::font},
+               {said.size, &RtfCharProps::size},
+               {said.bold, &RtfCharProps::bold},
+               {said.italic, &RtfCharProps::italic}};
+        for (const auto &property : properties) {
+            if (property.first >= 0)
+                chars.*property.second = property.first;
+        }
+        group().eastAsianFormat = m_formats.charFormatNumber(chars);
+    }
+    return group().eastAsianFormat;
 }
 
 // A file that breaks off within a destination ends with the text around it.

@@ -77,6 +77,11 @@ public:
     void endRow();
     void endNestedRow();
 
+    // Lists
+    /*! \leveltext: its bytes wait for the level's font, which may come behind them. */
+    void keepLevelText();
+    void finishListLevel();
+
     // What stands in the text
     void beginField(const RtfDestination &field);
     void finishField();
@@ -123,6 +128,8 @@ private:
     int tableLevel() const;
     bool isOwnMark() const { return group().isVisible() && m_groups.isNested(); }
     int charFormat();
+    int eastAsianFormat();
+    void addEastAsian(QStringView characters);
     int takeAnchorFormat();
 
     RtfTokenizer &m_tokens;
@@ -145,6 +152,7 @@ private:
     MVRTextRtfNotes *m_foundNotes;
 
     QString m_value; // text of the destination that is open
+    QString m_levelText; // of the level of a list that is open
     QTextCharFormat m_defaultFormat;
     MVRTextRtfLeftOut m_leftOut;
     bool m_endsWithReturn = false; // the text so far ends with \'0d

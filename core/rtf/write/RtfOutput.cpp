@@ -179,7 +179,7 @@ char *RtfOutput::appendCoded(char16_t unit, char *to)
     m_afterWord = false;
     if (const char *escape = escapeFor(unit))
         return append(escape);
-    if (const int byte = westernByte(unit)) {
+    if (const int byte = m_hasBytes ? westernByte(unit) : 0) {
         constexpr char digits[] = "0123456789abcdef";
         to = append("\\'");
         *to++ = digits[byte >> 4];

@@ -39,6 +39,8 @@ public:
         letter for programs without Unicode. Not all programs mind the code page of a font.
     */
     void text(QStringView text);
+    /*! Whether bytes are of code page 1252, which they are not in fonts of other scripts. */
+    void setHasBytes(bool hasBytes) { m_hasBytes = hasBytes; }
 
     const QByteArray &rtf() const { return m_rtf; }
     /*! Hands over what was written; nothing is left. */
@@ -56,4 +58,5 @@ private:
 
     QByteArray m_rtf;
     bool m_afterWord = false;
+    bool m_hasBytes = true;
 };

@@ -4,6 +4,7 @@
 #include <core/MVRParagraphView.h>
 #include <core/MVRTextRtf.h>
 #include <core/MVRToolkit.h>
+#include <core/rtf/model/RtfFontNames.h>
 #include <core/rtf/model/RtfFormats.h>
 #include <core/rtf/model/RtfLists.h>
 #include <core/rtf/model/RtfPicture.h>
@@ -219,10 +220,12 @@ void RtfWriter::writeRun(const Run &run, QStringView text, bool stayOpen)
         m_body.beginGroup();
         m_body.words(run.words);
     }
+    m_body.setHasBytes(run.isWestern);
     if (run.image)
         writePictures(static_cast<int>(text.size()), *run.image);
     else
         m_body.text(text);
+    m_body.setHasBytes(true);
     m_openRun = stayOpen && !run.words.isEmpty();
     if (!run.words.isEmpty() && !m_openRun)
         m_body.endGroup();
@@ -283,6 +286,7 @@ RtfWriter::Run RtfWriter::makeRun(const QTextCharFormat &format)
     Run made;
     made.link = props.link > 0 ? props.link : -props.field;
     made.bookmarks = format.anchorNames();
+    made.isWestern = RtfFontNames::charset(MVRToolkit::fontFamily(format)) == 0;
     if (format.isImageFormat())
         made.image = format.toImageFormat();
     appendRtfWords(RtfCharProps(), props, &made.words);

@@ -59,6 +59,7 @@ private:
     {
         QByteArray words;
         int link = 0; // above 0 a link, below 0 an instruction: their numbers
+        bool isWestern = true; // by its font
         QStringList bookmarks;
         std::optional<QTextImageFormat> image;
     };
