@@ -55,6 +55,7 @@ struct MVRFinalDraftFile::Private
     QHash<QString, int> anchors; // of notes in documents that were read: index
     int fileId = 0;
     QList<MVRScriptElement> elements; // for write()
+    QHash<QString, QByteArray> settings; // for write(), by type
     QString errorString;
     // The document that read() filled, as it was then.
     QPointer<const QTextDocument> readDocument;
@@ -112,8 +113,9 @@ QByteArray MVRFinalDraftFile::Private::written(const QTextDocument *document)
     if (readDocument == document && readRevision == document->revision())
         return tree.file();
     findNotes();
-    const QByteArray source
-        = FdxWriter(*script, *places, notes, anchors, fileId, elements, document).write();
+    FdxWriter writer(*script, *places, notes, anchors, fileId, elements, document);
+    writer.setSettings(settings);
+    const QByteArray source = writer.write();
     return source == tree.source() ? tree.file() : tree.toFileEncoding(source);
 }
 
@@ -123,6 +125,7 @@ QByteArray MVRFinalDraftFile::Private::writtenWhole(const QTextDocument *documen
     whole.d->parse(fdxSkeleton());
     whole.d->script->setView({}, document->documentMargin());
     whole.d->elements = elements;
+    whole.d->settings = settings;
     return whole.d->written(document);
 }
 
@@ -210,6 +213,24 @@ bool MVRFinalDraftFile::write(QIODevice *device, const QTextDocument *document)
 void MVRFinalDraftFile::setElements(const QList<MVRScriptElement> &elements)
 {
     d->elements = elements;
+}
+
+void MVRFinalDraftFile::setSettingsXml(const QHash<QString, QByteArray> &settings)
+{
+    d->settings = settings;
+}
+
+QHash<QString, QByteArray> MVRFinalDraftFile::settingsXml() const
+{
+    QHash<QString, QByteArray> all;
+    if (!isLoaded())
+        return all;
+    for (const pugi::xml_node &settings : d->tree.root().children("ElementSettings")) {
+        const FdxTree::Span span = d->tree.span(settings);
+        all.insert(fdxAttribute(settings, "Type"),
+                   d->tree.source().mid(span.start, span.end - span.start));
+    }
+    return all;
 }
 
 QVector<MVRFinalDraftFile::Note> MVRFinalDraftFile::notes() const

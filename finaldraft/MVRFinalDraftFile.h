@@ -161,6 +161,16 @@ public:
     */
     void setElements(const QList<MVRScriptElement> &elements);
 
+    /*!
+        Names settings for types that the file has none of; a paragraph of one of them brings them
+        along. They go before those that elements make, and hold more.
+
+        \param settings  by type, as settingsXml() of another file gives them
+    */
+    void setSettingsXml(const QHash<QString, QByteArray> &settings);
+    /*! The ElementSettings of the loaded file by type, as XML in UTF-8. */
+    QHash<QString, QByteArray> settingsXml() const;
+
     /*! All notes of the loaded file, in its order. */
     QVector<Note> notes() const;
     /*! The scenes of the loaded file. */

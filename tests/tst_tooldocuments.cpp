@@ -16,6 +16,7 @@ private Q_SLOTS:
     void countsFiles();
     void replacesText();
     void appendsDocuments();
+    void appendsScreenplays();
     void tellsFigures();
 
 private:
@@ -107,8 +108,54 @@ void TestToolDocuments::appendsDocuments()
     const QByteArray script = appended(QStringLiteral("h.fdx"), {headings, two});
     QVERIFY(script.contains("Type=\"General\"><Text Style=\"Bold\">Part one<"));
     QVERIFY2(script.contains("Type=\"Scene Heading\"><Text>int. House<"), script.constData());
+    const QString other = path(QStringLiteral("o.fdx"));
+    QCOMPARE(mvrtext({QStringLiteral("convert"), QStringLiteral("--elements"),
+                      QStringLiteral("outline,scenes=Shot,text=Own & one"), headings, other})
+                 .exitCode,
+             0);
+    for (const char *paragraph : {"<Paragraph Type=\"Outline 1\"><Text>Part one</Text></Paragraph>",
+                                  "<Paragraph Type=\"Shot\"><Text>int. House</Text></Paragraph>",
+                                  "<Paragraph Type=\"Own &amp; one\"><Text>Text</Text></Paragraph>",
+                                  "<ElementSettings Type=\"Own &amp; one\">"})
+        QVERIFY2(read(QStringLiteral("o.fdx")).contains(paragraph), paragraph);
+    QCOMPARE(mvrtext({QStringLiteral("convert"), QStringLiteral("--elements"),
+                      QStringLiteral("h7=Shot"), headings, other})
+                 .exitCode,
+             2);
     QVERIFY(appended(QStringLiteral("2.txt"), {one, two}).isEmpty());
     QCOMPARE(read(QStringLiteral("2.txt")), QByteArray("two\n\nthree"));
+}
+
+// Paragraphs take the first file's settings of their type, and bring along what it has none for.
+void TestToolDocuments::appendsScreenplays()
+{
+    const auto file = [this](const char *name, const QByteArray &paragraphs,
+                             const QByteArray &action, const QByteArray &rest) {
+        return write(QString::fromUtf8(name),
+                     "<FinalDraft Version=\"5\"><Content>" + paragraphs
+                         + "</Content><ElementSettings Type=\"Action\"><ParagraphSpec " + action
+                         + "/></ElementSettings>" + rest + "</FinalDraft>");
+    };
+    const QByteArray song = "<ElementSettings Type=\"Song\"><FontSpec Style=\"AllCaps\"/>"
+                            "<Behavior PaginateAs=\"Dialogue\"/></ElementSettings>";
+    const QString one
+        = file("1.fdx", "<Paragraph Type=\"Action\"><Text>One</Text></Paragraph>",
+               "LeftIndent=\"1.50\" SpaceBefore=\"24\"", "<PageLayout TopMargin=\"72\"/>");
+    const QString two
+        = file("2.fdx",
+               "<Paragraph Number=\"7\" Type=\"Action\"><Text>Two</Text></Paragraph>"
+               "<Paragraph Type=\"Action\" LeftIndent=\"2.25\"><Text>Own</Text></Paragraph>"
+               "<Paragraph Type=\"Song\"><Text>La</Text></Paragraph>",
+               "LeftIndent=\"1.25\" SpaceBefore=\"12\"", song + "<PageLayout TopMargin=\"36\"/>");
+    QCOMPARE(mvrtext({QStringLiteral("append"), QStringLiteral("-o"), path(QStringLiteral("3.fdx")),
+                      one, two})
+                 .exitCode,
+             0);
+    const QByteArray script = read(QStringLiteral("3.fdx"));
+    QVERIFY2(script.contains("<Paragraph Number=\"7\" Type=\"Action\"><Text>Two<"), script);
+    QVERIFY2(script.contains("<Paragraph LeftIndent=\"2.25\" Type=\"Action\"><Text>Own<"), script);
+    QVERIFY2(script.contains("\"Song\"><Text Style=\"AllCaps\">La<"), script);
+    QCOMPARE(script.count(song), 1);
 }
 
 void TestToolDocuments::tellsFigures()

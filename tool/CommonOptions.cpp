@@ -91,10 +91,19 @@ QVector<Option> writingOptions()
          "NAME",
          QT_TRANSLATE_NOOP("Tool", "Author of a document that names none (rtf)."),
          {}},
+        {"elements",
+         "MAP",
+         QT_TRANSLATE_NOOP("Tool",
+                           "Which elements the paragraphs of other documents become in fdx: "
+                           "\"outline\", or pairs such as \"h1=Act,text=Dialogue\" (of scenes, "
+                           "headings, h1 to h6, text). Without this option headings like those of "
+                           "scenes become Scene Heading, others General, the rest Action."),
+         {}},
     };
 }
 
-void readWritingOptions(const CommandLine &commandLine, NotesChoice *notes, WriteOptions *options)
+bool readWritingOptions(const CommandLine &commandLine, NotesChoice *notes, WriteOptions *options,
+                        QString *error)
 {
     const QString where = commandLine.value("notes");
     for (const NotesWord &row : notesWords) {
@@ -107,6 +116,8 @@ void readWritingOptions(const CommandLine &commandLine, NotesChoice *notes, Writ
             options->paper = QPageSize(row.size);
     }
     options->author = commandLine.value("author");
+    const QString elements = commandLine.value("elements");
+    return elements.isEmpty() || readElementMapping(elements, &options->elements, error);
 }
 
 OldWord oldFormatWord()

@@ -15,11 +15,12 @@ Option fromOption();
 Option toOption();
 /*! --json; \a what is printed then, "Print an array of objects instead of a table." */
 Option jsonOption(const char *what);
-/*! How a document is written: --notes, --paper and --author. */
+/*! How a document is written: --notes, --paper, --author and --elements. */
 QVector<Option> writingOptions();
 
-/*! Takes what writingOptions() say. */
-void readWritingOptions(const CommandLine &commandLine, NotesChoice *notes, WriteOptions *options);
+/*! Takes what writingOptions() say; false, and \a error says why, when they make no sense. */
+bool readWritingOptions(const CommandLine &commandLine, NotesChoice *notes, WriteOptions *options,
+                        QString *error);
 
 /*! What was called --as: --to. */
 OldWord oldFormatWord();

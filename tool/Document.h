@@ -6,6 +6,7 @@
 #include <finaldraft/MVRFinalDraftFile.h>
 
 #include <QByteArray>
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -23,6 +24,7 @@ struct Document
     bool isScreenplay = false;
     int titlePageBlocks = 0; /*!< paragraphs at the start that belong on a page of their own */
     QList<MVRScriptElement> elements; /*!< for writing it as a screenplay */
+    QHash<QString, QByteArray> settings; /*!< more of them, as a screenplay's file has them */
     double scaling = 100.0; /*!< percent */
     bool showInvisibles = false;
     QByteArray source; /*!< of a screenplay: the file that it was read from */

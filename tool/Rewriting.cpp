@@ -30,11 +30,12 @@ Argument Rewriting::input()
 Rewriting::Rewriting(const CommandLine &commandLine)
     : m_commandLine(commandLine)
 {
-    readWritingOptions(commandLine, &m_notes, &m_writeOptions);
 }
 
 bool Rewriting::readArguments(bool needsOutput, QString *error)
 {
+    if (!readWritingOptions(m_commandLine, &m_notes, &m_writeOptions, error))
+        return false;
     const QStringList inputs = m_commandLine.files();
     for (const QString &input : inputs) {
         m_from.append(readableFormat(input, m_commandLine.value("from"), error));

@@ -246,9 +246,10 @@ FdxPlaces::FdxPlaces(const FdxScript &script)
     for (int i = 0; i < paragraphs.size(); ++i) {
         const FdxParagraph &paragraph = paragraphs[i];
         int length = 0;
-        const QVector<FdxRun> runs = script.runs(i);
-        for (const FdxRun &run : runs)
-            length += fdxTextLength(script.tree().source(), run.textStart, run.textEnd);
+        for (const pugi::xml_node &run : paragraph.node.children("Text")) {
+            const FdxTree::Span span = script.tree().span(run);
+            length += fdxTextLength(script.tree().source(), span.innerStart, span.innerEnd);
+        }
         const int wrapper = script.containerOf(i).wrapper;
         m_positions.append(position);
         m_lengths.append(paragraph.hasBlock ? length : 0);

@@ -187,10 +187,25 @@ int FdxTree::tagEnd(const pugi::xml_node &element) const
     return find('>', from) + 1;
 }
 
+/*! The same for an element that holds text alone, as nearly all do. */
+FdxTree::Span FdxTree::leafSpan(const pugi::xml_node &element) const
+{
+    Span span;
+    span.start = start(element);
+    span.innerStart = tagEnd(element);
+    span.isEmptyTag = m_source[span.innerStart - 2] == '/';
+    span.innerEnd = span.isEmptyTag ? span.innerStart : find('<', span.innerStart);
+    span.end = span.isEmptyTag ? span.innerStart : find('>', span.innerEnd) + 1;
+    return span;
+}
+
 // Elements hold no ">" or "</" but in what is a node itself, so that the end of the last one is
 // followed by the end tag; that may take a way down, which the depth limits.
 FdxTree::Span FdxTree::span(const pugi::xml_node &element) const
 {
+    const pugi::xml_node first = element.first_child();
+    if (!first || (first.type() == pugi::node_pcdata && !first.next_sibling()))
+        return leafSpan(element);
     QVector<pugi::xml_node> path;
     int position = -1;
     for (pugi::xml_node node = element; position < 0;) {

@@ -76,6 +76,7 @@ private:
 
     bool decode();
     bool isShallow() const;
+    Span leafSpan(const pugi::xml_node &element) const;
     bool fail(const char *message, int offset);
     int offset(const char *place) const { return int(place - m_buffer.constData()); }
     int find(char character, int from) const;

@@ -261,6 +261,11 @@ void FdxWriter::writeSettings()
         if (known.contains(name))
             continue;
         known.insert(name);
+        const QByteArray settings = m_settings.value(QString::fromUtf8(name));
+        if (!settings.isEmpty()) {
+            added += "  " + settings + fdxNewLine(m_tree);
+            continue;
+        }
         for (const MVRScriptElement &element : qAsConst(m_elements)) {
             if (element.name().toUtf8() != name)
                 continue;
@@ -371,6 +376,13 @@ QByteArray FdxWriter::newParagraph(int index)
     const QVector<FdxAttribute> attributes = fdxShapeAttributes(shape, inType, m_script.margin());
     for (const FdxAttribute &attribute : attributes)
         element += QByteArray(" ") + attribute.name + "=\"" + attribute.value + '"';
+    // What comes from another file is no part of a paragraph that has the number already.
+    const int file = format.intProperty(File::SourceFileProperty);
+    for (const WrittenProperty &row : writtenProperties) {
+        const QString value = format.stringProperty(row.property);
+        if (entry.origin < 0 && file != 0 && !value.isEmpty())
+            element += QByteArray(" ") + row.attribute + "=\"" + fdxEscapedValue(value) + '"';
+    }
     if (!name.isEmpty())
         element += " Type=\"" + fdxEscapedValue(QString::fromUtf8(name)) + '"';
     return element + '>' + newRuns(index, type) + "</Paragraph>";

@@ -18,6 +18,9 @@ public:
               const QHash<QString, int> &anchors, int fileId,
               const QList<MVRScriptElement> &elements, const QTextDocument *document);
 
+    /*! Settings for types that the file has none of, as XML. */
+    void setSettings(const QHash<QString, QByteArray> &settings) { m_settings = settings; }
+
     /*! The file as the document has it, in UTF-8. */
     QByteArray write();
 
@@ -99,6 +102,7 @@ private:
     const QVector<FdxNote> &m_notes;
     const QHash<QString, int> &m_anchors;
     QList<MVRScriptElement> m_elements; // the application's
+    QHash<QString, QByteArray> m_settings; // by type, for types without
     FdxMatch m_match;
     FdxSplices m_splices;
     QVector<Container> m_containers;

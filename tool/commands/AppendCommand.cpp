@@ -7,10 +7,14 @@
 #include <tool/Rewriting.h>
 #include <tool/commands/Commands.h>
 
+#include <core/MVRTextFormat.h>
+#include <core/document/EditBlock_p.h>
 #include <core/document/FormatEdits_p.h>
+#include <finaldraft/MVRFinalDraftFile.h>
 #include <text/MVRTextDoc.h>
 
-#include <QSet>
+#include <QHash>
+#include <QTextBlock>
 #include <QTextCursor>
 
 namespace {
@@ -19,15 +23,86 @@ const char examples[] = R"(  mvrtext append chapter1.rtf chapter2.rtf chapter3.r
   mvrtext append --page-break act1.fdx act2.fdx -o play.fdx
 )";
 
-/*! Elements that only the appended document has; of others, those of the first one count. */
-void addElements(Document &document, const Document &more)
+constexpr int indents[] = {MVRTextFormat::BlockLeftIndentProperty,
+                           MVRTextFormat::BlockRightIndentProperty, QTextFormat::TextIndent};
+constexpr int shapes[] = {MVRTextFormat::BlockLeftIndentProperty,
+                          MVRTextFormat::BlockRightIndentProperty,
+                          QTextFormat::TextIndent,
+                          QTextFormat::BlockAlignment,
+                          QTextFormat::BlockTopMargin,
+                          MVRTextFormat::LineSpacingProperty};
+
+QHash<QString, QTextBlockFormat> formatsByName(const QList<MVRScriptElement> &elements)
 {
-    QSet<QString> names;
-    for (const MVRScriptElement &element : qAsConst(document.elements))
-        names.insert(element.name());
-    for (const MVRScriptElement &element : more.elements) {
-        if (!names.contains(element.name()))
+    QHash<QString, QTextBlockFormat> formats;
+    for (const MVRScriptElement &element : elements) {
+        if (!formats.contains(element.name()))
+            formats.insert(element.name(), element.blockFormat());
+    }
+    return formats;
+}
+
+/*! Indents count from the margin of their document. */
+void moveIndents(QTextBlockFormat *format, double distance)
+{
+    for (const int indent : indents) {
+        if (format->hasProperty(indent))
+            format->setProperty(indent, format->doubleProperty(indent) + distance);
+    }
+}
+
+bool isAlike(const QVariant &one, const QVariant &other)
+{
+    constexpr double tolerance = 0.4; // points; files give two decimals of an inch
+    return qAbs(one.toDouble() - other.toDouble()) < tolerance;
+}
+
+/*!
+    A paragraph's format in the first document: what it has from its element is that of the first
+    document's element, what is its own stays.
+*/
+QTextBlockFormat adapted(QTextBlockFormat format, const QTextBlockFormat &oldElement,
+                         const QTextBlockFormat &newElement)
+{
+    for (const int property : shapes) {
+        if (isAlike(format.property(property), oldElement.property(property)))
+            format.setProperty(property, newElement.property(property));
+    }
+    return format;
+}
+
+/*! Gives a screenplay the elements of the first one, and that one the elements it has not. */
+void shareElements(Document &document, Document &more)
+{
+    const double distance = more.text.documentMargin() - document.text.documentMargin();
+    for (MVRScriptElement &element : more.elements) {
+        QTextBlockFormat format = element.blockFormat();
+        moveIndents(&format, distance);
+        element.setBlockFormat(format);
+    }
+    const QHash<QString, QTextBlockFormat> first = formatsByName(document.elements);
+    const QHash<QString, QTextBlockFormat> second = formatsByName(more.elements);
+    QTextCursor cursor(&more.text);
+    const EditBlock editBlock(cursor);
+    for (QTextBlock block = more.text.begin(); block.isValid(); block = block.next()) {
+        QTextBlockFormat format = block.blockFormat();
+        moveIndents(&format, distance);
+        const QString name = format.stringProperty(MVRScriptElement::NameProperty);
+        if (first.contains(name) && second.contains(name))
+            format = adapted(format, second.value(name), first.value(name));
+        cursor.setPosition(block.position());
+        cursor.setBlockFormat(format);
+    }
+    for (const MVRScriptElement &element : qAsConst(more.elements)) {
+        if (!first.contains(element.name()))
             document.elements.append(element);
+    }
+    if (!more.script)
+        return;
+    const QHash<QString, QByteArray> settings = more.script->settingsXml();
+    for (auto entry = settings.cbegin(); entry != settings.cend(); ++entry) {
+        if (!document.settings.contains(entry.key()))
+            document.settings.insert(entry.key(), entry.value());
     }
 }
 
@@ -41,6 +116,8 @@ void append(Document &document, Document &more, bool onNewPage)
 {
     if (more.text.isEmpty())
         return;
+    if (more.isScreenplay)
+        shareElements(document, more);
     QTextCursor cursor(&document.text);
     cursor.movePosition(QTextCursor::End);
     if (!document.text.isEmpty()) {
@@ -50,7 +127,6 @@ void append(Document &document, Document &more, bool onNewPage)
         cursor.insertBlock(format, QTextCharFormat());
     }
     MVRTextDoc::appendDocumentPreservePageBreak(cursor, &more.text);
-    addElements(document, more);
 }
 
 bool appendAll(const Rewriting &rewriting, bool onNewPages)

@@ -42,8 +42,8 @@ struct Conversion
 
 bool readOptions(const CommandLine &commandLine, Conversion *conversion, QString *error)
 {
-    readWritingOptions(commandLine, &conversion->notes, &conversion->options);
-    return readPageOptions(commandLine, &conversion->options, error)
+    return readWritingOptions(commandLine, &conversion->notes, &conversion->options, error)
+        && readPageOptions(commandLine, &conversion->options, error)
         && commandLine.readNumber("page", 1, 100000, &conversion->options.page, error)
         && commandLine.readNumber("dpi", 20, 600, &conversion->options.dpi, error);
 }

@@ -4,6 +4,7 @@
 #include <tool/Document.h>
 #include <tool/Messages.h>
 #include <tool/formats/Capitals.h>
+#include <tool/formats/ElementMapping.h>
 #include <tool/formats/ScreenplayElements.h>
 #include <tool/formats/ScreenplayPages.h>
 
@@ -12,10 +13,8 @@
 
 #include <QBuffer>
 #include <QFont>
-#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextCursor>
-#include <QTextLayout>
 
 namespace {
 
@@ -101,46 +100,21 @@ bool readFdx(const QByteArray &bytes, const ReadOptions &options, Document &docu
     return true;
 }
 
-bool readsLikeScene(const QString &heading)
+// A type that a mapping names and Final Draft may not know looks like a general paragraph.
+void addMappedElements(Document &document, const ElementMapping &mapping)
 {
-    static const QRegularExpression start(QStringLiteral("^\\s*(?:INT|EXT|EST|I/E)(?:\\.|\\s|/)"),
-                                          QRegularExpression::CaseInsensitiveOption);
-    return start.match(heading).hasMatch();
-}
-
-// A scene heading looks like its type; notes on it stay.
-void clearHeadingLook(const QTextBlock &block, QTextCursor &cursor)
-{
-    const QVector<QTextLayout::FormatRange> ranges = block.textFormats();
-    for (const QTextLayout::FormatRange &range : ranges) {
-        QTextCharFormat format = range.format;
-        for (const int property : {QTextFormat::FontWeight, QTextFormat::FontPointSize,
-                                   QTextFormat::FontPixelSize, QTextFormat::FontSizeAdjustment})
-            format.clearProperty(property);
-        cursor.setPosition(block.position() + range.start);
-        cursor.setPosition(block.position() + range.start + range.length, QTextCursor::KeepAnchor);
-        cursor.setCharFormat(format);
+    MVRScriptElement general;
+    QStringList known;
+    for (const MVRScriptElement &element : qAsConst(document.elements)) {
+        known.append(element.name());
+        if (element.name() == ElementMapping::general())
+            general = element;
     }
-}
-
-/*! Headings of other documents become scene headings where they read like some, else General. */
-void nameHeadings(QTextDocument &document)
-{
-    QTextCursor cursor(&document);
-    const EditBlock editBlock(cursor);
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        const QVariant level = block.blockFormat().property(QTextFormat::HeadingLevel);
-        // A line spacing has the same number, and is a double.
-        if (level.userType() != QMetaType::Int || level.toInt() <= 0)
-            continue;
-        const bool isScene = readsLikeScene(block.text());
-        cursor.setPosition(block.position());
-        QTextBlockFormat format;
-        format.setProperty(MVRScriptElement::NameProperty,
-                           isScene ? QStringLiteral("Scene Heading") : QStringLiteral("General"));
-        cursor.setBlockFormat(format);
-        if (isScene)
-            clearHeadingLook(block, cursor);
+    const QStringList names = mapping.names();
+    for (const QString &name : names) {
+        general.setName(name);
+        if (!known.contains(name))
+            document.elements.append(general);
     }
 }
 
@@ -159,15 +133,16 @@ void markTitlePage(Document &document)
 
 bool writeFdx(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
 {
-    Q_UNUSED(options)
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
     if (!document.script) {
         document.script = std::make_shared<MVRFinalDraftFile>();
         markTitlePage(document);
-        nameHeadings(document.text);
+        nameElements(document.text, options.elements);
+        addMappedElements(document, options.elements);
     }
     document.script->setElements(document.elements);
+    document.script->setSettingsXml(document.settings);
     if (document.script->write(&buffer, &document.text))
         return true;
     *error = Tool::tr("cannot be written as a Final Draft file");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <tool/Notes.h>
+#include <tool/formats/ElementMapping.h>
 
 #include <QByteArray>
 #include <QPageSize>
@@ -27,6 +28,7 @@ struct WriteOptions
     int page = 1; /*!< of a picture, counted from 1 */
     int dpi = 150; /*!< dots per inch of a picture */
     QString author; /*!< of a document that names none */
+    ElementMapping elements; /*!< of a document that becomes a screenplay */
     int firstPage = 0; /*!< of those that a PDF has; 0 for all */
     int lastPage = 0;
     QString firstScene; /*!< of those that a screenplay's pages show; empty for all */

@@ -504,6 +504,14 @@
         <translation>Autor eines Dokuments, das keinen nennt (rtf).</translation>
     </message>
     <message>
+        <source>Which elements the paragraphs of other documents become in fdx: &quot;outline&quot;, or pairs such as &quot;h1=Act,text=Dialogue&quot; (of scenes, headings, h1 to h6, text). Without this option headings like those of scenes become Scene Heading, others General, the rest Action.</source>
+        <translation>Zu welchen Elementen die Absätze anderer Dokumente in fdx werden: &quot;outline&quot; oder Paare wie &quot;h1=Act,text=Dialogue&quot; (aus scenes, headings, h1 bis h6, text). Ohne diese Option werden Überschriften, die wie die von Szenen lauten, zu Scene Heading, andere zu General, alles Übrige zu Action.</translation>
+    </message>
+    <message>
+        <source>--elements: &quot;%1&quot; is neither &quot;outline&quot; nor a pair such as &quot;h1=Act&quot; (of scenes, headings, h1 to h6, text)</source>
+        <translation>--elements: &quot;%1&quot; ist weder &quot;outline&quot; noch ein Paar wie &quot;h1=Act&quot; (aus scenes, headings, h1 bis h6, text)</translation>
+    </message>
+    <message>
         <source>cannot be written as BBCode: %1</source>
         <translation>lässt sich nicht als BBCode schreiben: %1</translation>
     </message>
