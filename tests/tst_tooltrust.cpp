@@ -118,6 +118,11 @@ void TestToolTrust::boundsHtml_data()
     row("a heading over all columns",
         "<table><tr><td colspan=100>h<tr><td>a<td>b<tr><td>c<td>d</table>", 0, "", "h");
     row("a long list", "<ul>" + repeated("<li>a", 10001) + "</ul>", 1, "too many items", "");
+    row("elements without end", repeated("<wbr><option>", 50000) + "a", 0, "", "a");
+    row("columns of a table", "<table>" + repeated("<col span=999>", 30000) + "<tr><td>a", 0, "",
+        "a");
+    row("pictures of one paragraph", repeated("a<img src='x'>", 30000), 0, "pictures", "a");
+    row("pictures of many", repeated("<p>a<img src='x'>", 10000), 0, "", "a");
     row("nested", repeated("<div>", 1001), 1, "nested", "");
     row("style rules",
         "<style>" + repeated("p.x{color:red}", 6000) + "</style>" + repeated("<p>a", 6000), 0,

@@ -27,17 +27,38 @@ constexpr int maxListItems = 10000;
 // Comparing an element with a part of a rule takes some 60 ns.
 constexpr qint64 maxComparisons = 30000000;
 
-// Elements that need no end tag, or have none: they do not nest.
+// A picture has Qt look through the paragraph before it, some 15 ns for a character and 100 ns for
+// a tag: this many take some 2 s.
+constexpr qint64 maxBeforePictures = 60000000;
+constexpr qint64 charactersPerTag = 6;
+
+QSet<QString> namesIn(const char *names)
+{
+    const QStringList list = QString::fromLatin1(names).split(QLatin1Char(' '));
+    return QSet<QString>(list.cbegin(), list.cend());
+}
+
+// Elements that need no end tag, or have none, as Qt knows: they do not nest.
 bool isNesting(const QString &tag)
 {
-    static const QSet<QString> others = [] {
-        const QString names = QStringLiteral(
-            "area base br col dd dt embed hr img input li link meta option p param source tbody td "
-            "tfoot th thead tr track wbr");
-        const QStringList list = names.split(QLatin1Char(' '));
-        return QSet<QString>(list.cbegin(), list.cend());
-    }();
+    static const QSet<QString> others
+        = namesIn("br dd dt hr img li meta p tbody td tfoot th thead tr");
     return !others.contains(tag);
+}
+
+// Elements of which Qt makes nothing, but waits for an end tag that they do not have.
+bool isUnused(const QString &tag)
+{
+    static const QSet<QString> names
+        = namesIn("area base col embed input link option param source track wbr");
+    return names.contains(tag);
+}
+
+bool beginsParagraph(const QString &tag)
+{
+    static const QSet<QString> names
+        = namesIn("blockquote center dd div dl dt h1 h2 h3 h4 h5 h6 hr li p");
+    return names.contains(tag);
 }
 
 /*! A number in the text, and what is to stand there. */
@@ -73,6 +94,7 @@ public:
 
 private:
     void addTag(const HtmlTag &tag);
+    void addPicture(const HtmlTag &tag);
     void addTableTag(const QString &name, const HtmlTag &tag);
     void addListTag(const QString &name, bool isEnd);
     int skipStyle(int start);
@@ -92,6 +114,10 @@ private:
     QVector<Table> m_open;
     QVector<Span> m_spans; // to be rewritten
     QVector<QPair<int, int>> m_styles; // what stands in style elements
+    QVector<QPair<int, int>> m_unused; // tags to be left out
+    int m_lastTagEnd = 0;
+    qint64 m_paragraph = 0; // its characters so far, and its tags
+    qint64 m_beforePictures = 0;
 };
 
 BoundedHtml HtmlCheck::run()
@@ -128,19 +154,37 @@ BoundedHtml HtmlCheck::run()
     else
         result.html = rewritten();
     result.hasLostStyles = m_ruleParts * m_elements > maxComparisons;
+    result.hasLostPictures = m_beforePictures > maxBeforePictures;
     return result;
 }
 
 void HtmlCheck::addTag(const HtmlTag &tag)
 {
     const QString name = m_html.mid(tag.nameStart, tag.nameEnd - tag.nameStart).toLower();
+    m_paragraph += charactersPerTag + tag.start - m_lastTagEnd;
+    m_lastTagEnd = tag.end;
+    if (isUnused(name)) {
+        m_unused.append({tag.start, tag.end});
+        return;
+    }
     if (!tag.isEnd)
         ++m_elements;
+    if (name == QLatin1String("img"))
+        addPicture(tag);
+    else if (beginsParagraph(name) || (!m_open.isEmpty() && name == QLatin1String("td")))
+        m_paragraph = 0;
     if (isNesting(name))
         m_depth = qMax(0, m_depth + (tag.isEnd ? -1 : 1));
     m_deepest = qMax(m_deepest, m_depth);
     addTableTag(name, tag);
     addListTag(name, tag.isEnd);
+}
+
+void HtmlCheck::addPicture(const HtmlTag &tag)
+{
+    m_beforePictures += m_paragraph;
+    if (m_beforePictures > maxBeforePictures)
+        m_unused.append({tag.start, tag.end});
 }
 
 void HtmlCheck::addListTag(const QString &name, bool isEnd)
@@ -246,6 +290,8 @@ QString HtmlCheck::rewritten() const
         for (const QPair<int, int> &style : m_styles)
             edits.append({style.first, style.second, QString()});
     }
+    for (const QPair<int, int> &tag : m_unused)
+        edits.append({tag.first, tag.second, QString()});
     std::sort(edits.begin(), edits.end(),
               [](const Edit &a, const Edit &b) { return a.start < b.start; });
     QString html;

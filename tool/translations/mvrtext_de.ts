@@ -720,6 +720,10 @@
         <translation>Papier von pdf, png, odt und html. Ohne diese Option das des Dokuments oder letter.</translation>
     </message>
     <message>
+        <source>pictures, of which a paragraph has too many</source>
+        <translation>Bilder, von denen ein Absatz zu viele hat</translation>
+    </message>
+    <message>
         <source>style rules, of which there are too many</source>
         <translation>Stilregeln, von denen es zu viele gibt</translation>
     </message>
