@@ -260,8 +260,8 @@ void HtmlCheck::closeTable()
     int spare = table.cells.size() * spannedPerCell;
     for (Cell cell : table.cells) {
         cell.rows.number = qMin(cell.rows.number, table.rows - cell.row);
-        cell.columns.number = qMin(cell.columns.number, 1 + spare / cell.rows.number);
-        cell.rows.number = qMin(cell.rows.number, 1 + spare / cell.columns.number);
+        cell.columns.number = qMin(cell.columns.number, qMax(1, (1 + spare) / cell.rows.number));
+        cell.rows.number = qMin(cell.rows.number, (1 + spare) / cell.columns.number);
         spare -= cell.rows.number * cell.columns.number - 1;
         for (int row = 0; row < cell.rows.number; ++row)
             widths[cell.row + row] += cell.columns.number;
