@@ -156,39 +156,40 @@ void drawLine(QPainter &painter, const MVRScreenplayLine &line, FontCache &fonts
         drawRun(painter, run, baseline, fonts.font(run.attr), line.needsShaping);
 }
 
-void drawWatermark(QPainter &painter, const QSizeF &pageSize, const QString &watermark)
-{
-    if (watermark.isEmpty())
-        return;
-    const QSizeF size = pageSize * fontUnits;
-    TextAttr attr;
-    attr.style = MVRFinalDraft::Bold;
-    QFont font = pageFont(attr);
-    const double diagonal = std::hypot(size.width(), size.height());
-    const double letters = qMax(4, watermark.size());
-    font.setPixelSize(qBound(200, int(0.75 * diagonal / letters / 0.6), 3000));
-    painter.save();
-    painter.translate(size.width() / 2.0, size.height() / 2.0);
-    painter.rotate(-qRadiansToDegrees(std::atan2(size.height(), size.width())));
-    // Outlines: letters across the page would get between those of the text when it is selected.
-    QPainterPath outlines;
-    outlines.addText(QPointF(), font, watermark);
-    painter.translate(-outlines.boundingRect().center());
-    painter.fillPath(outlines, QColor(222, 222, 222));
-    painter.restore();
-}
-
 }
 
 void MVRPagePainter::paint(QPainter &painter, const MVRScreenplayPage &page, const QSizeF &pageSize,
                            const QString &watermark)
 {
     FontCache fonts;
+    paintWatermark(painter, pageSize, watermark);
     painter.save();
     painter.scale(shrink / fontUnits, shrink / fontUnits);
-    drawWatermark(painter, pageSize, watermark);
     for (const MVRScreenplayLine &line : page.lines)
         drawLine(painter, line, fonts);
+    painter.restore();
+}
+
+void MVRPagePainter::paintWatermark(QPainter &painter, const QSizeF &pageSize, const QString &text)
+{
+    if (text.isEmpty())
+        return;
+    const QSizeF size = pageSize * fontUnits;
+    TextAttr attr;
+    attr.style = MVRFinalDraft::Bold;
+    QFont font = pageFont(attr);
+    const double diagonal = std::hypot(size.width(), size.height());
+    const double letters = qMax(4, text.size());
+    font.setPixelSize(qBound(200, int(0.75 * diagonal / letters / 0.6), 3000));
+    painter.save();
+    painter.scale(1.0 / fontUnits, 1.0 / fontUnits);
+    painter.translate(size.width() / 2.0, size.height() / 2.0);
+    painter.rotate(-qRadiansToDegrees(std::atan2(size.height(), size.width())));
+    // Outlines: letters across the page would get between those of the text when it is selected.
+    QPainterPath outlines;
+    outlines.addText(QPointF(), font, text);
+    painter.translate(-outlines.boundingRect().center());
+    painter.fillPath(outlines, QColor(222, 222, 222));
     painter.restore();
 }
 

@@ -23,6 +23,14 @@ public:
                       const QString &watermark = QString());
 
     /*!
+        Draws a watermark; paint() does it itself.
+
+        \param painter  as for paint()
+        \param text     none is drawn when it is empty
+    */
+    static void paintWatermark(QPainter &painter, const QSizeF &pageSize, const QString &text);
+
+    /*!
         Writes pages as a PDF file with fonts in it.
 
         \param device     open for writing

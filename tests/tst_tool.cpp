@@ -134,7 +134,7 @@ void TestTool::writesEveryFormat_data()
     QTest::newRow("BBCode") << "bbcode" << QByteArray("[b][u]THE LAST")
                             << "\n\n" + heading + "\n\nFog.";
     QTest::newRow("odt") << "odt" << QByteArray("PK") << QByteArray("opendocument.text");
-    QTest::newRow("pdf") << "pdf" << QByteArray("%PDF-") << QByteArray("/MediaBox [0 0 612");
+    QTest::newRow("pdf") << "pdf" << QByteArray("%PDF-") << QByteArray("/MediaBox [ 0 0 612");
     QTest::newRow("png") << "png" << QByteArray("\x89PNG") << QByteArray("IEND");
 }
 

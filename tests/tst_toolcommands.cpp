@@ -139,7 +139,7 @@ void TestToolCommands::readsSettings()
         run(QStringLiteral("convert a.txt out.html ") + QLatin1String(options));
         run(QStringLiteral("convert a.txt out.pdf ") + QLatin1String(options));
         const QByteArray pdf = m_folder->read(QStringLiteral("out.pdf"));
-        return pdf.contains("MediaBox [0 0 595") ? "a4" : "letter";
+        return pdf.contains("MediaBox [ 0 0 595") ? "a4" : "letter";
     };
     QCOMPARE(paper(""), "a4");
     QCOMPARE(paper("--paper letter"), "letter");

@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr char marginWord[] = "margin"; // comments are drawn there
+
 struct NotesWord
 {
     const char *word;
@@ -15,6 +17,7 @@ struct NotesWord
 constexpr NotesWord notesWords[] = {
     {"inline", NotesChoice::Inline},
     {"inspector", NotesChoice::Inspector},
+    {marginWord, NotesChoice::Inspector},
     {"drop", NotesChoice::Drop},
 };
 
@@ -78,9 +81,11 @@ QVector<Option> writingOptions()
     return {
         {"notes", "WHERE",
          QT_TRANSLATE_NOOP("Tool",
-                           "Put notes into the text (inline), attach them to words (inspector) or "
-                           "leave them out (drop). Without this option they stay as they are in "
-                           "fdx and rtf; other formats carry none."),
+                           "Put notes into the text (inline), attach them to words (inspector), "
+                           "the comments of pages into the margin (margin) or leave them out "
+                           "(drop). Without this option they stay as they are in fdx and rtf, and "
+                           "stand at the foot and beside the text in pdf and png; other formats "
+                           "carry none."),
          notesChoices()},
         {"paper", "PAPER",
          QT_TRANSLATE_NOOP("Tool",
@@ -115,6 +120,7 @@ bool readWritingOptions(const CommandLine &commandLine, NotesChoice *notes, Writ
         if (paper == QLatin1String(row.word))
             options->paper = QPageSize(row.size);
     }
+    options->hasCommentsInMargin = where == QLatin1String(marginWord);
     options->author = commandLine.value("author");
     const QString elements = commandLine.value("elements");
     return elements.isEmpty() || readElementMapping(elements, &options->elements, error);

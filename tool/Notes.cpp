@@ -85,7 +85,14 @@ int placeInInspector(QTextDocument &document, NoteSupport support)
 
 NotesChoice choiceFor(NoteSupport support)
 {
-    return support == NoteSupport::None ? NotesChoice::Drop : NotesChoice::ByFormat;
+    switch (support) {
+    case NoteSupport::None:
+        return NotesChoice::Drop;
+    case NoteSupport::OnPages:
+        return NotesChoice::Inspector;
+    default:
+        return NotesChoice::ByFormat;
+    }
 }
 
 }

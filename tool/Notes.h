@@ -35,12 +35,13 @@ void encloseAnnotations(QTextDocument &document, const QString &opening, const Q
 enum class NoteSupport {
     None,
     InText, /*!< attached to text too, as Final Draft's script notes */
+    OnPages, /*!< footnotes at the foot, comments beside the text; none in screenplays */
     Attached /*!< attached to text, as RTF's comments and footnotes; in the text as codes */
 };
 
 /*! What a conversion does with the notes of a document. */
 enum class NotesChoice {
-    ByFormat, /*!< as they are for Final Draft and RTF, else drop */
+    ByFormat, /*!< as they are for Final Draft and RTF, beside the text on pages, else drop */
     Inline, /*!< put them into the text */
     Inspector, /*!< take them out of the text and attach them to a word */
     Drop

@@ -45,6 +45,10 @@ QVector<Option> pageOptions()
          "FIRST-LAST",
          QT_TRANSLATE_NOOP("Tool", "Only the pages of a pdf that bear these numbers."),
          {}},
+        {"page-numbers",
+         nullptr,
+         QT_TRANSLATE_NOOP("Tool", "Number the pages of a pdf or png that is no screenplay."),
+         {}},
         {"revisions",
          nullptr,
          QT_TRANSLATE_NOOP("Tool", "Mark revised lines of a screenplay in the margin."),
@@ -58,6 +62,7 @@ QVector<Option> pageOptions()
 
 bool readPageOptions(const CommandLine &commandLine, WriteOptions *options, QString *error)
 {
+    options->hasPageNumbers = commandLine.isSet("page-numbers");
     options->hasRevisionMarks = commandLine.isSet("revisions");
     options->watermark = commandLine.value("watermark");
     if (!readRange(commandLine, "scenes", &options->firstScene, &options->lastScene)) {

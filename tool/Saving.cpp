@@ -27,6 +27,13 @@ void reportNotes(Listener &listener, const QString &name, const Format &format, 
                            : Tool::tr("%1 left out").arg(notes));
 }
 
+// A screenplay's lines leave no room for notes.
+NoteSupport supportFor(const Document &document, const Format &format)
+{
+    return format.notes == NoteSupport::OnPages && document.isScreenplay ? NoteSupport::None
+                                                                         : format.notes;
+}
+
 }
 
 bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
@@ -36,7 +43,7 @@ bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
     listener.setStep(Tool::tr("Writing %1").arg(name));
     if (!options.author.isEmpty() && !document.text.property(MVRTextRtf::authorProperty).isValid())
         document.text.setProperty(MVRTextRtf::authorProperty, options.author);
-    const int lost = placeNotes(document.text, choice, format.notes);
+    const int lost = placeNotes(document.text, choice, supportFor(document, format));
     if (!format.hasElements && document.script)
         putInCapitals(document.text);
     QByteArray bytes;

@@ -10,6 +10,7 @@
 #include <tool/commands/Commands.h>
 #include <tool/commands/ScriptReport.h>
 #include <tool/formats/Formats.h>
+#include <tool/formats/PageSetups.h>
 #include <tool/formats/ScreenplayPages.h>
 #include <tool/pages/Pages.h>
 
@@ -43,7 +44,7 @@ int pageCount(Document &document)
     QString error;
     if (document.isScreenplay)
         return screenplayPages(document, WriteOptions(), &error)->pages().size();
-    return Pages(document, QPageSize(QPageSize::Letter)).count();
+    return Pages(document, pageSetupFor(document, WriteOptions())).count();
 }
 
 Figures figuresOf(Document &document)

@@ -33,6 +33,8 @@ struct WriteOptions
     int lastPage = 0;
     QString firstScene; /*!< of those that a screenplay's pages show; empty for all */
     QString lastScene;
+    bool hasPageNumbers = false; /*!< of documents that are no screenplays */
+    bool hasCommentsInMargin = false;
     bool hasRevisionMarks = false;
     QString watermark; /*!< text across the pages; may be empty */
 

@@ -3,9 +3,11 @@
 
 #include <tool/Document.h>
 #include <tool/Messages.h>
+#include <tool/formats/PageSetups.h>
 #include <tool/formats/ScreenplayPages.h>
 #include <tool/pages/Pages.h>
 
+#include <core/MVRTextRtf.h>
 #include <pages/MVRPagePainter.h>
 
 #include <QBuffer>
@@ -14,45 +16,111 @@
 
 namespace {
 
-bool writeScreenplay(const Document &document, const WriteOptions &options, QBuffer &buffer,
+PdfExtras extrasOf(const Document &document, const MVRScreenplayPages &pages)
+{
+    PdfExtras extras;
+    extras.title = document.title;
+    extras.author = document.text.property(MVRTextRtf::authorProperty).toString();
+    const QVector<MVRScreenplayScene> scenes = pages.scenes();
+    const QVector<MVRScreenplayPage> all = pages.pages();
+    int last = -1;
+    for (int page = 0; page < all.size(); ++page) {
+        for (const MVRScreenplayLine &line : all[page].lines) {
+            if (line.kind != MVRScreenplayLine::Text || line.scene <= last)
+                continue;
+            last = line.scene;
+            const MVRScreenplayScene &scene = scenes[last];
+            const QString number
+                = scene.isNumbered ? scene.number + QStringLiteral(". ") : QString();
+            extras.outline.append(
+                {number + scene.heading, 1, {page, QRectF(0.0, line.y, 1.0, line.height)}});
+        }
+    }
+    return extras;
+}
+
+bool writeScreenplay(const Document &document, const WriteOptions &options, QByteArray *bytes,
                      QString *error)
 {
     const std::optional<MVRScreenplayPages> pages = screenplayPages(document, options, error);
     if (!pages)
         return false;
-    if (MVRPagePainter::writePdf(&buffer, *pages, document.title, options.watermark))
+    QBuffer buffer(bytes);
+    buffer.open(QIODevice::WriteOnly);
+    const bool isWritten
+        = MVRPagePainter::writePdf(&buffer, *pages, document.title, options.watermark);
+    buffer.close();
+    if (isWritten && completePdf(bytes, extrasOf(document, *pages)))
         return true;
     *error = Tool::tr("cannot be written as PDF");
     return false;
 }
 
-bool writePdf(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
+// Where only some pages are written, those before them do not count.
+void moveAreas(PdfExtras &extras, int pages)
+{
+    for (PdfLink &link : extras.links) {
+        link.area.page -= pages;
+        link.target.page -= pages;
+    }
+    for (PdfComment &comment : extras.comments) {
+        for (PdfArea &area : comment.areas)
+            area.page -= pages;
+    }
+    for (PdfHeading &heading : extras.outline)
+        heading.area.page -= pages;
+}
+
+bool drawPages(const Pages &pages, const PageSetup &setup, int first, int last, QByteArray *bytes)
 {
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
-    if (document.isScreenplay)
-        return writeScreenplay(document, options, buffer, error);
-    const Pages pages(document, options.paperOrLetter());
     QPdfWriter writer(&buffer);
     writer.setResolution(Pages::resolution);
-    writer.setPageSize(options.paperOrLetter());
+    writer.setPageSize(QPageSize(setup.paper, QPageSize::Point));
     writer.setPageMargins(QMarginsF());
-    writer.setTitle(document.title);
     writer.setCreator(QStringLiteral("mvrtext"));
     QPainter painter;
-    if (!painter.begin(&writer)) {
-        *error = Tool::tr("cannot be written as PDF");
+    if (!painter.begin(&writer))
         return false;
-    }
-    for (int page = 0; page < pages.count(); ++page) {
-        if (page > 0)
+    for (int page = first; page <= last; ++page) {
+        if (page > first)
             writer.newPage();
+        painter.save();
+        painter.scale(Pages::resolution / 72.0, Pages::resolution / 72.0);
+        MVRPagePainter::paintWatermark(painter, setup.paper, setup.watermark);
+        painter.restore();
         pages.paint(painter, page);
     }
     return painter.end();
 }
 
+bool writePdf(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
+{
+    if (document.isScreenplay)
+        return writeScreenplay(document, options, bytes, error);
+    if (!options.firstScene.isEmpty()) {
+        *error = Tool::tr("is no screenplay: it has no scenes");
+        return false;
+    }
+    const PageSetup setup = pageSetupFor(document, options);
+    const Pages pages(document, setup);
+    const int first = qMax(1, options.firstPage) - 1;
+    const int last
+        = (options.firstPage > 0 ? qMin(options.lastPage, pages.count()) : pages.count()) - 1;
+    if (first > last) {
+        *error = Tool::tr("has no pages %1-%2").arg(options.firstPage).arg(options.lastPage);
+        return false;
+    }
+    PdfExtras extras = pages.extras();
+    moveAreas(extras, first);
+    if (drawPages(pages, setup, first, last, bytes) && completePdf(bytes, extras))
+        return true;
+    *error = Tool::tr("cannot be written as PDF");
+    return false;
+}
+
 }
 
 const Format pdfFormat
-    = {"pdf", "PDF", "", nullptr, writePdf, NoteSupport::None, PictureSupport::Held, false};
+    = {"pdf", "PDF", "", nullptr, writePdf, NoteSupport::OnPages, PictureSupport::Held, false};

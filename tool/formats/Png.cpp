@@ -3,6 +3,7 @@
 
 #include <tool/Document.h>
 #include <tool/Messages.h>
+#include <tool/formats/PageSetups.h>
 #include <tool/formats/ScreenplayPages.h>
 #include <tool/pages/Pages.h>
 
@@ -77,20 +78,23 @@ bool writePng(Document &document, const WriteOptions &options, QByteArray *bytes
 {
     if (document.isScreenplay)
         return writeScreenplay(document, options, bytes, error);
-    const QPageSize paper = options.paperOrLetter();
-    const Pages pages(document, paper);
+    // A picture has no annotations.
+    PageSetup setup = pageSetupFor(document, options);
+    setup.hasCommentsInMargin = true;
+    const Pages pages(document, setup);
     if (options.page > pages.count()) {
         *error = noPage(pages.count(), options.page);
         return false;
     }
     const auto drawPage = [&](QPainter &painter) {
+        MVRPagePainter::paintWatermark(painter, setup.paper, setup.watermark);
         painter.scale(72.0 / Pages::resolution, 72.0 / Pages::resolution);
         pages.paint(painter, options.page - 1);
     };
-    return draw({paper.size(QPageSize::Point), drawPage}, options.dpi, bytes, error);
+    return draw({setup.paper, drawPage}, options.dpi, bytes, error);
 }
 
 }
 
 const Format pngFormat
-    = {"png", "PNG", "", nullptr, writePng, NoteSupport::None, PictureSupport::Held, false};
+    = {"png", "PNG", "", nullptr, writePng, NoteSupport::OnPages, PictureSupport::Held, false};

@@ -4,7 +4,6 @@
 #include <tool/Document.h>
 #include <tool/formats/Pictures.h>
 #include <tool/pages/Lengths.h>
-#include <tool/pages/PageBreaks.h>
 
 #include <core/MVRTextRange.h>
 #include <core/MVRToolkit.h>
@@ -16,64 +15,43 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
-#include <QVector>
+#include <QTextFrame>
+
+#include <algorithm>
 
 namespace {
 
 constexpr double dotsPerPoint = Pages::resolution / 72.0;
-constexpr double linePitch = 12.0 * dotsPerPoint; // a typewriter's six lines to the inch
-constexpr double maxLineFont = 12.0; // points; larger letters would overlap at that pitch
-
-// Where pages have their number: half an inch from the top, ending at the right margin.
-constexpr double numberTop = 0.5; // inches
-constexpr double numberRight = 1.0; // inches
-
 constexpr double tabDistance = 0.5; // inches
+constexpr double noteGap = 12.0 * dotsPerPoint; // between the text and the footnotes
+constexpr double leastCommentMargin = 72.0; // points
+constexpr double drawingSlack = 0.5 * dotsPerPoint; // more than what lines are rounded by
 
-const char *const courierFaces[]
-    = {"Courier Final Draft", "Courier",          "Courier New",
-       "Courier Std",         "Courier 10 Pitch", "Courier Screenplay"};
-
-// Screenplays name faces that few systems have; all are typewriter faces of the same width.
-void substituteCourier()
-{
-    static const bool done = [] {
-        for (const char *face : courierFaces)
-            QFont::insertSubstitution(QString::fromLatin1(face), MVRScreenplayFace::family());
-        return true;
-    }();
-    Q_UNUSED(done)
-}
-
-// A document that names the family itself would get the files that do not know what they are.
+// A document that names a typewriter face gets the one that there is.
 void nameOwnFace(QTextDocument &text)
 {
-    const QString family = QStringLiteral("Courier Prime");
-    if (MVRScreenplayFace::family() == family)
-        return;
     QVector<MVRTextRange> places;
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
-            if (MVRToolkit::fontFamily(fragment.charFormat()) == family)
+            const QString family = MVRToolkit::fontFamily(fragment.charFormat());
+            if (!family.isEmpty() && MVRScreenplayFace::isAlias(family))
                 places.append({fragment.position(), fragment.position() + fragment.length()});
         }
     }
+    if (places.isEmpty())
+        return;
     QTextCharFormat ownFace;
     MVRToolkit::setFontFamily(&ownFace, MVRScreenplayFace::family());
     for (const MVRTextRange &place : qAsConst(places))
         place.toTextCursor(&text).mergeCharFormat(ownFace);
 }
 
-QTextBlock firstBodyBlock(const Document &document)
-{
-    return document.titlePageBlocks > 0 ? document.text.findBlockByNumber(document.titlePageBlocks)
-                                        : QTextBlock();
-}
-
 void breakBehindTitlePage(Document &document)
 {
-    const QTextBlock body = firstBodyBlock(document);
+    if (document.titlePageBlocks == 0)
+        return;
+    const QTextBlock body = document.text.findBlockByNumber(document.titlePageBlocks);
     if (!body.isValid())
         return;
     QTextBlockFormat format = body.blockFormat();
@@ -81,29 +59,26 @@ void breakBehindTitlePage(Document &document)
     QTextCursor(body).setBlockFormat(format);
 }
 
-double largestFont(const QTextBlock &block)
+// Where drawing the rest of a text begins.
+double drawnTopOf(const QTextDocument &text, double top)
 {
-    double size = 0.0;
-    for (auto it = block.begin(); !it.atEnd(); ++it)
-        size = qMax(size, it.fragment().charFormat().font().pointSizeF());
-    return size;
+    const QVector<FlowItem> items = flowItems(text);
+    int first = 0;
+    while (first + 1 < items.size() && items[first].top < top - 1.0)
+        ++first;
+    return drawnTop(items, first);
 }
 
-void setLinePitch(QTextDocument &text)
+// Draws the part of a text and nothing else: what a clip only hides is text of the file still.
+void drawPart(QPainter &painter, const QTextDocument &text, const QRectF &part, double drawnTop)
 {
-    QTextCursor cursor(&text);
-    cursor.beginEditBlock();
-    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
-        if (largestFont(block) > maxLineFont)
-            continue;
-        QTextBlockFormat format = block.blockFormat();
-        const bool isProportional = format.lineHeightType() == QTextBlockFormat::ProportionalHeight;
-        const double lines = isProportional ? format.lineHeight() / 100.0 : 1.0;
-        format.setLineHeight(lines * linePitch, QTextBlockFormat::FixedHeight);
-        cursor.setPosition(block.position());
-        cursor.setBlockFormat(format);
-    }
-    cursor.endEditBlock();
+    // Lines that touch the context's clip are drawn, and the one before the first of a paragraph.
+    const double top
+        = qMin(qMax(part.top(), drawnTop), part.bottom() - 2.0 * drawingSlack) + drawingSlack;
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.clip = QRectF(part.left(), top, part.width(), part.bottom() - drawingSlack - top);
+    context.palette.setColor(QPalette::Text, Qt::black);
+    text.documentLayout()->draw(&painter, context);
 }
 
 }
@@ -118,65 +93,134 @@ void prepareForQt(Document &document, const QPageSize &paper, double unitsPerPoi
     document.text.setDocumentMargin(margin * unitsPerPoint);
 }
 
-Pages::Pages(Document &document, const QPageSize &paper)
-    : m_text(document.text)
-    , m_size(paper.sizePixels(resolution))
+Pages::Pages(Document &document, const PageSetup &setup)
+    : m_document(document)
+    , m_text(document.text)
+    , m_setup(setup)
+    , m_notes(takeNotes(document.text))
 {
-    substituteCourier();
-    nameOwnFace(m_text);
-    prepareForQt(document, paper, dotsPerPoint);
-    if (document.isScreenplay)
-        setLinePitch(m_text);
+    if (m_setup.hasCommentsInMargin && !m_notes.comments.empty())
+        m_setup.margins.setRight(qMax(m_setup.margins.right(), leastCommentMargin));
+    m_body = QRectF(QPointF(), setup.paper).marginsRemoved(m_setup.margins);
+    m_body = QRectF(m_body.topLeft() * dotsPerPoint, m_body.size() * dotsPerPoint);
+    prepare();
+    cut();
+}
 
+void Pages::prepare()
+{
+    nameOwnFace(m_text);
+    breakBehindTitlePage(m_document);
+    MVRToolkit::toStockParagraphs(&m_text, m_body.width() / dotsPerPoint);
+    scaleLengths(m_text, dotsPerPoint);
+    m_text.setDocumentMargin(0.0);
     QTextOption option = m_text.defaultTextOption();
     option.setUseDesignMetrics(true);
     option.setTabStopDistance(tabDistance * resolution);
     m_text.setDefaultTextOption(option);
-    const double margins = 2 * m_text.documentMargin();
     // What reaches below the line that a picture stands on needs room too.
-    fitPictures(m_text, QSizeF(m_size) - QSizeF(margins, margins + 2 * linePitch),
+    fitPictures(m_text, m_body.size() - QSizeF(0.0, 24.0 * dotsPerPoint),
                 dotsPerPoint * pointsPerPixel);
-    m_text.setPageSize(m_size);
-    if (document.isScreenplay)
-        breakPages(m_text, m_size.height() - margins);
-
-    const QTextBlock body = firstBodyBlock(document);
-    if (body.isValid()) {
-        const double top = m_text.documentLayout()->blockBoundingRect(body).top();
-        m_titlePages = int(top / m_size.height());
-    }
+    m_text.setTextWidth(m_body.width());
+    for (PageFootnote &note : m_notes.footnotes)
+        layOutFootnote(*note.text, m_body.width(), dotsPerPoint);
 }
 
-int Pages::count() const
+void Pages::cut()
 {
-    return m_text.pageCount();
+    m_text.documentLayout()->documentSize(); // finishes the layout
+    QVector<FlowItem> items = flowItems(m_text);
+    QVector<double> noteCuts;
+    double notesHeight = 0.0;
+    int item = 0;
+    for (PageFootnote &note : m_notes.footnotes) {
+        while (item + 1 < items.size() && items[item + 1].start <= note.position)
+            ++item;
+        items[item].notes += note.height();
+        note.top = notesHeight;
+        const QVector<FlowItem> lines = flowItems(*note.text);
+        for (const FlowItem &line : lines) {
+            if (line.mayStartPage)
+                noteCuts.append(note.top + line.top);
+        }
+        notesHeight += note.height();
+    }
+    m_slices = cutPages(items, noteCuts, {m_body.height(), noteGap});
+    if (m_slices.isEmpty())
+        m_slices.append(PageSlice());
+    m_commentsOfPage.resize(m_slices.size());
+    for (int i = 0; i < int(m_notes.comments.size()); ++i) {
+        const PageComment &comment = m_notes.comments[size_t(i)];
+        m_commentAreas.append(areasOf(comment.start, comment.end));
+        for (const PdfArea &area : qAsConst(m_commentAreas.last())) {
+            if (!m_commentsOfPage[area.page].endsWith(i))
+                m_commentsOfPage[area.page].append(i);
+        }
+    }
 }
 
 void Pages::paint(QPainter &painter, int index) const
 {
-    const QRectF page(0, double(index) * m_size.height(), m_size.width(), m_size.height());
+    const PageSlice &slice = m_slices[index];
+    if (m_setup.hasCommentsInMargin)
+        paintComments(painter, index);
+    paintText(painter, slice.headTop, slice.headBottom, 0.0, slice.headTop);
+    paintText(painter, slice.top, slice.bottom, slice.headHeight(), slice.drawnTop);
+    paintFootnotes(painter, index);
+    if (m_setup.hasNumbers)
+        paintNumber(painter, index + 1);
+}
+
+/*! Draws the text from \a top to \a bottom, so far below the body's top. */
+void Pages::paintText(QPainter &painter, double top, double bottom, double y, double drawnTop) const
+{
+    if (bottom <= top)
+        return;
+    // What stands out at the sides is drawn; lines above and below are not.
+    const QRectF part(-m_body.left(), top, m_setup.paper.width() * dotsPerPoint, bottom - top);
     painter.save();
-    painter.translate(0, -page.top());
-    painter.setClipRect(page);
-    QAbstractTextDocumentLayout::PaintContext context;
-    context.clip = page;
-    context.palette.setColor(QPalette::Text, Qt::black);
-    m_text.documentLayout()->draw(&painter, context);
+    painter.translate(m_body.left(), m_body.top() + y - top);
+    painter.setClipRect(part);
+    drawPart(painter, m_text, part, drawnTop);
     painter.restore();
-    if (index > m_titlePages)
-        paintNumber(painter, index - m_titlePages + 1);
+}
+
+void Pages::paintFootnotes(QPainter &painter, int index) const
+{
+    const PageSlice &slice = m_slices[index];
+    if (slice.notesBottom <= slice.notesTop)
+        return;
+    painter.save();
+    painter.translate(m_body.left(), m_body.bottom() - slice.notesBottom);
+    painter.setPen(QPen(Qt::black, 0.5 * dotsPerPoint));
+    const double lineY = slice.notesTop - noteGap / 3.0;
+    painter.drawLine(QPointF(0.0, lineY), QPointF(m_body.width() / 3.0, lineY));
+    const auto endsAbove
+        = [](const PageFootnote &note, double y) { return note.top + note.height() <= y; };
+    auto note = std::lower_bound(m_notes.footnotes.cbegin(), m_notes.footnotes.cend(),
+                                 slice.notesTop + 1.0, endsAbove);
+    for (; note != m_notes.footnotes.cend() && note->top < slice.notesBottom - 1.0; ++note) {
+        const double top = qMax(0.0, slice.notesTop - note->top);
+        const double bottom = qMin(note->height(), slice.notesBottom - note->top);
+        const QRectF part(0.0, top, m_body.width(), bottom - top);
+        painter.save();
+        painter.translate(0.0, note->top);
+        painter.setClipRect(part);
+        drawPart(painter, *note->text, part, drawnTopOf(*note->text, top));
+        painter.restore();
+    }
+    painter.restore();
 }
 
 void Pages::paintNumber(QPainter &painter, int number) const
 {
-    QFont font(MVRScreenplayFace::family());
-    font.setPixelSize(resolution * 12 / 72);
+    QFont font(m_text.defaultFont());
+    font.setPointSizeF(10.0);
     painter.save();
     painter.setFont(font);
     painter.setPen(Qt::black);
-    const QRectF place(0, numberTop * resolution, m_size.width() - numberRight * resolution,
-                       resolution);
-    painter.drawText(place, Qt::AlignRight | Qt::AlignTop,
-                     QString::number(number) + QLatin1Char('.'));
+    const double margin = m_setup.margins.bottom() * dotsPerPoint;
+    painter.drawText(QRectF(m_body.left(), m_body.bottom() + margin / 4.0, m_body.width(), margin),
+                     Qt::AlignHCenter | Qt::AlignTop, QString::number(number));
     painter.restore();
 }

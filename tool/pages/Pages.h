@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <tool/pages/PageNotes.h>
+#include <tool/pages/PageSlices.h>
+#include <tool/pages/PdfCompletion.h>
+
+#include <QMarginsF>
 #include <QPageSize>
-#include <QSize>
+#include <QSizeF>
 
 class QPainter;
 class QTextDocument;
@@ -17,12 +22,25 @@ struct Document;
 */
 void prepareForQt(Document &document, const QPageSize &paper, double unitsPerPoint);
 
-/*! A document on pages of paper. Screenplays have six lines to the inch. */
+/*! How pages are set up; lengths in points. */
+struct PageSetup
+{
+    QSizeF paper;
+    QMarginsF margins = QMarginsF(72.0, 72.0, 72.0, 72.0);
+    bool hasNumbers = false; /*!< at the foot of each page */
+    bool hasCommentsInMargin = false;
+    QString watermark;
+};
+
+/*!
+    A document that is no screenplay on pages of paper: with footnotes at their feet, headings kept
+    with text, no single lines, and tables that repeat their header rows.
+*/
 class Pages
 {
 public:
     /*!
-        Dots per inch of the pages' coordinates. A 12 point Courier letter is 30 dots wide.
+        Dots per inch of the pages' coordinates.
 
         The application's default resolution (QT_FONT_DPI) must be the same: Qt scales only some
         lengths of a layout from the one to the other.
@@ -30,17 +48,35 @@ public:
     static constexpr int resolution = 300;
 
     /*! Lays \a document out; it is changed for that, and must outlive the pages. */
-    Pages(Document &document, const QPageSize &paper);
+    Pages(Document &document, const PageSetup &setup);
 
-    int count() const;
+    int count() const { return int(m_slices.size()); }
 
-    /*! Draws the page \a index, counted from 0, with its number from the second script page on. */
+    /*! Draws the page \a index, counted from 0. */
     void paint(QPainter &painter, int index) const;
 
+    /*! Links, comments and headings, each where it stands. */
+    PdfExtras extras() const;
+
 private:
+    void prepare();
+    void cut();
+    QVector<QRectF> rectsOf(int start, int end) const;
+    QVector<PdfArea> areasOf(int start, int end) const;
+    PdfArea areaOf(const QRectF &rect) const;
+    void addLinks(PdfExtras &extras) const;
+    void addHeadings(PdfExtras &extras) const;
+    void paintText(QPainter &painter, double top, double bottom, double y, double drawnTop) const;
+    void paintFootnotes(QPainter &painter, int index) const;
+    void paintComments(QPainter &painter, int index) const;
     void paintNumber(QPainter &painter, int number) const;
 
+    Document &m_document;
     QTextDocument &m_text;
-    QSize m_size;
-    int m_titlePages = 0;
+    PageSetup m_setup;
+    PageNotes m_notes;
+    QVector<QVector<PdfArea>> m_commentAreas; // what each is about
+    QVector<QVector<int>> m_commentsOfPage; // that have an area there
+    QRectF m_body; // of a page, in dots
+    QVector<PageSlice> m_slices;
 };

@@ -1,0 +1,413 @@
+// SPDX-License-Identifier: MIT
+#include "ToolRun.h"
+
+#include <text/MVRTextDoc.h>
+#include <tool/Document.h>
+#include <tool/pages/Pages.h>
+
+#define POINTERHOLDER_TRANSITION 4 // only the standard library's pointers
+#include <qpdf/QPDF.hh>
+
+#include <QGuiApplication>
+#include <QPaintDevice>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QRandomGenerator>
+#include <QtTest>
+
+/*! Documents that are no screenplays on pages: where they break, and what stands around the text.
+ */
+class TestDocPages : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void losesAndDoublesNothing_data();
+    void losesAndDoublesNothing();
+    void repeatsHeaderRows();
+    void cutsHighRowsBetweenLines();
+    void longFootnotesGoOn();
+    void writesCommentsIntoTheMargin();
+    void completesThePdf();
+    void takesPaperAndMarginsOfRtf();
+};
+
+namespace {
+
+struct DrawnLine
+{
+    double y; // baseline, points from the paper's top
+    double x;
+    QString text;
+};
+using DrawnPage = QVector<DrawnLine>;
+
+/*! Keeps the text that is drawn, clipped or not, as a PDF file does. */
+class TextEngine : public QPaintEngine
+{
+public:
+    TextEngine()
+        : QPaintEngine(AllFeatures)
+    {
+    }
+    bool begin(QPaintDevice *) override { return true; }
+    bool end() override { return true; }
+    void updateState(const QPaintEngineState &now) override { m_to = now.transform(); }
+    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { }
+    void drawPath(const QPainterPath &) override { }
+    void drawPolygon(const QPointF *, int, PolygonDrawMode) override { }
+    Type type() const override { return User; }
+    void drawTextItem(const QPointF &place, const QTextItem &item) override
+    {
+        const QPointF at = m_to.map(place) * 72.0 / Pages::resolution;
+        if (!page.isEmpty() && qAbs(page.last().y - at.y()) < 1.0 && page.last().x < at.x())
+            page.last().text += item.text();
+        else if (!item.text().trimmed().isEmpty())
+            page.append({at.y(), at.x(), item.text()});
+    }
+
+    DrawnPage page;
+
+private:
+    QTransform m_to;
+};
+
+class TextDevice : public QPaintDevice
+{
+public:
+    QPaintEngine *paintEngine() const override { return &engine; }
+    mutable TextEngine engine;
+
+protected:
+    int metric(PaintDeviceMetric metric) const override
+    {
+        switch (metric) {
+        case PdmWidth:
+        case PdmHeight:
+            return 10000;
+        case PdmDevicePixelRatio:
+            return 1;
+        case PdmDevicePixelRatioScaled:
+            return int(devicePixelRatioFScale());
+        default:
+            return Pages::resolution;
+        }
+    }
+};
+
+QVector<DrawnPage> drawn(const Pages &pages)
+{
+    QVector<DrawnPage> all;
+    for (int i = 0; i < pages.count(); ++i) {
+        TextDevice device;
+        QPainter painter(&device);
+        pages.paint(painter, i);
+        painter.end();
+        all.append(device.engine.page);
+    }
+    return all;
+}
+
+QStringList textsOf(const DrawnPage &page)
+{
+    QStringList texts;
+    for (const DrawnLine &line : page)
+        texts.append(line.text.trimmed());
+    return texts;
+}
+
+PageSetup smallPaper()
+{
+    PageSetup setup;
+    setup.paper = QSizeF(360.0, 400.0);
+    setup.margins = QMarginsF(72.0, 72.0, 72.0, 72.0);
+    return setup;
+}
+
+// Words that tell their paragraph: 7.0, 7.1, 7.2 …; those of headings begin with H, of notes with
+// N.
+QByteArray words(const QByteArray &name, int count)
+{
+    QByteArray text;
+    for (int i = 0; i < count; ++i)
+        text += name + '.' + QByteArray::number(i) + ' ';
+    return text;
+}
+
+struct Wanted
+{
+    QByteArray rtf;
+    QStringList body;
+    QStringList notes;
+};
+
+Wanted randomText(quint32 seed)
+{
+    QRandomGenerator random(seed);
+    Wanted wanted {"{\\rtf1\\ansi ", {}, {}};
+    const auto add = [](QStringList &list, const QByteArray &text) {
+        list += QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    };
+    for (int i = 0; i < 40; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        const bool isHeading = i < 39 && random.bounded(6) == 0;
+        const QByteArray text
+            = isHeading ? words("H" + number, 3) : words(number, random.bounded(1, 90));
+        wanted.rtf += "\\pard\\sb" + QByteArray::number(random.bounded(3) * 120)
+            + (isHeading ? "\\outlinelevel0 " : " ") + text;
+        add(wanted.body, text);
+        if (!isHeading && random.bounded(3) == 0) {
+            const QByteArray note = words("N" + number, random.bounded(1, 60));
+            wanted.rtf.chop(1); // else the number may go to the next line
+            wanted.rtf += "{\\footnote\\pard " + note + '}';
+            add(wanted.notes, note);
+        }
+        wanted.rtf += "\\par";
+    }
+    wanted.rtf += '}';
+    return wanted;
+}
+
+QString paragraphOf(const QString &text)
+{
+    return text.section(QLatin1Char('.'), 0, 0);
+}
+
+/*! \return what is wrong with the breaks of a page, empty for nothing. */
+QString brokenRule(const DrawnPage &lines, const QVector<int> &linesOfParagraph, int page)
+{
+    QVector<int> counts(linesOfParagraph.size());
+    QString last;
+    for (const DrawnLine &line : lines) {
+        if (line.text[0] == QLatin1Char('H'))
+            last = line.text;
+        else
+            ++counts[paragraphOf(line.text).toInt()];
+    }
+    if (!lines.isEmpty() && lines.last().text == last)
+        return QStringLiteral("page %1 ends with a heading").arg(page);
+    for (int i = 0; i < counts.size(); ++i) {
+        if (counts[i] == 1 && linesOfParagraph[i] > 1)
+            return QStringLiteral("a single line of paragraph %1 on page %2").arg(i).arg(page);
+    }
+    return QString();
+}
+
+}
+
+void TestDocPages::losesAndDoublesNothing_data()
+{
+    QTest::addColumn<int>("seed");
+    for (int seed = 0; seed < 25; ++seed)
+        QTest::addRow("%d", seed) << seed;
+}
+
+void TestDocPages::losesAndDoublesNothing()
+{
+    QFETCH(const int, seed);
+    const Wanted wanted = randomText(quint32(seed));
+    Document document;
+    QVERIFY(MVRTextDoc::fromRtf(wanted.rtf, &document.text));
+    const PageSetup setup = smallPaper();
+    const Pages pages(document, setup);
+    QVERIFY(pages.count() > 3);
+
+    QStringList body;
+    QStringList notes;
+    QVector<DrawnPage> bodies;
+    QVector<int> linesOfParagraph(40);
+    for (const DrawnPage &page : drawn(pages)) {
+        bodies.append(DrawnPage());
+        for (const DrawnLine &line : page) {
+            QVERIFY2(line.y > 72.0 && line.y < 328.5, qPrintable(line.text));
+            // Numbers of footnotes have no period.
+            const QStringList text
+                = line.text.split(QLatin1Char(' '), Qt::SkipEmptyParts).filter(QStringLiteral("."));
+            if (text.isEmpty())
+                continue;
+            const bool isNote = text.first().startsWith(QLatin1Char('N'));
+            (isNote ? notes : body) += text;
+            if (isNote)
+                continue;
+            bodies.last().append(line);
+            if (!text.first().startsWith(QLatin1Char('H')))
+                ++linesOfParagraph[paragraphOf(text.first()).toInt()];
+        }
+    }
+    QCOMPARE(notes, wanted.notes);
+    QCOMPARE(body, wanted.body);
+    for (int i = 0; i < bodies.size(); ++i)
+        QCOMPARE(brokenRule(bodies[i], linesOfParagraph, i + 1), QString());
+}
+
+void TestDocPages::repeatsHeaderRows()
+{
+    QString html = QStringLiteral("<p>Before.</p><table><thead><tr><th>Head</th></tr></thead>");
+    for (int i = 0; i < 40; ++i)
+        html += QStringLiteral("<tr><td>row%1<br/>more</td></tr>").arg(i);
+    Document document;
+    document.text.setHtml(html + QStringLiteral("</table>"));
+    const QVector<DrawnPage> pages = drawn(Pages(document, smallPaper()));
+    QVERIFY(pages.size() > 3);
+    QStringList rows;
+    for (int i = 0; i < pages.size(); ++i) {
+        const QStringList texts = textsOf(pages[i]);
+        QCOMPARE(texts.count(QStringLiteral("Head")), 1);
+        QCOMPARE(texts.indexOf(QStringLiteral("Head")), i == 0 ? 1 : 0);
+        QCOMPARE(texts.last(), QStringLiteral("more"));
+        rows += texts.filter(QStringLiteral("row"));
+    }
+    QCOMPARE(rows.size(), 40);
+}
+
+void TestDocPages::cutsHighRowsBetweenLines()
+{
+    QString html = QStringLiteral("<table><tr><td>");
+    for (int i = 0; i < 60; ++i)
+        html += QStringLiteral("line%1<br/>").arg(i);
+    Document document;
+    document.text.setHtml(html + QStringLiteral("end</td><td>beside</td></tr></table>"));
+    const QVector<DrawnPage> pages = drawn(Pages(document, smallPaper()));
+    QVERIFY(pages.size() > 2);
+    QStringList all;
+    for (const DrawnPage &page : pages) {
+        for (const DrawnLine &line : page)
+            QVERIFY2(line.y > 60.0 && line.y < 328.0, qPrintable(line.text));
+        all += textsOf(page);
+    }
+    for (int i = 0; i < 60; ++i)
+        QVERIFY(all.contains(QStringLiteral("line%1").arg(i)));
+}
+
+void TestDocPages::longFootnotesGoOn()
+{
+    Document document;
+    QVERIFY(MVRTextDoc::fromRtf("{\\rtf1 Text.{\\footnote " + words("N", 300)
+                                    + "}\\par Second.\\par Third.}",
+                                &document.text));
+    const QVector<DrawnPage> pages = drawn(Pages(document, smallPaper()));
+    QVERIFY(pages.size() > 2);
+    QCOMPARE(textsOf(pages[0]).first().left(5), QStringLiteral("Text."));
+    QVERIFY(textsOf(pages[0]).contains(QStringLiteral("Third.")));
+    QVERIFY(pages[0].last().y < 328.0 && pages[0].last().y > 300.0);
+    // Words may break behind their period.
+    QString notes;
+    for (const DrawnPage &page : pages) {
+        for (const DrawnLine &line : page) {
+            if (line.text.contains(QLatin1Char('N')))
+                notes += line.text;
+        }
+    }
+    QCOMPARE(notes.remove(QLatin1Char(' ')),
+             QString::fromLatin1(words("N", 300)).remove(QLatin1Char(' ')));
+}
+
+void TestDocPages::writesCommentsIntoTheMargin()
+{
+    // Both are about the last line: they go up so far that they fit above each other.
+    QByteArray rtf = "{\\rtf1 ";
+    for (int i = 0; i < 17; ++i)
+        rtf += "line\\par ";
+    for (const QByteArray number : {"1", "2"})
+        rtf += "{\\*\\atnauthor Ann}{\\*\\atrfstart " + number + "}about" + number
+            + "{\\*\\atrfend " + number + "}\\chatn{\\*\\annotation{\\*\\atnref " + number
+            + "}remark" + number + "}";
+    Document document;
+    QVERIFY(MVRTextDoc::fromRtf(rtf + '}', &document.text));
+    PageSetup setup = smallPaper();
+    setup.margins.setRight(20.0); // too few for comments
+    setup.hasCommentsInMargin = true;
+    setup.hasNumbers = true;
+    const Pages pages(document, setup);
+    QVERIFY(pages.extras().comments.isEmpty());
+    const DrawnPage page = drawn(pages).last();
+    QVector<DrawnLine> remarks;
+    for (const DrawnLine &line : page) {
+        if (line.x > 288.0)
+            remarks.append(line);
+    }
+    QCOMPARE(textsOf(remarks),
+             QStringList({QStringLiteral("Ann: remark1"), QStringLiteral("Ann: remark2")}));
+    QVERIFY(remarks[1].y < 328.0 && remarks[0].y < remarks[1].y - 6.0);
+    QCOMPARE(page.last().text, QString::number(pages.count()));
+    QVERIFY(page.last().y > 328.0);
+}
+
+void TestDocPages::completesThePdf()
+{
+    const ToolFolder folder;
+    folder.write(QStringLiteral("in.rtf"),
+                 "{\\rtf1{\\info{\\title Of Rain}{\\author Zo\\u235?}}"
+                 "\\pard\\outlinelevel0 One\\par\\pard {\\field{\\*\\fldinst HYPERLINK "
+                 "\"http://a.example/b?c=1\"}{\\fldrslt site}}\\par{\\field{\\*\\fldinst HYPERLINK "
+                 "\\\\l \"far\"}{\\fldrslt there}}\\par\\pard\\outlinelevel1 Two\\par"
+                 "\\pard{\\*\\atnauthor Ann}{\\*\\atrfstart 1}about{\\*\\atrfend 1}\\chatn"
+                 "{\\*\\annotation{\\*\\atnref 1}A remark}\\par\\page\\pard\\outlinelevel0 "
+                 "{\\*\\bkmkstart far}Three{\\*\\bkmkend far}\\par}");
+    const Run run = mvrtext("convert in.rtf out.pdf", folder.path());
+    QCOMPARE(run.errors, QByteArray());
+    QPDF pdf;
+    pdf.processFile(qPrintable(folder.path(QStringLiteral("out.pdf"))));
+    QVERIFY(pdf.getWarnings().empty());
+    const std::vector<QPDFObjectHandle> pages = pdf.getAllPages();
+    QCOMPARE(int(pages.size()), 2);
+    QPDFObjectHandle info = pdf.getTrailer().getKey("/Info");
+    QCOMPARE(info.getKey("/Title").getUTF8Value(), std::string("Of Rain"));
+    QCOMPARE(info.getKey("/Author").getUTF8Value(), std::string("Zo\xc3\xab"));
+
+    QPDFObjectHandle outline = pdf.getRoot().getKey("/Outlines");
+    QPDFObjectHandle one = outline.getKey("/First");
+    QCOMPARE(one.getKey("/Title").getUTF8Value(), std::string("One"));
+    QCOMPARE(one.getKey("/First").getKey("/Title").getUTF8Value(), std::string("Two"));
+    QCOMPARE(one.getKey("/Next").getKey("/Title").getUTF8Value(), std::string("Three"));
+    QVERIFY(one.getKey("/Next").getKey("/Dest").getArrayItem(0).getObjGen()
+            == pages[1].getObjGen());
+
+    QPDFObjectHandle marks = pages[0];
+    marks = marks.getKey("/Annots");
+    QCOMPARE(marks.getArrayNItems(), 3);
+    QCOMPARE(marks.getArrayItem(0).getKey("/A").getKey("/URI").getStringValue(),
+             std::string("http://a.example/b?c=1"));
+    QVERIFY(marks.getArrayItem(1).getKey("/Dest").getArrayItem(0).getObjGen()
+            == pages[1].getObjGen());
+    QPDFObjectHandle comment = marks.getArrayItem(2);
+    QCOMPARE(comment.getKey("/Contents").getUTF8Value(), std::string("A remark"));
+    QCOMPARE(comment.getKey("/T").getUTF8Value(), std::string("Ann"));
+    // The word stands in the fourth line of the page: its place tells that y counts from below.
+    const double top = comment.getKey("/Rect").getArrayItem(3).getNumericValue();
+    QVERIFY2(top > 640.0 && top < 690.0, QByteArray::number(top));
+    QCOMPARE(comment.getKey("/QuadPoints").getArrayNItems(), 8);
+}
+
+void TestDocPages::takesPaperAndMarginsOfRtf()
+{
+    const ToolFolder folder;
+    folder.write(QStringLiteral("in.rtf"),
+                 "{\\rtf1\\paperw6000\\paperh8000\\margl400\\margr400\\margt400\\margb400 "
+                     + QByteArray("x\\par ").repeated(24) + '}');
+    const auto box = [&](const char *options) {
+        const QByteArray command = QByteArray("convert in.rtf out.pdf ") + options;
+        if (mvrtext(command.constData(), folder.path()).exitCode != 0)
+            return QString();
+        QPDF pdf;
+        pdf.processFile(qPrintable(folder.path(QStringLiteral("out.pdf"))));
+        QPDFObjectHandle page = pdf.getAllPages().at(0);
+        return QStringLiteral("%1 of %2 by %3")
+            .arg(int(pdf.getAllPages().size()))
+            .arg(page.getKey("/MediaBox").getArrayItem(2).getNumericValue())
+            .arg(page.getKey("/MediaBox").getArrayItem(3).getNumericValue());
+    };
+    QCOMPARE(box(""), QStringLiteral("1 of 300 by 400"));
+    QCOMPARE(box("--paper a4"), QStringLiteral("1 of 595 by 842"));
+    QCOMPARE(box("--pages 2-3"), QString());
+}
+
+int main(int argc, char *argv[])
+{
+    qputenv("QT_FONT_DPI", QByteArray::number(Pages::resolution));
+    QGuiApplication application(argc, argv);
+    TestDocPages test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_docpages.moc"

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include <tool/formats/PageSetups.h>
+
+#include <tool/Document.h>
+
+#include <core/MVRTextRtf.h>
+
+PageSetup pageSetupFor(const Document &document, const WriteOptions &options)
+{
+    PageSetup setup;
+    const QVariantMap page = document.text.property(MVRTextRtf::pageProperty).toMap();
+    const auto length = [&](const char *name, double fallback) {
+        return page.value(QLatin1String(name), fallback).toDouble();
+    };
+    const QSizeF letter = QPageSize(QPageSize::Letter).size(QPageSize::Point);
+    setup.paper = options.paper
+        ? options.paper->size(QPageSize::Point)
+        : QSizeF(length("width", letter.width()), length("height", letter.height()));
+    const QMarginsF margins(
+        length("left", setup.margins.left()), length("top", setup.margins.top()),
+        length("right", setup.margins.right()), length("bottom", setup.margins.bottom()));
+    // Margins of another paper may leave nothing of this one.
+    if (margins.left() + margins.right() <= setup.paper.width() * 2.0 / 3.0
+        && margins.top() + margins.bottom() <= setup.paper.height() * 2.0 / 3.0)
+        setup.margins = margins;
+    setup.hasNumbers = options.hasPageNumbers;
+    setup.hasCommentsInMargin = options.hasCommentsInMargin;
+    setup.watermark = options.watermark;
+    return setup;
+}

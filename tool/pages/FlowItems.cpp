@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+#include <tool/pages/PageSlices.h>
+
+#include <QAbstractTextDocumentLayout>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextLayout>
+#include <QTextTable>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int linesKept = 2; // of a paragraph, on each side of a break
+
+/*! Collects the items of a text's main flow. */
+class ItemCollector
+{
+public:
+    explicit ItemCollector(const QTextDocument &text)
+        : m_layout(*text.documentLayout())
+    {
+    }
+
+    QVector<FlowItem> collect(const QTextDocument &text)
+    {
+        for (auto it = text.rootFrame()->begin(); !it.atEnd(); ++it) {
+            if (const auto *table = qobject_cast<QTextTable *>(it.currentFrame()))
+                addTable(*table);
+            else if (it.currentFrame())
+                addFrame(*it.currentFrame());
+            else if (it.currentBlock().isValid())
+                addBlock(it.currentBlock());
+        }
+        return m_items;
+    }
+
+private:
+    void append(FlowItem item)
+    {
+        std::sort(item.lines.begin(), item.lines.end());
+        item.startsPage = item.startsPage || m_breaksNext;
+        item.mayStartPage = item.mayStartPage && !m_keepsNext;
+        m_breaksNext = false;
+        m_keepsNext = false;
+        m_items.append(item);
+    }
+
+    void addBlock(const QTextBlock &block);
+    void addTable(const QTextTable &table);
+    void addFrame(QTextFrame &frame);
+    void addLines(QTextBlock block, int end, FlowItem &item) const;
+
+    QAbstractTextDocumentLayout &m_layout;
+    QVector<FlowItem> m_items;
+    bool m_breaksNext = false;
+    bool m_keepsNext = false; // a heading was the last
+};
+
+void ItemCollector::addBlock(const QTextBlock &block)
+{
+    const QTextLayout &layout = *block.layout();
+    const QRectF rect = m_layout.blockBoundingRect(block);
+    const int lines = qMax(1, layout.lineCount());
+    const bool isHeading = block.blockFormat().headingLevel() > 0;
+    const auto policy = block.blockFormat().pageBreakPolicy();
+    for (int i = 0; i < lines; ++i) {
+        FlowItem item;
+        item.start = block.position();
+        item.end = block.position() + block.length();
+        item.top = rect.top();
+        item.bottom = rect.bottom();
+        if (i < layout.lineCount()) {
+            const QTextLine line = layout.lineAt(i);
+            const double origin = rect.top() - layout.boundingRect().top();
+            item.top = i == 0 ? rect.top() : origin + line.y();
+            if (i + 1 < lines)
+                item.bottom = origin + layout.lineAt(i + 1).y();
+            item.start = block.position() + line.textStart();
+            if (i + 1 < lines)
+                item.end = item.start + line.textLength();
+        }
+        item.startsPage = i == 0 && (policy & QTextFormat::PageBreak_AlwaysBefore);
+        item.continuesParagraph = i > 0;
+        if (i > 0)
+            item.mayStartPage = !isHeading && i >= linesKept && lines - i >= linesKept;
+        append(item);
+    }
+    m_keepsNext = isHeading;
+    m_breaksNext = policy & QTextFormat::PageBreak_AlwaysAfter;
+}
+
+void ItemCollector::addTable(const QTextTable &table)
+{
+    const QRectF rect = m_layout.frameBoundingRect(const_cast<QTextTable *>(&table));
+    const int headRows = qMin(table.format().headerRowCount(), table.rows() - 1);
+    double headBottom = rect.top();
+    int tied = 0; // rows that cells from above reach into
+    for (int row = 0; row < table.rows(); ++row) {
+        FlowItem item;
+        item.top = row == 0 ? rect.top() : rect.bottom();
+        item.mayStartPage = row == 0 || (row > headRows && tied <= row);
+        for (int column = 0; column < table.columns(); ++column) {
+            const QTextTableCell cell = table.cellAt(row, column);
+            tied = qMax(tied, cell.row() + cell.rowSpan());
+            if (row > 0 && cell.row() == row)
+                item.top = qMin(item.top,
+                                m_layout.blockBoundingRect(cell.firstCursorPosition().block()).top()
+                                    - table.format().cellPadding() - table.format().border());
+            if (cell.row() == row) {
+                item.end = qMax(item.end, cell.lastPosition() + 1);
+                item.start = item.start == 0 ? cell.firstPosition()
+                                             : qMin(item.start, cell.firstPosition());
+                addLines(cell.firstCursorPosition().block(), cell.lastPosition(), item);
+            }
+        }
+        item.bottom = rect.bottom();
+        if (row > 0) {
+            item.top = qMax(item.top, m_items.last().top);
+            m_items.last().bottom = item.top;
+        }
+        if (row == headRows)
+            headBottom = headRows > 0 ? item.top : rect.top();
+        if (row > headRows && headRows > 0) {
+            item.headTop = rect.top();
+            item.headBottom = headBottom;
+        }
+        append(item);
+    }
+}
+
+void ItemCollector::addFrame(QTextFrame &frame)
+{
+    const QRectF rect = m_layout.frameBoundingRect(&frame);
+    FlowItem item;
+    item.top = rect.top();
+    item.bottom = rect.bottom();
+    item.start = frame.firstPosition();
+    item.end = frame.lastPosition() + 1;
+    addLines(frame.firstCursorPosition().block(), frame.lastPosition(), item);
+    append(item);
+}
+
+void ItemCollector::addLines(QTextBlock block, int end, FlowItem &item) const
+{
+    for (; block.isValid() && block.position() <= end; block = block.next()) {
+        const QTextLayout &layout = *block.layout();
+        const double origin = m_layout.blockBoundingRect(block).top() - layout.boundingRect().top();
+        for (int i = 0; i < layout.lineCount(); ++i) {
+            const double top = origin + layout.lineAt(i).y();
+            item.lines.append({top, top + layout.lineAt(i).height()});
+        }
+    }
+}
+
+}
+
+QVector<FlowItem> flowItems(const QTextDocument &text)
+{
+    return ItemCollector(text).collect(text);
+}

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include <tool/pages/PageNotes.h>
+
+#include <tool/pages/Lengths.h>
+
+#include <core/MVRTextRtf.h>
+#include <core/MVRToolkit.h>
+#include <core/STextDoc.h>
+#include <text/MVRTextDoc.h>
+
+#include <QTextBlock>
+#include <QTextCursor>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double noteSize = 10.0; // points
+const QColor defaultColor(255, 236, 139); // of comments that have none
+
+QTextCharFormat numberFormat(const QTextCharFormat &around)
+{
+    QTextCharFormat format;
+    const QString family = MVRToolkit::fontFamily(around);
+    if (!family.isEmpty())
+        MVRToolkit::setFontFamily(&format, family);
+    if (around.fontPointSize() > 0.0)
+        format.setFontPointSize(around.fontPointSize());
+    format.setVerticalAlignment(QTextCharFormat::AlignSuperScript);
+    return format;
+}
+
+std::unique_ptr<OfflineDocument> noteText(const MVRTextNote &note, const QString &number,
+                                          const QFont &font)
+{
+    auto text = std::make_unique<OfflineDocument>();
+    text->setUndoRedoEnabled(false);
+    text->setDefaultFont(font);
+    if (!MVRTextRtf::fromRtfCData(note.cdata, text.get()))
+        text->clear();
+    QTextCursor cursor(text.get());
+    cursor.select(QTextCursor::Document);
+    QTextCharFormat size;
+    size.setFontPointSize(noteSize);
+    cursor.mergeCharFormat(size);
+    cursor.movePosition(QTextCursor::Start);
+    QTextCharFormat format = numberFormat(cursor.block().charFormat());
+    format.setFontPointSize(noteSize);
+    cursor.insertText(number, format);
+    if (!text->characterAt(cursor.position()).isSpace())
+        cursor.insertText(QStringLiteral(" "), format);
+    return text;
+}
+
+/*! Where the numbers of footnotes go, and where all else is once they stand. */
+class NumberPlaces
+{
+public:
+    /*! Adds a number at \a position, none before the last one; \return it. */
+    QString add(int position)
+    {
+        const QString number = QString::number(m_positions.size() + 1);
+        m_positions.append(m_positions.isEmpty() ? position : qMax(position, m_positions.last()));
+        m_shifts.append(m_shifts.last() + number.size());
+        return number;
+    }
+
+    void insertNumbers(QTextDocument &text) const
+    {
+        QTextCursor cursor(&text);
+        cursor.beginEditBlock();
+        for (int i = m_positions.size() - 1; i >= 0; --i) {
+            cursor.setPosition(m_positions[i]);
+            cursor.insertText(QString::number(i + 1), numberFormat(cursor.charFormat()));
+        }
+        cursor.endEditBlock();
+    }
+
+    int placeOf(int index) const { return m_positions[index] + m_shifts[index]; }
+
+    int shifted(int position) const
+    {
+        const auto behind = std::upper_bound(m_positions.cbegin(), m_positions.cend(), position);
+        return position + m_shifts[int(behind - m_positions.cbegin())];
+    }
+
+private:
+    QVector<int> m_positions; // while no number stands
+    QVector<int> m_shifts = {0}; // letters that the first so many numbers have
+};
+
+}
+
+PageNotes takeNotes(QTextDocument &text)
+{
+    const MVRTextNotes listed = MVRTextDoc::notes(&text);
+    PageNotes notes;
+    NumberPlaces places;
+    for (const MVRTextNote &note : listed) {
+        if (note.kind == MVRTextNote::Comment) {
+            notes.comments.push_back({note.range.start, note.range.end,
+                                      note.contentText(text).trimmed(), note.author,
+                                      note.color.isValid() ? note.color : defaultColor, note.date});
+        } else if (note.kind == MVRTextNote::Footnote) {
+            PageFootnote footnote;
+            footnote.text = noteText(note, places.add(note.range.end), text.defaultFont());
+            notes.footnotes.push_back(std::move(footnote));
+        }
+    }
+    STextDoc::removeInspectorCommentsAndFootnotes(&text);
+    places.insertNumbers(text);
+    for (size_t i = 0; i < notes.footnotes.size(); ++i)
+        notes.footnotes[i].position = places.placeOf(int(i));
+    for (PageComment &comment : notes.comments) {
+        comment.start = places.shifted(comment.start);
+        comment.end = places.shifted(comment.end - 1) + 1;
+    }
+    return notes;
+}
+
+void layOutFootnote(QTextDocument &note, double width, double unitsPerPoint)
+{
+    MVRToolkit::toStockParagraphs(&note, width / unitsPerPoint);
+    scaleLengths(note, unitsPerPoint);
+    note.setDocumentMargin(0.0);
+    QTextOption option = note.defaultTextOption();
+    option.setUseDesignMetrics(true);
+    note.setDefaultTextOption(option);
+    note.setTextWidth(width);
+}

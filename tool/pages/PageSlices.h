@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QPair>
+#include <QVector>
+
+class QTextDocument;
+
+/*! What never breaks of a laid out text: a line, a row of a table or a frame. */
+struct FlowItem
+{
+    double top = 0.0; /*!< from the text's top, in the layout's units */
+    double bottom = 0.0;
+    int start = 0; /*!< positions of its text, [start, end) */
+    int end = 0;
+    bool startsPage = false;
+    bool mayStartPage = true; /*!< else it stays with the item before it */
+    bool continuesParagraph = false; /*!< a line that is not its paragraph's first */
+    double headTop = 0.0; /*!< the rows that a table repeats where it breaks before this item */
+    double headBottom = 0.0;
+    double notes = 0.0; /*!< height of the footnotes that it has */
+    QVector<QPair<double, double>> lines; /*!< top and bottom of those in a row or frame, sorted */
+};
+
+/*! The part of a text that one page shows. */
+struct PageSlice
+{
+    double top = 0.0;
+    double bottom = 0.0;
+    double drawnTop = 0.0; /*!< see drawnTop() */
+    double headTop = 0.0; /*!< shown above it */
+    double headBottom = 0.0;
+    double notesTop
+        = 0.0; /*!< shown at the foot: what part of all footnotes, one below the other */
+    double notesBottom = 0.0;
+    int start = 0;
+    int end = 0;
+
+    double headHeight() const { return headBottom - headTop; }
+};
+
+/*! The items of a text that was laid out without pages, from top to bottom. */
+QVector<FlowItem> flowItems(const QTextDocument &text);
+
+/*!
+    Where drawing leaves out all above when a page begins with the item \a first.
+
+    That is in the second line where the first one goes on with a paragraph: the toolkit draws the
+    line before the first one that it finds.
+*/
+double drawnTop(const QVector<FlowItem> &items, int first);
+
+/*! Of pages, in the layout's units. */
+struct PageHeights
+{
+    double body = 0.0; /*!< footnotes and all */
+    double noteGap = 0.0; /*!< between text and footnotes */
+};
+
+/*!
+    Cuts a text into pages.
+
+    Headings stay with two lines of what follows, paragraphs leave two lines on each side, tables
+    repeat their header rows. A row that is higher than a page is cut between lines. Footnotes that
+    would take more than half of a page go on at the foot of the next one.
+    \param noteCuts  where footnotes may be cut, all one below the other
+*/
+QVector<PageSlice> cutPages(const QVector<FlowItem> &items, const QVector<double> &noteCuts,
+                            const PageHeights &heights);
