@@ -84,7 +84,7 @@ void FdxWriter::writeKeptNote(int index)
     const int now = m_documentNote[index];
     const bool isAttached = note.attached.start < note.attached.end;
     if (note.shape != File::NoteOfRange) {
-        if (now >= 0 && !m_goneIn.value(note.paragraph).contains(index))
+        if (now >= 0 && !hasMoved(note, m_match.notes[now]))
             m_changedIn[note.paragraph].append(index);
     } else if (isAttached && now < 0 && isGone(note)) {
         const FdxTree::Span span = m_tree.span(note.node);
@@ -140,40 +140,43 @@ FdxSplices FdxWriter::childSplices(int index) const
 {
     const FdxEntry &entry = m_match.entries[index];
     FdxSplices splices = noteSplices(entry.source);
-    for (const NewNote &note : m_newIn.value(index))
-        splices.append(childSplice(entry, note));
+    const QVector<NewNote> notes = m_newIn.value(index);
+    if (notes.isEmpty())
+        return splices;
+    const QVector<FdxRun> runs = m_script.runs(m_script.paragraphs()[entry.source].node);
+    QVector<int> ends; // of their texts in the paragraph
+    for (const FdxRun &run : runs)
+        ends.append((ends.isEmpty() ? 0 : ends.last())
+                    + fdxTextLength(m_tree.source(), run.textStart, run.textEnd));
+    for (const NewNote &note : notes)
+        splices.append(childSplice(entry, note, runs, ends));
     return splices;
 }
 
 /*! Puts a note behind the text that it is about, as far as that stands in the file already. */
-FdxSplice FdxWriter::childSplice(const FdxEntry &entry, const NewNote &note) const
+FdxSplice FdxWriter::childSplice(const FdxEntry &entry, const NewNote &note,
+                                 const QVector<FdxRun> &runs, const QVector<int> &ends) const
 {
-    const pugi::xml_node &node = m_script.paragraphs()[entry.source].node;
     int offset = note.offset;
     if (offset > entry.diff.prefix)
         offset = offset > entry.diff.newLength - entry.diff.suffix
             ? offset + entry.diff.oldLength - entry.diff.newLength
             : -1;
-    int position = 0;
-    const QVector<FdxRun> runs = m_script.runs(node);
-    for (const FdxRun &run : runs) {
-        const int length = m_script.text(run).size();
-        const int inside = offset - position;
-        position += length;
-        if (offset < 0 || inside > length || inside <= 0)
-            continue;
-        const FdxTree::Span span = m_tree.span(run.node);
-        if (inside == length)
-            return {span.end, span.end, note.element};
-        if (m_tree.slice(run.textStart, run.textEnd).contains('<'))
-            continue;
-        const int place = fdxTextPlace(m_tree.source(), run.textStart, run.textEnd, inside);
-        return {place, place,
-                "</Text>" + note.element
-                    + m_tree.source().mid(span.start, span.innerStart - span.start)};
+    const auto end = std::lower_bound(ends.cbegin(), ends.cend(), offset);
+    if (offset <= 0 || end == ends.cend()) {
+        const int start = m_tree.span(m_script.paragraphs()[entry.source].node).innerStart;
+        return {start, start, note.element};
     }
-    const int start = m_tree.span(node).innerStart;
-    return {start, start, note.element};
+    const FdxRun &run = runs[int(end - ends.cbegin())];
+    const FdxTree::Span span = m_tree.span(run.node);
+    // What holds more than text is not cut.
+    if (*end == offset || m_tree.slice(run.textStart, run.textEnd).contains('<'))
+        return {span.end, span.end, note.element};
+    const int start = end == ends.cbegin() ? 0 : *(end - 1);
+    const int place = fdxTextPlace(m_tree.source(), run.textStart, run.textEnd, offset - start);
+    return {place, place,
+            "</Text>" + note.element
+                + m_tree.source().mid(span.start, span.innerStart - span.start)};
 }
 
 /*! The numbers that ranges count paragraphs from, as the document has them. */
@@ -332,10 +335,9 @@ QByteArray FdxWriter::newNote(const FdxDocumentNote &note, int id) const
     const QByteArray time = date.isValid() ? fileTime(date) : now();
     const QByteArray author
         = fdxEscapedValue(note.format.stringProperty(MVRTextFormat::CommentAuthorProperty));
-    const QByteArray color
-        = fileColor(note.format.property(MVRTextFormat::CommentColorProperty).value<QColor>());
-    const QByteArray common
-        = " Color=\"" + color + "\" DateModified=\"" + time + "\" DateTime=\"" + time + '"';
+    const QColor color = note.format.property(MVRTextFormat::CommentColorProperty).value<QColor>();
+    const QByteArray common = " Color=\"" + fileColor(color) + "\" DateModified=\"" + time
+        + "\" DateTime=\"" + time + '"';
     QByteArray tag;
     if (id > 0) {
         const MVRTextRange range = anchorOf(note);
@@ -343,10 +345,14 @@ QByteArray FdxWriter::newNote(const FdxDocumentNote &note, int id) const
             + QByteArray::number(numberOf(range.start)) + ','
             + QByteArray::number(numberOf(range.end)) + "\" Type=\"\" WriterName=\"" + author
             + "\">";
-    } else if (isRunFile()) {
-        tag = "<ScriptNote ID=\"1\">";
-    } else {
+    } else if (!isRunFile()) {
         tag = "<ScriptNote Author=\"" + author + '"' + common + " Name=\"\" Type=\"\">";
+    } else {
+        // Notes of that version are an ID and text. What else is known of one stands beside it
+        // under the names of later versions.
+        const QByteArray known = author.isEmpty() ? QByteArray() : " Author=\"" + author + '"';
+        tag = "<ScriptNote ID=\"1\"" + known
+            + (date.isValid() || color.isValid() ? common : QByteArray()) + '>';
     }
     return tag + noteParagraphs(note) + "</ScriptNote>";
 }

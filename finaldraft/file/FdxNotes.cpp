@@ -5,6 +5,7 @@
 #include <finaldraft/file/FdxText_p.h>
 
 #include <QMap>
+#include <QSet>
 
 #include <algorithm>
 #include <iterator>
@@ -57,25 +58,39 @@ public:
         : m_script(script)
         , m_places(places)
     {
-        for (int i = 0; i < script.paragraphs().size(); ++i)
-            m_paragraphs.insert(script.paragraphs()[i].node.internal_object(), i);
+        for (const FdxContainer &container : script.containers())
+            m_own.insert(container.node.internal_object());
     }
 
-    // Nested calls go down the tree, which is shallow.
-    void find(const pugi::xml_node &parent, int paragraph)
+    /*! Finds all of them, in the order of the file. */
+    void find()
     {
-        const int own = m_paragraphs.value(parent.internal_object(), -1);
-        for (const pugi::xml_node &child : parent.children()) {
-            if (fdxIs(child, "ScriptNote"))
-                add(child, own >= 0 ? own : paragraph);
-            else if (!fdxIs(child, "Text"))
-                find(child, own >= 0 ? own : paragraph);
+        for (int i = 0; i < m_script.paragraphs().size(); ++i)
+            find(m_script.paragraphs()[i].node, i);
+        for (const FdxContainer &container : m_script.containers()) {
+            for (const pugi::xml_node &note : container.node.children("ScriptNote"))
+                add(note, container.wrapper);
         }
+        find(m_script.tree().root(), -1);
+        std::stable_sort(notes.begin(), notes.end(), [this](const FdxNote &a, const FdxNote &b) {
+            return m_script.tree().start(a.node) < m_script.tree().start(b.node);
+        });
     }
 
     QVector<FdxNote> notes;
 
 private:
+    // Nested calls go down the tree, which is shallow. Containers are gone through by themselves.
+    void find(const pugi::xml_node &parent, int paragraph)
+    {
+        for (const pugi::xml_node &child : parent.children()) {
+            if (fdxIs(child, "ScriptNote"))
+                add(child, paragraph);
+            else if (!fdxIs(child, "Text") && !m_own.contains(child.internal_object()))
+                find(child, paragraph);
+        }
+    }
+
     void add(const pugi::xml_node &node, int paragraph)
     {
         FdxNote note;
@@ -152,7 +167,7 @@ private:
 
     const FdxScript &m_script;
     const FdxPlaces &m_places;
-    QHash<const void *, int> m_paragraphs; // index by node
+    QSet<const void *> m_own; // containers of the script
     pugi::xml_node m_lastChild; // that a note was found in, and the text in front of it
     int m_lastLength = 0;
 };
@@ -393,7 +408,7 @@ MVRTextRange fdxWordAt(const QString &text, int offset)
 QVector<FdxNote> fdxNotes(const FdxScript &script, const FdxPlaces &places)
 {
     Finder finder(script, places);
-    finder.find(script.tree().root(), -1);
+    finder.find();
     attach(places, &finder.notes);
     return finder.notes;
 }

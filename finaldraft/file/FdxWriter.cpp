@@ -399,7 +399,8 @@ QByteArray FdxWriter::newRuns(int index, FdxType &type) const
                 + fdxEscaped(text, fdxNewLine(m_tree)) + "</Text>";
         text.clear();
     };
-    QVector<NewNote> notes = m_newIn.value(index);
+    const QVector<NewNote> notes = m_newIn.value(index);
+    int next = 0; // of them
     int offset = 0;
     for (const FdxNewRun &run : m_match.entries[index].runs) {
         const FdxLook look = type.look.with(run.format);
@@ -407,16 +408,16 @@ QByteArray FdxWriter::newRuns(int index, FdxType &type) const
             flush();
         last = look;
         for (const QChar character : run.text) {
-            while (!notes.isEmpty() && notes.first().offset <= offset) {
+            for (; next < notes.size() && notes[next].offset <= offset; ++next) {
                 flush();
-                elements += notes.takeFirst().element;
+                elements += notes[next].element;
             }
             text += character;
             ++offset;
         }
     }
     flush();
-    for (const NewNote &note : qAsConst(notes))
-        elements += note.element;
+    for (; next < notes.size(); ++next)
+        elements += notes[next].element;
     return elements;
 }

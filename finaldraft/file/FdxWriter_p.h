@@ -85,7 +85,8 @@ private:
     FdxSplices contentSplices(int index) const;
     FdxSplices noteSplices(int paragraph) const;
     FdxSplices childSplices(int entry) const;
-    FdxSplice childSplice(const FdxEntry &entry, const NewNote &note) const;
+    FdxSplice childSplice(const FdxEntry &entry, const NewNote &note, const QVector<FdxRun> &runs,
+                          const QVector<int> &ends) const;
     MVRTextRange anchorOf(const FdxDocumentNote &note) const;
     QByteArray newNote(const FdxDocumentNote &note, int id) const;
     QByteArray noteParagraphs(const FdxDocumentNote &note) const;
