@@ -41,7 +41,7 @@ int main(int argc, char *argv[])\n{\n    return runDocExamples(argc, argv, docEx
 add_executable(docexamples ${source})
 mvr_configure_target(docexamples)
 # An example shows a result without using it.
-target_compile_options(docexamples PRIVATE -Wno-unused)
+target_compile_options(docexamples PRIVATE -Wno-unused -Wno-unused-parameter)
 target_include_directories(docexamples PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
 target_compile_definitions(docexamples PRIVATE MVR_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 target_link_libraries(docexamples PRIVATE MvrText::MvrText MvrCore::MvrCore ${mvr_qt}::Widgets)
