@@ -74,8 +74,7 @@ void replaceByText(QTextTable *table)
         cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
     if (hasTextBehind) {
         cursor.insertBlock(formatBehind, charFormatBehind);
-        cursor.movePosition(QTextCursor::PreviousBlock);
-        cursor.movePosition(QTextCursor::EndOfBlock);
+        cursor.movePosition(QTextCursor::PreviousBlock); // which is empty
     }
     cursor.insertFragment(QTextDocumentFragment(&text));
 }

@@ -326,7 +326,11 @@ void TestFdxWriter::writesPageLayoutOnRequest()
     QVERIFY(written(document).documentElement().firstChildElement(s("PageLayout")).isNull());
     MVRFinalDraftWriter writer;
     writer.writePageLayout(); // outside a write there is nothing to write to
+    QBuffer buffer;
+    QVERIFY(buffer.open(QIODevice::WriteOnly) && writer.write(&buffer, &document, {}));
+    writer.writePageLayout(); // nor behind one
     QVERIFY(!writer.writeElementSettings());
+    QVERIFY(writer.processFrameIterator(document.rootFrame()->begin()));
     QVERIFY(!writer.processBlock(document.firstBlock()));
 }
 

@@ -288,6 +288,7 @@ void TestNoteMoves::undoesAndRedoesExactly()
         MVRTextDoc::swapInspectorToInline(&document, MVRTextFormat::InspectorFootnoteProperty,
                                           generator.bounded(2), QTextCursor());
         document.clearUndoRedoStacks();
+        QTextCursor(document.lastBlock()).insertText(QStringLiteral("typed ")); // stays when undone
         const State before(document);
         operation(&document);
         const State after(document);
@@ -295,7 +296,7 @@ void TestNoteMoves::undoesAndRedoesExactly()
             continue;
         ++changed;
         int undone = 0;
-        for (; document.isUndoAvailable(); ++undone)
+        for (; document.isUndoAvailable() && !(State(document) == before); ++undone)
             document.undo();
         QVERIFY2(State(document) == before, nameOf(seed));
         QVERIFY2(undone <= steps, qPrintable(QStringLiteral("%1 steps").arg(undone)));

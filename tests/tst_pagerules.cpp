@@ -363,6 +363,17 @@ void TestPageRules::placesWideAndLeftwardText()
     }
     QVERIFY(lines[0] > 1);
     QVERIFY(lines[1] > 1); // although it has no blanks
+
+    // Letters join, however far behind the paragraph's start: as many words fit on each line.
+    script.body = {paragraph(QStringLiteral("Action"), QStringLiteral("بيبيبيبي ").repeated(90))};
+    QStringList arabic;
+    const MVRScreenplayPage page = MVRScreenplayPages(script).pages().first();
+    for (const MVRScreenplayLine &line : page.lines) {
+        if (line.paragraph == 0)
+            arabic.append(line.text().trimmed());
+    }
+    QVERIFY(arabic.size() > 3);
+    QCOMPARE(arabic[2], arabic[0]);
 }
 
 void TestPageRules::tellsColumnsApart()

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void readsLinks();
     void countsWhatIsLeftOut();
     void carriesDefaults();
+    void takesExactPropertiesThatComeLate();
     void survivesSizes_data();
     void survivesSizes();
     void survivesEveryCut();
@@ -455,6 +456,17 @@ void TestRtf::carriesDefaults()
     QCOMPARE(copy.defaultFont().family(), QStringLiteral("Courier Prime"));
     QCOMPARE(copy.defaultFont().pointSizeF(), 17.0);
     QVERIFY(copy.begin().begin().fragment().charFormat().isEmpty());
+}
+
+void TestRtf::takesExactPropertiesThatComeLate()
+{
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 {\\mvrx1 a}{\\*\\mvrprops 2003i:75;}{\\mvrx1 b}}",
+                                     &document));
+    QCOMPARE(textOf(document), QStringLiteral("ab"));
+    QTextCursor cursor(&document);
+    cursor.setPosition(2);
+    QCOMPARE(cursor.charFormat().fontWeight(), int(QFont::Bold));
 }
 
 void TestRtf::survivesSizes_data()

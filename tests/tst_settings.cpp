@@ -59,10 +59,11 @@ void TestSettings::readsAndForgets()
     QCOMPARE(settings.value(MVRSettings::CommentColorSetting), QColor(Qt::red));
     QVERIFY(settings.value(MVRSettings::CommentFontSetting) != font);
 
+    settings.setValue(1234, QStringLiteral("last"));
     settings.setFileName(m_dir.filePath(QStringLiteral("b.ini")));
     QFile file(path); // what was set is in it once it is no longer in use
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QVERIFY(file.readAll().contains("=true"));
+    QVERIFY(file.readAll().contains("1234=last"));
     QCOMPARE(settings.value(MVRSettings::WordSearchSetting), false);
     settings.setFileName(path);
     settings.remove(MVRSettings::WordSearchSetting);

@@ -199,8 +199,7 @@ void RtfDocumentBuilder::enterFrame(int exact)
     auto format = bareFormat<QTextFrameFormat>();
     RtfExact::apply(m_resources.exact.value(exact), &format);
     m_frames.push_back(m_cursor.insertFrame(format));
-    m_cellStart = m_frames.back()->firstPosition();
-    m_cursor.setPosition(m_cellStart);
+    m_cellStart = m_cursor.position(); // inside it
     m_started = m_blockReady = true;
     m_lastList = 0;
 }
