@@ -17,8 +17,12 @@ namespace {
 // What a view sets. A paragraph that is shown keeps in ParagraphViewProperty what stood there, and
 // what the view put there: a host that sets one of them afterwards changes the paragraph's own.
 constexpr int viewedProperties[]
+    = {QTextFormat::BlockLeftMargin,  QTextFormat::BlockRightMargin, QTextFormat::TextIndent,
+       QTextFormat::LineHeight,       QTextFormat::LineHeightType,   QTextFormat::BlockTopMargin,
+       QTextFormat::BlockBottomMargin};
+constexpr int scaledProperties[]
     = {QTextFormat::BlockLeftMargin, QTextFormat::BlockRightMargin, QTextFormat::TextIndent,
-       QTextFormat::LineHeight, QTextFormat::LineHeightType};
+       QTextFormat::BlockTopMargin, QTextFormat::BlockBottomMargin};
 constexpr int viewedCount = int(std::size(viewedProperties));
 
 void setOrClear(QTextBlockFormat &format, int property, const QVariant &value)
@@ -64,6 +68,15 @@ void MVRParagraphView::setTextWidth(double width)
         showAll(true);
 }
 
+void MVRParagraphView::setScale(double factor)
+{
+    if (factor <= 0 || qFuzzyCompare(factor, m_scale))
+        return;
+    m_scale = factor;
+    if (m_document)
+        showAll(true);
+}
+
 QTextBlockFormat MVRParagraphView::ownFormat(const QTextBlockFormat &format)
 {
     if (!isViewed(format))
@@ -80,11 +93,25 @@ QTextBlockFormat MVRParagraphView::ownFormat(const QTextBlockFormat &format)
     return own;
 }
 
+QTextBlockFormat MVRParagraphView::scaled(QTextBlockFormat format) const
+{
+    if (qFuzzyCompare(m_scale, 1.0))
+        return format;
+    for (const int property : scaledProperties) {
+        if (format.hasProperty(property))
+            format.setProperty(property, format.doubleProperty(property) * m_scale);
+    }
+    const int type = format.lineHeightType();
+    if (type != QTextBlockFormat::SingleHeight && type != QTextBlockFormat::ProportionalHeight)
+        format.setLineHeight(format.lineHeight() * m_scale, type);
+    return format;
+}
+
 /*! The format that shows \a format, which may be shown already. */
 QTextBlockFormat MVRParagraphView::shown(const QTextBlockFormat &format) const
 {
     const QTextBlockFormat own = ownFormat(format);
-    const QTextBlockFormat stock = MVRToolkit::stockBlockFormat(own, m_textWidth);
+    const QTextBlockFormat stock = scaled(MVRToolkit::stockBlockFormat(own, m_textWidth));
     if (stock == own)
         return own;
     QTextBlockFormat shown = own;

@@ -50,6 +50,17 @@ public:
     double textWidth() const { return m_textWidth; }
 
     /*!
+        Shows the lengths of all paragraphs (margins, indents, fixed line heights) larger or
+       smaller, those of stock Qt too; 1 before the first call. Qt lays text out in pixels of the
+       screen, of which a font of 12 points takes 16 at 96 dpi, and takes lengths for pixels as they
+       are: with logicalDpiY() / 72.0 both are of one measure. A change ends the undo history.
+
+        \param factor  pixels per point; at most 0 is ignored
+    */
+    void setScale(double factor);
+    double scale() const { return m_scale; }
+
+    /*!
         A paragraph format as it is without any view: what a writer writes.
 
         \return \a format itself when no view changed it
@@ -61,9 +72,11 @@ private:
     void follow();
     void showAll(bool on);
     QTextBlockFormat shown(const QTextBlockFormat &format) const;
+    QTextBlockFormat scaled(QTextBlockFormat format) const;
 
     QPointer<QTextDocument> m_document;
     double m_textWidth = 468.0;
+    double m_scale = 1.0;
     int m_dirtyStart = -1; // what changed since the last look, in UTF-16 code units; -1: nothing
     int m_dirtyEnd = -1;
     bool m_isEditing = false;

@@ -104,6 +104,13 @@ public:
     static int wordCountTextDocument(const QTextDocument &document);
 
     /*!
+        Counts the words of a text by the same rules. The words of a document are those of its
+        paragraphs, so that a host which counts while somebody types needs to count only the
+        paragraphs of the last edit.
+    */
+    static int wordCountText(const QString &text);
+
+    /*!
         Copies a document: content, default font and text option, page size, margins, meta
         information, dynamic properties, whether it records undo steps (but none of these), and
         the pictures of its text.

@@ -210,3 +210,8 @@ int STextDoc::wordCountTextDocument(const QTextDocument &document)
         words += wordsOf(block.text());
     return words;
 }
+
+int STextDoc::wordCountText(const QString &text)
+{
+    return wordsOf(text);
+}

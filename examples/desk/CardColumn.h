@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QTimer>
+#include <QVector>
+#include <QWidget>
+
+class Editor;
+class NoteCard;
+
+/*!
+    The cards of the notes in sight, each beside its line.
+
+    There are cards for the notes in sight only, whatever the length of the text.
+*/
+class CardColumn : public QWidget
+{
+    Q_OBJECT
+
+public:
+    static constexpr int width = 264; /*!< pixels */
+
+    explicit CardColumn(Editor *editor);
+    ~CardColumn() override;
+
+    /*! The column's place in the editor; lines come to it from the left. */
+    void setPlace(const QRect &place);
+    /*! Brings the cards in step with the text at once; else that happens before the next event. */
+    void follow();
+    /*! Has all cards hand over what was written in them. */
+    void commit();
+    /*! From top to bottom. */
+    const QVector<NoteCard *> &cards() const { return m_cards; }
+    /*! The card of the note that the text cursor stands in; null where there is none. */
+    NoteCard *activeCard() const;
+
+    /*!
+        Where cards stand: as near to their lines as they can without overlap, in order.
+
+        \param wanted  tops of the lines, ascending, pixels
+        \param active  the card that stands at its own line whatever the others do; -1 for none
+    */
+    static QVector<int> tops(const QVector<int> &wanted, const QVector<int> &heights, int active,
+                             int gap);
+
+private:
+    class Lines;
+
+    void gather(const QVector<NoteCard *> &before);
+    NoteCard *makeCard();
+    int activeIndex() const;
+    void placeCards();
+    void drawLines(const QVector<int> &tops, int active);
+
+    Editor *m_editor;
+    Lines *m_lines;
+    QVector<NoteCard *> m_cards;
+    QTimer m_timer;
+    bool m_isFollowing = false;
+};

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "Elements.h"
+
+#include <core/MVRParagraphView.h>
+#include <core/MVRScriptElement.h>
+#include <finaldraft/MVRFinalDraftFile.h>
+
+#include <QTextBlock>
+#include <QTextCursor>
+
+#include <algorithm>
+
+using namespace MVRFinalDraft;
+
+namespace {
+
+QHash<QString, ElementSettings> standardSettings()
+{
+    QHash<QString, ElementSettings> all;
+    for (int type = General; type <= Shot; ++type) {
+        ElementSettings settings;
+        settings.applyFdxAppDefaults(ElementType(type));
+        settings.type = toString(ElementType(type));
+        settings.shortcut = QString::number(type - General);
+        all.insert(settings.type, settings);
+    }
+    return all;
+}
+
+} // namespace
+
+Elements::Elements(QHash<QString, ElementSettings> settings)
+    : m_settings(settings.isEmpty() ? standardSettings() : std::move(settings))
+    , m_names(m_settings.keys())
+{
+    std::sort(m_names.begin(), m_names.end(), [this](const QString &a, const QString &b) {
+        const QString first = shortcut(a);
+        const QString second = shortcut(b);
+        if (first.isEmpty() != second.isEmpty())
+            return second.isEmpty();
+        return first != second ? first < second : a < b;
+    });
+}
+
+QString Elements::of(const QTextBlock &block)
+{
+    return block.blockFormat().stringProperty(MVRScriptElement::NameProperty);
+}
+
+bool Elements::isScene(const QTextBlock &block)
+{
+    return of(block) == toString(SceneHeading);
+}
+
+QTextBlockFormat Elements::blockFormat(const QString &name) const
+{
+    QTextBlockFormat format = m_settings.value(name).parBlockFormat();
+    format.setProperty(MVRScriptElement::NameProperty, name);
+    return format;
+}
+
+QTextCharFormat Elements::charFormat(const QString &name) const
+{
+    const ElementSettings settings = m_settings.value(name);
+    QTextCharFormat format = settings.textCharFormat();
+    if (settings.fontSpec.style.testFlag(AllCaps))
+        format.setFontCapitalization(QFont::AllUppercase);
+    return format;
+}
+
+void Elements::apply(QTextCursor cursor, const QString &name) const
+{
+    if (!m_settings.contains(name))
+        return;
+    const QTextBlock block = cursor.block();
+    QTextBlockFormat format = blockFormat(name);
+    // What the paragraph remembers of its file stays.
+    const QMap<int, QVariant> old = MVRParagraphView::ownFormat(block.blockFormat()).properties();
+    for (auto it = old.lowerBound(MVRFinalDraftFile::SourceParagraphProperty); it != old.end();
+         ++it)
+        format.setProperty(it.key(), it.value());
+    const QTextCharFormat text = charFormat(name);
+    QTextCharFormat look; // of what stands there: notes and emphasis stay
+    look.setFontCapitalization(text.fontCapitalization());
+    cursor.beginEditBlock();
+    cursor.setBlockFormat(format);
+    cursor.setPosition(block.position());
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    cursor.mergeCharFormat(look);
+    cursor.setBlockCharFormat(text);
+    cursor.endEditBlock();
+}
+
+void Elements::cycle(const QTextCursor &cursor, int steps) const
+{
+    const int count = m_names.size();
+    const int at = m_names.indexOf(of(cursor.block()));
+    if (at >= 0)
+        apply(cursor, m_names[(at + steps + count) % count]);
+}
+
+bool Elements::startNext(QTextCursor *cursor) const
+{
+    const QTextBlock block = cursor->block();
+    const QString name = of(block);
+    if (!m_settings.contains(name) || !cursor->atBlockEnd())
+        return false;
+    const ElementType type = m_settings.value(name).returnKey;
+    const QString next = type == CastList ? QStringLiteral("Cast List") : toString(type);
+    const QString known = m_settings.contains(next) ? next : name;
+    QTextBlockFormat format = blockFormat(known);
+    const QVariant dual = block.blockFormat().property(MVRFinalDraftFile::DualDialogueProperty);
+    if (dual.isValid() && (type == Dialogue || type == Parenthetical))
+        format.setProperty(MVRFinalDraftFile::DualDialogueProperty, dual);
+    cursor->insertBlock(format, charFormat(known));
+    return true;
+}
