@@ -29,6 +29,8 @@ private Q_SLOTS:
     void takesItsOwnContentOver();
     void keepsContentInItsGroup_data();
     void keepsContentInItsGroup();
+    void leavesLinksAlone_data();
+    void leavesLinksAlone();
     void attachesManyNotes();
 };
 
@@ -443,6 +445,73 @@ void TestRtfNotes::keepsContentInItsGroup()
         QCOMPARE(document.toPlainText(), QStringLiteral("word behind"));
         QCOMPARE(notes.size(), 1);
     }
+}
+
+void TestRtfNotes::leavesLinksAlone_data()
+{
+    QTest::addColumn<QByteArray>("rtf"); // "L" is a link with the text "site", "N" a footnote
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("note"); // that carries it, and where it begins
+    QTest::newRow("full stop between") << QByteArray("see L.N more") << "see site. more"
+                                       << ".8";
+    QTest::newRow("full stop behind") << QByteArray("see LN. more") << "see site. more"
+                                      << ".8";
+    QTest::newRow("blank behind") << QByteArray("see LN more") << "see site more"
+                                  << " 8";
+    QTest::newRow("letters behind") << QByteArray("see LNs") << "see sites"
+                                    << "see0";
+    QTest::newRow("end of the paragraph") << QByteArray("see LN") << "see site"
+                                          << "see0";
+    QTest::newRow("nothing beside") << QByteArray("LN") << "site(Linked Footnote)"
+                                    << "(Linked Footnote)4";
+    QTest::newRow("two links") << QByteArray("see L LN") << "see site site(Linked Footnote)"
+                               << "(Linked Footnote)13";
+    QTest::newRow("range with a link in it")
+        << QByteArray("{\\*\\atrfstart 1}see L{\\*\\atrfend 1}C more") << "see site more"
+        << "see 0";
+    QTest::newRow("range that is a link")
+        << QByteArray("see {\\*\\atrfstart 1}L{\\*\\atrfend 1}C, more") << "see site, more"
+        << ",8";
+}
+
+// A note's own anchor would take the place of a link.
+void TestRtfNotes::leavesLinksAlone()
+{
+    QFETCH(QByteArray, rtf);
+    rtf.replace('N', "{\\footnote note}");
+    rtf.replace('C', "{\\*\\annotation{\\*\\atnref 1}note}");
+    rtf.replace('L', "{\\field{\\*\\fldinst HYPERLINK \"http://x.y\"}{\\fldrslt site}}");
+    rtf = "{\\rtf1 " + rtf + "}";
+    QTextDocument document;
+    QVERIFY(MVRTextDoc::fromRtf(rtf, &document));
+    QTEST(document.toPlainText(), "text");
+    const MVRTextNotes notes = MVRTextDoc::notes(&document);
+    QCOMPARE(notes.size(), 1);
+    const QTextCursor carrier = notes.first().range.toTextCursor(&document);
+    QTEST(carrier.selectedText() + QString::number(notes.first().range.start), "note");
+    QStringList links;
+    for (auto it = document.begin().begin(); !it.atEnd(); ++it) {
+        if (it.fragment().charFormat().anchorHref() == QLatin1String("http://x.y"))
+            links += it.fragment().text();
+    }
+    QCOMPARE(links.join(QString()), QStringLiteral("site").repeated(rtf.count("fldinst")));
+
+    // And there it stays, also one that an application attached to a link.
+    const auto rangesOf = [](const QTextDocument &from) {
+        QVector<MVRTextRange> ranges;
+        for (const MVRTextNote &note : MVRTextDoc::notes(&from))
+            ranges += note.range;
+        return ranges;
+    };
+    QTextDocument again;
+    QVERIFY(MVRTextDoc::fromRtf(MVRTextDoc::toRtf(&document), &again));
+    QVERIFY(rangesOf(again) == rangesOf(document));
+    MVRTextCommentLink link;
+    link.isFootnote = true;
+    link.cdata = contentFromHtml("on the link");
+    MVRTextDoc::setComment(document.find(QStringLiteral("site")), link);
+    QVERIFY(MVRTextDoc::fromRtf(MVRTextDoc::toRtf(&document), &again));
+    QVERIFY(rangesOf(again) == rangesOf(document));
 }
 
 void TestRtfNotes::attachesManyNotes()

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void pageBreakBehindParagraph();
     void tabStops();
     void linksOverRuns();
+    void headingsHaveTheirSize();
     void fontsOfOtherScripts();
     void notesStayOut();
     void randomDocuments_data();
@@ -334,6 +335,7 @@ void TestRtfRoundTrip::boundsOfNumbers_data()
     enumerated("underline", F::TextUnderlineStyle, QTextCharFormat::NoUnderline,
                QTextCharFormat::SpellCheckUnderline);
     enumerated("size in pixels", F::FontPixelSize, 1, 10000);
+    enumerated("relative size", F::FontSizeAdjustment, -7, 7);
     measured("line height", F::LineHeight, 0, 1e6);
     measured("margin", F::BlockTopMargin, -1e6, 1e6);
     measured("right edge", MVRTextFormat::BlockRightIndentProperty, -1e6, 1e6);
@@ -443,6 +445,34 @@ void TestRtfRoundTrip::linksOverRuns()
     compareRoundTrip(document);
     // One field for both runs of the first paragraph, one for the second.
     QCOMPARE(MVRTextRtf::toRtfCData(&document, false).count("HYPERLINK"), 2);
+}
+
+// HTML and Markdown make headings whose size counts from the text's.
+void TestRtfRoundTrip::headingsHaveTheirSize()
+{
+    QTextDocument document;
+    document.setDefaultFont(QFont(QStringLiteral("Serif"), 11));
+    QTextCharFormat title;
+    title.setProperty(QTextFormat::FontSizeAdjustment, 3);
+    title.setFontWeight(QFont::Bold);
+    QTextBlockFormat heading;
+    heading.setHeadingLevel(1);
+    QTextCursor cursor(&document);
+    cursor.setBlockFormat(heading);
+    cursor.insertText(QStringLiteral("one"), title);
+    cursor.insertText(QStringLiteral("plain"), QTextCharFormat());
+    cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    cursor.insertText(QStringLiteral("text"));
+    compareRoundTrip(document);
+    const QByteArray rtf = MVRTextRtf::toRtfCData(&document, true);
+    QVERIFY2(rtf.contains("{\\s1\\sbasedon0\\snext0\\outlinelevel0\\fs44\\b\\mvrs heading 1;}"),
+             rtf);
+    QVERIFY2(rtf.contains("{\\fs44\\b\\mvrx1 one}plain\\par\n\\pard text"), rtf);
+
+    // In a note it counts from the size of the text around.
+    const QByteArray note = MVRTextRtf::toRtfCData(&document, false);
+    QVERIFY(note.contains("{\\fs48\\b\\mvrx1 one}"));
+    compareAsNote(note);
 }
 
 // Bytes would be letters of another script there.

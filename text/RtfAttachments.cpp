@@ -2,6 +2,7 @@
 #include <text/RtfAttachments_p.h>
 
 #include <core/MVRTextUtil.h>
+#include <text/LinkGaps_p.h>
 
 #include <QTextBlock>
 #include <QTextDocument>
@@ -120,6 +121,50 @@ void place(const QTextDocument &document, RtfAttachment next, QVector<RtfAttachm
     places->append(next);
 }
 
+/*! Whether an application attached the note to the very text, as only files of ours say. */
+bool isOfApplication(const MVRTextRtfNote &note)
+{
+    return note.start < note.end && (note.kind == MVRTextRtfNote::Footnote || !note.data.isEmpty());
+}
+
+/*! Finds text beside the links of notes that come in the order of the text. */
+class BesideLinks
+{
+public:
+    explicit BesideLinks(QTextDocument *document)
+        : m_gaps(*document)
+        , m_words(document)
+    {
+    }
+
+    /*!
+        \a range, where that covers a link the rest of it, else the mark behind the link, the word
+        before it or, empty, the place of a label.
+    */
+    MVRTextRange place(const MVRTextRange &range, bool isSaid)
+    {
+        if (!m_gaps.coversLink(range))
+            return range;
+        const MVRTextRange link = m_gaps.link(range);
+        const MVRTextRange part = m_gaps.partBeside(range);
+        const bool isBehind = part.start >= link.end;
+        if (part.start < part.end && (isSaid || isBehind))
+            return part;
+        const MVRTextRange mark = m_gaps.markBehind(link);
+        if (mark.start < mark.end)
+            return mark;
+        MVRTextRange word = m_words.word(link.start);
+        word.end = qMin(word.end, link.start);
+        if (word.start < word.end && !m_gaps.coversLink(word))
+            return word;
+        return {range.end, range.end};
+    }
+
+private:
+    LinkGaps m_gaps;
+    WordsBefore m_words;
+};
+
 MVRTextRange wantedRange(const QTextDocument &document, const MVRTextRtfNote &note,
                          WordsBefore *words)
 {
@@ -141,8 +186,12 @@ AttachmentQueue wantedPlaces(QTextDocument *document, const MVRTextRtfNotes &not
                      [&notes](int a, int b) { return notes[a].end < notes[b].end; });
     std::map<std::pair<MVRTextRange, int>, RtfAttachment> places;
     WordsBefore words(document);
+    BesideLinks links(document);
     for (const int number : order) {
-        const MVRTextRange range = wantedRange(*document, notes[number], &words);
+        const MVRTextRtfNote &note = notes[number];
+        MVRTextRange range = wantedRange(*document, note, &words);
+        if (!isOfApplication(note))
+            range = links.place(range, note.start < note.end);
         RtfAttachment &place = places[{range, notes[number].kind}];
         place.range = range;
         place.kind = notes[number].kind;

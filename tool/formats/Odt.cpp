@@ -6,6 +6,8 @@
 #include <tool/pages/Lengths.h>
 #include <tool/pages/Pages.h>
 
+#include <core/document/FormatEdits_p.h>
+#include <core/document/PointSize_p.h>
 #include <core/document/SafeHtml_p.h>
 
 #include <QBuffer>
@@ -13,10 +15,26 @@
 
 namespace {
 
+// Qt's writer says no sizes that count from another one, as those of headings do.
+void sayPointSizes(QTextDocument *text)
+{
+    constexpr double usualSize = 12;
+    const double base
+        = text->defaultFont().pointSizeF() > 0 ? text->defaultFont().pointSizeF() : usualSize;
+    changeAllFormats(text, [base](QTextCharFormat &format) {
+        const double size = pointSizeOf(format, base);
+        if (size > 0 && format.hasProperty(QTextFormat::FontSizeAdjustment)) {
+            format.setFontPointSize(size);
+            format.clearProperty(QTextFormat::FontSizeAdjustment);
+        }
+    });
+}
+
 bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
 {
     prepareForQt(document, options.paperOrLetter(), pixelsPerPoint);
     dropScriptLinks(&document.text);
+    sayPointSizes(&document.text);
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
     QTextDocumentWriter writer(&buffer, "odf");

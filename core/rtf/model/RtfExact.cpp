@@ -72,6 +72,7 @@ constexpr PropertyRow propertyRows[] = {
     {QTextFormat::FontFamily, Text},
     {QTextFormat::FontPointSize, Real, 0.01, 10000},
     {QTextFormat::FontPixelSize, Integer, 1, 10000},
+    {QTextFormat::FontSizeAdjustment, Integer, -7, 7},
     {QTextFormat::FontWeight, Integer, 0, 1000},
     {QTextFormat::FontItalic, Boolean},
     {QTextFormat::FontUnderline, Boolean},

@@ -4,6 +4,7 @@
 #include <core/MVRTextFormat.h>
 #include <core/MVRToolkit.h>
 #include <core/document/NoteFormat_p.h>
+#include <core/document/PointSize_p.h>
 #include <core/rtf/model/RtfExact.h>
 
 #include <QBrush>
@@ -207,9 +208,9 @@ RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfResou
     const QString family = familyOf(format);
     if (!family.isEmpty())
         props.font = resources->fontNumber(family);
-    if (format.fontPointSize() > 0)
-        props.size = qBound(1, qRound(qMin(format.fontPointSize() * 2, double(rtfMaxFontSize))),
-                            rtfMaxFontSize);
+    const double size = pointSizeOf(format, resources->baseSize);
+    if (size > 0)
+        props.size = qBound(1, qRound(qMin(size * 2, double(rtfMaxFontSize))), rtfMaxFontSize);
     else if (format.hasProperty(QTextFormat::FontPixelSize)) // at Qt's 96 dots to the inch
         props.size = qBound(1, qRound(format.intProperty(QTextFormat::FontPixelSize) * 1.5),
                             rtfMaxFontSize);

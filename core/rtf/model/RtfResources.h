@@ -42,6 +42,7 @@ public:
     QVector<QList<QTextOption::Tab>> tabs; /*!< by number; 0: none */
     QVector<RtfExactProperties> exact; /*!< by the number behind \mvrx, \mvrp and their kin */
     int headings = 0; /*!< levels of headings that are used, a bit each */
+    double baseSize = 12; /*!< in points: what sizes that are relative count from */
 
     /*! Number 0 is the automatic colour whatever the table says, as nothing else can say it. */
     QColor color(int number) const { return number > 0 ? colors.value(number) : QColor(); }

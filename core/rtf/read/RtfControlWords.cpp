@@ -368,6 +368,7 @@ constexpr Word rows[] = {
         [](Reader &r, const Call &c) { r.formatting().setCharStyle(&r.group(), c.parameter); }),
     formatting("sbasedon",
                [](Reader &r, const Call &c) { r.formatting().setStyleBase(c.parameter); }),
+    formatting("mvrs", [](Reader &r, const Call &) { r.formatting().setStyleRepeated(); }),
 
     // Paragraphs and sections ("Paragraph Formatting Properties", "Section Text")
     formatting("pard", [](Reader &r, const Call &) { r.resetPara(); }),

@@ -77,6 +77,7 @@ void RtfFormatReader::finishStyle(RtfGroup *group, const QString &name)
     const QString known = name.trimmed().toLower();
     if (group->para.outline < 0 && known.startsWith(QLatin1String("heading "))) // not always said
         group->para.outline = known.mid(8).chopped(1).toInt() - 1;
-    m_styles.finish(group->chars, group->para);
+    m_styles.finish(std::exchange(m_isStyleRepeated, false) ? RtfCharProps() : group->chars,
+                    group->para);
     beginStyle(group);
 }

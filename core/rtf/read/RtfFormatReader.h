@@ -31,6 +31,8 @@ public:
     void setStyle(RtfGroup *group, int number);
     void setCharStyle(RtfGroup *group, int number);
     void setStyleBase(int number) { m_styles.setBase(number); }
+    /*! \mvrs: text of the style says itself what the style says of characters. */
+    void setStyleRepeated() { m_isStyleRepeated = true; }
     static void beginStyle(RtfGroup *group);
     /*! \param name  as the style sheet has it, with its semicolon */
     void finishStyle(RtfGroup *group, const QString &name);
@@ -38,6 +40,7 @@ public:
 private:
     RtfResources &m_resources;
     RtfStyles m_styles;
+    bool m_isStyleRepeated = false;
     RtfCharProps m_plain; // what \plain goes back to
     QTextOption::TabType m_tabType = QTextOption::LeftTab; // of the next \tx
 };

@@ -57,13 +57,15 @@ bool readHeader(const QByteArray &rtf, RtfParser *parser)
     }
 }
 
-// Right edges that are counted from the left margin are written by the page around them.
-bool asksForPage(const RtfResources &resources)
+// Right edges that are counted from the left margin are written by the page around them, and
+// relative sizes by the font.
+bool asksForSurroundings(const RtfResources &resources)
 {
     return std::any_of(
         resources.exact.cbegin(), resources.exact.cend(), [](const RtfExactProperties &properties) {
             return std::any_of(properties.cbegin(), properties.cend(), [](const auto &property) {
-                return property.id == MVRTextFormat::BlockRightIndentProperty;
+                return property.id == MVRTextFormat::BlockRightIndentProperty
+                    || property.id == QTextFormat::FontSizeAdjustment;
             });
         });
 }
@@ -74,7 +76,7 @@ std::optional<RtfOwnContent> RtfOwnContentReader::read(const QByteArray &rtf)
 {
     RtfParser parser(rtf, nullptr); // the header puts nothing into a document
     if (!readHeader(rtf, &parser) || !parser.info().title.isEmpty()
-        || asksForPage(parser.reader().resources()))
+        || asksForSurroundings(parser.reader().resources()))
         return std::nullopt;
     RtfOwnContent content;
     content.resources = parser.reader().resources();

@@ -4,6 +4,7 @@
 #include <core/MVRParagraphView.h>
 #include <core/MVRTextRtf.h>
 #include <core/MVRToolkit.h>
+#include <core/document/PointSize_p.h>
 #include <core/rtf/model/RtfFontNames.h>
 #include <core/rtf/model/RtfFormats.h>
 #include <core/rtf/model/RtfLists.h>
@@ -55,6 +56,8 @@ QByteArray RtfWriter::write(const QTextDocument &document, bool withDefaults)
     m_page = RtfPage::of(document);
     if (withDefaults) {
         m_saysPage = true;
+        if (document.defaultFont().pointSizeF() > 0)
+            m_resources.baseSize = document.defaultFont().pointSizeF();
         m_info.title = document.metaInformation(QTextDocument::DocumentTitle);
         m_info.author = document.property(MVRTextRtf::authorProperty).toString();
         writeDefaults(document);
@@ -153,6 +156,7 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
         QByteArray words = rtfPlainParagraph;
         if (props.outline >= 0) { // the navigators of other programs go by the style
             m_resources.headings |= 1 << props.outline;
+            keepHeadingLook(block, props.outline);
             words += "\\s" + QByteArray::number(props.outline + 1);
         }
         appendRtfWords(RtfParaProps(), props, &words);
@@ -168,6 +172,23 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
     if (!m_frameStart.isEmpty())
         m_body.raw(std::exchange(m_frameStart, {}));
     m_breakBefore = block.blockFormat().pageBreakPolicy() & QTextFormat::PageBreak_AlwaysAfter;
+}
+
+// A document's headings of one level look alike as a rule. Notes only use the styles.
+void RtfWriter::keepHeadingLook(const QTextBlock &block, int level)
+{
+    if (m_isNote || block.begin().atEnd() || m_headingLooks.contains(level))
+        return;
+    const QTextCharFormat format = block.begin().fragment().charFormat();
+    const double size = pointSizeOf(format, m_resources.baseSize);
+    RtfCharProps look;
+    look.font = m_resources.fontNumber(MVRToolkit::fontFamily(format));
+    look.size = qBound(0, qRound(qMin(size * 2, double(rtfMaxFontSize))), rtfMaxFontSize);
+    look.bold = format.fontWeight() > QFont::Medium ? 1 : 0;
+    look.italic = format.fontItalic() ? 1 : 0;
+    QByteArray words;
+    appendRtfWords(RtfCharProps(), look, &words);
+    m_headingLooks.insert(level, words);
 }
 
 int RtfWriter::listNumber(const QTextList *list)

@@ -98,6 +98,7 @@ private:
     QByteArray rowWords(const QTextTable &table, int row, const QVector<int> &edges);
     void writeBlock(const QTextBlock &block, int tableLevel, BlockEnd end);
     bool endsNote(const QTextBlock &block) const;
+    void keepHeadingLook(const QTextBlock &block, int level);
     void writeBlockFormat(const QTextBlock &block, int tableLevel);
     void writeRun(const Run &run, QStringView text, bool stayOpen);
     void writePictures(int count, const QTextImageFormat &image);
@@ -145,6 +146,7 @@ private:
     std::size_t m_nextEdge = 0;
     bool m_isNote = false; // what is written is the content of a note
     QVariantMap m_pageTexts;
+    QHash<int, QByteArray> m_headingLooks; // by level from 0, of the first one with text
     RtfPage m_page;
     bool m_saysPage = false;
     QByteArray m_frameStart; // mark of the frame that the next paragraph begins

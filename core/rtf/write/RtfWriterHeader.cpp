@@ -56,7 +56,7 @@ QByteArray RtfWriter::pageWords() const
     return words;
 }
 
-// The styles say only the level: looks that a style had would be taken for the paragraph's.
+// The text says its looks itself, which \mvrs tells our reader: else they would be the text's.
 QByteArray RtfWriter::styleSheet() const
 {
     if (m_resources.headings == 0)
@@ -66,8 +66,9 @@ QByteArray RtfWriter::styleSheet() const
         if ((m_resources.headings & 1 << level) == 0)
             continue;
         const QByteArray number = QByteArray::number(level + 1);
+        const QByteArray look = m_headingLooks.value(level);
         rtf += "{\\s" + number + "\\sbasedon0\\snext0\\outlinelevel" + QByteArray::number(level)
-            + " heading " + number + ";}";
+            + (look.isEmpty() ? look : look + "\\mvrs") + " heading " + number + ";}";
     }
     return rtf + '}';
 }
