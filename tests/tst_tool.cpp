@@ -130,7 +130,7 @@ void TestTool::writesEveryFormat_data()
     QTest::newRow("rtf") << "rtf" << QByteArray("{\\rtf1") << heading;
     QTest::newRow("html") << "html" << QByteArray("<!DOCTYPE") << heading;
     QTest::newRow("text") << "txt" << QByteArray("\n") << "\n\n" + heading + "\n\nFog.";
-    QTest::newRow("Markdown") << "md" << QByteArray("**_THE LAST") << heading + "\n\nFog.";
+    QTest::newRow("Markdown") << "md" << QByteArray("**<u>THE LAST") << heading + "\n\nFog.";
     QTest::newRow("BBCode") << "bbcode" << QByteArray("[b][u]THE LAST")
                             << "\n\n" + heading + "\n\nFog.";
     QTest::newRow("odt") << "odt" << QByteArray("PK") << QByteArray("opendocument.text");

@@ -72,7 +72,7 @@ void TestToolMarkup::runs_data()
                                 "{$MVRImageLink[w:30;h:20]=a.png}\n\n7. Below.\nSecond.\n";
     QTest::newRow("MultiMarkdown") << "endnotes --style mmd in.rtf -o a.md"
                                    << "a.md"
-                                   << "\n[^fn1]: Be*low.\nSecond.*\n";
+                                   << "\n[^fn1]: Be*low.*\n\n    *Second.*\n";
     QTest::newRow("notes elsewhere") << "endnotes in.rtf -o a.txt --notes-out b.txt"
                                      << "b.txt"
                                      << "1. Below.\nSecond.\n";

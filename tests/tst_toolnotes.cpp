@@ -166,7 +166,7 @@ void TestToolNotes::listsAndRemovesLinks()
         mvrtext("links in.html --remove items -o - --to md", m_folder->path()).output.trimmed(),
         QByteArray("See **chapter two**, [web](http://a/b)."));
     QCOMPARE(mvrtext("links in2.rtf --remove all -o - --to md", m_folder->path()).output.trimmed(),
-             QByteArray("See chapter **two**, web."));
+             QByteArray("---\ntitle: in\n---\n\nSee chapter **two**, web."));
 }
 
 void TestToolNotes::keepsTablesAroundNotes()

@@ -12,13 +12,14 @@
 #include <tool/System.h>
 #include <tool/commands/Commands.h>
 #include <tool/formats/Formats.h>
+#include <tool/formats/markdown/MarkdownFormat.h>
 
 #include <core/MVRFormat.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextXhtmlExporter.h>
 #include <core/MVRToolkit.h>
-#include <core/STextDoc.h>
 #include <core/document/EditBlock_p.h>
+#include <core/document/FormatEdits_p.h>
 #include <core/document/SafeHtml_p.h>
 #include <core/document/TextFragments_p.h>
 #include <text/InlineMarkup_p.h>
@@ -47,6 +48,9 @@ struct EndNotes
     int first = 1;
     QString notesFile; // empty: behind the text
     const Format *notesFormat = nullptr; // of the file; null for a book's
+    const Format *textFormat = nullptr;
+
+    bool isMmd() const { return MVRFormat::isMmdVariant(style.format()); }
 };
 
 MVRFormat styleOf(const CommandLine &commandLine)
@@ -74,6 +78,18 @@ bool readNotesFile(const CommandLine &commandLine, const QString &output, EndNot
     return !endNotes->notesFile.isEmpty();
 }
 
+/*! Makes ordinary text of the marks, which are no footnotes that a writer is to place. */
+void releaseMarks(QTextDocument &text, bool isMarkdown)
+{
+    changeAllFormats(&text, [isMarkdown](QTextCharFormat &format) {
+        if (!format.hasProperty(MVRTextFormat::InlineFootnoteProperty))
+            return;
+        if (isMarkdown && format.boolProperty(MVRTextFormat::InlineFootnoteProperty))
+            format.setProperty(MarkdownFormat::literalProperty, true);
+        format.clearProperty(MVRTextFormat::InlineFootnoteProperty);
+    });
+}
+
 /*! Takes all footnotes out of the text. */
 QList<QTextDocumentFragment> takeFootnotes(QTextDocument &text, const EndNotes &endNotes)
 {
@@ -85,16 +101,14 @@ QList<QTextDocumentFragment> takeFootnotes(QTextDocument &text, const EndNotes &
     ordinary.setProperty(MVRTextFormat::InlineFootnoteProperty, false);
     const QList<QTextDocumentFragment> notes
         = MVRTextDoc::inlineFootnotesToEndNotes(&text, endNotes.first, ordinary, endNotes.style);
-    // The marks are no footnotes that a writer is to place.
-    STextDoc::clearAllProperty(&text, MVRTextFormat::InlineFootnoteProperty, true, true);
+    releaseMarks(text, endNotes.isMmd() && endNotes.textFormat == &markdownFormat);
     return notes;
 }
 
 QString label(const EndNotes &endNotes, qint64 number)
 {
-    return MVRFormat::isMmdVariant(endNotes.style.format())
-        ? QStringLiteral("[^fn%1]: ").arg(number)
-        : QStringLiteral("%1. ").arg(number);
+    return endNotes.isMmd() ? QStringLiteral("[^fn%1]: ").arg(number)
+                            : QStringLiteral("%1. ").arg(number);
 }
 
 // A paragraph of its own would no longer belong to the note that "[^fn1]:" begins.
@@ -112,6 +126,19 @@ void joinParagraphs(QTextCursor &cursor, int start)
     cursor.movePosition(QTextCursor::End);
 }
 
+// The Markdown writer indents those behind the first.
+void markParagraphs(QTextCursor &cursor, int start)
+{
+    QTextBlockFormat body;
+    body.setProperty(MarkdownFormat::noteBodyProperty, true);
+    const QTextBlock first = cursor.document()->findBlock(start);
+    for (QTextBlock block = first.next(); block.isValid(); block = block.next()) {
+        cursor.setPosition(block.position());
+        cursor.mergeBlockFormat(body);
+    }
+    cursor.movePosition(QTextCursor::End);
+}
+
 /*! Puts the notes at the end of \a text, each in a paragraph that can be linked to. */
 void appendNotes(QTextDocument &text, const QList<QTextDocumentFragment> &notes,
                  const EndNotes &endNotes)
@@ -124,7 +151,8 @@ void appendNotes(QTextDocument &text, const QList<QTextDocumentFragment> &notes,
         cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
     if (!text.isEmpty() && !notes.isEmpty())
         cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
-    const bool isMmd = MVRFormat::isMmdVariant(endNotes.style.format());
+    const Format *format = endNotes.notesFormat ? endNotes.notesFormat : endNotes.textFormat;
+    const bool isMarkdown = endNotes.isMmd() && format == &markdownFormat;
     qint64 number = endNotes.first;
     for (const QTextDocumentFragment &note : notes) {
         if (number > endNotes.first)
@@ -134,10 +162,14 @@ void appendNotes(QTextDocument &text, const QList<QTextDocumentFragment> &notes,
             place.setAnchor(true);
             place.setAnchorNames({QStringLiteral("fn%1").arg(number)});
         }
+        if (isMarkdown)
+            place.setProperty(MarkdownFormat::literalProperty, true);
         const int start = cursor.position();
         cursor.insertText(label(endNotes, number), place);
         cursor.insertFragment(note);
-        if (isMmd)
+        if (isMarkdown)
+            markParagraphs(cursor, start);
+        else if (endNotes.isMmd())
             joinParagraphs(cursor, start);
         ++number;
     }
@@ -213,6 +245,7 @@ int runEndNotes(const CommandLine &commandLine)
         || !commandLine.readNumber("first", 0, maxFirst, &endNotes.first, &error)
         || !readNotesFile(commandLine, rewriting.output(), &endNotes, &error))
         return commandLine.usageError(error);
+    endNotes.textFormat = rewriting.outputFormat();
     if (!isSafe(commandLine, rewriting, endNotes))
         return Failure;
     return makeEndNotes(rewriting, endNotes) ? Success : Failure;

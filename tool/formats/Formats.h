@@ -18,6 +18,7 @@ struct ReadOptions
 {
     bool capitals = true; /*!< put the text of all-capitals elements in capitals */
     bool goesBack = false; /*!< the document is going to be written into its file again */
+    bool hasSmartPunctuation = false; /*!< quotes, dashes and dots of Markdown become typographic */
     bool goesToPages = false; /*!< it is going to be drawn, with the headers of its file */
 };
 

@@ -2,58 +2,49 @@
 #include <tool/formats/Formats.h>
 
 #include <tool/Document.h>
+#include <tool/Messages.h>
 #include <tool/formats/ScreenplayElements.h>
 #include <tool/formats/TextDecoding.h>
 #include <tool/formats/TextOutput.h>
-#include <tool/pages/Lengths.h>
+#include <tool/formats/markdown/MarkdownReader.h>
+#include <tool/formats/markdown/MarkdownWriter.h>
 
 #include <core/document/SafeHtml_p.h>
 
-#include <QRegularExpression>
-
 namespace {
 
-// Qt's Markdown writer runs out of memory on deep lists.
-bool hasDeepLists(const QString &markdown)
+bool readMarkdownFile(const QByteArray &bytes, const ReadOptions &options, Document &document,
+                      QString *error)
 {
-    static const QRegularExpression deepLine(
-        QStringLiteral("^(?:[ \\t]*+(?:>|[*+-][ \\t]|[0-9]{1,9}[.)][ \\t])){100}"),
-        QRegularExpression::MultilineOption);
-    return deepLine.match(markdown).hasMatch();
-}
-
-bool readMarkdown(const QByteArray &bytes, const ReadOptions &options, Document &document,
-                  QString *error)
-{
-    Q_UNUSED(options)
     QString text;
     if (!decodeText(bytes, &text)) {
         *error = notTextError();
         return false;
     }
-    if (hasDeepLists(text)) {
+    MarkdownOptions markdownOptions;
+    markdownOptions.hasSmartPunctuation = options.hasSmartPunctuation;
+    const MarkdownResult result = readMarkdown(text, markdownOptions, &document.text);
+    if (result.isTooDeep) {
         *error = nestingError();
         return false;
     }
-    // HTML inside is not taken as markup: it stays as text.
-    document.text.setMarkdown(text,
-                              QTextDocument::MarkdownFeatures(QTextDocument::MarkdownDialectGitHub
-                                                              | QTextDocument::MarkdownNoHTML));
-    scaleLengths(document.text, pointsPerPixel);
+    if (result.lacksMetadata)
+        document.losses << Tool::tr("metadata other than title and author");
+    if (result.lostNotes > 0)
+        document.losses << counted(result.lostNotes, QT_TRANSLATE_NOOP("Tool", "repeated note"),
+                                   QT_TRANSLATE_NOOP("Tool", "repeated notes"));
+    document.title = document.text.metaInformation(QTextDocument::DocumentTitle);
     giveStandards(document);
     return true;
 }
 
-bool writeMarkdown(Document &document, const WriteOptions &options, QByteArray *bytes,
-                   QString *error)
+bool writeMarkdownFile(Document &document, const WriteOptions &options, QByteArray *bytes,
+                       QString *error)
 {
     Q_UNUSED(options)
     Q_UNUSED(error)
     dropScriptLinks(&document.text);
-    QString text = document.text.toMarkdown();
-    if (document.isScreenplay)
-        dropBlankParagraphs(text);
-    *bytes = withFinalNewline(text);
+    *bytes = withFinalNewline(writeMarkdown(document.text));
     return true;
 }
 
@@ -62,8 +53,8 @@ bool writeMarkdown(Document &document, const WriteOptions &options, QByteArray *
 const Format markdownFormat = {"md",
                                "Markdown",
                                "markdown",
-                               readMarkdown,
-                               writeMarkdown,
-                               NoteSupport::None,
+                               readMarkdownFile,
+                               writeMarkdownFile,
+                               NoteSupport::Attached,
                                PictureSupport::Named,
                                false};

@@ -76,8 +76,8 @@
         <translation>%1 braucht einen Wert</translation>
     </message>
     <message>
-        <source>--%1 does not take "%2"</source>
-        <translation>--%1 nimmt "%2" nicht an</translation>
+        <source>--%1 does not take &quot;%2&quot;</source>
+        <translation>--%1 nimmt &quot;%2&quot; nicht an</translation>
     </message>
     <message>
         <source>%1 does not take what %2 says</source>
@@ -244,8 +244,8 @@
         <translation>Nimmt die Fußnoten aus einem Dokument, lässt Nummern an ihrer Stelle und führt sie hinter dem Text oder in einer eigenen Datei auf. Fußnoten sind die von RTF-Dateien und die als Codes geschriebenen (siehe mvrtext markup).</translation>
     </message>
     <message>
-        <source>Numbers alone (plain), "[^fn1]" for MultiMarkdown (mmd), or links into a file footnotes.xhtml (ebook).</source>
-        <translation>Nur Nummern (plain), "[^fn1]" für MultiMarkdown (mmd) oder Verweise in eine Datei footnotes.xhtml (ebook).</translation>
+        <source>Numbers alone (plain), &quot;[^fn1]&quot; for MultiMarkdown (mmd), or links into a file footnotes.xhtml (ebook).</source>
+        <translation>Nur Nummern (plain), &quot;[^fn1]&quot; für MultiMarkdown (mmd) oder Verweise in eine Datei footnotes.xhtml (ebook).</translation>
     </message>
     <message>
         <source>Number of the first note.</source>
@@ -392,8 +392,8 @@
         <translation>Nimmt Leerraum von den Enden der Notizen und wiederholte leere Absätze aus ihrem Innern.</translation>
     </message>
     <message>
-        <source>Put two strings around the inline annotations: "[ ]".</source>
-        <translation>Setzt zwei Zeichenfolgen um die Anmerkungen im Text: "[ ]".</translation>
+        <source>Put two strings around the inline annotations: &quot;[ ]&quot;.</source>
+        <translation>Setzt zwei Zeichenfolgen um die Anmerkungen im Text: &quot;[ ]&quot;.</translation>
     </message>
     <message>
         <source>With --enclose: make the annotations ordinary text.</source>
@@ -600,16 +600,16 @@
         <translation>ihre Elemente sind zu tief verschachtelt</translation>
     </message>
     <message>
-        <source>unknown format "%1"</source>
-        <translation>unbekanntes Format "%1"</translation>
+        <source>unknown format &quot;%1&quot;</source>
+        <translation>unbekanntes Format &quot;%1&quot;</translation>
     </message>
     <message>
         <source>a stream has no suffix: name its format</source>
         <translation>ein Datenstrom hat keine Endung: nennen Sie sein Format</translation>
     </message>
     <message>
-        <source>cannot tell the format of "%1" by its suffix</source>
-        <translation>die Endung von "%1" sagt kein Format</translation>
+        <source>cannot tell the format of &quot;%1&quot; by its suffix</source>
+        <translation>die Endung von &quot;%1&quot; sagt kein Format</translation>
     </message>
     <message>
         <source>%1 is not read</source>
@@ -640,8 +640,8 @@
         <translation>ein Befehl fehlt</translation>
     </message>
     <message>
-        <source>no command "%1"</source>
-        <translation>kein Befehl "%1"</translation>
+        <source>no command &quot;%1&quot;</source>
+        <translation>kein Befehl &quot;%1&quot;</translation>
     </message>
     <message>
         <source>see mvrtext --help</source>
@@ -716,7 +716,7 @@
         <translation>Das Drehbuch; - ist die Standardeingabe.</translation>
     </message>
     <message>
-        <source>Paper of pdf, png, odt and html. Without this option it is the document's own, or letter.</source>
+        <source>Paper of pdf, png, odt and html. Without this option it is the document&apos;s own, or letter.</source>
         <translation>Papier von pdf, png, odt und html. Ohne diese Option das des Dokuments oder letter.</translation>
     </message>
     <message>
@@ -834,6 +834,18 @@
     <message>
         <source>Courier Prime is not installed: the pages are set in %1, and break elsewhere</source>
         <translation>Courier Prime ist nicht installiert: die Seiten sind in %1 gesetzt und brechen an anderen Stellen um</translation>
+    </message>
+    <message>
+        <source>metadata other than title and author</source>
+        <translation>andere Angaben als Titel und Autor</translation>
+    </message>
+    <message>
+        <source>repeated note</source>
+        <translation>wiederholte Notiz</translation>
+    </message>
+    <message>
+        <source>repeated notes</source>
+        <translation>wiederholte Notizen</translation>
     </message>
 </context>
 </TS>
