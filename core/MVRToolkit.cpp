@@ -5,6 +5,8 @@
 #include <core/MVRTextFormat.h>
 #include <core/STextDoc.h>
 #include <core/document/EditBlock_p.h>
+#include <core/document/FormatEdits_p.h>
+#include <core/document/NoteFormat_p.h>
 
 #include <QAbstractTextDocumentLayout>
 #include <QFont>
@@ -154,13 +156,27 @@ bool MVRToolkit::hasBoldFace(const QString &family)
     return std::any_of(styles.cbegin(), styles.cend(), isBold);
 }
 
-QString MVRToolkit::toHtml(const QTextDocument &document)
+static QString htmlOf(const QTextDocument &document)
 {
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     return document.toHtml("utf-8");
 #else
     return document.toHtml();
 #endif
+}
+
+// The anchors of notes lead nowhere outside the application; links below them do.
+QString MVRToolkit::toHtml(const QTextDocument &document)
+{
+    const bool mayHaveNotes = hasFormat(document, [](const QTextFormat &format) {
+        return isNoteAnchor(format.stringProperty(QTextFormat::AnchorHref));
+    });
+    if (!mayHaveNotes)
+        return htmlOf(document);
+    const std::unique_ptr<QTextDocument> copy(STextDoc::cloneDocumentQtStyle(&document, nullptr));
+    copy->setUndoRedoEnabled(false);
+    changeAllFormats(copy.get(), [](QTextCharFormat &format) { clearNoteProperties(format); });
+    return htmlOf(*copy);
 }
 
 QString MVRToolkit::fontFamily(const QTextCharFormat &format)

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void convertsEveryParagraph();
     void filesHaveOneNumberForBothToolkits();
     void clearsTheLookOfLinksOnly();
+    void showsNoAnchorsOfNotes();
     void knowsKindsOfExport();
 };
 
@@ -235,6 +236,24 @@ void TestToolkit::clearsTheLookOfLinksOnly()
     QVERIFY(cleared(link, true));
     QVERIFY(!cleared(Qt::red, true));
     QVERIFY(!cleared(link, false));
+}
+
+void TestToolkit::showsNoAnchorsOfNotes()
+{
+    QTextDocument document;
+    QTextCharFormat note;
+    note.setAnchor(true);
+    note.setAnchorHref(QStringLiteral("Comment:{1}"));
+    note.setProperty(MVRTextFormat::CommentLinkProperty, true);
+    QTextCursor cursor(&document);
+    cursor.insertText(QStringLiteral("noted"), note);
+    note.setProperty(MVRTextFormat::CoveredLinkProperty, QStringLiteral("http://x.y"));
+    cursor.insertText(QStringLiteral("linked"), note);
+    const QString html = MVRToolkit::toHtml(document);
+    QVERIFY2(!html.contains(QLatin1String("Comment:")), qPrintable(html));
+    QVERIFY(html.contains(QLatin1String("noted<a href=\"http://x.y\">linked</a>")));
+    QCOMPARE(document.begin().begin().fragment().charFormat().anchorHref(),
+             QStringLiteral("Comment:{1}")); // the document itself keeps its notes
 }
 
 void TestToolkit::knowsKindsOfExport()
