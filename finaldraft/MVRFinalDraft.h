@@ -196,6 +196,8 @@ struct LeftOut
     int sceneTitles = 0; /*!< titles of scenes beside their headings */
     int headers = 0; /*!< headers and footers with words */
     int beats = 0; /*!< cards of the beat board */
+    int characterBeats = 0; /*!< what scenes say of the arcs of characters */
+    int hiddenTexts = 0; /*!< runs that are hidden text: they are shown, but not as hidden */
 };
 
 }

@@ -275,7 +275,7 @@ MVRFinalDraft::LeftOut MVRFinalDraftFile::leftOut() const
     if (!isLoaded())
         return MVRFinalDraft::LeftOut();
     d->findNotes();
-    return fdxLeftOut(d->tree, d->notes);
+    return fdxLeftOut(*d->script, d->notes);
 }
 
 QHash<QString, MVRFinalDraft::ElementSettings> MVRFinalDraftFile::elementSettings() const

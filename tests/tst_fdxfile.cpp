@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "FdxSchemaReader.h"
+
 #include <core/MVRParagraphView.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
@@ -124,6 +126,57 @@ QStringList described(const QTextDocument &document, bool withLooks)
     return lines;
 }
 
+/*! What the file of a document has to be: read by others, and as it was where nobody edited. */
+class Judge
+{
+public:
+    explicit Judge(const Opened &opened, const QByteArray &bytes)
+        : m_before(FdxSchemaReader(bytes).paragraphs())
+        , m_lines(described(opened.document, true))
+    {
+        for (QTextBlock block = opened.document.begin(); block.isValid(); block = block.next())
+            m_blocks.insert(sourceOf(block.blockFormat()),
+                            {block.blockNumber(), block.blockFormat()});
+    }
+
+    /*! What is wrong with the file of an edited document; empty when nothing is. */
+    QString fault(const QTextDocument &document, const QByteArray &bytes) const
+    {
+        const FdxSchemaReader reader(bytes);
+        const QVector<FdxSchemaReader::Paragraph> now = reader.paragraphs();
+        if (!reader.error().isNull() || now.size() != document.blockCount())
+            return QStringLiteral("%1 %2").arg(reader.error()).arg(now.size());
+        const QStringList lines = described(document, true);
+        QHash<int, int> blocks; // by paragraph of the file
+        for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+            ++blocks[sourceOf(block.blockFormat())];
+        for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+            const int i = block.blockNumber();
+            if (now[i].text != block.text())
+                return QStringLiteral("text of %1: %2").arg(i).arg(now[i].text);
+            const int source = sourceOf(block.blockFormat());
+            const auto [old, format] = m_blocks.value(source, {-1, QTextBlockFormat()});
+            const bool isUntouched = old >= 0 && blocks[source] == 1
+                && format == block.blockFormat() && m_lines[old] == lines[i];
+            if (isUntouched && m_before[old].xml != now[i].xml)
+                return QStringLiteral("%1\nwas %2").arg(now[i].xml, m_before[old].xml);
+        }
+        return QString();
+    }
+
+private:
+    static int sourceOf(const QTextBlockFormat &format)
+    {
+        return format.hasProperty(MVRFinalDraftFile::SourceParagraphProperty)
+            ? format.intProperty(MVRFinalDraftFile::SourceParagraphProperty)
+            : -1;
+    }
+
+    QVector<FdxSchemaReader::Paragraph> m_before;
+    QStringList m_lines;
+    QHash<int, QPair<int, QTextBlockFormat>> m_blocks; // by paragraph of the file: as it was
+};
+
 /*! Edits a document at random; the same seed makes the same edits. */
 class Editor
 {
@@ -238,6 +291,7 @@ private Q_SLOTS:
     void unchangedFiles();
     void oneWord_data();
     void oneWord();
+    void otherEncodings();
     void randomEdits_data();
     void randomEdits();
     void listsNotes_data();
@@ -327,6 +381,31 @@ void TestFdxFile::oneWord()
     QCOMPARE(opened.written(), bytes);
 }
 
+// Edited files keep their encoding.
+void TestFdxFile::otherEncodings()
+{
+    const QString text
+        = QString::fromUtf8(script("<Paragraph><Text>One \xc3\xa9 two.</Text></Paragraph>\n"));
+    const auto utf16 = [](const QString &of, bool isBigEndian) {
+        QByteArray bytes;
+        for (const QChar character : QChar(QChar::ByteOrderMark) + of)
+            bytes.append(char(isBigEndian ? character.row() : character.cell()))
+                .append(char(isBigEndian ? character.cell() : character.row()));
+        return bytes;
+    };
+    for (const bool isBigEndian : {false, true}) {
+        Opened opened(utf16(text, isBigEndian));
+        const QString word = QString::fromUtf8("zwei \xf0\x9f\x8e\xac");
+        opened.find("two").insertText(word);
+        QCOMPARE(opened.written(),
+                 utf16(QString(text).replace(QLatin1String("two"), word), isBigEndian));
+    }
+    const QByteArray latin1 = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + text.toLatin1();
+    Opened opened(latin1);
+    opened.find("two").insertText(QString::fromUtf8("\xc3\xbc\xe2\x82\xac"));
+    QCOMPARE(opened.written(), QByteArray(latin1).replace("two", "\xfc&#8364;"));
+}
+
 void TestFdxFile::randomEdits_data()
 {
     QTest::addColumn<QByteArray>("bytes");
@@ -341,6 +420,7 @@ void TestFdxFile::randomEdits()
     static const int rounds = qEnvironmentVariableIntValue("MVR_RANDOM_DOCUMENTS") + 20;
     for (uint seed = 1; seed <= uint(rounds); ++seed) {
         Opened opened(bytes);
+        const Judge judge(opened, bytes);
         Editor editor(&opened.document, seed);
         for (int i = 0; i < 12; ++i) {
             editor.edit();
@@ -351,6 +431,10 @@ void TestFdxFile::randomEdits()
             QVERIFY2(
                 again.isRead,
                 qPrintable(QStringLiteral("seed %1: %2").arg(seed).arg(again.file.errorString())));
+            const QString fault = judge.fault(opened.document, output);
+            QVERIFY2(
+                fault.isEmpty(),
+                qPrintable(QStringLiteral("seed %1, edit %2: %3").arg(seed).arg(i).arg(fault)));
             const QStringList is = described(again.document, true);
             const QStringList was = described(opened.document, true);
             QVERIFY2(is.size() == was.size(), qPrintable(QStringLiteral("seed %1").arg(seed)));

@@ -364,7 +364,9 @@ void TestTool::saysWhatIsNotRead()
                              "</ScriptNote>";
     const QByteArray body
         = "<Paragraph Type=\"Scene Heading\"><SceneProperties><Summary><Paragraph><Text>s</Text>"
-          "</Paragraph></Summary></SceneProperties><Text>OMITTED</Text><OmittedScene><Paragraph>"
+          "</Paragraph></Summary><SceneArcBeats><CharacterArcBeat><Paragraph><Text>b</Text>"
+          "</Paragraph></CharacterArcBeat></SceneArcBeats></SceneProperties>"
+          "<Text Style=\"Bold+HiddenText\">OMITTED</Text><OmittedScene><Paragraph>"
           "<Text>o</Text></Paragraph><Paragraph><Text>o</Text></Paragraph></OmittedScene>"
           "</Paragraph>";
     const QByteArray rest = "<ScriptNotes>" + note + empty + "</ScriptNotes>"
@@ -375,7 +377,8 @@ void TestTool::saysWhatIsNotRead()
         {QStringLiteral("info"), write(QStringLiteral("losses.fdx"), script(body, rest))});
     QCOMPARE(run.exitCode, 0);
     QVERIFY2(run.errors.endsWith("losses.fdx: not read: 1 note without a place, 1 alternate, "
-                                 "2 paragraphs of omitted scenes, 1 scene summary\n"),
+                                 "2 paragraphs of omitted scenes, 1 scene summary, 1 beat of a "
+                                 "character's arc, 1 mark of hidden text, which is shown\n"),
              run.errors.constData());
 
     const Run rtf

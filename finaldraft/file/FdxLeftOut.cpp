@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <finaldraft/file/FdxLeftOut_p.h>
 
+#include <cstring>
+
 using MVRFinalDraft::LeftOut;
 
 namespace {
@@ -17,6 +19,7 @@ constexpr Kind kinds[] = {
     {"AltCollection", "Alt", &LeftOut::alternates},
     {"OmittedScene", "Paragraph", &LeftOut::omittedParagraphs},
     {"SceneProperties", "Summary", &LeftOut::summaries},
+    {"SceneArcBeats", "CharacterArcBeat", &LeftOut::characterBeats},
     {"HeaderAndFooter", "Header", &LeftOut::headers},
     {"HeaderAndFooter", "Footer", &LeftOut::headers},
     {"ListItems", "ListItem", &LeftOut::beats},
@@ -49,9 +52,18 @@ void count(const FdxTree &tree, const pugi::xml_node &parent, LeftOut *leftOut)
 
 }
 
-LeftOut fdxLeftOut(const FdxTree &tree, const QVector<FdxNote> &notes)
+LeftOut fdxLeftOut(const FdxScript &script, const QVector<FdxNote> &notes)
 {
+    const FdxTree &tree = script.tree();
     LeftOut leftOut;
+    for (const FdxParagraph &paragraph : script.paragraphs()) {
+        for (const pugi::xml_node &run : paragraph.node.children("Text")) {
+            if (!std::strstr(run.attribute("Style").value(), "HiddenText"))
+                continue;
+            const FdxTree::Span span = tree.span(run);
+            leftOut.hiddenTexts += span.innerStart < span.innerEnd ? 1 : 0;
+        }
+    }
     count(tree, tree.root(), &leftOut);
     for (const FdxNote &note : notes)
         leftOut.detachedNotes

@@ -5,4 +5,4 @@
 #include <finaldraft/file/FdxNotes_p.h>
 
 /*! Counts what of a file's text its document does not show; elements without text are none. */
-MVRFinalDraft::LeftOut fdxLeftOut(const FdxTree &tree, const QVector<FdxNote> &notes);
+MVRFinalDraft::LeftOut fdxLeftOut(const FdxScript &script, const QVector<FdxNote> &notes);

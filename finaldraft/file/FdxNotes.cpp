@@ -356,10 +356,12 @@ QString FdxPlaces::text(const MVRTextRange &range) const
          ++paragraph) {
         if (!m_script.paragraphs()[paragraph].hasBlock)
             continue;
+        if (m_plainTextOf != paragraph)
+            m_plainText = m_script.plainText(paragraph);
+        m_plainTextOf = paragraph;
         const int start = m_positions[paragraph];
         const int from = qMax(0, range.start - start);
-        text += m_script.plainText(paragraph).mid(from, range.end - start - from)
-            + QLatin1Char('\n');
+        text += m_plainText.mid(from, range.end - start - from) + QLatin1Char('\n');
     }
     text.chop(1);
     return text;

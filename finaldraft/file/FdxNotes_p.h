@@ -46,6 +46,8 @@ private:
     int m_endPosition = 0;
     mutable int m_textOf = -1; // the paragraph that was asked for last, and its text
     mutable QString m_text;
+    mutable int m_plainTextOf = -1; // the same, with the file's own breaks
+    mutable QString m_plainText;
 };
 
 /*! A note of a file and where it stands. */

@@ -61,6 +61,10 @@ QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut, bool showsHeaders)
         QT_TRANSLATE_NOOP("Tool", "headers and footers"));
     add(leftOut.beats, QT_TRANSLATE_NOOP("Tool", "card of the beat board"),
         QT_TRANSLATE_NOOP("Tool", "cards of the beat board"));
+    add(leftOut.characterBeats, QT_TRANSLATE_NOOP("Tool", "beat of a character's arc"),
+        QT_TRANSLATE_NOOP("Tool", "beats of characters' arcs"));
+    add(leftOut.hiddenTexts, QT_TRANSLATE_NOOP("Tool", "mark of hidden text, which is shown"),
+        QT_TRANSLATE_NOOP("Tool", "marks of hidden text, which is shown"));
     return words;
 }
 

@@ -832,6 +832,22 @@
         <translation>Karten der Beat-Tafel</translation>
     </message>
     <message>
+        <source>beat of a character&apos;s arc</source>
+        <translation>Schritt im Bogen einer Figur</translation>
+    </message>
+    <message>
+        <source>beats of characters&apos; arcs</source>
+        <translation>Schritte in den Bögen von Figuren</translation>
+    </message>
+    <message>
+        <source>mark of hidden text, which is shown</source>
+        <translation>Auszeichnung verborgenen Textes, der gezeigt wird</translation>
+    </message>
+    <message>
+        <source>marks of hidden text, which is shown</source>
+        <translation>Auszeichnungen verborgenen Textes, der gezeigt wird</translation>
+    </message>
+    <message>
         <source>Courier Prime is not installed: the pages are set in %1, and break elsewhere</source>
         <translation>Courier Prime ist nicht installiert: die Seiten sind in %1 gesetzt und brechen an anderen Stellen um</translation>
     </message>
