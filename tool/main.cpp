@@ -95,6 +95,7 @@ void detachFromScreen()
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_FONT_DPI", QByteArray::number(Pages::resolution));
+    qputenv("QT_ENABLE_HIGHDPI_SCALING", "0"); // by which Qt 6 would take that back
 }
 
 // Libraries that load fonts crash where there is no memory for them: what they take is asked for

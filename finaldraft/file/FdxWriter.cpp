@@ -189,6 +189,8 @@ QByteArray FdxWriter::gapBefore(int position) const
 
 void FdxWriter::placeNew(int container, const QByteArray &element)
 {
+    if (container < 0 || container >= m_containers.size()) // a file without content has no place
+        return;
     Container &place = m_containers[container];
     if (place.behind >= 0) {
         m_splices.append({place.behind, place.behind, gapBefore(place.modelStart) + element});
