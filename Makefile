@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # The front door. Everything a fresh machine needs is installed by scripts/install-deps.
 .DEFAULT_GOAL := help
-.PHONY: help deps build demo test test-qt5 test-qt6 nightly asan tsan coverage mutants format format-check tidy bench interop fuzz growth faults install docs package package-test clean
+.PHONY: help deps build demo desk install-desk test test-qt5 test-qt6 nightly asan tsan coverage mutants format format-check tidy bench interop fuzz growth faults install docs package package-test clean
 
 BUILD := build/dev
 JOBS ?= $(shell nproc)
@@ -27,6 +27,11 @@ demo: deps ## Convert the example screenplay and show what comes out
 	@cmake --preset dev >/dev/null
 	@cmake --build --preset dev -j $(JOBS) --target mvrtext
 	@scripts/demo $(BUILD)
+
+desk: deps ## Build and start mvrdesk, the example editor
+	@cmake --preset dev >/dev/null
+	@cmake --build --preset dev -j $(JOBS) --target mvrdesk
+	@$(BUILD)/examples/desk/mvrdesk examples/screenplay.fdx
 
 test: build ## Run the whole test suite
 	@ctest --preset dev -j $(JOBS)
@@ -120,6 +125,11 @@ package: docs ## Make Debian packages in dist, with the libraries for each of QT
 
 package-test: package ## Unpack them in a root of their own and build programs against them
 	@scripts/package-test dist $(PACKAGED)
+
+install-desk: install ## Install mvrdesk, too
+	@cmake --preset release -DCMAKE_INSTALL_PREFIX=$(PREFIX) -DMVR_BUILD_BENCH=OFF -DMVR_BUILD_DESK=ON >/dev/null
+	@cmake --build build/release -j $(JOBS) --target mvrdesk
+	@cmake --install build/release --component desk
 
 clean: ## Remove everything that was built
 	@rm -rf build dist

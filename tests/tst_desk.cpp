@@ -662,15 +662,15 @@ void TestDesk::screenshots()
     DeskWindow::setDark(true);
     shoot(desk, "dark");
     DeskWindow::setDark(false);
+
+    QVERIFY(desk.open(QStringLiteral(MVR_SOURCE_DIR "/tests/data/desk/essay.rtf")));
+    shoot(desk, "text");
     desk.run("Markup codes");
     auto *codes = desk.findChild<QPlainTextEdit *>();
     codes->find(QStringLiteral("{"));
     QTest::qWait(100);
     QVERIFY(codes->grab().save(folder + QLatin1String("/desk-codes.png"), "PNG", 0));
     codes->close();
-
-    QVERIFY(desk.open(QStringLiteral(MVR_SOURCE_DIR "/tests/data/desk/essay.rtf")));
-    shoot(desk, "text");
     desk.run("Next note");
     desk.run("Edit the note");
     shoot(desk, "editing");

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void undoIsStillOneStep();
     void whatAHostSetsIsTheParagraphsOwn();
     void writersLookPastTheView();
+    void lengthsFollowTheScreen();
 };
 
 namespace {
@@ -182,6 +183,34 @@ void TestParagraphView::writersLookPastTheView()
     const QByteArray rtf = MVRTextRtf::toRtfCData(&document, true);
     MVRParagraphView view(&document);
     QCOMPARE(MVRTextRtf::toRtfCData(&document, true), rtf);
+}
+
+void TestParagraphView::lengthsFollowTheScreen()
+{
+    QTextDocument document;
+    QTextBlockFormat stock;
+    stock.setTopMargin(10.0);
+    stock.setLineHeight(12.0, QTextBlockFormat::FixedHeight);
+    QTextCursor cursor(&document);
+    cursor.setBlockFormat(stock);
+    cursor.insertBlock(speech(72.0));
+    const QVector<QTextBlockFormat> before = formats(document, false);
+    {
+        auto *view = new MVRParagraphView(&document);
+        view->setTextWidth(textWidth);
+        view->setScale(1.5);
+        QCOMPARE(document.firstBlock().blockFormat().topMargin(), 15.0);
+        QCOMPARE(document.firstBlock().blockFormat().lineHeight(), 18.0);
+        const QTextBlockFormat shown = document.lastBlock().blockFormat();
+        QCOMPARE(shown.leftMargin(), 108.0);
+        QCOMPARE(shown.rightMargin(), 150.0);
+        QCOMPARE(shown.lineHeight(), 200.0); // percent are no length
+        QCOMPARE(formats(document, true), before);
+        view->setScale(2.0);
+        QCOMPARE(document.firstBlock().blockFormat().topMargin(), 20.0);
+        delete view;
+    }
+    QCOMPARE(formats(document, false), before);
 }
 
 QTEST_MAIN(TestParagraphView)

@@ -5,10 +5,10 @@
 #include "Counts.h"
 #include "NoteEdits.h"
 #include "NoteFilter.h"
+#include "Tints.h"
 
 #include <core/MVRParagraphView.h>
 #include <core/MVRTextRtf.h>
-#include <text/MVRNoteHighlighter.h>
 #include <text/MVRNotesModel.h>
 #include <text/MVRTextDoc.h>
 
@@ -28,44 +28,6 @@ constexpr double defaultTextWidth = 468.0; // letter paper less an inch on each 
 constexpr double paperMargin = 72.0;
 constexpr int mostVisible = 20000; // characters
 constexpr int topMargin = 16; // pixels of paper that stay above the text
-
-/*! Tints notes, and shows text that is black by its format in the colour of text on this page. */
-class Tints : public MVRNoteHighlighter
-{
-public:
-    Tints(QTextDocument *document, const QWidget *page)
-        : MVRNoteHighlighter(document)
-        , m_page(page)
-    {
-    }
-
-protected:
-    QVector<QTextLayout::FormatRange> looks(const QTextBlock &block) const override
-    {
-        QVector<QTextLayout::FormatRange> looks = MVRNoteHighlighter::looks(block);
-        const QPalette palette = m_page->palette();
-        if (palette.color(QPalette::Base).lightness() > 127)
-            return looks;
-        QVector<QTextLayout::FormatRange> all;
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            QTextLayout::FormatRange range;
-            range.start = it.fragment().position() - block.position();
-            range.length = it.fragment().length();
-            for (const QTextLayout::FormatRange &tint : qAsConst(looks)) {
-                if (tint.start <= range.start && range.start < tint.start + tint.length)
-                    range.format = tint.format;
-            }
-            if (it.fragment().charFormat().foreground().color() == QColor(Qt::black))
-                range.format.setForeground(palette.color(QPalette::Text));
-            if (!range.format.isEmpty())
-                all.append(range);
-        }
-        return all;
-    }
-
-private:
-    const QWidget *m_page;
-};
 
 double textWidth(const QTextDocument *document)
 {
@@ -114,7 +76,6 @@ void Editor::show(std::unique_ptr<QTextDocument> document, const Elements &eleme
     paragraphs->setTextWidth(textWidth(shown));
     paragraphs->setScale(pixelsPerPoint());
     m_tints = new Tints(shown, this);
-    m_tints->rehighlight();
     m_counts = new Counts(shown);
     connect(shown->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
             &Editor::viewChanged);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "NoteCard.h"
 
+#include "Tints.h"
+
 #include <core/MVRTextRtf.h>
 
 #include <QKeyEvent>
@@ -32,6 +34,7 @@ NoteCard::NoteCard(QWidget *parent)
     : QFrame(parent)
     , m_head(new QLabel(this))
     , m_body(new QTextEdit(this))
+    , m_tints(new Tints(m_body->document(), this))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(stripe + 5, 3, 3, 3);
@@ -116,6 +119,13 @@ void NoteCard::commit()
     const MVRTextNote before = m_note;
     m_note.cdata = isEmpty ? QByteArray() : MVRTextRtf::toRtfCData(m_body->document(), false);
     Q_EMIT edited(before, m_note.cdata);
+}
+
+bool NoteCard::event(QEvent *event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        m_tints->rehighlight();
+    return QFrame::event(event);
 }
 
 bool NoteCard::eventFilter(QObject *object, QEvent *event)

@@ -7,6 +7,7 @@
 
 class QLabel;
 class QTextEdit;
+class Tints;
 
 /*! A note in the margin: who wrote it, and what it says, which can be edited in place. */
 class NoteCard : public QFrame
@@ -39,6 +40,7 @@ public:
     Q_SIGNAL void heightChanged();
 
 protected:
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *object, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
@@ -47,4 +49,5 @@ private:
     bool m_isActive = false;
     QLabel *m_head;
     QTextEdit *m_body;
+    Tints *m_tints; // of the body
 };
