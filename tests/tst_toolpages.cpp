@@ -98,6 +98,13 @@ void TestToolPages::editedTextIsPrinted()
     const Run read
         = mvrtext("replace script.fdx --find Rain --with Snow -o edited.png", m_folder->path());
     QCOMPARE(read.exitCode, 0);
+    // With scene numbers and all, as if it had been saved before.
+    QCOMPARE(mvrtext("replace script.fdx --find Rain --with Snow -o saved.fdx", m_folder->path())
+                 .exitCode,
+             0);
+    QCOMPARE(mvrtext("convert saved.fdx saved.png", m_folder->path()).exitCode, 0);
+    QCOMPARE(QImage(m_folder->path(QStringLiteral("edited.png"))),
+             QImage(m_folder->path(QStringLiteral("saved.png"))));
     QCOMPARE(mvrtext("convert script.fdx plain.png", m_folder->path()).exitCode, 0);
     QVERIFY(QImage(m_folder->path(QStringLiteral("edited.png")))
             != QImage(m_folder->path(QStringLiteral("plain.png"))));

@@ -20,20 +20,29 @@ QByteArray markOf(const QTextDocument &text)
     return QCryptographicHash::hash(text.toPlainText().toUtf8(), QCryptographicHash::Sha256);
 }
 
+// What is printed is what would be saved: with scene numbers, revisions and all.
+QByteArray editedFile(const Document &document)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    return document.script && document.script->write(&buffer, &document.text) ? bytes
+                                                                              : QByteArray();
+}
+
+bool readFile(QByteArray bytes, MVRScreenplay *screenplay)
+{
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return !bytes.isEmpty() && MVRScreenplay::fromFinalDraft(&buffer, screenplay, nullptr);
+}
+
 MVRScreenplay screenplayOf(const Document &document)
 {
     MVRScreenplay screenplay;
-    QByteArray source = document.source;
-    QBuffer buffer(&source);
-    buffer.open(QIODevice::ReadOnly);
-    const bool isRead
-        = !source.isEmpty() && MVRScreenplay::fromFinalDraft(&buffer, &screenplay, nullptr);
-    if (!isRead || markOf(document.text) != document.sourceMark) {
-        const MVRScreenplay edited
-            = MVRScreenplay::fromDocument(document.text, document.titlePageBlocks);
-        screenplay.body = edited.body;
-        screenplay.titlePage = edited.titlePage;
-    }
+    const bool isEdited = markOf(document.text) != document.sourceMark;
+    if (!readFile(isEdited ? editedFile(document) : document.source, &screenplay))
+        screenplay = MVRScreenplay::fromDocument(document.text, document.titlePageBlocks);
     screenplay.title = document.title;
     return screenplay;
 }
