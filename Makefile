@@ -64,7 +64,7 @@ coverage: deps ## Lines and branches that the tests run, by file
 	@scripts/coverage build/coverage
 
 mutants: deps ## Change MUTANTS lines of the library, one at a time, and see whether tests fail
-	@scripts/mutants --count $(MUTANTS) --jobs $(JOBS)
+	@scripts/mutants --again tests/mutants.list --count $(MUTANTS) --jobs $(JOBS)
 
 tsan: deps ## Run every operation in eight threads under ThreadSanitizer
 	@cmake --preset tsan >/dev/null

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void writesRunsExactly();
     void keepsSurrogatePairsWhole();
     void writesPageLayoutOnRequest();
+    void tellsNotesOfRuns();
     void writesTheTitlePage();
     void refusesWhatItCannotWrite();
 };
@@ -332,6 +333,30 @@ void TestFdxWriter::writesPageLayoutOnRequest()
     QVERIFY(!writer.writeElementSettings());
     QVERIFY(writer.processFrameIterator(document.rootFrame()->begin()));
     QVERIFY(!writer.processBlock(document.firstBlock()));
+}
+
+void TestFdxWriter::tellsNotesOfRuns()
+{
+    using State = MVRFinalDraftWriter::FragmentState;
+    const QPair<int, State::Kind> kinds[]
+        = {{MVRTextFormat::InlineAnnotationProperty, State::InlineAnnotation},
+           {MVRTextFormat::InlineFootnoteProperty, State::InlineFootnote},
+           {MVRTextFormat::InspectorCommentProperty, State::InspectorComment},
+           {MVRTextFormat::InspectorFootnoteProperty, State::InspectorFootnote},
+           {MVRTextFormat::PreserveFormattingProperty, State::PlainText}};
+    MVRFinalDraftWriter writer;
+    for (const auto &[property, kind] : kinds) {
+        QTextCharFormat format;
+        format.setProperty(property, true);
+        format.setProperty(MVRTextFormat::CommentCDataProperty, QByteArray("note"));
+        const State state = writer.toFragmentState(format);
+        QCOMPARE(int(state.kind), int(kind));
+        const bool isInspectors
+            = kind == State::InspectorComment || kind == State::InspectorFootnote;
+        QCOMPARE(state.noteData, isInspectors ? QByteArray("note") : QByteArray());
+        format.setProperty(property, false);
+        QCOMPARE(int(writer.toFragmentState(format).kind), int(State::PlainText));
+    }
 }
 
 void TestFdxWriter::writesTheTitlePage()
