@@ -424,6 +424,7 @@ void TestRtfNotes::keepsContentInItsGroup_data()
     row("half a picture", "{\\pict\\pngblip 89504E}a{\\pict");
     row("bytes of another code page", "\xe4\x80");
     row("two ends", "{\\b a\\par\\par}");
+    QTest::newRow("end in a group by itself") << QByteArray("\\pard a{\\par}\n}");
     QTest::newRow("formatted end") << QByteArray("\\pard a{\\f0\\b\\par}\n}");
     QTest::newRow("run to the end") << QByteArray("\\pard\\qr a{\\f0\\b c\\par}\n}");
     QTest::newRow("empty, formatted") << QByteArray("\\pard\\qr{\\f0\\b\\par}\n}");

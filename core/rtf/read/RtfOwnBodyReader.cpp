@@ -130,7 +130,8 @@ bool RtfOwnBodyReader::takeGroupStart()
     if (hasStar || !enter(Run))
         return false;
     m_run = Formatting;
-    m_end.runStart = m_end.wordsEnd = start;
+    m_end.runStart = start;
+    m_end.wordsEnd = start + 1; // a group may hold the end alone
     m_end.runReferences = references;
     return takeWord(token);
 }
