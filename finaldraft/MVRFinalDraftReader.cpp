@@ -13,6 +13,7 @@
 
 #include <QDebug>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QObject>
 #include <QTextDocument>
 
@@ -21,6 +22,9 @@
 using MVRFinalDraft::ElementSettings;
 using MVRFinalDraft::ParagraphAttr;
 using MVRFinalDraft::TextAttr;
+
+// Off, so that an application is quiet about files of others.
+Q_LOGGING_CATEGORY(missedTags, "mvrtext.finaldraft.missedtags", QtWarningMsg)
 
 namespace {
 
@@ -323,8 +327,8 @@ void MVRFinalDraftReader::parseOtherChild(const QDomElement &child, const QStrin
         m_domDoc->setWorkElement(child);
         parseParagraphTags(scriptNoteTag);
     } else {
-        qDebug() << "Warning: Missed FinalDraft tag:" << child.tagName()
-                 << " parentTag:" << parentTag;
+        qCDebug(missedTags) << "Warning: Missed FinalDraft tag:" << child.tagName()
+                            << " parentTag:" << parentTag;
     }
 }
 

@@ -405,6 +405,7 @@ void TestDocPages::takesPaperAndMarginsOfRtf()
 int main(int argc, char *argv[])
 {
     qputenv("QT_FONT_DPI", QByteArray::number(Pages::resolution));
+    qputenv("QT_ENABLE_HIGHDPI_SCALING", "0"); // by which Qt 6 would take that back
     QGuiApplication application(argc, argv);
     TestDocPages test;
     return QTest::qExec(&test, argc, argv);

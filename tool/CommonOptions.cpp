@@ -92,6 +92,12 @@ QVector<Option> writingOptions()
                            "Paper of pdf, png, odt and html. Without this option it is the "
                            "document's own, or letter."),
          paperChoices()},
+        {"extract-media",
+         "FOLDER",
+         QT_TRANSLATE_NOOP("Tool",
+                           "Write the pictures of html and md as files into this folder, instead "
+                           "of into the page."),
+         {}},
         {"author",
          "NAME",
          QT_TRANSLATE_NOOP("Tool", "Author of a document that names none (rtf)."),
@@ -122,6 +128,7 @@ bool readWritingOptions(const CommandLine &commandLine, NotesChoice *notes, Writ
     }
     options->hasCommentsInMargin = where == QLatin1String(marginWord);
     options->author = commandLine.value("author");
+    options->mediaFolder = commandLine.value("extract-media");
     const QString elements = commandLine.value("elements");
     return elements.isEmpty() || readElementMapping(elements, &options->elements, error);
 }

@@ -8,7 +8,9 @@
 #include <tool/Output.h>
 #include <tool/Progress.h>
 #include <tool/formats/Formats.h>
+#include <tool/formats/Media.h>
 
+#include <QDir>
 #include <QFileInfo>
 #include <QFont>
 #include <QPair>
@@ -78,6 +80,14 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
     if (!isRead) {
         listener.say(name, error);
         return false;
+    }
+    if (!options.mediaFolder.isEmpty()) {
+        const QString base
+            = path == QLatin1String("-") ? QDir::currentPath() : QFileInfo(path).absolutePath();
+        const int missed = openPictures(document, options.mediaFolder, base);
+        if (missed > 0)
+            document.losses << counted(missed, QT_TRANSLATE_NOOP("Tool", "picture"),
+                                       QT_TRANSLATE_NOOP("Tool", "pictures"));
     }
     if (document.title.isEmpty() && path != QLatin1String("-"))
         document.title = shownOnTerminal(QFileInfo(path).completeBaseName());

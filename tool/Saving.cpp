@@ -7,6 +7,7 @@
 #include <tool/Progress.h>
 #include <tool/formats/Capitals.h>
 #include <tool/formats/Formats.h>
+#include <tool/formats/Media.h>
 
 #include <core/MVRTextRtf.h>
 
@@ -46,6 +47,8 @@ bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
     const int lost = placeNotes(document.text, choice, supportFor(document, format));
     if (!format.hasElements && document.script)
         putInCapitals(document.text);
+    if (!placePictures(document, format, options, path, name, listener))
+        return false;
     QByteArray bytes;
     QString error;
     if (!format.write(document, options, &bytes, &error) || !writeOutput(path, bytes, &error)) {

@@ -13,10 +13,18 @@ class OfflineDocument : public QTextDocument
 public:
     using QTextDocument::QTextDocument;
 
+    /*! Whether the document was given the picture at \a name. */
+    bool holdsPicture(const QUrl &name)
+    {
+        m_wasAsked = false;
+        return resource(ImageResource, name).isValid() && !m_wasAsked;
+    }
+
 protected:
     QVariant loadResource(int type, const QUrl &name) override
     {
         Q_UNUSED(name)
+        m_wasAsked = true;
         if (type != ImageResource)
             return QByteArray();
         // Without an answer Qt goes on to open the name as a file.
@@ -24,4 +32,7 @@ protected:
         blank.fill(Qt::transparent);
         return blank;
     }
+
+private:
+    bool m_wasAsked = false;
 };

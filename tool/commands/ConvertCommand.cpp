@@ -38,10 +38,14 @@ struct Conversion
     const Format *to = nullptr;
     NotesChoice notes = NotesChoice::ByFormat;
     WriteOptions options;
+    QString mediaFolder; // whose pictures may be opened
+    bool hasSmartPunctuation = false;
 };
 
 bool readOptions(const CommandLine &commandLine, Conversion *conversion, QString *error)
 {
+    conversion->mediaFolder = commandLine.value("media-from");
+    conversion->hasSmartPunctuation = commandLine.isSet("smart");
     return readWritingOptions(commandLine, &conversion->notes, &conversion->options, error)
         && readPageOptions(commandLine, &conversion->options, error)
         && commandLine.readNumber("page", 1, 100000, &conversion->options.page, error)
@@ -56,6 +60,8 @@ bool convert(const QString &input, const Format &from, const QString &output,
     // A screenplay file keeps the letters as typed; its reader puts them in capitals again.
     readOptions.capitals = !conversion.to->hasElements;
     readOptions.goesBack = conversion.to->hasElements;
+    readOptions.mediaFolder = conversion.mediaFolder;
+    readOptions.hasSmartPunctuation = conversion.hasSmartPunctuation;
     readOptions.goesToPages = conversion.to == &pdfFormat || conversion.to == &pngFormat;
     return loadDocument(input, from, readOptions, document, listener)
         && saveDocument(output, *conversion.to, conversion.notes, conversion.options, document,
@@ -169,7 +175,18 @@ Command convertCommand()
         examples,
         {{"IN", QT_TRANSLATE_NOOP("Tool", "The file to read; - is the standard input."), true}},
         QVector<Option> {fromOption(), toOption()} + writingOptions() + pageOptions()
-            + QVector<Option> {{"page",
+            + QVector<Option> {{"media-from",
+                                "FOLDER",
+                                QT_TRANSLATE_NOOP("Tool",
+                                                  "Open the pictures that md and html name, where "
+                                                  "they are in this folder or below."),
+                                {}},
+                               {"smart",
+                                nullptr,
+                                QT_TRANSLATE_NOOP(
+                                    "Tool", "Make quotes, dashes and dots of md typographic."),
+                                {}},
+                               {"page",
                                 "NUMBER",
                                 QT_TRANSLATE_NOOP("Tool", "Page to draw as png."),
                                 {},

@@ -69,16 +69,6 @@ void nameByFile(QTextDocument &text)
     });
 }
 
-int linkedPictures(const QTextDocument &text)
-{
-    int count = 0;
-    for (FragmentWalker walker(&text, 0); walker.isValid(); walker.next()) {
-        if (isLinkedPicture(walker.format()))
-            count += walker.end() - walker.start();
-    }
-    return count;
-}
-
 /*! Which pictures the input may have opened: those beside it, unless the user says more. */
 MVRPicturePolicy picturePolicy(const CommandLine &commandLine)
 {
@@ -120,13 +110,6 @@ void readMarkup(QTextDocument &text, const Format &output, const MVRPicturePolic
         placeNotes(text, NotesChoice::Inspector, output.notes);
     if (output.pictures == PictureSupport::Named)
         nameByFile(text);
-    const int pictures = output.pictures == PictureSupport::None ? linkedPictures(text) : 0;
-    if (pictures > 0)
-        printMessage(name,
-                     Tool::tr("%1 left out that %2 cannot carry; html, md, odt and pdf keep them")
-                         .arg(counted(pictures, QT_TRANSLATE_NOOP("Tool", "picture"),
-                                      QT_TRANSLATE_NOOP("Tool", "pictures")),
-                              QString::fromLatin1(output.title)));
 }
 
 int runMarkup(const CommandLine &commandLine)

@@ -9,6 +9,9 @@
 #include <core/document/FormatEdits_p.h>
 #include <core/document/SafeHtml_p.h>
 
+#include <QSet>
+#include <QTextList>
+
 namespace {
 
 // A forum page has a colour of its own for text, and BBCode neither backgrounds nor link targets.
@@ -28,10 +31,38 @@ void leaveForumFormats(QTextBlockFormat &format)
     format.clearProperty(QTextFormat::BlockNonBreakableLines);
 }
 
+/*!
+    Makes one list of each run of items. A list that stands between the items of another one is
+    nested in HTML, and its text would come twice.
+*/
+void flattenLists(QTextDocument &text)
+{
+    constexpr int maxItems = 500; // each that joins a list makes Qt go through all of them
+    QSet<QTextList *> known;
+    QTextCursor cursor(&text);
+    QTextList *list = nullptr; // of the run
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+        QTextList *own = block.textList();
+        if (!own || !followsParagraph(block))
+            list = nullptr;
+        if (!own || own == list)
+            continue;
+        cursor.setPosition(block.position());
+        if (list && list->count() < maxItems)
+            list->add(block);
+        else if (list || known.contains(own))
+            list = cursor.createList(list ? list->format() : own->format());
+        else
+            list = own;
+        known << own << list;
+    }
+}
+
 void prepareForForum(Document &document)
 {
     QTextCursor cursor(&document.text);
     const EditBlock editBlock(cursor);
+    flattenLists(document.text);
     const auto change = [](QTextCharFormat &format) { leaveForumFormats(format); };
     const QVector<FormatEdit> edits
         = collectFormatEdits(&document.text, -1, document.text.characterCount() - 1, change);

@@ -18,6 +18,7 @@ struct ReadOptions
 {
     bool capitals = true; /*!< put the text of all-capitals elements in capitals */
     bool goesBack = false; /*!< the document is going to be written into its file again */
+    QString mediaFolder; /*!< whose pictures may be opened; empty: none */
     bool hasSmartPunctuation = false; /*!< quotes, dashes and dots of Markdown become typographic */
     bool goesToPages = false; /*!< it is going to be drawn, with the headers of its file */
 };
@@ -37,6 +38,7 @@ struct WriteOptions
     bool hasPageNumbers = false; /*!< of documents that are no screenplays */
     bool hasCommentsInMargin = false;
     bool hasRevisionMarks = false;
+    QString mediaFolder; /*!< where to write pictures as files; empty: nowhere */
     QString watermark; /*!< text across the pages; may be empty */
 
     QPageSize paperOrLetter() const { return paper.value_or(QPageSize(QPageSize::Letter)); }

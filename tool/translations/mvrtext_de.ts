@@ -863,5 +863,21 @@
         <source>repeated notes</source>
         <translation>wiederholte Notizen</translation>
     </message>
+    <message>
+        <source>Open the pictures that md and html name, where they are in this folder or below.</source>
+        <translation>Öffnet die Bilder, die md und html nennen, wenn sie in diesem Ordner oder darunter liegen.</translation>
+    </message>
+    <message>
+        <source>Make quotes, dashes and dots of md typographic.</source>
+        <translation>Macht Anführungszeichen, Striche und Punkte von md typografisch.</translation>
+    </message>
+    <message>
+        <source>Write the pictures of html and md as files into this folder, instead of into the page.</source>
+        <translation>Schreibt die Bilder von html und md als Dateien in diesen Ordner statt in die Seite.</translation>
+    </message>
+    <message>
+        <source>%1 left out; --extract-media FOLDER writes them as files</source>
+        <translation>%1 ausgelassen; --extract-media ORDNER schreibt sie als Dateien</translation>
+    </message>
 </context>
 </TS>

@@ -150,7 +150,7 @@ void MarkdownParagraphs::addFragment(const FragmentWalker &walker, int from, int
         return; // stands at its end
     const MarkdownStyle style = styleOf(format, ignoredStyles);
     if (format.isImageFormat()) {
-        for (int at = from; at < to; ++at)
+        for (int at = from; at < to && !format.toImageFormat().name().isEmpty(); ++at)
             writer->addMarkup(pictureMarkup(format.toImageFormat()), style);
         return;
     }

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "ToolRun.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QImage>
+#include <QRegularExpression>
+#include <QtTest>
+
+namespace {
+
+QByteArray pngOf(const QSize &size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::darkGreen);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "png");
+    return bytes;
+}
+
+QByteArray rtfWithPictures()
+{
+    const QByteArray picture = "{\\pict\\pngblip\\picw7\\pich5 " + pngOf({7, 5}).toHex() + '}';
+    return "{\\rtf1 one " + picture + " two " + picture + "\\par}";
+}
+
+} // namespace
+
+/*! What the tool does with pictures, and with lists that a forum would show twice. */
+class TestToolMedia : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void putsPicturesIntoPages();
+    void writesPicturesAsFiles_data();
+    void writesPicturesAsFiles();
+    void countsWhatIsLeftOut_data();
+    void countsWhatIsLeftOut();
+    void opensPicturesThatAreAskedFor();
+    void showsNestedListsOnce();
+    void makesPunctuationTypographic();
+
+private:
+    QScopedPointer<ToolFolder> m_folder;
+};
+
+void TestToolMedia::init()
+{
+    m_folder.reset(new ToolFolder);
+    QVERIFY(m_folder->isValid());
+    m_folder->write(QStringLiteral("in.rtf"), rtfWithPictures());
+}
+
+void TestToolMedia::putsPicturesIntoPages()
+{
+    const Run run = mvrtext("convert in.rtf out.html", m_folder->path());
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(run.errors, QByteArray());
+    const QString page = QString::fromUtf8(m_folder->read(QStringLiteral("out.html")));
+    const QRegularExpression embedded(
+        QStringLiteral("<img[^>]* src=\"data:image/png;base64,([^\"]+)\""));
+    QRegularExpressionMatchIterator found = embedded.globalMatch(page);
+    int count = 0;
+    for (; found.hasNext(); ++count) {
+        const QByteArray bytes = QByteArray::fromBase64(found.next().captured(1).toLatin1());
+        QCOMPARE(QImage::fromData(bytes).size(), QSize(7, 5));
+    }
+    QCOMPARE(count, 2);
+}
+
+void TestToolMedia::writesPicturesAsFiles_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("reference");
+    QTest::newRow("html") << "out.html"
+                          << "src=\"pictures/%1\"";
+    QTest::newRow("md") << "out.md"
+                        << "](pictures/%1)";
+}
+
+void TestToolMedia::writesPicturesAsFiles()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QString, reference);
+    const Run run = mvrtext({QStringLiteral("convert"), QStringLiteral("--extract-media"),
+                             QStringLiteral("pictures"), QStringLiteral("in.rtf"), name},
+                            QByteArray(), m_folder->path());
+    QCOMPARE(run.exitCode, 0);
+    const QDir pictures(m_folder->path(QStringLiteral("pictures")));
+    const QStringList files = pictures.entryList(QDir::Files);
+    QCOMPARE(files.size(), 1); // the same picture twice
+    QCOMPARE(QImage(pictures.filePath(files.first())).size(), QSize(7, 5));
+    const QString written = QString::fromUtf8(m_folder->read(name));
+    QVERIFY2(written.count(reference.arg(files.first())) == 2, qPrintable(written));
+}
+
+void TestToolMedia::countsWhatIsLeftOut_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("message");
+    QTest::newRow("txt") << "out.txt" << QByteArray("2 pictures left out that");
+    QTest::newRow("bbcode") << "out.bbcode" << QByteArray("2 pictures left out that");
+    QTest::newRow("md") << "out.md" << QByteArray("2 pictures left out; --extract-media");
+}
+
+void TestToolMedia::countsWhatIsLeftOut()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QByteArray, message);
+    const Run run = mvrtext({QStringLiteral("convert"), QStringLiteral("in.rtf"), name},
+                            QByteArray(), m_folder->path());
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.errors.contains(message), run.errors.constData());
+    QVERIFY(m_folder->read(name).contains("one"));
+}
+
+void TestToolMedia::opensPicturesThatAreAskedFor()
+{
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("art")));
+    m_folder->write(QStringLiteral("art/a b.png"), pngOf({6, 4}));
+    m_folder->write(QStringLiteral("other.png"), pngOf({6, 4}));
+    m_folder->write(QStringLiteral("in.md"), "One ![a](art/a%20b.png) two ![b](other.png).\n");
+    QCOMPARE(mvrtext("convert in.md none.rtf", m_folder->path()).exitCode, 0);
+    QVERIFY(!m_folder->read(QStringLiteral("none.rtf")).contains("\\picw6\\pich4"));
+
+    const Run run = mvrtext("convert --media-from art in.md art.rtf", m_folder->path());
+    QCOMPARE(run.exitCode, 0);
+    const QByteArray rtf = m_folder->read(QStringLiteral("art.rtf"));
+    QVERIFY2(rtf.count("\\picw6\\pich4") == 1, rtf.constData());
+    QVERIFY2(run.errors.contains("1 picture"), run.errors.constData());
+}
+
+void TestToolMedia::showsNestedListsOnce()
+{
+    m_folder->write(QStringLiteral("in.md"), "- one\n  - inner\n- two\n\ntext\n\n1. first\n");
+    QCOMPARE(mvrtext("convert in.md out.bbcode", m_folder->path()).exitCode, 0);
+    const QByteArray forum = m_folder->read(QStringLiteral("out.bbcode"));
+    for (const char *text : {"one", "inner", "two", "first"})
+        QVERIFY2(forum.count(text) == 1, forum.constData());
+    QCOMPARE(forum.count("[list]") + forum.count("[list=1]"), 2);
+}
+
+void TestToolMedia::makesPunctuationTypographic()
+{
+    const QByteArray typed = "\"Quote\" -- and so on...\n";
+    m_folder->write(QStringLiteral("in.md"), typed);
+    QCOMPARE(mvrtext("convert in.md plain.txt", m_folder->path()).exitCode, 0);
+    QCOMPARE(m_folder->read(QStringLiteral("plain.txt")).trimmed(), typed.trimmed());
+    QCOMPARE(mvrtext("convert --smart in.md smart.txt", m_folder->path()).exitCode, 0);
+    QCOMPARE(QString::fromUtf8(m_folder->read(QStringLiteral("smart.txt")).trimmed()),
+             QString::fromUtf8("\u201cQuote\u201d \u2013 and so on\u2026"));
+}
+
+QTEST_GUILESS_MAIN(TestToolMedia)
+#include "tst_toolmedia.moc"
