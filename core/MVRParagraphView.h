@@ -58,6 +58,7 @@ public:
         \param factor  pixels per point; at most 0 is ignored
     */
     void setScale(double factor);
+    /*! Pixels per point; 1 before the first setScale(). */
     double scale() const { return m_scale; }
 
     /*!

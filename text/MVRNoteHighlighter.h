@@ -26,6 +26,7 @@ public:
     /*! Takes the tints away. */
     ~MVRNoteHighlighter() override;
 
+    /*! The document that is tinted; null where none was given. */
     QTextDocument *document() const;
 
     /*!
