@@ -179,7 +179,7 @@ void MVRNotesModel::follow(int position, int removed, int added)
     // Qt counts the document's closing paragraph in when everything is replaced.
     const Edit edit {position, removed, qMin(added, m_document->characterCount() - position)};
     const Span span = changedSpan(edit);
-    moveRows(span.last, edit);
+    followEdit(span.last, edit);
     if (replaceRows(span, edit))
         Q_EMIT notesChanged();
     if (edit.growth() != 0 && span.first < rowCount())
@@ -234,7 +234,7 @@ MVRNotesModel::Span MVRNotesModel::changedSpan(const Edit &edit) const
     return span;
 }
 
-void MVRNotesModel::moveRows(int from, const Edit &edit)
+void MVRNotesModel::followEdit(int from, const Edit &edit)
 {
     if (edit.growth() == 0)
         return;

@@ -96,7 +96,7 @@ private:
 
     void follow(int position, int removed, int added);
     Span changedSpan(const Edit &edit) const;
-    void moveRows(int from, const Edit &edit);
+    void followEdit(int from, const Edit &edit);
     bool replaceRows(const Span &span, const Edit &edit);
     void reset();
     QString content(const Row &row) const;
