@@ -23,8 +23,8 @@ using MVRFinalDraft::ElementSettings;
 using MVRFinalDraft::ParagraphAttr;
 using MVRFinalDraft::TextAttr;
 
-// Off, so that an application is quiet about files of others.
-Q_LOGGING_CATEGORY(missedTags, "mvrtext.finaldraft.missedtags", QtWarningMsg)
+// A category, so that an application can be quiet about files of others.
+Q_LOGGING_CATEGORY(missedTags, "mvrtext.finaldraft.missedtags")
 
 namespace {
 
@@ -327,8 +327,8 @@ void MVRFinalDraftReader::parseOtherChild(const QDomElement &child, const QStrin
         m_domDoc->setWorkElement(child);
         parseParagraphTags(scriptNoteTag);
     } else {
-        qCDebug(missedTags) << "Warning: Missed FinalDraft tag:" << child.tagName()
-                            << " parentTag:" << parentTag;
+        QMessageLogger().debug(missedTags())
+            << "Warning: Missed FinalDraft tag:" << child.tagName() << " parentTag:" << parentTag;
     }
 }
 

@@ -15,6 +15,7 @@ class QByteArray;
     row(html_bbcode) \
     row(html_reader) \
     row(inline_markup) \
+    row(markdown) \
     row(mime_data) \
     row(note_record) \
     row(operations) \

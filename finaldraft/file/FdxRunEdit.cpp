@@ -77,8 +77,7 @@ struct FdxRunEdit::Change
 
 FdxRunEdit::FdxRunEdit(const FdxScript &script, const pugi::xml_node &paragraph, FdxType &oldType,
                        FdxType &newType, const QVector<FdxNewRun> &runs)
-    : m_script(script)
-    , m_tree(script.tree())
+    : m_tree(script.tree())
     , m_paragraph(paragraph)
     , m_type(newType)
 {

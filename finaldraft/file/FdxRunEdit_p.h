@@ -95,7 +95,6 @@ private:
     QByteArray newElement(const NewRun &run, const OldRun *model) const;
     QByteArray escaped(const QString &text) const;
 
-    const FdxScript &m_script;
     const FdxTree &m_tree;
     pugi::xml_node m_paragraph;
     FdxType &m_type;
