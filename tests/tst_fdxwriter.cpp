@@ -337,25 +337,25 @@ void TestFdxWriter::writesPageLayoutOnRequest()
 
 void TestFdxWriter::tellsNotesOfRuns()
 {
-    using State = MVRFinalDraftWriter::FragmentState;
-    const QPair<int, State::Kind> kinds[]
-        = {{MVRTextFormat::InlineAnnotationProperty, State::InlineAnnotation},
-           {MVRTextFormat::InlineFootnoteProperty, State::InlineFootnote},
-           {MVRTextFormat::InspectorCommentProperty, State::InspectorComment},
-           {MVRTextFormat::InspectorFootnoteProperty, State::InspectorFootnote},
-           {MVRTextFormat::PreserveFormattingProperty, State::PlainText}};
+    using Fragment = MVRFinalDraftWriter::FragmentState;
+    const QPair<int, Fragment::Kind> kinds[]
+        = {{MVRTextFormat::InlineAnnotationProperty, Fragment::InlineAnnotation},
+           {MVRTextFormat::InlineFootnoteProperty, Fragment::InlineFootnote},
+           {MVRTextFormat::InspectorCommentProperty, Fragment::InspectorComment},
+           {MVRTextFormat::InspectorFootnoteProperty, Fragment::InspectorFootnote},
+           {MVRTextFormat::PreserveFormattingProperty, Fragment::PlainText}};
     MVRFinalDraftWriter writer;
     for (const auto &[property, kind] : kinds) {
         QTextCharFormat format;
         format.setProperty(property, true);
         format.setProperty(MVRTextFormat::CommentCDataProperty, QByteArray("note"));
-        const State state = writer.toFragmentState(format);
+        const Fragment state = writer.toFragmentState(format);
         QCOMPARE(int(state.kind), int(kind));
         const bool isInspectors
-            = kind == State::InspectorComment || kind == State::InspectorFootnote;
+            = kind == Fragment::InspectorComment || kind == Fragment::InspectorFootnote;
         QCOMPARE(state.noteData, isInspectors ? QByteArray("note") : QByteArray());
         format.setProperty(property, false);
-        QCOMPARE(int(writer.toFragmentState(format).kind), int(State::PlainText));
+        QCOMPARE(int(writer.toFragmentState(format).kind), int(Fragment::PlainText));
     }
 }
 

@@ -198,13 +198,13 @@ void CardColumn::drawLines(const QVector<int> &tops, int active)
 }
 
 QVector<int> CardColumn::tops(const QVector<int> &wanted, const QVector<int> &heights, int active,
-                              int gap)
+                              int distance)
 {
     QVector<int> tops = wanted;
     const int fixed = qMax(0, active);
     for (int i = fixed + 1; i < tops.size(); ++i)
-        tops[i] = qMax(tops[i], tops[i - 1] + heights[i - 1] + gap);
+        tops[i] = qMax(tops[i], tops[i - 1] + heights[i - 1] + distance);
     for (int i = fixed - 1; i >= 0; --i)
-        tops[i] = qMin(tops[i], tops[i + 1] - gap - heights[i]);
+        tops[i] = qMin(tops[i], tops[i + 1] - distance - heights[i]);
     return tops;
 }
