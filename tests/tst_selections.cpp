@@ -457,7 +457,7 @@ void TestSelections::survivesExtremes()
     QTextDocument document;
     fill(&document, QStringLiteral(" one  two \n four"), QStringLiteral("aaaaffffff.11111"));
     const QTextCursor none;
-    const MVRTextRange reversed(number, -number / 2);
+    const MVRTextRange reversed(number, -(number / 2));
     D::setComment(&document, reversed, MVRTextCommentLink());
     D::setComments(&document, {{reversed, MVRTextCommentLink()}});
     D::clearComment(&document, number);
