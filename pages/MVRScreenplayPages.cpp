@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr double mostOfPage = 0.9; // of its height that margins may take
+constexpr double maxShareOfMargins = 0.9; // of its height that margins may take
 
 int eighthsOf(double height, double bodyHeight)
 {
@@ -23,7 +23,7 @@ void makeSound(MVRScreenplaySettings &settings)
     const double height = settings.pageSize.height();
     const auto isSound = [height](double margin) { return margin >= 0.0 && margin < height; };
     if (!isSound(settings.topMargin) || !isSound(settings.bottomMargin)
-        || settings.topMargin + settings.bottomMargin > mostOfPage * height) {
+        || settings.topMargin + settings.bottomMargin > maxShareOfMargins * height) {
         settings.topMargin = height / 11.0;
         settings.bottomMargin = height / 11.0;
     }

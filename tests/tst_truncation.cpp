@@ -26,7 +26,7 @@ private:
 namespace {
 
 // Larger files are cut at this many places, with MVR_EVERY_BYTE set everywhere.
-constexpr int mostCuts = 100;
+constexpr int maxCuts = 100;
 
 QByteArray read(const QString &path)
 {
@@ -70,7 +70,7 @@ void TestTruncation::answersAtEveryByte()
     QVERIFY(!bytes.isEmpty());
     const bool isRtf = path.endsWith(QLatin1String(".rtf"));
     const bool isEvery = qEnvironmentVariableIsSet("MVR_EVERY_BYTE");
-    const int step = isEvery ? 1 : qMax(1, bytes.size() / mostCuts);
+    const int step = isEvery ? 1 : qMax(1, bytes.size() / maxCuts);
     for (int size = 0; size < bytes.size(); size += step) {
         QTextDocument document;
         QString error;

@@ -85,9 +85,8 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
         const QString base
             = path == QLatin1String("-") ? QDir::currentPath() : QFileInfo(path).absolutePath();
         const int missed = openPictures(document, options.mediaFolder, base);
-        if (missed > 0)
-            document.losses << counted(missed, QT_TRANSLATE_NOOP("Tool", "picture"),
-                                       QT_TRANSLATE_NOOP("Tool", "pictures"));
+        addCounted(&document.losses, missed, QT_TRANSLATE_NOOP("Tool", "picture"),
+                   QT_TRANSLATE_NOOP("Tool", "pictures"));
     }
     if (document.title.isEmpty() && path != QLatin1String("-"))
         document.title = shownOnTerminal(QFileInfo(path).completeBaseName());

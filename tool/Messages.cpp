@@ -41,3 +41,9 @@ QString counted(int count, const char *singular, const char *plural)
 {
     return QString::number(count) + QLatin1Char(' ') + Tool::tr(count == 1 ? singular : plural);
 }
+
+void addCounted(QStringList *words, int count, const char *singular, const char *plural)
+{
+    if (count > 0)
+        *words << counted(count, singular, plural);
+}

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QString>
+#include <QStringList>
 
 /*! The context of all texts that the tool shows; tr() translates them. */
 class Tool
@@ -30,3 +30,6 @@ QString displayName(const QString &path, const QString &nameOfStream);
 
 /*! "1 note", "2 notes": the number and the word for it, which is translated. */
 QString counted(int count, const char *singular, const char *plural);
+
+/*! Adds what counted() says to \a words, of nothing not a word. */
+void addCounted(QStringList *words, int count, const char *singular, const char *plural);

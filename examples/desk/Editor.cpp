@@ -26,7 +26,7 @@ namespace {
 
 constexpr double defaultTextWidth = 468.0; // letter paper less an inch on each side, in points
 constexpr double paperMargin = 72.0;
-constexpr int mostVisible = 20000; // characters
+constexpr int maxVisible = 20000; // characters
 constexpr int topMargin = 16; // pixels of paper that stay above the text
 
 double textWidth(const QTextDocument *document)
@@ -140,7 +140,7 @@ MVRTextRange Editor::visibleText() const
     const int start = cursorForPosition(QPoint(0, 0)).block().position();
     const int end = cursorForPosition(viewport()->rect().bottomRight()).position();
     // While a long text is laid out for the first time, Qt takes it all to be in sight.
-    return {start, qMin(end + 1, start + mostVisible)};
+    return {start, qMin(end + 1, start + maxVisible)};
 }
 
 void Editor::changeNote(const MVRTextNote &note, const QByteArray &rtf)

@@ -221,8 +221,8 @@ QVector<FdxRunEdit::Hunk> FdxRunEdit::hunks() const
         addWords(m_new[i].text, position, whole.newStart, whole.newEnd, i, &newWords);
         position += m_new[i].text.size();
     }
-    constexpr qint64 mostPairs = 250000;
-    if (!isPlain || qint64(oldWords.size()) * newWords.size() > mostPairs)
+    constexpr qint64 maxPairs = 250000;
+    if (!isPlain || qint64(oldWords.size()) * newWords.size() > maxPairs)
         return {whole};
     const auto isSame = [&](int i, int j) {
         return oldWords[i].text == newWords[j].text

@@ -17,8 +17,8 @@
 
 namespace {
 
-constexpr int mostSteps = 32;
-constexpr int mostCharacters = 20000; // a document appended to the other one time and again
+constexpr int maxSteps = 32;
+constexpr int maxCharacters = 20000; // a document appended to the other one time and again
 
 void fill(QTextDocument *document, Bytes *bytes)
 {
@@ -140,11 +140,11 @@ void fuzz_operations(const QByteArray &input)
     QTextDocument documents[2];
     for (QTextDocument &document : documents)
         fill(&document, &bytes);
-    for (int step = 0; step < mostSteps && !bytes.isAtEnd(); ++step) {
+    for (int step = 0; step < maxSteps && !bytes.isAtEnd(); ++step) {
         const bool isSecond = bytes.flag();
         const Operation &operation = operations().at(bytes.byte() % operations().size());
         run(operation, &documents[int(isSecond)], &documents[int(!isSecond)], &bytes);
-        if (documents[0].characterCount() + documents[1].characterCount() > mostCharacters)
+        if (documents[0].characterCount() + documents[1].characterCount() > maxCharacters)
             return;
     }
 }

@@ -43,28 +43,28 @@ QString firstWords(const QTextDocument &document, int blocks)
 QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut, bool showsHeaders)
 {
     QStringList words;
-    const auto add = [&words](int count, const char *singular, const char *plural) {
-        if (count > 0)
-            words << counted(count, singular, plural);
-    };
-    add(leftOut.detachedNotes, QT_TRANSLATE_NOOP("Tool", "note without a place"),
-        QT_TRANSLATE_NOOP("Tool", "notes without a place"));
-    add(leftOut.alternates, QT_TRANSLATE_NOOP("Tool", "alternate"),
-        QT_TRANSLATE_NOOP("Tool", "alternates"));
-    add(leftOut.omittedParagraphs, QT_TRANSLATE_NOOP("Tool", "paragraph of omitted scenes"),
-        QT_TRANSLATE_NOOP("Tool", "paragraphs of omitted scenes"));
-    add(leftOut.summaries, QT_TRANSLATE_NOOP("Tool", "scene summary"),
-        QT_TRANSLATE_NOOP("Tool", "scene summaries"));
-    add(leftOut.sceneTitles, QT_TRANSLATE_NOOP("Tool", "scene title"),
-        QT_TRANSLATE_NOOP("Tool", "scene titles"));
-    add(showsHeaders ? 0 : leftOut.headers, QT_TRANSLATE_NOOP("Tool", "header or footer"),
-        QT_TRANSLATE_NOOP("Tool", "headers and footers"));
-    add(leftOut.beats, QT_TRANSLATE_NOOP("Tool", "card of the beat board"),
-        QT_TRANSLATE_NOOP("Tool", "cards of the beat board"));
-    add(leftOut.characterBeats, QT_TRANSLATE_NOOP("Tool", "beat of a character's arc"),
-        QT_TRANSLATE_NOOP("Tool", "beats of characters' arcs"));
-    add(leftOut.hiddenTexts, QT_TRANSLATE_NOOP("Tool", "mark of hidden text, which is shown"),
-        QT_TRANSLATE_NOOP("Tool", "marks of hidden text, which is shown"));
+    addCounted(&words, leftOut.detachedNotes, QT_TRANSLATE_NOOP("Tool", "note without a place"),
+               QT_TRANSLATE_NOOP("Tool", "notes without a place"));
+    addCounted(&words, leftOut.alternates, QT_TRANSLATE_NOOP("Tool", "alternate"),
+               QT_TRANSLATE_NOOP("Tool", "alternates"));
+    addCounted(&words, leftOut.omittedParagraphs,
+               QT_TRANSLATE_NOOP("Tool", "paragraph of omitted scenes"),
+               QT_TRANSLATE_NOOP("Tool", "paragraphs of omitted scenes"));
+    addCounted(&words, leftOut.summaries, QT_TRANSLATE_NOOP("Tool", "scene summary"),
+               QT_TRANSLATE_NOOP("Tool", "scene summaries"));
+    addCounted(&words, leftOut.sceneTitles, QT_TRANSLATE_NOOP("Tool", "scene title"),
+               QT_TRANSLATE_NOOP("Tool", "scene titles"));
+    addCounted(&words, showsHeaders ? 0 : leftOut.headers,
+               QT_TRANSLATE_NOOP("Tool", "header or footer"),
+               QT_TRANSLATE_NOOP("Tool", "headers and footers"));
+    addCounted(&words, leftOut.beats, QT_TRANSLATE_NOOP("Tool", "card of the beat board"),
+               QT_TRANSLATE_NOOP("Tool", "cards of the beat board"));
+    addCounted(&words, leftOut.characterBeats,
+               QT_TRANSLATE_NOOP("Tool", "beat of a character's arc"),
+               QT_TRANSLATE_NOOP("Tool", "beats of characters' arcs"));
+    addCounted(&words, leftOut.hiddenTexts,
+               QT_TRANSLATE_NOOP("Tool", "mark of hidden text, which is shown"),
+               QT_TRANSLATE_NOOP("Tool", "marks of hidden text, which is shown"));
     return words;
 }
 

@@ -30,9 +30,8 @@ bool readMarkdownFile(const QByteArray &bytes, const ReadOptions &options, Docum
     }
     if (result.lacksMetadata)
         document.losses << Tool::tr("metadata other than title and author");
-    if (result.lostNotes > 0)
-        document.losses << counted(result.lostNotes, QT_TRANSLATE_NOOP("Tool", "repeated note"),
-                                   QT_TRANSLATE_NOOP("Tool", "repeated notes"));
+    addCounted(&document.losses, result.lostNotes, QT_TRANSLATE_NOOP("Tool", "repeated note"),
+               QT_TRANSLATE_NOOP("Tool", "repeated notes"));
     document.title = document.text.metaInformation(QTextDocument::DocumentTitle);
     giveStandards(document);
     return true;

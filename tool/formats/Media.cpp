@@ -18,7 +18,7 @@
 #include <QImageReader>
 #include <QPixmap>
 
-#include <functional>
+#include <numeric>
 
 namespace {
 
@@ -55,14 +55,15 @@ PictureFile fileOf(const QVariant &picture)
     return file;
 }
 
-int countPictures(const QTextDocument &text, const std::function<bool(const QString &)> &isCounted)
+/*! How often the document shows each picture, by name. */
+QHash<QString, int> pictureUses(const QTextDocument &text)
 {
-    int count = 0;
+    QHash<QString, int> uses;
     for (FragmentWalker walker(&text, 0); walker.isValid(); walker.next()) {
-        if (walker.format().isImageFormat() && isCounted(walker.format().toImageFormat().name()))
-            count += walker.end() - walker.start();
+        if (walker.format().isImageFormat())
+            uses[walker.format().toImageFormat().name()] += walker.end() - walker.start();
     }
-    return count;
+    return uses;
 }
 
 QString countedPictures(int count)
@@ -143,8 +144,7 @@ QString HeldPictures::newName(const PictureFile &file, bool embeds, int uses)
 
 bool HeldPictures::place(bool embeds)
 {
-    QHash<QString, int> uses;
-    countPictures(m_document.text, [&uses](const QString &name) { return ++uses[name] > 0; });
+    const QHash<QString, int> uses = pictureUses(m_document.text);
     QHash<QString, QString> names;
     for (auto use = uses.cbegin(); use != uses.cend(); ++use) {
         if (!m_document.text.holdsPicture(pictureUrl(m_document.text, use.key())))
@@ -183,9 +183,13 @@ int openPictures(Document &document, const QString &folder, const QString &base)
             names.insert(name, pictures.add(file, size));
     }
     rename(&document.text, names);
-    return countPictures(document.text, [&document](const QString &name) {
-        return !document.text.holdsPicture(pictureUrl(document.text, name));
-    });
+    int missed = 0;
+    const QHash<QString, int> uses = pictureUses(document.text);
+    for (auto use = uses.cbegin(); use != uses.cend(); ++use) {
+        if (!document.text.holdsPicture(pictureUrl(document.text, use.key())))
+            missed += use.value();
+    }
+    return missed;
 }
 
 bool placePictures(Document &document, const Format &format, const WriteOptions &options,
@@ -193,7 +197,8 @@ bool placePictures(Document &document, const Format &format, const WriteOptions 
 {
     const QString title = QLatin1String(format.title);
     if (format.pictures == PictureSupport::None) {
-        const int count = countPictures(document.text, [](const QString &) { return true; });
+        const QList<int> uses = pictureUses(document.text).values();
+        const int count = std::accumulate(uses.cbegin(), uses.cend(), 0);
         if (count > 0)
             listener.say(
                 name,

@@ -19,16 +19,15 @@ bool readRtf(const QByteArray &bytes, const ReadOptions &options, Document &docu
         *error = Tool::tr("not an RTF file");
         return false;
     }
-    const auto addLoss = [&document](int count, const char *singular, const char *plural) {
-        if (count > 0)
-            document.losses << counted(count, singular, plural);
-    };
-    addLoss(leftOut.hiddenCharacters, QT_TRANSLATE_NOOP("Tool", "character of hidden text"),
-            QT_TRANSLATE_NOOP("Tool", "characters of hidden text"));
-    addLoss(leftOut.deletedCharacters, QT_TRANSLATE_NOOP("Tool", "character of deleted text"),
-            QT_TRANSLATE_NOOP("Tool", "characters of deleted text"));
-    addLoss(leftOut.pictures, QT_TRANSLATE_NOOP("Tool", "picture that cannot be shown"),
-            QT_TRANSLATE_NOOP("Tool", "pictures that cannot be shown"));
+    addCounted(&document.losses, leftOut.hiddenCharacters,
+               QT_TRANSLATE_NOOP("Tool", "character of hidden text"),
+               QT_TRANSLATE_NOOP("Tool", "characters of hidden text"));
+    addCounted(&document.losses, leftOut.deletedCharacters,
+               QT_TRANSLATE_NOOP("Tool", "character of deleted text"),
+               QT_TRANSLATE_NOOP("Tool", "characters of deleted text"));
+    addCounted(&document.losses, leftOut.pictures,
+               QT_TRANSLATE_NOOP("Tool", "picture that cannot be shown"),
+               QT_TRANSLATE_NOOP("Tool", "pictures that cannot be shown"));
     document.title = document.text.metaInformation(QTextDocument::DocumentTitle);
     giveStandards(document);
     return true;

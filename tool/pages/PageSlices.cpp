@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr double mostOfNotes = 0.5; // of a page, while there is text
+constexpr double maxShareOfNotes = 0.5; // of a page, while there is text
 constexpr double slack = 0.5; // units that rounding may add
 
 /*! The footnotes, one below the other, shown from the top on. */
@@ -64,13 +64,13 @@ private:
     bool fits(const PageSlice &page, const FlowItem &item, double notes) const
     {
         return page.headHeight() + item.bottom - page.top
-            + footHeight(notes + item.notes, mostOfNotes * m_heights.body)
+            + footHeight(notes + item.notes, maxShareOfNotes * m_heights.body)
             <= m_heights.body + slack;
     }
     PageSlice emptyPage(int first) const;
     int nextFirst(const PageSlice &page, int first) const;
     void appendHigh(PageSlice &slice, const FlowItem &item);
-    void append(PageSlice slice, double mostNotes);
+    void append(PageSlice slice, double maxNotes);
 
     const QVector<FlowItem> &m_items;
     NoteColumn m_notes;
@@ -129,7 +129,7 @@ double betweenLines(const FlowItem &item, double top, double y)
 /*! Cuts off whole pages of what is higher than one. */
 void PageCutter::appendHigh(PageSlice &slice, const FlowItem &item)
 {
-    const double most = mostOfNotes * m_heights.body;
+    const double most = maxShareOfNotes * m_heights.body;
     while (slice.bottom - slice.top + slice.headHeight() + footHeight(0.0, most)
            > m_heights.body + slack) {
         const double room = m_heights.body - slice.headHeight();
@@ -142,17 +142,17 @@ void PageCutter::appendHigh(PageSlice &slice, const FlowItem &item)
     }
 }
 
-void PageCutter::append(PageSlice slice, double mostNotes)
+void PageCutter::append(PageSlice slice, double maxNotes)
 {
     slice.notesTop = m_notes.shown();
-    m_notes.show(m_notes.nextHeight(0.0, mostNotes));
+    m_notes.show(m_notes.nextHeight(0.0, maxNotes));
     slice.notesBottom = m_notes.shown();
     m_slices.append(slice);
 }
 
 QVector<PageSlice> PageCutter::cut()
 {
-    const double most = mostOfNotes * m_heights.body;
+    const double most = maxShareOfNotes * m_heights.body;
     for (int first = 0; first < m_items.size();) {
         PageSlice page = emptyPage(first);
         const int next = nextFirst(page, first);

@@ -24,7 +24,7 @@ namespace {
 constexpr double dotsPerPoint = Pages::resolution / 72.0;
 constexpr double tabDistance = 0.5; // inches
 constexpr double noteGap = 12.0 * dotsPerPoint; // between the text and the footnotes
-constexpr double leastCommentMargin = 72.0; // points
+constexpr double minCommentMargin = 72.0; // points
 constexpr double drawingSlack = 0.5 * dotsPerPoint; // more than what lines are rounded by
 
 // A document that names a typewriter face gets the one that there is.
@@ -100,7 +100,7 @@ Pages::Pages(Document &document, const PageSetup &setup)
     , m_notes(takeNotes(document.text))
 {
     if (m_setup.hasCommentsInMargin && !m_notes.comments.empty())
-        m_setup.margins.setRight(qMax(m_setup.margins.right(), leastCommentMargin));
+        m_setup.margins.setRight(qMax(m_setup.margins.right(), minCommentMargin));
     m_body = QRectF(QPointF(), setup.paper).marginsRemoved(m_setup.margins);
     m_body = QRectF(m_body.topLeft() * dotsPerPoint, m_body.size() * dotsPerPoint);
     prepare();

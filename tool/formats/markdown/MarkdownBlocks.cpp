@@ -65,7 +65,7 @@ int MarkdownBlocks::quoteLevel(const QTextBlock &block)
 /*! Whether \a list is what was open \a before, or the next piece of a long list. */
 bool MarkdownBlocks::goesOn(QTextList *before, QTextList *list) const
 {
-    if (before == list || !before || !list || before->count() < MarkdownLook::mostListItems)
+    if (before == list || !before || !list || before->count() < MarkdownLook::maxListItems)
         return before == list;
     const QTextListFormat a = before->format();
     const QTextListFormat b = list->format();

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int maxDepth = 100;
 // Each item that joins a list makes Qt go through all of them: a long list goes on in another one.
-constexpr int maxItems = MarkdownLook::mostListItems;
+constexpr int maxItems = MarkdownLook::maxListItems;
 constexpr int maxNumberedItems = 2000; // as Qt's writers would begin to count anew
 
 QTextListFormat::Style bulletStyle(int depth)
@@ -42,7 +42,7 @@ QTextListFormat listFormat(cmark_node *node, int depth, int itemsBefore)
     return format;
 }
 
-int mostItems(cmark_node *list)
+int maxItemsOf(cmark_node *list)
 {
     return cmark_node_get_list_type(list) == CMARK_ORDERED_LIST ? maxNumberedItems : maxItems;
 }
@@ -216,7 +216,7 @@ void MarkdownBuilder::startBlock(QTextBlockFormat format, const QTextCharFormat 
     const bool isItem = list && list->isItemOpen;
     if (list && !isItem)
         format.setIndent(m_lists.size());
-    if (isItem && list->list && list->list->count() >= mostItems(list->node))
+    if (isItem && list->list && list->list->count() >= maxItemsOf(list->node))
         list->list = nullptr;
     if (isItem && list->list)
         format.setObjectIndex(list->list->objectIndex());

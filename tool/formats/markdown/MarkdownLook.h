@@ -13,8 +13,8 @@ namespace MarkdownLook {
 
 constexpr double paragraphSpace = 6.0;
 constexpr double quoteIndent = 30.0;
-constexpr int mostHeadingLevels = 6;
-constexpr int mostListItems = 500; /*!< a longer list may go on in another one */
+constexpr int maxHeadingLevels = 6;
+constexpr int maxListItems = 500; /*!< a longer list may go on in another one */
 
 /*! Formats of characters that both ways know, as bits. */
 enum Style {

@@ -60,9 +60,9 @@ bool isTask(const QString &text, int at)
         || !QStringView(u" xX").contains(text.at(at + 1)) || text.at(at + 3) != QLatin1Char(' ')
         || text.at(at - 1) != QLatin1Char(' '))
         return false;
-    constexpr int mostBlanks = 4; // behind a marker
+    constexpr int maxBlanks = 4; // behind a marker
     int marker = at - 1;
-    while (marker > 0 && at - marker <= mostBlanks && text.at(marker) == QLatin1Char(' '))
+    while (marker > 0 && at - marker <= maxBlanks && text.at(marker) == QLatin1Char(' '))
         --marker;
     return QStringView(u"-+*.)").contains(text.at(marker));
 }

@@ -19,7 +19,7 @@ namespace {
 
 // Each mark of a repeated note has a note of its own, whose content is written again.
 constexpr qint64 spareContent = 1 << 20;
-constexpr qint64 mostRepeats = 16; // times the size of the file
+constexpr qint64 maxRepeats = 16; // times the size of the file
 
 // The parser visits all open quotes and lists for each line.
 bool hasDeepBlocks(const QString &source)
@@ -81,7 +81,7 @@ private:
                 continue;
             for (const MarkdownNote &note : builder.notes()) {
                 if (has(note.footnote) && !known.contains(note.footnote)
-                    && known.size() < mostInOne) {
+                    && known.size() < maxInOne) {
                     known.insert(note.footnote);
                     numbers.append(note.footnote);
                 }
@@ -93,7 +93,7 @@ private:
         return MVRTextRtf::toRtfCData(&content, false);
     }
 
-    static constexpr int mostInOne = 20;
+    static constexpr int maxInOne = 20;
     const QVector<cmark_node *> m_definitions;
     QVector<QByteArray> m_contents;
 };
@@ -102,7 +102,7 @@ void attachNotes(QTextDocument *document, const MarkdownBuilder &builder, qint64
                  MarkdownResult *result)
 {
     Footnotes footnotes(builder.definitions());
-    qint64 left = sourceSize * mostRepeats + spareContent;
+    qint64 left = sourceSize * maxRepeats + spareContent;
     MVRTextRtfNotes notes;
     for (const MarkdownNote &note : builder.notes()) {
         MVRTextRtfNote rtfNote;

@@ -102,7 +102,7 @@ void Writer::writeParagraph(const QTextBlock &block)
         if (text.endsWith(QLatin1Char('#')))
             text.insert(text.size() - 1, QLatin1Char('\\'));
         text.prepend(
-            QString(qMin(format.headingLevel(), MarkdownLook::mostHeadingLevels), QLatin1Char('#'))
+            QString(qMin(format.headingLevel(), MarkdownLook::maxHeadingLevels), QLatin1Char('#'))
             + QLatin1Char(' '));
     }
     if (!text.isEmpty())
