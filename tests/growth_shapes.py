@@ -136,6 +136,7 @@ RTF = {
     "bookmarks of one name": repeated(R, "{\\*\\bkmkstart b}a{\\*\\bkmkend b}", "}"),
     "bookmarks without end": repeated(R, "{\\*\\bkmkstart b%d}a", "}"),
     "footnotes": repeated(R, "a{\\footnote b}", "}"),
+    "footnotes apart": repeated(R, "a{\\footnote b} ", "}"),
     "footnotes in one word": repeated(R + "word", "{\\footnote b}", "}"),
     "long footnote": repeated(R + "a{\\footnote ", "b\\par", "}}"),
     "annotations": repeated(R, "a {\\*\\annotation b}", "}"),
@@ -437,7 +438,8 @@ def shapes():
         "rtf-fdx": ("footnotes", "one paragraph of formats", "rows", "paragraph formats"),
         "rtf-inline": ("footnotes", "annotations", "annotations in one word",
                        "overlapping annotations"),
-        "rtf-endnotes": ("footnotes", "footnotes in one word", "codes of footnotes"),
+        "rtf-endnotes": ("footnotes", "footnotes apart", "footnotes in one word",
+                         "codes of footnotes"),
         "rtf-count": ("footnotes", "text", "one paragraph of formats"),
     }.items():
         for name in names:

@@ -48,20 +48,18 @@ private:
 
 } // namespace
 
-QList<QTextDocumentFragment>
-MVRTextDoc::inlineFootnotesToEndNotes(QTextDocument *document, int firstNumber,
-                                      const QTextCharFormat &noteFormat, const MVRFormat &format)
+void MVRTextDoc::inlineFootnotesToEndNotes(
+    QTextDocument *document, int firstNumber, const QTextCharFormat &noteFormat,
+    const MVRFormat &format, const std::function<void(const QTextDocumentFragment &)> &take)
 {
-    QList<QTextDocumentFragment> endNotes;
     if (!document)
-        return endNotes;
+        return;
     const QVector<MVRTextRange> notes
         = inlineNotesIn(MVRTextFormat::InlineFootnoteProperty, Selection(document)).runs;
     if (notes.isEmpty())
-        return endNotes;
+        return;
     const EditBlock undoStep(document);
     const ReferenceMarks marks(format);
-    endNotes.reserve(notes.size());
     QTextCursor cursor(document);
     qint64 number = firstNumber; // so that no number of notes is too large for it
     const int sizeBefore = document->characterCount();
@@ -71,9 +69,20 @@ MVRTextDoc::inlineFootnotesToEndNotes(QTextDocument *document, int firstNumber,
         cursor.setPosition(note.end + growth, QTextCursor::KeepAnchor);
         const QTextCharFormat markFormat = cursor.charFormat();
         cursor.mergeCharFormat(noteFormat);
-        endNotes.append(cursor.selection());
+        if (take)
+            take(cursor.selection());
         marks.insert(cursor, markFormat, number++);
     }
+}
+
+QList<QTextDocumentFragment>
+MVRTextDoc::inlineFootnotesToEndNotes(QTextDocument *document, int firstNumber,
+                                      const QTextCharFormat &noteFormat, const MVRFormat &format)
+{
+    QList<QTextDocumentFragment> endNotes;
+    inlineFootnotesToEndNotes(
+        document, firstNumber, noteFormat, format,
+        [&endNotes](const QTextDocumentFragment &note) { endNotes.append(note); });
     return endNotes;
 }
 

@@ -14,6 +14,8 @@
 #include <QTextCursor>
 #include <QVector>
 
+#include <functional>
+
 class MVRFormat;
 class MVRPicturePolicy;
 class QAbstractTextDocumentLayout;
@@ -471,6 +473,16 @@ public:
                                                                   int firstNumber,
                                                                   const QTextCharFormat &noteFormat,
                                                                   const MVRFormat &format);
+    /*!
+        The same for a host that puts each note where it belongs at once: a fragment is a document
+        of its own, which takes some 7 KB however short it is.
+
+        \param take  is given the notes in the order of the text, and leaves \a document alone
+    */
+    static void
+    inlineFootnotesToEndNotes(QTextDocument *document, int firstNumber,
+                              const QTextCharFormat &noteFormat, const MVRFormat &format,
+                              const std::function<void(const QTextDocumentFragment &)> &take);
     /*! The same with the notes as they are and numbers alone for marks. */
     static QList<QTextDocumentFragment> inlineFootnotesToEndNotes(QTextDocument *document,
                                                                   int firstNumber);

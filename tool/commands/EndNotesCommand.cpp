@@ -90,21 +90,6 @@ void releaseMarks(QTextDocument &text, bool isMarkdown)
     });
 }
 
-/*! Takes all footnotes out of the text. */
-QList<QTextDocumentFragment> takeFootnotes(QTextDocument &text, const EndNotes &endNotes)
-{
-    InlineMarkup::readNoteCodes(&text);
-    MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(&text, QTextCursor());
-    MVRTextDoc::trimInlineNotes(&text, MVRTextFormat::InlineFootnoteProperty, false, 0, 0,
-                                QTextCursor());
-    QTextCharFormat ordinary;
-    ordinary.setProperty(MVRTextFormat::InlineFootnoteProperty, false);
-    const QList<QTextDocumentFragment> notes
-        = MVRTextDoc::inlineFootnotesToEndNotes(&text, endNotes.first, ordinary, endNotes.style);
-    releaseMarks(text, endNotes.isMmd() && endNotes.textFormat == &markdownFormat);
-    return notes;
-}
-
 QString label(const EndNotes &endNotes, qint64 number)
 {
     return endNotes.isMmd() ? QStringLiteral("[^fn%1]: ").arg(number)
@@ -139,40 +124,62 @@ void markParagraphs(QTextCursor &cursor, int start)
     cursor.movePosition(QTextCursor::End);
 }
 
-/*! Puts the notes at the end of \a text, each in a paragraph that can be linked to. */
-void appendNotes(QTextDocument &text, const QList<QTextDocumentFragment> &notes,
-                 const EndNotes &endNotes)
+/*! Puts \a note behind those before it, in a paragraph that can be linked to. */
+void appendNote(QTextCursor &cursor, const QTextDocumentFragment &note, qint64 number,
+                const EndNotes &endNotes)
 {
+    const Format *format = endNotes.notesFormat ? endNotes.notesFormat : endNotes.textFormat;
+    const bool isMarkdown = endNotes.isMmd() && format == &markdownFormat;
+    if (number > endNotes.first)
+        cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    QTextCharFormat place;
+    if (MVRFormat::isEBook(endNotes.style.format())) {
+        place.setAnchor(true);
+        place.setAnchorNames({QStringLiteral("fn%1").arg(number)});
+    }
+    if (isMarkdown)
+        place.setProperty(MarkdownFormat::literalProperty, true);
+    const int start = cursor.position();
+    cursor.insertText(label(endNotes, number), place);
+    cursor.insertFragment(note);
+    if (isMarkdown)
+        markParagraphs(cursor, start);
+    else if (endNotes.isMmd())
+        joinParagraphs(cursor, start);
+}
+
+/*! Takes all footnotes out of \a text, to the end of \a list. */
+void takeFootnotes(QTextDocument &text, const EndNotes &endNotes, QTextDocument *list)
+{
+    InlineMarkup::readNoteCodes(&text);
+    MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(&text, QTextCursor());
+    MVRTextDoc::trimInlineNotes(&text, MVRTextFormat::InlineFootnoteProperty, false, 0, 0,
+                                QTextCursor());
+    QTextCharFormat ordinary;
+    ordinary.setProperty(MVRTextFormat::InlineFootnoteProperty, false);
+    const EditBlock editBlock(list);
+    QTextCursor cursor(list);
+    qint64 number = endNotes.first;
+    MVRTextDoc::inlineFootnotesToEndNotes(
+        &text, endNotes.first, ordinary, endNotes.style,
+        [&](const QTextDocumentFragment &note) { appendNote(cursor, note, number++, endNotes); });
+    releaseMarks(text, endNotes.isMmd() && endNotes.textFormat == &markdownFormat);
+}
+
+/*! Puts the notes at the end of \a text. */
+void appendNotes(QTextDocument &text, const QTextDocument &notes)
+{
+    if (notes.isEmpty())
+        return;
     const EditBlock editBlock(&text);
     QTextCursor cursor(&text);
     cursor.movePosition(QTextCursor::End);
     // An empty line sets them off.
-    if (!cursor.atBlockStart() && !notes.isEmpty())
+    if (!cursor.atBlockStart())
         cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
-    if (!text.isEmpty() && !notes.isEmpty())
+    if (!text.isEmpty())
         cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
-    const Format *format = endNotes.notesFormat ? endNotes.notesFormat : endNotes.textFormat;
-    const bool isMarkdown = endNotes.isMmd() && format == &markdownFormat;
-    qint64 number = endNotes.first;
-    for (const QTextDocumentFragment &note : notes) {
-        if (number > endNotes.first)
-            cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
-        QTextCharFormat place;
-        if (MVRFormat::isEBook(endNotes.style.format())) {
-            place.setAnchor(true);
-            place.setAnchorNames({QStringLiteral("fn%1").arg(number)});
-        }
-        if (isMarkdown)
-            place.setProperty(MarkdownFormat::literalProperty, true);
-        const int start = cursor.position();
-        cursor.insertText(label(endNotes, number), place);
-        cursor.insertFragment(note);
-        if (isMarkdown)
-            markParagraphs(cursor, start);
-        else if (endNotes.isMmd())
-            joinParagraphs(cursor, start);
-        ++number;
-    }
+    cursor.insertFragment(QTextDocumentFragment(&notes));
 }
 
 /*! The notes as the file that the marks of a book lead into. */
@@ -188,16 +195,8 @@ QByteArray footnotesPage(QTextDocument &notes, const QString &title)
     return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n" + page.trimmed().toUtf8() + '\n';
 }
 
-bool saveNotes(const QList<QTextDocumentFragment> &notes, const EndNotes &endNotes,
-               const Document &document, Progress &progress)
+bool saveNotes(Document &list, const EndNotes &endNotes, Progress &progress)
 {
-    Document list;
-    list.text.setUndoRedoEnabled(false);
-    list.text.setDefaultFont(document.text.defaultFont());
-    list.text.setDocumentMargin(document.text.documentMargin());
-    list.title = document.title;
-    list.elements = document.elements;
-    appendNotes(list.text, notes, endNotes);
     if (endNotes.notesFormat)
         return saveDocument(endNotes.notesFile, *endNotes.notesFormat, NotesChoice::ByFormat,
                             WriteOptions(), list, progress);
@@ -227,10 +226,16 @@ bool makeEndNotes(const Rewriting &rewriting, const EndNotes &endNotes)
     Document document;
     if (!rewriting.load(document, progress))
         return false;
-    const QList<QTextDocumentFragment> notes = takeFootnotes(document.text, endNotes);
+    Document notes;
+    notes.text.setUndoRedoEnabled(false);
+    notes.text.setDefaultFont(document.text.defaultFont());
+    notes.text.setDocumentMargin(document.text.documentMargin());
+    notes.title = document.title;
+    notes.elements = document.elements;
+    takeFootnotes(document.text, endNotes, &notes.text);
     if (endNotes.notesFile.isEmpty())
-        appendNotes(document.text, notes, endNotes);
-    else if (!saveNotes(notes, endNotes, document, progress))
+        appendNotes(document.text, notes.text);
+    else if (!saveNotes(notes, endNotes, progress))
         return false;
     return rewriting.saveWithNotes(true, document, progress);
 }
