@@ -20,6 +20,7 @@ private Q_SLOTS:
     void pictures_data();
     void pictures();
     void pictureUsedOften();
+    void pictureUsedTooOften();
     void floatingPicture();
     void textBoxes_data();
     void textBoxes();
@@ -184,6 +185,38 @@ void TestRtfStructure::pictureUsedOften()
         times[uses > 1] = timer.elapsed();
     }
     QVERIFY2(times[1] < times[0] * 12 + 100, qPrintable(QString::number(times[1])));
+}
+
+// A few bytes of text can name a large picture again and again.
+void TestRtfStructure::pictureUsedTooOften()
+{
+    QImage image(40, 20, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QByteArray file;
+    QBuffer buffer(&file);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    file.append(25 << 20, '\0');
+    QTextDocument document;
+    document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("p")), file);
+    QTextImageFormat format;
+    format.setName(QStringLiteral("p"));
+    QTextCursor cursor(&document);
+    for (const int width : {0, 60, 60, 90}) {
+        format.setWidth(width);
+        cursor.insertImage(format);
+        cursor.insertText(QStringLiteral("x"));
+    }
+    const QByteArray rtf = MVRTextRtf::toRtfCData(&document, false);
+    QVERIFY2(rtf.size() < 51 << 20, qPrintable(QString::number(rtf.size())));
+    QCOMPARE(rtf.count("\\picwgoal1200\\pichgoal300\n"), 2); // other programs see the size
+    QTextDocument read;
+    QVERIFY(MVRTextRtf::fromRtfCData(rtf, &read));
+    QCOMPARE(read.toPlainText(), document.toPlainText());
+    QTextCursor last(&read);
+    last.setPosition(7);
+    QCOMPARE(last.charFormat().toImageFormat().width(), 90.0);
+    QVERIFY(read.resource(QTextDocument::ImageResource, QUrl(QStringLiteral("p"))) == file);
 }
 
 void TestRtfStructure::floatingPicture()

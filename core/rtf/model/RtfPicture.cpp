@@ -197,7 +197,7 @@ QImage RtfPicture::placeholder() const
 }
 
 QTextImageFormat RtfPicture::store(QTextDocument *document, const QTextCharFormat &around,
-                                   bool *isLost) const
+                                   bool *isLost, QSet<QString> *stored) const
 {
     QTextImageFormat format;
     format.merge(around);
@@ -228,7 +228,9 @@ QTextImageFormat RtfPicture::store(QTextDocument *document, const QTextCharForma
             = QCryptographicHash::hash(isShown ? bytes : m_bytes, QCryptographicHash::Sha1).toHex();
         format.setName(QLatin1String("rtf-" + hash + suffix(part.isEmpty() ? kind : Png)));
     }
-    document->addResource(QTextDocument::ImageResource, QUrl(format.name()), resource);
+    if (!stored->contains(format.name()))
+        document->addResource(QTextDocument::ImageResource, QUrl(format.name()), resource);
+    stored->insert(format.name());
     return format;
 }
 
@@ -259,11 +261,34 @@ QByteArray RtfPicture::toRtf(const QVariant &image, const QByteArray &file,
                       .toHex()
                 + '}';
     }
-    QByteArray bytes = file;
-    QBuffer buffer(&bytes);
-    const QSize pixels = QImageReader(&buffer).size();
+    const QSize pixels = pixelSize(file);
     QByteArray rtf = file.startsWith('\xff') ? "{\\pict\\jpegblip" : "{\\pict\\pngblip";
     rtf += "\\picw" + QByteArray::number(pixels.width()) + "\\pich"
         + QByteArray::number(pixels.height()) + goalWords(format, pixels) + file.toHex() + '}';
     return rtf;
+}
+
+QSize RtfPicture::pixelSize(const QByteArray &file)
+{
+    QByteArray bytes = file;
+    QBuffer buffer(&bytes);
+    return QImageReader(&buffer).size();
+}
+
+QByteArray RtfPicture::reduced(const QByteArray &file)
+{
+    constexpr qint64 maxRead = 25000000; // pixels
+    constexpr int maxSide = 16;
+    QByteArray bytes = file;
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer);
+    QSize size = reader.size();
+    QImage image;
+    if (!size.isEmpty() && qint64(size.width()) * size.height() <= maxRead) {
+        if (size.width() > maxSide || size.height() > maxSide)
+            size = size.scaled(maxSide, maxSide, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+        reader.setScaledSize(size);
+        image = reader.read();
+    }
+    return asPng(image.isNull() ? RtfPicture().placeholder() : image);
 }

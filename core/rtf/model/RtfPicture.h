@@ -3,6 +3,8 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <QSet>
+#include <QString>
 #include <QTextImageFormat>
 
 #include <string_view>
@@ -45,10 +47,12 @@ public:
         \param format  of the text around; where it names the picture and its size, as our own
                        files do, the picture keeps them
         \param isLost  receives whether the placeholder is all that is left of the picture
+        \param stored  the names of those before it; a picture of the same name is theirs, as where
+                       it stands again it may be reduced
         \return the format that shows the picture
     */
-    QTextImageFormat store(QTextDocument *document, const QTextCharFormat &format,
-                           bool *isLost) const;
+    QTextImageFormat store(QTextDocument *document, const QTextCharFormat &format, bool *isLost,
+                           QSet<QString> *stored) const;
 
     /*! The bytes of \a image as it is written: as they are in PNG and JPEG, else those of a PNG. */
     static QByteArray toFile(const QVariant &image);
@@ -58,6 +62,9 @@ public:
     */
     static QByteArray toRtf(const QVariant &image, const QByteArray &file,
                             const QTextImageFormat &format);
+    static QSize pixelSize(const QByteArray &file);
+    /*! A picture of a few pixels in place of the one in \a file. */
+    static QByteArray reduced(const QByteArray &file);
 
 private:
     QByteArray file() const;

@@ -52,8 +52,8 @@ void RtfReader::finishPicture()
         m_picture.setShownSize(m_shapes.size());
     m_text.endText();
     bool isLost = false;
-    const QTextImageFormat format
-        = m_picture.store(m_story.document, m_formats.charFormat(charFormat()), &isLost);
+    const QTextImageFormat format = m_picture.store(
+        m_story.document, m_formats.charFormat(charFormat()), &isLost, &m_story.pictures);
     m_leftOut.pictures += int(isLost);
     const QChar object(QChar::ObjectReplacementCharacter);
     m_inHeader = false;

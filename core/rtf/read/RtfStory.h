@@ -3,6 +3,9 @@
 
 #include <core/rtf/read/RtfRowReader.h>
 
+#include <QSet>
+#include <QString>
+
 class QTextDocument;
 class RtfDocumentBuilder;
 
@@ -14,4 +17,5 @@ struct RtfStory
     RtfRowReader rows;
     bool pageBreak = false; /*!< the next paragraph starts a page */
     bool sectionBreak = false;
+    QSet<QString> pictures = {}; /*!< names of those that the document has from here */
 };

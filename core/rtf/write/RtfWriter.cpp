@@ -341,15 +341,39 @@ void RtfWriter::writeDefaults(const QTextDocument &document)
     m_defaults += "{\\*\\mvrdefaults}";
 }
 
+// RTF has a picture wherever it stands; without a bound some bytes of text that name the same one
+// again and again would become a file of any size.
 void RtfWriter::writePictures(int count, const QTextImageFormat &image)
 {
     const QVariant resource
         = m_document->resource(QTextDocument::ImageResource, QUrl(image.name()));
     // To compress a picture takes longer than all the rest; one that is there twice is not again.
     auto file = m_pictures.find(image.name());
-    if (file == m_pictures.end())
+    const int unbounded = file == m_pictures.end() ? 1 : 0;
+    if (unbounded > 0)
         file = m_pictures.insert(image.name(), RtfPicture::toFile(resource));
     const QByteArray rtf = RtfPicture::toRtf(resource, file.value(), image);
-    for (int i = 0; i < count; ++i) // pictures that are equal share a run
+    // Pictures that are equal share a run.
+    const int whole = int(qMin<qint64>(count, unbounded + m_repeatsLeft / rtf.size()));
+    m_repeatsLeft -= qint64(whole - unbounded) * rtf.size();
+    for (int i = 0; i < whole; ++i)
+        m_body.raw(rtf);
+    if (whole < count)
+        writeReducedPictures(count - whole, file.value(), image);
+}
+
+void RtfWriter::writeReducedPictures(int count, const QByteArray &file, QTextImageFormat image)
+{
+    QByteArray &reduced = m_reducedPictures[image.name()];
+    if (reduced.isEmpty())
+        reduced = RtfPicture::reduced(file);
+    const QSize pixels = RtfPicture::pixelSize(file);
+    constexpr double pointsPerPixel = 0.75;
+    if (image.width() <= 0)
+        image.setWidth(pixels.width() * pointsPerPixel);
+    if (image.height() <= 0)
+        image.setHeight(pixels.height() * pointsPerPixel);
+    const QByteArray rtf = RtfPicture::toRtf(QVariant(), reduced, image);
+    for (int i = 0; i < count; ++i)
         m_body.raw(rtf);
 }

@@ -102,6 +102,7 @@ private:
     void writeBlockFormat(const QTextBlock &block, int tableLevel);
     void writeRun(const Run &run, QStringView text, bool stayOpen);
     void writePictures(int count, const QTextImageFormat &image);
+    void writeReducedPictures(int count, const QByteArray &file, QTextImageFormat image);
     int nextEdge() const;
     void writeNotesUntil(int position);
     void writeNote(int number);
@@ -135,6 +136,8 @@ private:
     RtfOutput m_body;
     RtfResources m_resources;
     QHash<QString, QByteArray> m_pictures; // the files, by name
+    QHash<QString, QByteArray> m_reducedPictures; // those of them that stand again too often
+    qint64 m_repeatsLeft = 48 << 20; // bytes of pictures that stand again
     QHash<int, Run> m_runs;
     QHash<int, QByteArray> m_marks;
     QHash<qint64, QByteArray> m_paragraphs;
