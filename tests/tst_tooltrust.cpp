@@ -21,6 +21,7 @@ private Q_SLOTS:
     void showsNoControlCharacters();
     void keepsWhatAFileMay();
     void saysThatMemoryEnds();
+    void refusesLargeFilesUnread();
 
 private:
     Run shell(const QByteArray &command) const;
@@ -231,6 +232,16 @@ void TestToolTrust::saysThatMemoryEnds()
                 " 134) grep -q 'instance of .std::bad_alloc' said || break;;" // in front of main()
                 " 127) ;; *) break;; esac; done; echo $mb MB; cat said; exit 1");
     QVERIFY2(run.exitCode == 0, (run.output + run.errors).constData());
+}
+
+void TestToolTrust::refusesLargeFilesUnread()
+{
+    if (shell("ulimit -v 4000000; $T --version").exitCode != 0)
+        QSKIP("sanitizers take more memory than can be limited");
+    const Run run = shell("truncate -s 1073741825 large.txt; ulimit -v 800000;"
+                          "$T convert large.txt out.rtf; $T count <large.txt --from text -");
+    QCOMPARE(run.exitCode, 1);
+    QCOMPARE(run.errors.count("is larger than 1 GiB"), 2);
 }
 
 QTEST_GUILESS_MAIN(TestToolTrust)

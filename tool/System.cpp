@@ -65,6 +65,9 @@ int OpenFile::write(const QByteArray &data) const
 // In pieces: a device such as /dev/zero never ends.
 int OpenFile::read(qint64 maxSize, QByteArray *data) const
 {
+    struct stat file = {};
+    if (fstat(m_descriptor, &file) == 0 && S_ISREG(file.st_mode) && file.st_size > maxSize)
+        return EFBIG;
     QByteArray piece(pieceSize, Qt::Uninitialized);
     data->clear();
     while (data->size() <= maxSize) {

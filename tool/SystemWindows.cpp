@@ -36,6 +36,8 @@ HANDLE handleOf(FILE *file)
 // In pieces: a device never ends.
 int read(FILE *file, qint64 maxSize, QByteArray *data)
 {
+    if (_filelengthi64(_fileno(file)) > maxSize)
+        return EFBIG;
     QByteArray piece(pieceSize, Qt::Uninitialized);
     data->clear();
     while (data->size() <= maxSize) {
