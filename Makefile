@@ -103,7 +103,7 @@ faults: build ## Fail each call of the system once, kill the tool KILLS times, s
 fuzz: deps ## Fuzz readers and operations, FUZZ_SECONDS each: an hour in all
 	@cmake --preset fuzz >/dev/null
 	@cmake --build --preset fuzz -j $(JOBS)
-	@scripts/fuzz build/fuzz $(FUZZ_SECONDS)
+	@scripts/fuzz build/asan $(FUZZ_SECONDS)
 
 install: ## Install below PREFIX
 	@scripts/install-deps --to-install
