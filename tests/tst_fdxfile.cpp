@@ -307,6 +307,7 @@ private Q_SLOTS:
     void runsKeepTheirAttributes();
     void paragraphsKeepTheirElements();
     void dualDialogue();
+    void filesWithoutSettings();
     void wholeFile();
 };
 
@@ -860,6 +861,34 @@ void TestFdxFile::dualDialogue()
     cursor.movePosition(QTextCursor::Start);
     cursor.insertFragment(fragment);
     QCOMPARE(opened.written().count("<DualDialogue>"), 1);
+}
+
+// Many programs write paragraphs and nothing else.
+void TestFdxFile::filesWithoutSettings()
+{
+    Opened opened(script("<Paragraph Type=\"Character\"><Text>Ada</Text></Paragraph>"
+                         "<Paragraph Type=\"Parenthetical\"><Text>(low)</Text></Paragraph>"
+                         "<Paragraph Type=\"Transition\"><Text>cut to:</Text></Paragraph>"
+                         "<Paragraph Type=\"Own\"><Text>Own.</Text></Paragraph>"));
+    QVERIFY(opened.isRead);
+    const auto format
+        = [&opened](int block) { return opened.document.findBlockByNumber(block).blockFormat(); };
+    QCOMPARE(format(0).topMargin(), 12.0);
+    QCOMPARE(format(1).topMargin(), 0.0); // below the name
+    QCOMPARE(format(2).alignment(), Qt::Alignment(Qt::AlignRight));
+    QCOMPARE(format(3).topMargin(), 0.0);
+    QCOMPARE(opened.find("Ada").charFormat().fontCapitalization(), QFont::AllUppercase);
+    QVERIFY(opened.find("(low)").charFormat().fontCapitalization() != QFont::AllUppercase);
+
+    // Elements that the application brings along break over pages as their names ask for.
+    opened.file.setElements({MVRScriptElement(QStringLiteral("Dialogue"))});
+    QTextCursor cursor(opened.document.findBlockByNumber(1));
+    cursor.movePosition(QTextCursor::EndOfBlock);
+    QTextBlockFormat dialogue;
+    dialogue.setProperty(MVRScriptElement::NameProperty, QStringLiteral("Dialogue"));
+    cursor.insertBlock(dialogue);
+    cursor.insertText(QStringLiteral("Not now."));
+    QVERIFY(opened.written().contains("PaginateAs=\"Dialogue\" ReturnKey=\"Action\""));
 }
 
 // A document that no file was read into.

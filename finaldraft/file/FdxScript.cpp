@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <finaldraft/file/FdxScript_p.h>
 
+#include <finaldraft/file/FdxStandards_p.h>
 #include <finaldraft/file/FdxText_p.h>
 
 #include <algorithm>
@@ -10,20 +11,17 @@ using MVRFinalDraft::ParagraphAttr;
 
 namespace {
 
-// Points; the margin that Final Draft's own settings of a type count from.
-constexpr double standardMargin = 72.0;
+constexpr double pointsPerInch = 72.0;
+constexpr double standardMargin = 72.0; // points
+const char generalType[] = "General"; // of a paragraph that names none
 
-// Shown where a file has no settings for the type.
-const char generalType[] = "General";
-
-ParagraphAttr standardShape(MVRFinalDraft::ElementType type, double margin)
+// Types of its own look like General in a file that has no settings for them.
+ElementSettings standardSettings(const QByteArray &type, double margin)
 {
-    ParagraphAttr shape;
-    shape.applyFdxAppDefaults(type == MVRFinalDraft::NoElement ? MVRFinalDraft::General : type);
-    const double shift = (standardMargin - margin) / standardMargin;
-    shape.leftIndent += shift;
-    shape.rightIndent += shift;
-    return shape;
+    ElementSettings settings = fdxStandardSettings(QString::fromUtf8(type), MVRFinalDraft::General);
+    settings.paragraphSpec.leftIndent -= margin / pointsPerInch;
+    settings.paragraphSpec.rightIndent -= margin / pointsPerInch;
+    return settings;
 }
 
 QByteArray shapeKey(const pugi::xml_node &paragraph)
@@ -226,12 +224,10 @@ QTextBlockFormat FdxScript::blockFormat(const FdxType &type, const ParagraphAttr
 FdxScript::Settings FdxScript::settings(const QByteArray &type, bool isTitlePage) const
 {
     const QByteArray name = type.isEmpty() ? QByteArray(generalType) : type;
-    const MVRFinalDraft::ElementType standard
-        = MVRFinalDraft::toElementType(QString::fromUtf8(name));
+    const ElementSettings standard = standardSettings(name, m_margin);
     Settings settings;
-    settings.shape = standardShape(standard, m_margin);
-    if (settings.shape.style.testFlag(MVRFinalDraft::AllCaps))
-        settings.look.style |= MVRFinalDraft::AllCaps;
+    settings.shape = standard.paragraphSpec;
+    settings.look.style |= int(standard.fontSpec.style);
     const pugi::xml_node element = m_settings.value(name);
     settings.look = settings.look.with(element.child("FontSpec"));
     fdxReadShape(element.child("ParagraphSpec"), m_margin, &settings.shape);
@@ -244,11 +240,7 @@ QHash<QString, ElementSettings> FdxScript::settings() const
 {
     QHash<QString, ElementSettings> all;
     for (auto entry = m_settings.cbegin(); entry != m_settings.cend(); ++entry) {
-        ElementSettings settings;
-        const QString name = QString::fromUtf8(entry.key());
-        const MVRFinalDraft::ElementType standard = MVRFinalDraft::toElementType(name);
-        settings.applyFdxAppDefaults(standard);
-        settings.type = name;
+        ElementSettings settings = standardSettings(entry.key(), standardMargin);
         const FdxLook look = FdxLook().with(entry->child("FontSpec"));
         settings.fontSpec.font = look.font;
         settings.fontSpec.size = look.size;
@@ -260,7 +252,7 @@ QHash<QString, ElementSettings> FdxScript::settings() const
         settings.paginateAs = MVRFinalDraft::toElementType(fdxAttribute(behavior, "PaginateAs"));
         settings.returnKey = MVRFinalDraft::toElementType(fdxAttribute(behavior, "ReturnKey"));
         settings.shortcut = fdxAttribute(behavior, "Shortcut");
-        all.insert(name, settings);
+        all.insert(settings.type, settings);
     }
     return all;
 }

@@ -2,37 +2,14 @@
 #include <finaldraft/file/FdxSkeleton_p.h>
 
 #include <finaldraft/file/FdxLook_p.h>
+#include <finaldraft/file/FdxStandards_p.h>
 #include <finaldraft/file/FdxText_p.h>
 
+using MVRFinalDraft::ElementSettings;
 using MVRFinalDraft::ParagraphAttr;
+using MVRFinalDraft::toString;
 
 namespace {
-
-/*! Settings as new screenplays have them; indents in inches from the paper's edge. */
-struct StandardSettings
-{
-    const char *type;
-    const char *style;
-    const char *alignment;
-    const char *firstIndent;
-    const char *leftIndent;
-    const char *rightIndent;
-    int spaceBefore;
-    const char *paginateAs;
-    const char *returnKey;
-};
-
-constexpr StandardSettings standardSettings[] = {
-    {"General", "", "Left", "0.00", "1.50", "7.50", 0, "General", "General"},
-    {"Scene Heading", "AllCaps", "Left", "0.00", "1.50", "7.50", 24, "Scene Heading", "Action"},
-    {"Action", "", "Left", "0.00", "1.50", "7.50", 12, "Action", "Action"},
-    {"Character", "AllCaps", "Left", "0.00", "3.50", "7.25", 12, "Character", "Dialogue"},
-    {"Parenthetical", "", "Left", "-0.10", "3.00", "5.50", 0, "Parenthetical", "Dialogue"},
-    {"Dialogue", "", "Left", "0.00", "2.50", "6.00", 0, "Dialogue", "Action"},
-    {"Transition", "AllCaps", "Right", "0.00", "5.50", "7.10", 12, "Transition", "Scene Heading"},
-    {"Shot", "AllCaps", "Left", "0.00", "1.50", "7.50", 12, "Scene Heading", "Action"},
-    {"Cast List", "AllCaps", "Left", "0.00", "1.50", "7.50", 0, "Action", "Action"},
-};
 
 const char head[] = R"xml(<?xml version="1.0" encoding="UTF-8" standalone="no" ?>
 <FinalDraft DocumentType="Script" Template="No" Version="5">
@@ -112,21 +89,40 @@ QByteArray fontSpec(const QByteArray &font, const QByteArray &size, const QByteA
         + font + "\" RevisionID=\"0\" Size=\"" + size + "\" Style=\"" + style + '"';
 }
 
+// Each with a blank in front.
+QByteArray shapeAttributes(const ParagraphAttr &shape, double margin)
+{
+    ParagraphAttr nothing; // so that all is said
+    nothing.alignment = {};
+    nothing.firstIndent = nothing.leftIndent = nothing.rightIndent = nothing.spacing = -1e6;
+    nothing.spaceBefore = -1;
+    nothing.startsNewPage = shape.startsNewPage;
+    QByteArray text;
+    const QVector<FdxAttribute> attributes = fdxShapeAttributes(shape, nothing, margin);
+    for (const FdxAttribute &attribute : attributes)
+        text += QByteArray(" ") + attribute.name + "=\"" + attribute.value + '"';
+    return text;
+}
+
+QByteArray behaviorOf(const ElementSettings &settings, const QByteArray &shortcut)
+{
+    return "PaginateAs=\"" + toString(settings.paginateAs).toLatin1() + "\" ReturnKey=\""
+        + toString(settings.returnKey).toLatin1() + "\" Shortcut=\"" + shortcut + '"';
+}
+
 }
 
 QByteArray fdxSkeleton()
 {
     QByteArray settings;
     int shortcut = 0;
-    for (const StandardSettings &row : standardSettings) {
-        const QByteArray paragraph = QByteArray("Alignment=\"") + row.alignment
-            + "\" FirstIndent=\"" + row.firstIndent + "\" Leading=\"Regular\" LeftIndent=\""
-            + row.leftIndent + "\" RightIndent=\"" + row.rightIndent + "\" SpaceBefore=\""
-            + QByteArray::number(row.spaceBefore) + "\" Spacing=\"1\"";
-        const QByteArray behavior = QByteArray("PaginateAs=\"") + row.paginateAs + "\" ReturnKey=\""
-            + row.returnKey + "\" Shortcut=\"" + QByteArray::number(shortcut++) + '"';
-        settings += settingsElement(row.type, fontSpec("Courier Final Draft", "12", row.style),
-                                    paragraph, behavior);
+    const QVector<ElementSettings> standards = fdxStandardSettings();
+    for (const ElementSettings &standard : standards) {
+        settings += settingsElement(
+            standard.type.toLatin1(),
+            fontSpec("Courier Final Draft", "12", toString(standard.fontSpec.style).toLatin1()),
+            "Leading=\"Regular\"" + shapeAttributes(standard.paragraphSpec, 0.0),
+            behaviorOf(standard, QByteArray::number(shortcut++)));
     }
     return head + settings + '\n' + tail;
 }
@@ -136,17 +132,9 @@ QByteArray fdxElementSettings(const MVRScriptElement &element, double margin)
     const FdxLook look = FdxLook().with(element.charFormat());
     ParagraphAttr shape;
     shape.fromBlockFormat(element.blockFormat(), 0.0);
-    ParagraphAttr nothing; // so that all is said
-    nothing.alignment = {};
-    nothing.firstIndent = nothing.leftIndent = nothing.rightIndent = nothing.spacing = -1e6;
-    nothing.spaceBefore = -1;
-    nothing.startsNewPage = shape.startsNewPage;
-    QByteArray paragraph = "Leading=\"Regular\"";
-    const QVector<FdxAttribute> attributes = fdxShapeAttributes(shape, nothing, margin);
-    for (const FdxAttribute &attribute : attributes)
-        paragraph += QByteArray(" ") + attribute.name + "=\"" + attribute.value + '"';
+    const ElementSettings standard = fdxStandardSettings(element.name(), MVRFinalDraft::Action);
     return settingsElement(
         fdxEscapedValue(element.name()),
         fontSpec(fdxEscapedValue(look.font), QByteArray::number(look.size), look.styleText()),
-        paragraph, "PaginateAs=\"Action\" ReturnKey=\"Action\" Shortcut=\"\"");
+        "Leading=\"Regular\"" + shapeAttributes(shape, margin), behaviorOf(standard, QByteArray()));
 }

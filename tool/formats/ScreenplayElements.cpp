@@ -3,32 +3,15 @@
 
 #include <tool/Document.h>
 
+#include <pages/MVRScreenplay.h>
+
 #include <algorithm>
 
 using namespace MVRFinalDraft;
 
 namespace {
 
-// Final Draft reads and shows "Cast List"; the vocabulary's own keyword for it has no blank.
-QString standardName(ElementType type)
-{
-    return type == CastList ? QStringLiteral("Cast List") : toString(type);
-}
-
-ElementSettings standardSettings(ElementType type)
-{
-    ElementSettings settings;
-    settings.applyFdxAppDefaults(type);
-    settings.type = standardName(type);
-    return settings;
-}
-
-bool isInCapitals(const ElementSettings &settings)
-{
-    const ElementSettings standard = standardSettings(toElementType(settings.type));
-    return settings.fontSpec.style.testFlag(AllCaps)
-        || standard.paragraphSpec.style.testFlag(AllCaps);
-}
+constexpr double pointsPerInch = 72.0;
 
 bool standsBefore(const QString &one, const QString &other)
 {
@@ -45,17 +28,14 @@ ElementSettingsMap standardSettings()
 {
     ElementSettingsMap settings;
     for (int type = General; type <= CastList; ++type) {
-        const ElementSettings entry = standardSettings(static_cast<ElementType>(type));
-        settings.insert(entry.type, entry);
+        // Final Draft reads and shows "Cast List"; the vocabulary's own keyword has no blank.
+        const QString name = type == CastList ? QStringLiteral("Cast List")
+                                              : toString(static_cast<ElementType>(type));
+        ElementSettings entry = MVRScreenplay::standardElement(name);
+        entry.paragraphSpec.leftIndent -= defaultMargin / pointsPerInch;
+        entry.paragraphSpec.rightIndent -= defaultMargin / pointsPerInch;
+        settings.insert(name, entry);
     }
-    return settings;
-}
-
-ElementSettingsMap fallbackSettings()
-{
-    ElementSettingsMap settings = standardSettings();
-    for (ElementSettings &entry : settings)
-        entry.paragraphSpec.style = {};
     return settings;
 }
 
@@ -63,18 +43,6 @@ void giveStandards(Document &document)
 {
     document.text.setDocumentMargin(defaultMargin);
     document.elements = elementsForWriting(standardSettings());
-}
-
-QList<MVRScriptElement> elementsForReading(const ElementSettingsMap &settings, bool capitals)
-{
-    QList<MVRScriptElement> elements;
-    for (auto entry = settings.cbegin(); entry != settings.cend(); ++entry) {
-        MVRScriptElement element(entry.key());
-        if (capitals && isInCapitals(entry.value()))
-            element.setFlags(MVRScriptElement::AllCapsFlag);
-        elements.append(element);
-    }
-    return elements;
 }
 
 QList<MVRScriptElement> elementsForWriting(const ElementSettingsMap &settings)

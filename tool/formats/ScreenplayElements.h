@@ -18,21 +18,9 @@ using ElementSettingsMap = QHash<QString, MVRFinalDraft::ElementSettings>;
 */
 ElementSettingsMap standardSettings();
 
-/*! The same for a reader, for what files are silent about: capitals are left to its elements. */
-ElementSettingsMap fallbackSettings();
-
 /*! Gives a document that is no screenplay margins of an inch, and the elements to write it as one.
  */
 void giveStandards(Document &document);
-
-/*!
-    Elements that let a reader keep the formats of the file.
-
-    \param settings  the file's settings
-    \param capitals  whether the text of all-capitals elements is to be put in capitals; not when
-                     it goes back into a screenplay file, which keeps the letters as typed
-*/
-QList<MVRScriptElement> elementsForReading(const ElementSettingsMap &settings, bool capitals);
 
 /*! Elements with their formats, standard types first, for a writer. */
 QList<MVRScriptElement> elementsForWriting(const ElementSettingsMap &settings);
