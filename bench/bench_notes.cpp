@@ -84,6 +84,14 @@ void listNotes(benchmark::State &state)
     }
 }
 
+/*! What a view asks for after each edit; it costs its range, not the document. */
+void listNotesOfAFewWords(benchmark::State &state)
+{
+    const auto document = manuscript(state, InspectorNotes);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(MVRTextDoc::notes(document.get(), 50, 200).size());
+}
+
 /*! Runs \a change on a fresh document each time; only the change is timed. */
 template <typename Change> void change(benchmark::State &state, NoteKind kind, const Change &change)
 {
@@ -231,6 +239,7 @@ void sizes(benchmark::internal::Benchmark *benchmark)
 
 BENCHMARK(walkFragments)->Apply(sizes);
 BENCHMARK(listNotes)->Apply(sizes);
+BENCHMARK(listNotesOfAFewWords)->Apply(sizes);
 BENCHMARK(swapKinds)->Apply(sizes);
 BENCHMARK(trimInlineNotes)->Apply(sizes);
 BENCHMARK(trimInspectorNotes)->Apply(sizes);

@@ -7,9 +7,11 @@
 
 #include <benchmark/benchmark.h>
 
+#include <QImage>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QUrl>
 
 #include <memory>
 #include <vector>
@@ -177,6 +179,24 @@ void writeNotes(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * noteCount);
 }
 
+/*! Compressing a picture takes longer than anything else, so that each is compressed once. */
+void writePicture(benchmark::State &state)
+{
+    QImage image(1500, 1500, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    const auto document = newDocument();
+    document->addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("p")), image);
+    QTextCursor cursor(document.get());
+    QTextImageFormat format;
+    format.setName(QStringLiteral("p"));
+    for (int use = 0; use < state.range(0); ++use) {
+        format.setWidth(use + 1);
+        cursor.insertImage(format);
+    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(MVRTextRtf::toRtfCData(document.get(), false));
+}
+
 BENCHMARK(insertBook)->DenseRange(English, Japanese)->Unit(benchmark::kMillisecond);
 BENCHMARK(readBook)->DenseRange(English, Japanese)->Unit(benchmark::kMillisecond);
 BENCHMARK(bookToHtml)->DenseRange(English, Japanese)->Unit(benchmark::kMillisecond);
@@ -185,5 +205,6 @@ BENCHMARK(insertNote)->Unit(benchmark::kMicrosecond);
 BENCHMARK(readNote)->Unit(benchmark::kMicrosecond);
 BENCHMARK(readNotes)->Unit(benchmark::kMillisecond);
 BENCHMARK(writeNotes)->Unit(benchmark::kMillisecond);
+BENCHMARK(writePicture)->Arg(1)->Arg(60)->Unit(benchmark::kMillisecond);
 
 } // namespace

@@ -4,7 +4,6 @@
 #include <core/MVRTextRtf.h>
 #include <text/MVRTextDoc.h>
 
-#include <QElapsedTimer>
 #include <QTextTable>
 #include <QtTest>
 
@@ -24,7 +23,6 @@ private Q_SLOTS:
     void stopsAtCells();
     void readsContent();
     void knowsAuthorAndDate();
-    void costsItsRange();
 };
 
 namespace {
@@ -186,27 +184,6 @@ void TestNoteList::knowsAuthorAndDate()
     QVERIFY(overwritten.author.isEmpty() && !overwritten.date.isValid());
     MVRTextDoc::setComments(&copy, MVRTextCommentLinkMap());
     QVERIFY(!select(&copy, 0, 1).charFormat().hasProperty(MVRTextFormat::CommentAuthorProperty));
-}
-
-// Views ask for the notes of a paragraph after each edit.
-void TestNoteList::costsItsRange()
-{
-    QString text;
-    QString marks;
-    for (int i = 0; i < 20000; ++i) {
-        text += QStringLiteral("word ");
-        marks += i % 2 ? QStringLiteral("aaaa.") : QStringLiteral("1111.");
-    }
-    QTextDocument document;
-    fill(&document, text, marks);
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(MVRTextDoc::notes(&document).size(), 20000);
-    const qint64 whole = timer.nsecsElapsed();
-    timer.restart();
-    for (int i = 0; i < 50; ++i)
-        QCOMPARE(MVRTextDoc::notes(&document, 50, 60).size(), 2);
-    QVERIFY2(timer.nsecsElapsed() < whole, "50 words take longer than 20,000");
 }
 
 QTEST_MAIN(TestNoteList)

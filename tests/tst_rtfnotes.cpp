@@ -4,7 +4,6 @@
 #include <core/MVRTextRtf.h>
 #include <text/MVRTextDoc.h>
 
-#include <QElapsedTimer>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -523,10 +522,7 @@ void TestRtfNotes::attachesManyNotes()
     rtf += "{\\*\\atrfstart 1} x" + QByteArray("{\\footnote n}y ").repeated(5000)
         + "{\\*\\atrfend 1}{\\*\\annotation{\\*\\atnref 1}c}}";
     QTextDocument document;
-    QElapsedTimer timer;
-    timer.start();
     QVERIFY(MVRTextDoc::fromRtf(rtf, &document));
-    QVERIFY2(timer.elapsed() < 20000, qPrintable(QString::number(timer.elapsed())));
     QVERIFY(MVRTextDoc::notes(&document).size() > 10000);
 }
 

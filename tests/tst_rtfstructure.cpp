@@ -19,7 +19,6 @@ private Q_SLOTS:
     void eastAsianLetters();
     void pictures_data();
     void pictures();
-    void pictureUsedOften();
     void pictureUsedTooOften();
     void floatingPicture();
     void textBoxes_data();
@@ -161,30 +160,6 @@ void TestRtfStructure::pictures()
     const QByteArray words = picture.left(picture.indexOf("\\picwgoal"));
     QCOMPARE(ours.contains(words.left(words.indexOf(' '))) && ours.contains(" 00112233}"),
              isMetafile);
-}
-
-// Compressing a picture takes longer than anything else, so it is done once.
-void TestRtfStructure::pictureUsedOften()
-{
-    QImage image(1500, 1500, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    qint64 times[2];
-    for (const int uses : {1, 60}) {
-        QTextDocument document;
-        document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("p")), image);
-        QTextCursor cursor(&document);
-        for (int i = 0; i < uses; ++i) {
-            QTextImageFormat format;
-            format.setName(QStringLiteral("p"));
-            format.setWidth(i + 1);
-            cursor.insertImage(format);
-        }
-        QElapsedTimer timer;
-        timer.start();
-        QVERIFY(MVRTextRtf::toRtfCData(&document, false).count("\\pict") >= uses);
-        times[uses > 1] = timer.elapsed();
-    }
-    QVERIFY2(times[1] < times[0] * 12 + 100, qPrintable(QString::number(times[1])));
 }
 
 // A few bytes of text can name a large picture again and again.
@@ -359,12 +334,9 @@ void TestRtfStructure::sizes()
     QFETCH(const QByteArray, body);
     QFETCH(const QByteArray, row);
     QFETCH(const int, count);
-    QElapsedTimer timer;
-    timer.start();
     QTextDocument document;
     QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1" + body + row.repeated(count) + '}', &document));
     QVERIFY(document.blockCount() >= count);
-    QVERIFY2(timer.elapsed() < 20000, "grows faster than its input");
 }
 
 void TestRtfStructure::pageAndItsTexts()
@@ -428,12 +400,9 @@ void TestRtfStructure::lookAlikes()
     QByteArray rtf = "{\\rtf1 ";
     for (int number = 1001; number < 1001 + count; ++number)
         rtf += QByteArray(body).replace('#', QByteArray::number(number));
-    QElapsedTimer timer;
-    timer.start();
     QTextDocument document;
     QVERIFY(MVRTextRtf::fromRtfCData(rtf + "x}", &document));
     QVERIFY(document.characterCount() > (body.contains('x') ? count : 1));
-    QVERIFY2(timer.elapsed() < 20000, "grows faster than its input");
 }
 
 QTEST_MAIN(TestRtfStructure)
