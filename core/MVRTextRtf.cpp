@@ -37,10 +37,15 @@ RtfInfo readContent(const QByteArray &rtf, QTextDocument *content)
     return reader.info();
 }
 
-void setOrClear(QTextDocument *document, const char *name, const QVariantMap &value)
+/*! An empty value takes the property away. Most documents have none, and looking for one costs
+    as much as a word of a note. */
+template <typename Value>
+void setOrClear(QTextDocument *document, const char *name, const Value &value)
 {
-    if (!value.isEmpty() || document->property(name).isValid())
-        document->setProperty(name, value.isEmpty() ? QVariant() : QVariant(value));
+    if (!value.isEmpty())
+        document->setProperty(name, value);
+    else if (!document->dynamicPropertyNames().isEmpty())
+        document->setProperty(name, QVariant());
 }
 
 void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *notes,
@@ -57,10 +62,7 @@ void readInto(const QByteArray &rtf, QTextDocument *document, MVRTextRtfNotes *n
         *leftOut = reader.leftOut();
     if (!reader.info().title.isEmpty())
         document->setMetaInformation(QTextDocument::DocumentTitle, reader.info().title);
-    const QString author = reader.info().author;
-    if (!author.isEmpty() || document->property(MVRTextRtf::authorProperty).isValid())
-        document->setProperty(MVRTextRtf::authorProperty,
-                              author.isEmpty() ? QVariant() : QVariant(author));
+    setOrClear(document, MVRTextRtf::authorProperty, reader.info().author);
     setOrClear(document, MVRTextRtf::pageProperty,
                reader.page() ? reader.page()->toMap() : QVariantMap());
     setOrClear(document, MVRTextRtf::pageTextsProperty, reader.pageTexts());

@@ -47,12 +47,14 @@ void RtfFontTable::finish()
     m_font.family = m_font.family.trimmed();
     if (m_faces)
         m_font.family = familyOfFace(m_font.family);
-    const int script = RtfFontNames::charset(m_font.family);
-    if (m_font.codePage == 0 && script != 0)
-        m_font.codePage = RtfCodePages::fromCharset(script);
-    const int symbols = RtfSymbolFonts::codePage(m_font.family);
-    if (m_font.codePage == RtfCodePages::Symbol && symbols != 0)
-        m_font.codePage = symbols;
+    if (m_font.codePage == 0) {
+        if (const int script = RtfFontNames::charset(m_font.family))
+            m_font.codePage = RtfCodePages::fromCharset(script);
+    }
+    if (m_font.codePage == RtfCodePages::Symbol) {
+        if (const int symbols = RtfSymbolFonts::codePage(m_font.family))
+            m_font.codePage = symbols;
+    }
     if (m_font.codePage == RtfCodePages::SymbolFont) // other fonts have these characters too
         m_font.family.clear();
     if (m_number >= 0)
