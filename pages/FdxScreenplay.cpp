@@ -23,9 +23,25 @@ bool isOutline(const QString &type)
     return type.startsWith(QLatin1String("Outline")) || others.contains(type);
 }
 
-bool isHidden(const QDomElement &fontSpec)
+bool isHidden(const QDomElement &look)
 {
-    return attribute(fontSpec, "Style").split(QLatin1Char('+')).contains(hiddenStyle);
+    return attribute(look, "Style").split(QLatin1Char('+')).contains(hiddenStyle);
+}
+
+// Text that is hidden to its last letter leaves no empty line either.
+bool isHiddenWhole(const QDomElement &paragraph)
+{
+    bool hasText = false;
+    const QString tag = QStringLiteral("Text");
+    for (QDomElement run = paragraph.firstChildElement(tag); !run.isNull();
+         run = run.nextSiblingElement(tag)) {
+        if (run.text().isEmpty())
+            continue;
+        if (!isHidden(run))
+            return false;
+        hasText = true;
+    }
+    return hasText;
 }
 
 void readTabStops(const QDomElement &element, MVRScreenplayParagraph &paragraph)
@@ -51,10 +67,7 @@ void readRun(const QDomElement &element, const FdxElement &model, MVRScreenplayP
     MVRScreenplayRun run;
     run.text = element.text();
     run.attr = model.settings.fontSpec;
-    run.attr.fromDomElement(element);
-    // No style is the element's, an empty one is none.
-    if (element.hasAttribute(QStringLiteral("Style")))
-        run.attr.style = toFontFlags(attribute(element, "Style"));
+    readFdxLook(element, &run.attr);
     if (element.tagName() == QLatin1String("DynamicLabel")) {
         run.text.clear();
         run.label = attribute(element, "Type");
@@ -106,7 +119,7 @@ void ParagraphReader::read(const QDomElement &content)
 void ParagraphReader::readParagraph(const QDomElement &element, int dual)
 {
     const FdxElement model = findFdxElement(m_elements, attribute(element, "Type"));
-    if (!model.isHidden) {
+    if (!model.isHidden && !isHiddenWhole(element)) {
         MVRScreenplayParagraph paragraph = readFdxParagraph(element, model);
         paragraph.dualDialogue = dual;
         paragraph.source = m_source;
@@ -139,18 +152,25 @@ void fail(QString *error, const QString &reason)
 
 }
 
+void readFdxLook(const QDomElement &element, TextAttr *look)
+{
+    look->fromDomElement(element);
+    // No style is the one that holds so far, an empty one is none.
+    if (element.hasAttribute(QStringLiteral("Style")))
+        look->style = toFontFlags(attribute(element, "Style"));
+}
+
 FdxElement findFdxElement(const FdxElements &elements, const QString &type)
 {
     const auto known = elements.constFind(type);
     if (known != elements.constEnd())
         return *known;
     FdxElement element;
+    element.settings = MVRScreenplay::standardElement(type);
     const bool isStandard = toElementType(type) != NoElement;
-    const QString action = toString(Action);
-    if (!isStandard && elements.contains(action))
-        element = elements.value(action);
-    else
-        element.settings = MVRScreenplay::standardElement(type);
+    const QString model = toString(element.settings.paginateAs);
+    if (!isStandard && elements.contains(model))
+        element = elements.value(model);
     element.settings.type = type;
     element.isHidden = isOutline(type);
     return element;
@@ -166,9 +186,7 @@ FdxElements readFdxElements(const QDomElement &root)
         const QString type = attribute(entry, "Type");
         element.settings = MVRScreenplay::standardElement(type);
         const QDomElement font = entry.firstChildElement(QStringLiteral("FontSpec"));
-        element.settings.fontSpec.fromDomElement(font);
-        if (font.hasAttribute(QStringLiteral("Style")))
-            element.settings.fontSpec.style = toFontFlags(attribute(font, "Style"));
+        readFdxLook(font, &element.settings.fontSpec);
         element.settings.paragraphSpec.fromDomElement(
             entry.firstChildElement(QStringLiteral("ParagraphSpec")), 0.0);
         const QString paginateAs

@@ -22,5 +22,8 @@ MVRScreenplaySettings readFdxSettings(const QDomElement &root);
 /*! A paragraph with attributes of its own, as those of headers and title pages are. */
 MVRScreenplayParagraph readFdxParagraph(const QDomElement &element, const FdxElement &model);
 
+/*! Takes over what a FontSpec, or a run of text, says of its look. */
+void readFdxLook(const QDomElement &element, MVRFinalDraft::TextAttr *look);
+
 /*! The element of a paragraph; the standard one for a type that has no settings. */
 FdxElement findFdxElement(const FdxElements &elements, const QString &type);

@@ -49,6 +49,7 @@ void readPageLayout(const QDomElement &layout, MVRScreenplaySettings &settings)
 
 void readMoresAndContinueds(const QDomElement &element, MVRScreenplaySettings &settings)
 {
+    readFdxLook(child(element, "FontSpec"), &settings.continuedLook);
     const QDomElement speech = child(element, "DialogueBreaks");
     read(speech, "AutomaticCharacterContinueds", &settings.continuesSpeakers);
     read(speech, "BottomOfPage", &settings.marksBrokenSpeech);
@@ -95,6 +96,7 @@ void readHeaders(const QDomElement &root, MVRScreenplaySettings &settings)
 
 void readSceneNumbers(const QDomElement &element, MVRScreenplaySettings &settings)
 {
+    readFdxLook(child(element, "FontSpec"), &settings.numberLook);
     read(element, "ShowNumbersOnLeft", &settings.showsNumbersLeft);
     read(element, "ShowNumbersOnRight", &settings.showsNumbersRight);
     read(element, "LeftLocation", &settings.numberLeft);

@@ -94,12 +94,37 @@ TextSpan withoutBlanks(const ShapedText &text, TextSpan line)
     return line;
 }
 
+// Behind the last tab and the blanks at the start.
+int firstStretched(const ShapedText &text, const TextSpan &visible)
+{
+    int first = visible.end;
+    while (first > visible.start && text.text()[first - 1] != QLatin1Char('\t'))
+        --first;
+    return text.skipBlanks(first);
+}
+
 double extent(const ShapedText &text, const LineBox &box, const TextSpan &line, double left)
 {
     double x = left;
     for (int i = line.start; i < line.end; ++i)
         x = behind(text, box, i, x, line.end);
     return x - left;
+}
+
+// What each blank of a justified line is wider by. The paragraph's last line is not, nor one that
+// ends where the page made it end.
+double stretchOf(const ShapedText &text, const LineBox &box, const TextSpan &line,
+                 const TextSpan &visible)
+{
+    if (!(box.alignment & Qt::AlignJustify) || text.isRightToLeft() || line.end >= text.length()
+        || text.text()[line.end] == QLatin1Char('\n') || line.end != lineEnd(text, box, line.start))
+        return 0.0;
+    int blanks = 0;
+    for (int i = firstStretched(text, visible); i < visible.end; ++i)
+        blanks += text.text()[i] == QLatin1Char(' ') ? 1 : 0;
+    const double left = leftOf(box, line.start);
+    const double rest = box.right - left - extent(text, box, visible, left);
+    return blanks > 0 ? qMax(0.0, rest / blanks) : 0.0;
 }
 
 double lineStart(const ShapedText &text, const LineBox &box, const TextSpan &line)
@@ -131,20 +156,24 @@ QVector<TextSpan> wrapLines(const ShapedText &text, const LineBox &box, int from
 QVector<PlacedPiece> placeLine(const ShapedText &text, const LineBox &box, const TextSpan &line)
 {
     const TextSpan visible = withoutBlanks(text, line);
+    const double stretch = stretchOf(text, box, line, visible);
+    const int firstWide = stretch > 0.0 ? firstStretched(text, visible) : visible.end;
     QVector<PlacedPiece> placed;
     double x = lineStart(text, box, visible);
     const QVector<ShapedText::Piece> pieces = text.pieces(visible);
     for (const ShapedText::Piece &piece : pieces) {
         int start = piece.span.start;
         double startX = x;
-        for (int i = start; i <= piece.span.end; ++i) {
-            const bool isTab = i < piece.span.end && text.text()[i] == QLatin1Char('\t');
-            if ((i == piece.span.end || isTab) && i > start)
-                placed.append({startX, x - startX, {start, i}, piece.run});
-            if (i == piece.span.end)
-                break;
-            x = behind(text, box, i, x, visible.end);
-            if (isTab) {
+        for (int i = start; i < piece.span.end; ++i) {
+            const bool isTab = text.text()[i] == QLatin1Char('\t');
+            const bool isWide = i >= firstWide && text.text()[i] == QLatin1Char(' ');
+            const int end = isTab ? i : i + 1;
+            const double endX = isTab ? x : x + text.width(i);
+            const bool endsPiece = isTab || isWide || end == piece.span.end;
+            if (endsPiece && end > start)
+                placed.append({startX, endX - startX, {start, end}, piece.run});
+            x = behind(text, box, i, x, visible.end) + (isWide ? stretch : 0.0);
+            if (endsPiece) {
                 start = i + 1;
                 startX = x;
             }

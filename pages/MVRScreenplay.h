@@ -79,6 +79,7 @@ struct MVRTEXT_EXPORT MVRScreenplaySettings
     bool continuesSpeakers = false; /*!< continuedText where the same character speaks again */
     QString moreText = QStringLiteral("(MORE)"); /*!< below a speech that goes on overleaf */
     QString continuedText = QStringLiteral("(CONT'D)"); /*!< behind the name of who speaks on */
+    MVRFinalDraft::TextAttr continuedLook; /*!< of the texts that breaks bring along */
 
     bool marksBrokenScene = false; /*!< whether sceneBottomText stands below it */
     bool continuesBrokenScene = false; /*!< whether sceneTopText stands above its rest */
@@ -97,6 +98,7 @@ struct MVRTEXT_EXPORT MVRScreenplaySettings
     bool showsNumbersRight = true; /*!< the same in the other margin */
     double numberLeft = 0.75; /*!< where they begin, inches from the paper's left edge */
     double numberRight = 7.38; /*!< the same for the other margin */
+    MVRFinalDraft::TextAttr numberLook; /*!< of both */
 
     QHash<int, MVRScreenplayRevision> revisions; /*!< by the id that runs carry */
     int activeRevision = 0; /*!< 0 for none */

@@ -41,6 +41,20 @@ bool isText(const MVRScreenplayLine &line)
     return line.kind <= MVRScreenplayLine::SceneTop;
 }
 
+// What breaks bring along is counted, but no part begins or ends with it.
+void addText(const MVRScreenplayLine &line, int number, MVRScreenplaySceneLength *part)
+{
+    if (line.paragraph < 0)
+        return;
+    if (part->firstLine == 0) {
+        part->firstLine = number;
+        part->firstText = line.text();
+    }
+    part->lastLine = number;
+    if (!line.text().isEmpty())
+        part->lastText = line.text();
+}
+
 int indexOf(const QVector<MVRScreenplayScene> &scenes, const QString &number, bool last)
 {
     int found = -1;
@@ -88,27 +102,25 @@ QVector<MVRScreenplaySceneLength> MVRScreenplayPages::sceneLengths() const
             continue;
         const int first = lengths.size();
         int count = 0;
-        double end = -1.0;
-        double start = 0.0;
+        double lowest = -1.0; // line so far
+        double bottom = 0.0; // of it
+        double start = 0.0; // of the part
         for (const MVRScreenplayLine &line : m_pages[i].lines) {
             if (!isText(line))
                 continue;
-            count += line.y > end ? 1 : 0;
+            count += line.y > lowest ? 1 : 0;
             if (lengths.size() == first || lengths.last().scene != line.scene) {
                 MVRScreenplaySceneLength part;
                 part.page = i;
                 part.scene = line.scene;
-                part.firstLine = count;
-                part.firstText = line.text();
                 lengths.append(part);
-                start = end < 0.0 ? line.y : end;
+                start = lowest < 0.0 ? line.y : bottom;
             }
+            lowest = qMax(lowest, line.y);
+            bottom = qMax(bottom, line.y + line.height);
             MVRScreenplaySceneLength &part = lengths.last();
-            end = qMax(end, line.y);
-            part.lastLine = count;
-            if (!line.text().isEmpty())
-                part.lastText = line.text();
-            part.eighths = eighthsOf(line.y + line.height - start, m_bodyHeight);
+            part.eighths = eighthsOf(bottom - start, m_bodyHeight);
+            addText(line, count, &part);
         }
     }
     return lengths;

@@ -54,7 +54,7 @@ struct MVRScreenplaySceneLength
 {
     int page = 0; /*!< index */
     int scene = -1; /*!< -1 in front of the first */
-    int firstLine = 0; /*!< lines of text, counted from 1 on each page */
+    int firstLine = 0; /*!< of its text; lines, empty ones not, count from 1 on each page */
     int lastLine = 0; /*!< the last of them */
     QString firstText; /*!< what the first line says */
     QString lastText; /*!< what the last line says */

@@ -205,13 +205,12 @@ FlowColumn PageComposer::restOf(const FlowColumn &column, const FlowCut &cut) co
     rest.name = column.name;
     // A page that holds a name and nothing else would have the next one hold nothing else.
     const bool isNameAlone = cut.paragraph == 0 || (cut.paragraph == 1 && cut.offset < 0);
-    rest.isNamed
-        = column.isSpeech && m_settings.namesBrokenSpeech && !(column.isNamed && isNameAlone);
-    if (rest.isNamed) {
-        QString cue = column.name.text->text().simplified();
-        if (!saysContinued(cue, m_settings.continuedText))
-            cue += QLatin1Char(' ') + m_settings.continuedText;
-        rest.paragraphs.append(m_flow.added(column.name, cue, MVRScreenplayLine::Continued));
+    if (column.isSpeech && m_settings.namesBrokenSpeech && !(column.isNamed && isNameAlone)) {
+        const FlowParagraph name = m_flow.continuedName(column.name);
+        // One that takes most of the page would leave no room for what is said.
+        rest.isNamed = !name.hasMore && name.height() <= m_flow.bodyHeight() / 2.0;
+        if (rest.isNamed)
+            rest.paragraphs.append(name);
     }
     for (int i = cut.paragraph; i < column.paragraphs.size(); ++i) {
         FlowParagraph paragraph = column.paragraphs[i];

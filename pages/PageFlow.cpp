@@ -47,6 +47,28 @@ void wrap(FlowParagraph &paragraph, int from, double bodyHeight)
     paragraph.hasMore = paragraph.lines.last().end < paragraph.text->length();
 }
 
+// The runs of a text as they are printed; what was revised in them does not come along.
+QVector<MVRScreenplayRun> runsOf(const ShapedText &text)
+{
+    QVector<MVRScreenplayRun> runs;
+    const QVector<ShapedText::Piece> pieces = text.pieces({0, text.length()});
+    for (const ShapedText::Piece &piece : pieces) {
+        MVRScreenplayRun run = text.runs()[piece.run];
+        run.text = text.text().mid(piece.span.start, piece.span.end - piece.span.start);
+        run.attr.revisionId = 0;
+        runs.append(run);
+    }
+    return runs;
+}
+
+void appendContinued(QVector<MVRScreenplayRun> &runs, const QString &text)
+{
+    MVRScreenplayRun suffix = runs.isEmpty() ? MVRScreenplayRun() : runs.last();
+    suffix.text = QLatin1Char(' ') + text;
+    suffix.attr.style.setFlag(AllCaps, false);
+    runs.append(suffix);
+}
+
 bool isSceneHeading(const MVRScreenplayParagraph &source)
 {
     return source.paginateAs == SceneHeading && source.type != QLatin1String("Shot");
@@ -107,15 +129,33 @@ FlowParagraph PageFlow::added(const FlowParagraph &model, const QString &text,
 {
     MVRScreenplayRun run;
     run.text = text;
-    if (!model.source->runs.isEmpty())
+    run.attr = m_screenplay.settings.continuedLook;
+    if (run.attr.font.isEmpty() && !model.source->runs.isEmpty())
         run.attr.font = model.source->runs.first().attr.font;
     FlowParagraph added = model;
     added.kind = kind;
-    added.text = std::make_shared<ShapedText>(QVector<MVRScreenplayRun> {run});
     added.spaceBefore = 0.0;
     added.lineHeight = m_screenplay.settings.lineHeight;
-    wrap(added, 0, m_bodyHeight);
+    setRuns(added, {run});
     return added;
+}
+
+FlowParagraph PageFlow::continuedName(const FlowParagraph &name) const
+{
+    FlowParagraph continued = name;
+    continued.kind = MVRScreenplayLine::Continued;
+    continued.spaceBefore = 0.0;
+    QVector<MVRScreenplayRun> runs = runsOf(*name.text);
+    if (!saysContinued(name.text->text(), m_screenplay.settings.continuedText))
+        appendContinued(runs, m_screenplay.settings.continuedText);
+    setRuns(continued, runs);
+    return continued;
+}
+
+void PageFlow::setRuns(FlowParagraph &paragraph, const QVector<MVRScreenplayRun> &runs) const
+{
+    paragraph.text = std::make_shared<ShapedText>(runs);
+    wrap(paragraph, 0, m_bodyHeight);
 }
 
 bool PageFlow::isName(int index) const
@@ -167,12 +207,8 @@ void PageFlow::continueSpeaker(FlowParagraph &name)
     if (settings.continuesSpeakers && !speaker.isEmpty() && speaker == m_speaker
         && !saysContinued(cue, settings.continuedText)) {
         QVector<MVRScreenplayRun> runs = name.source->runs;
-        MVRScreenplayRun suffix = runs.isEmpty() ? MVRScreenplayRun() : runs.last();
-        suffix.text = QLatin1Char(' ') + settings.continuedText;
-        suffix.attr.style.setFlag(AllCaps, false);
-        runs.append(suffix);
-        name.text = std::make_shared<ShapedText>(runs);
-        wrap(name, 0, m_bodyHeight);
+        appendContinued(runs, settings.continuedText);
+        setRuns(name, runs);
     }
     m_speaker = speaker;
 }

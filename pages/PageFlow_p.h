@@ -77,9 +77,11 @@ public:
     FlowParagraph paragraph(const MVRScreenplayParagraph &source, int index) const;
     /*! The paragraph again, without the text before \a offset. */
     FlowParagraph rest(const FlowParagraph &paragraph, int offset) const;
-    /*! A line that the page brings along, in the look of \a model. */
+    /*! A line that the page brings along, where \a model stands. */
     FlowParagraph added(const FlowParagraph &model, const QString &text,
                         MVRScreenplayLine::Kind kind) const;
+    /*! The name above the rest of a speech, in its own look. */
+    FlowParagraph continuedName(const FlowParagraph &name) const;
     double bodyHeight() const { return m_bodyHeight; }
 
     /*! How high a column is, all of it; infinite when it is more than a page. */
@@ -101,6 +103,7 @@ private:
     void takeDual(FlowUnit &unit);
     void noteScene(const MVRScreenplayParagraph &source);
     void continueSpeaker(FlowParagraph &name);
+    void setRuns(FlowParagraph &paragraph, const QVector<MVRScreenplayRun> &runs) const;
     std::optional<FlowCut> cutInside(const FlowParagraph &paragraph, double room,
                                      CutRule rule) const;
 

@@ -54,6 +54,8 @@ void PageComposer::putAside(const QString &text, double inches, MVRScreenplayLin
 {
     MVRScreenplayRun run;
     run.text = text;
+    if (kind == MVRScreenplayLine::SceneNumber)
+        run.attr = m_settings.numberLook;
     MVRScreenplayParagraph source;
     source.attr.leftIndent = inches;
     source.attr.rightIndent = m_settings.pageSize.width() / pointsPerInch;

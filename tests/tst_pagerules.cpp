@@ -202,6 +202,7 @@ private Q_SLOTS:
     void survivesAnySettings_data();
     void survivesAnySettings();
     void placesWideAndLeftwardText();
+    void justifiesLines();
     void tellsColumnsApart();
     void endsSentencesAtNoInitial();
     void countsContinuedsByScene();
@@ -373,6 +374,40 @@ void TestPageRules::placesWideAndLeftwardText()
     QCOMPARE(arabic[2], arabic[0]);
 }
 
+void TestPageRules::justifiesLines()
+{
+    MVRScreenplay script;
+    const QString text = QStringLiteral("  One line of text and\tmore after the tab.\n")
+        + QStringLiteral("Words of all lengths, quite some. ").repeated(9);
+    script.body = {paragraph(QStringLiteral("Action"), text.trimmed())};
+    script.body[0].attr.alignment = Qt::AlignJustify;
+    script.settings.pageSize.setHeight(144.0 + 12.0 * 4); // breaks in the middle
+    QString seen;
+    int wide = 0;
+    const QVector<MVRScreenplayPage> pages = MVRScreenplayPages(script).pages();
+    QCOMPARE(pages.size(), 2);
+    for (int i = 0; i < pages.size(); ++i) {
+        QVector<MVRScreenplayLine> lines = pages[i].lines;
+        while (lines.last().paragraph < 0)
+            lines.removeLast();
+        for (const MVRScreenplayLine &line : qAsConst(lines)) {
+            if (line.paragraph < 0)
+                continue;
+            seen += line.text();
+            const MVRScreenplayLine::Run last = line.runs.last();
+            const bool isWide = qAbs(last.x + last.width - 540.0) < 0.1;
+            wide += isWide ? 1 : 0;
+            // Lines that something ended, and the paragraph's last, are as wide as they are.
+            if (&line == &lines.last() || line.text().contains(QLatin1String("One line")))
+                QVERIFY2(!isWide && line.runs.size() <= 2, qPrintable(line.text()));
+            QCOMPARE(line.runs.first().x, 108.0);
+        }
+    }
+    QVERIFY(wide > 2);
+    QCOMPARE(withoutBlanks(seen).remove(QLatin1Char('\t')),
+             withoutBlanks(text).remove(QLatin1Char('\t')));
+}
+
 void TestPageRules::tellsColumnsApart()
 {
     const MVRScreenplayPage page
@@ -507,6 +542,13 @@ void TestPageRules::measuresScenes()
     QCOMPARE(parts[3].page, 1);
     QCOMPARE(parts[3].firstLine, 1);
     QCOMPARE(parts[3].lastText, QStringLiteral("Line 60."));
+
+    // What a break brings along is no line of the script.
+    script.settings.marksBrokenScene = script.settings.continuesBrokenScene = true;
+    const QVector<MVRScreenplaySceneLength> marked = MVRScreenplayPages(script).sceneLengths();
+    QVERIFY2(marked[2].lastText.startsWith(QLatin1String("Line ")), qPrintable(marked[2].lastText));
+    QVERIFY(marked[3].firstText.startsWith(QLatin1String("Line ")));
+    QCOMPARE(marked[3].firstLine, 2);
 }
 
 QTEST_MAIN(TestPageRules)

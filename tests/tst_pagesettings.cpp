@@ -15,16 +15,17 @@ private Q_SLOTS:
     void readsLeadings_data();
     void readsLeadings();
     void headersHaveLines();
+    void addedTextHasItsLook();
 };
 
 namespace {
 
-MVRScreenplay read(const QByteArray &rest)
+const char fog[] = "<Paragraph Type=\"Action\"><Text>Fog.</Text></Paragraph>";
+
+MVRScreenplay read(const QByteArray &rest, const QByteArray &content = fog)
 {
     QBuffer buffer;
-    buffer.setData("<FinalDraft><Content><Paragraph Type=\"Action\"><Text>Fog.</Text></Paragraph>"
-                   "</Content>"
-                   + rest + "</FinalDraft>");
+    buffer.setData("<FinalDraft><Content>" + content + "</Content>" + rest + "</FinalDraft>");
     buffer.open(QIODevice::ReadOnly);
     MVRScreenplay screenplay;
     QString error;
@@ -140,6 +141,40 @@ void TestPageSettings::headersHaveLines()
     QCOMPARE(tops[0], 36.0);
     QCOMPARE(tops[1] - tops[0], 12.0);
     QCOMPARE(tops[2] - tops[1], 24.0);
+}
+
+void TestPageSettings::addedTextHasItsLook()
+{
+    const QByteArray words = QByteArray("One more sentence of hers. ").repeated(200);
+    const MVRScreenplayPages pages(
+        read("<MoresAndContinueds><FontSpec Style=\"Italic\" Size=\"12\"/></MoresAndContinueds>"
+             "<SceneNumberOptions><FontSpec Style=\"Bold\" Size=\"12\"/></SceneNumberOptions>",
+             "<Paragraph Type=\"Scene Heading\" Number=\"1\"><Text>Pier</Text></Paragraph>"
+             "<Paragraph Type=\"Character\"><Text Style=\"Bold+AllCaps\">Ada</Text>"
+             "<Text RevisionID=\"1\"> (V.O.)</Text></Paragraph>"
+             "<Paragraph Type=\"Dialogue\"><Text>"
+                 + words + "</Text></Paragraph>"));
+    QStringList seen;
+    for (const MVRScreenplayPage &page : pages.pages()) {
+        for (const MVRScreenplayLine &line : page.lines) {
+            const bool isAdded = line.kind == MVRScreenplayLine::More
+                || line.kind == MVRScreenplayLine::Continued
+                || line.kind == MVRScreenplayLine::SceneNumber;
+            if (!isAdded || page.number > 2)
+                continue;
+            QString runs;
+            for (const MVRScreenplayLine::Run &run : line.runs) {
+                runs += QLatin1Char('<') + MVRFinalDraft::toString(run.attr.style)
+                    + QLatin1Char('>') + run.text;
+                QCOMPARE(run.attr.revisionId, 0);
+            }
+            seen.append(runs);
+        }
+    }
+    // The name as it was typed.
+    QCOMPARE(seen.join(QLatin1Char('|')),
+             QStringLiteral("<Bold>1|<Bold>1|<Italic>(MORE)|"
+                            "<Bold+AllCaps>ADA<AllCaps> (V.O.)<> (CONT'D)|<Italic>(MORE)"));
 }
 
 QTEST_GUILESS_MAIN(TestPageSettings)

@@ -17,7 +17,7 @@ private Q_SLOTS:
     void writesTheWantedPages_data();
     void writesTheWantedPages();
     void editedTextIsPrinted();
-    void headersAreNotMissedWherePagesShowThem();
+    void pagesMissNothing();
     void listsScenes();
     void drawsMarksAndWatermark();
     void saysThatTheFaceIsMissing();
@@ -110,15 +110,18 @@ void TestToolPages::editedTextIsPrinted()
             != QImage(m_folder->path(QStringLiteral("plain.png"))));
 }
 
-void TestToolPages::headersAreNotMissedWherePagesShowThem()
+// Neither headers, which pages show, nor hidden text, which they do not.
+void TestToolPages::pagesMissNothing()
 {
-    m_folder->write(QStringLiteral("headed.fdx"),
-                    script(scenes(2),
-                           "<HeaderAndFooter HeaderVisible=\"Yes\"><Header><Paragraph><Text>"
-                           "Draft</Text></Paragraph></Header></HeaderAndFooter>"));
+    m_folder->write(
+        QStringLiteral("headed.fdx"),
+        script(scenes(2) + "<Paragraph><Text Style=\"HiddenText\">Hush</Text></Paragraph>",
+               "<HeaderAndFooter HeaderVisible=\"Yes\"><Header><Paragraph><Text>"
+               "Draft</Text></Paragraph></Header></HeaderAndFooter>"));
     QCOMPARE(mvrtext("convert headed.fdx headed.pdf", m_folder->path()).errors, QByteArray());
     const Run text = mvrtext("convert headed.fdx headed.txt", m_folder->path());
     QVERIFY2(text.errors.contains("1 header or footer"), text.errors);
+    QVERIFY2(text.errors.contains("hidden text, which is shown"), text.errors);
 }
 
 void TestToolPages::listsScenes()

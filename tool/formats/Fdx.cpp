@@ -40,7 +40,7 @@ QString firstWords(const QTextDocument &document, int blocks)
 }
 
 /*! What the file holds that has no place in a document, in words. */
-QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut, bool showsHeaders)
+QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut, bool goesToPages)
 {
     QStringList words;
     addCounted(&words, leftOut.detachedNotes, QT_TRANSLATE_NOOP("Tool", "note without a place"),
@@ -54,7 +54,7 @@ QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut, bool showsHeaders)
                QT_TRANSLATE_NOOP("Tool", "scene summaries"));
     addCounted(&words, leftOut.sceneTitles, QT_TRANSLATE_NOOP("Tool", "scene title"),
                QT_TRANSLATE_NOOP("Tool", "scene titles"));
-    addCounted(&words, showsHeaders ? 0 : leftOut.headers,
+    addCounted(&words, goesToPages ? 0 : leftOut.headers,
                QT_TRANSLATE_NOOP("Tool", "header or footer"),
                QT_TRANSLATE_NOOP("Tool", "headers and footers"));
     addCounted(&words, leftOut.beats, QT_TRANSLATE_NOOP("Tool", "card of the beat board"),
@@ -62,7 +62,7 @@ QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut, bool showsHeaders)
     addCounted(&words, leftOut.characterBeats,
                QT_TRANSLATE_NOOP("Tool", "beat of a character's arc"),
                QT_TRANSLATE_NOOP("Tool", "beats of characters' arcs"));
-    addCounted(&words, leftOut.hiddenTexts,
+    addCounted(&words, goesToPages ? 0 : leftOut.hiddenTexts,
                QT_TRANSLATE_NOOP("Tool", "mark of hidden text, which is shown"),
                QT_TRANSLATE_NOOP("Tool", "marks of hidden text, which is shown"));
     return words;
