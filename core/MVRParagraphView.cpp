@@ -131,15 +131,9 @@ void MVRParagraphView::noteChange(int position, int removed, int added)
     if (m_isEditing)
         return;
     const int end = position + added;
-    if (m_dirtyStart < 0) {
-        m_dirtyStart = position;
-        m_dirtyEnd = end;
-        return;
-    }
-    if (m_dirtyEnd > position)
-        m_dirtyEnd = qMax(end, m_dirtyEnd + added - removed);
-    m_dirtyStart = qMin(m_dirtyStart, position);
-    m_dirtyEnd = qMax(m_dirtyEnd, end);
+    // An edit that comes before the last one was followed may have moved its end.
+    m_dirtyEnd = qMax(end, m_dirtyEnd + qMax(0, added - removed));
+    m_dirtyStart = m_dirtyStart < 0 ? position : qMin(m_dirtyStart, position);
 }
 
 /*! Brings the paragraphs of the last edit in step. Undoing finds them so, and edits nothing. */

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void pictures_data();
     void pictures();
     void pictureUsedTooOften();
+    void cropsNoPictureOfItsOwn();
     void floatingPicture();
     void textBoxes_data();
     void textBoxes();
@@ -103,6 +104,9 @@ void TestRtfStructure::pictures_data()
     QByteArray claim = bitmap.mid(14);
     claim.replace(4, 8, QByteArray::fromHex("1027000010270000")); // 10,000 by 10,000 pixels
     QTest::newRow("bitmap larger than its bytes")
+        << "\\dibitmap0 " + claim.toHex() << QByteArray() << QSizeF(0, 0);
+    claim.replace(4, 8, QByteArray::fromHex("1002000001000000")); // 33 times its 64 bytes
+    QTest::newRow("bitmap a little larger than packed bytes can say")
         << "\\dibitmap0 " + claim.toHex() << QByteArray() << QSizeF(0, 0);
     QTest::newRow("cropped")
         << "\\pngblip\\piccropl200\\piccropb100\\picscalex50\\picwgoal600\\pichgoal200 "
@@ -192,6 +196,26 @@ void TestRtfStructure::pictureUsedTooOften()
     last.setPosition(7);
     QCOMPARE(last.charFormat().toImageFormat().width(), 90.0);
     QVERIFY(read.resource(QTextDocument::ImageResource, QUrl(QStringLiteral("p"))) == file);
+}
+
+// A name is that of one picture, which other places show as well.
+void TestRtfStructure::cropsNoPictureOfItsOwn()
+{
+    QImage image(3, 2, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QTextDocument document;
+    document.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("p")), image);
+    QTextImageFormat format;
+    format.setName(QStringLiteral("p"));
+    format.setWidth(30);
+    format.setHeight(20);
+    QTextCursor(&document).insertImage(format);
+    QTextDocument read;
+    QVERIFY(MVRTextRtf::fromRtfCData(
+        MVRTextRtf::toRtfCData(&document, false).replace("\\picwgoal", "\\piccropl200\\picwgoal"),
+        &read));
+    const QVariant picture = read.resource(QTextDocument::ImageResource, QUrl(QStringLiteral("p")));
+    QCOMPARE(QImage::fromData(picture.toByteArray()).size(), image.size());
 }
 
 void TestRtfStructure::floatingPicture()

@@ -7,6 +7,7 @@
 #include <QTextFrame>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -144,9 +145,8 @@ bool NoteCollector::add(const FragmentWalker &fragment)
 
 const MVRTextCommentLinkMap &NoteCollector::finish()
 {
-    if (m_current)
-        m_notes.insert(m_notes.cend(), m_current->range, m_current->link);
-    m_current.reset();
+    if (const auto last = std::exchange(m_current, std::nullopt))
+        m_notes.insert(m_notes.cend(), last->range, last->link);
     return m_notes;
 }
 

@@ -34,8 +34,6 @@ bool hasText(const FdxTree &tree, const pugi::xml_node &element)
 void count(const FdxTree &tree, const pugi::xml_node &parent, LeftOut *leftOut)
 {
     for (const pugi::xml_node &child : parent.children()) {
-        if (fdxIs(child, "Text"))
-            continue;
         if (fdxIs(child, "SceneProperties") && *child.attribute("Title").value())
             ++leftOut->sceneTitles;
         const Kind *found = nullptr;
