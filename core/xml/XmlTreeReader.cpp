@@ -42,6 +42,18 @@ private:
     std::array<QString, 512> m_slots;
 };
 
+/*!
+    Whether an instruction can begin with \a name: the parser looks at it only where a blank
+   follows, which is how the tree is written.
+*/
+bool isTarget(const QString &name)
+{
+    QXmlStreamReader again(QLatin1String("<?") + name + QLatin1String(" ?><a/>"));
+    again.setNamespaceProcessing(false);
+    return again.readNext() == QXmlStreamReader::StartDocument
+        && again.readNext() == QXmlStreamReader::ProcessingInstruction;
+}
+
 class TreeBuilder
 {
 public:
@@ -116,9 +128,8 @@ void TreeBuilder::addToken(QXmlStreamReader::TokenType token)
         break;
     case QXmlStreamReader::ProcessingInstruction: {
         flushText(Other);
-        // The parser lets names of broken characters pass, but not always: they are left out.
         const QString target = m_xml.processingInstructionTarget().toString();
-        if (!target.contains(QChar::ReplacementCharacter))
+        if (isTarget(target))
             m_parent.appendChild(m_document.createProcessingInstruction(
                 target, m_xml.processingInstructionData().toString()));
         break;
