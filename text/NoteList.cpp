@@ -118,9 +118,8 @@ QString MVRTextNote::text(const QTextDocument &document) const
     for (; block.isValid() && block.position() < range.end; block = block.next()) {
         if (block.position() > range.start)
             text += QLatin1Char('\n');
-        const int start = qMax(0, range.start - block.position());
-        const int length = qMin(block.length() - 1, range.end - block.position()) - start;
-        text += block.text().mid(start, length);
+        text += textBetween(block, qMax(range.start, block.position()),
+                            qMin(range.end, block.position() + block.length() - 1));
     }
     return text.replace(QChar::LineSeparator, QLatin1Char('\n'))
         .replace(QChar::Nbsp, QLatin1Char(' '));

@@ -97,6 +97,21 @@ private:
     int m_end = 0;
 };
 
+/*!
+    The text of \a block from one position of the document to another. The parts of a paragraph cost
+    no more than a few times the whole.
+*/
+inline QString textBetween(const QTextBlock &block, int start, int end)
+{
+    constexpr qint64 fewParts = 32;
+    if ((end - start) * fewParts >= block.length()) // Qt puts all of it together for any part
+        return block.text().mid(start - block.position(), end - start);
+    QString text;
+    for (int position = start; position < end; ++position)
+        text += block.document()->characterAt(position);
+    return text;
+}
+
 /*! Tells whether a format holds every property of a pattern with an equal value. */
 class FormatPattern
 {

@@ -113,8 +113,7 @@ QString MarkdownParagraphs::commentMarkup(const MVRTextNote &note) const
         if (breaks)
             writer.addText(QString(QChar::LineSeparator), MarkdownStyle());
         const QTextCharFormat format = walker.format();
-        const QString text = walker.block().text().mid(walker.start() - walker.block().position(),
-                                                       walker.end() - walker.start());
+        const QString text = textBetween(walker.block(), walker.start(), walker.end());
         if (!format.isImageFormat())
             writer.addText(text, styleOf(format, 0));
     }
@@ -154,7 +153,7 @@ void MarkdownParagraphs::addFragment(const FragmentWalker &walker, int from, int
             writer->addMarkup(pictureMarkup(format.toImageFormat()), style);
         return;
     }
-    QString text = block.text().mid(from - block.position(), to - from);
+    QString text = textBetween(block, from, to);
     text.remove(QChar::ObjectReplacementCharacter);
     if (format.boolProperty(MarkdownFormat::literalProperty))
         writer->addMarkup(text);
