@@ -64,6 +64,7 @@ void ItemCollector::addBlock(const QTextBlock &block)
     const int lines = qMax(1, layout.lineCount());
     const bool isHeading = block.blockFormat().headingLevel() > 0;
     const auto policy = block.blockFormat().pageBreakPolicy();
+    const double origin = rect.top() - layout.boundingRect().top();
     for (int i = 0; i < lines; ++i) {
         FlowItem item;
         item.start = block.position();
@@ -72,7 +73,6 @@ void ItemCollector::addBlock(const QTextBlock &block)
         item.bottom = rect.bottom();
         if (i < layout.lineCount()) {
             const QTextLine line = layout.lineAt(i);
-            const double origin = rect.top() - layout.boundingRect().top();
             item.top = i == 0 ? rect.top() : origin + line.y();
             if (i + 1 < lines)
                 item.bottom = origin + layout.lineAt(i + 1).y();

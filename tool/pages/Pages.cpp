@@ -16,6 +16,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextFrame>
+#include <QTextLayout>
 
 #include <algorithm>
 
@@ -57,6 +58,16 @@ void breakBehindTitlePage(Document &document)
     QTextBlockFormat format = body.blockFormat();
     format.setPageBreakPolicy(format.pageBreakPolicy() | QTextFormat::PageBreak_AlwaysBefore);
     QTextCursor(body).setBlockFormat(format);
+}
+
+// A paragraph is taken apart again for each page that draws some of it, unless that is kept.
+void keepLongParagraphs(const QTextDocument &text)
+{
+    constexpr int linesOfPages = 200;
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+        if (block.layout()->lineCount() > linesOfPages)
+            block.layout()->setCacheEnabled(true);
+    }
 }
 
 // Where drawing the rest of a text begins.
@@ -129,6 +140,7 @@ void Pages::prepare()
 void Pages::cut()
 {
     m_text.documentLayout()->documentSize(); // finishes the layout
+    keepLongParagraphs(m_text);
     QVector<FlowItem> items = flowItems(m_text);
     QVector<double> noteCuts;
     double notesHeight = 0.0;
