@@ -62,7 +62,7 @@ struct MVRFinalDraftFile::Private
     int readRevision = -1;
 
     bool parse(const QByteArray &bytes);
-    void findNotes();
+    void findNotes(const QVector<int> &lengths = {});
     void applyPageLayout(QTextDocument *document);
     void rememberDocument(QTextDocument *document);
     QByteArray written(const QTextDocument *document);
@@ -90,11 +90,11 @@ bool MVRFinalDraftFile::Private::parse(const QByteArray &bytes)
     return true;
 }
 
-void MVRFinalDraftFile::Private::findNotes()
+void MVRFinalDraftFile::Private::findNotes(const QVector<int> &lengths)
 {
     if (places)
         return;
-    places.emplace(*script);
+    places.emplace(*script, lengths);
     notes = fdxNotes(*script, *places);
 }
 
@@ -191,8 +191,7 @@ bool MVRFinalDraftFile::read(QTextDocument *document, const QList<MVRScriptEleme
         const UndoRecordingOff noUndo(document);
         d->applyPageLayout(document);
         d->script->setView(elements, document->documentMargin());
-        fdxInsertScript(*d->script, d->fileId, document);
-        d->findNotes();
+        d->findNotes(fdxInsertScript(*d->script, d->fileId, document));
         const QHash<QString, int> anchors = fdxAttachNotes(d->notes, d->tree, document);
         for (auto it = anchors.cbegin(); it != anchors.cend(); ++it)
             d->anchors.insert(it.key(), it.value());

@@ -32,6 +32,8 @@ public:
     QString error() const { return m_xml.hasError() ? m_xml.errorString() : QString(); }
     /*! Those of the title page, then those of the script; of dual dialogue what it holds. */
     QVector<Paragraph> paragraphs() const { return m_titlePage + m_script; }
+    /*! How many of them are on the title page. */
+    int titlePageCount() const { return m_titlePage.size(); }
 
 private:
     bool isAt(const char *name) const { return m_xml.name() == QLatin1String(name); }

@@ -156,7 +156,9 @@ public:
                 return QStringLiteral("text of %1: %2").arg(i).arg(now[i].text);
             const int source = sourceOf(block.blockFormat());
             const auto [old, format] = m_blocks.value(source, {-1, QTextBlockFormat()});
-            const bool isUntouched = old >= 0 && blocks[source] == 1
+            const bool keepsPage = (i < reader.titlePageCount())
+                == format.boolProperty(MVRFinalDraftFile::TitlePageProperty);
+            const bool isUntouched = old >= 0 && blocks[source] == 1 && keepsPage
                 && format == block.blockFormat() && m_lines[old] == lines[i];
             if (isUntouched && m_before[old].xml != now[i].xml)
                 return QStringLiteral("%1\nwas %2").arg(now[i].xml, m_before[old].xml);

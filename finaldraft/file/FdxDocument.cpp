@@ -12,6 +12,9 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
+#include <string_view>
+#include <unordered_map>
+
 namespace {
 
 using File = MVRFinalDraftFile;
@@ -60,20 +63,27 @@ public:
     ~Inserter() { m_cursor.endEditBlock(); }
     Q_DISABLE_COPY_MOVE(Inserter)
 
-    void insert(int paragraph)
+    /*! Returns how many characters the block has. */
+    int insert(int paragraph)
     {
-        FdxType &type = m_script.typeOf(paragraph);
-        startBlock(blockFormat(type, paragraph), type.plain.format);
+        Style &style = styleOf(paragraph);
+        // Its own data, which no other format shares, is cheap to change.
+        style.format.setProperty(File::SourceParagraphProperty, paragraph);
+        const bool isPlain = m_script.containerOf(paragraph).wrapper < 0
+            && !m_script.paragraphs()[paragraph].node.child("SceneProperties");
+        startBlock(isPlain ? style.format : ownFormat(style.format, paragraph),
+                   style.type->plain.format);
         const FdxTree &tree = m_script.tree();
+        int length = 0;
         for (const pugi::xml_node &child : m_script.paragraphs()[paragraph].node.children("Text")) {
-            const FdxRunStyle *style = &m_script.runStyle(type, child);
+            const FdxRunStyle *runStyle = &m_script.runStyle(*style.type, child);
             const FdxTree::Span span = tree.span(child);
-            if (style != m_style)
-                flush();
-            m_style = style;
+            if (runStyle != m_runStyle)
+                length += flush();
+            m_runStyle = runStyle;
             m_text += fdxText(tree.source(), span.innerStart, span.innerEnd);
         }
-        flush();
+        return length + flush();
     }
 
 private:
@@ -88,27 +98,52 @@ private:
         m_isFirst = false;
     }
 
-    void flush()
+    int flush()
     {
-        if (!m_text.isEmpty())
-            m_cursor.insertText(m_text, m_style->format);
+        const int length = m_text.size();
+        if (length > 0)
+            m_cursor.insertText(m_text, m_runStyle->format);
         m_text.clear();
+        return length;
     }
 
-    QTextBlockFormat blockFormat(FdxType &type, int paragraph) const
+    /*! What paragraphs with one start tag have in common. */
+    struct Style
     {
+        FdxType *type = nullptr;
+        QTextBlockFormat format; // of the last one
+    };
+
+    Style &styleOf(int paragraph)
+    {
+        constexpr int most = 256; // tags that are kept: no file is slower for having each but once
+        const FdxTree &tree = m_script.tree();
         const pugi::xml_node &node = m_script.paragraphs()[paragraph].node;
-        const FdxContainer &container = m_script.containerOf(paragraph);
-        QTextBlockFormat format = m_script.paragraphStyle(type, node).format;
-        format.setProperty(File::SourceParagraphProperty, paragraph);
-        format.setProperty(File::SourceFileProperty, m_fileId);
-        if (container.isTitlePage)
-            format.setProperty(File::TitlePageProperty, true);
-        if (container.wrapper >= 0)
-            format.setProperty(File::DualDialogueProperty,
-                               m_script.paragraphs()[paragraph].container);
-        setProperties(node, paragraphAttributes, &format);
-        if (const pugi::xml_node scene = node.child("SceneProperties")) {
+        const bool isTitlePage = m_script.isTitlePage(paragraph);
+        const int start = tree.start(node);
+        const std::string_view tag(tree.source().constData() + start,
+                                   size_t(tree.tagEnd(node) - start));
+        auto &styles = isTitlePage ? m_titleStyles : m_styles;
+        const auto known = styles.find(tag);
+        if (known != styles.end())
+            return known->second;
+        Style &style = styles.size() < most ? styles[tag] : m_otherStyle; // the tree keeps the tag
+        style.type = &m_script.typeOf(paragraph);
+        style.format = m_script.paragraphStyle(*style.type, node).format;
+        style.format.setProperty(File::SourceParagraphProperty, 0);
+        style.format.setProperty(File::SourceFileProperty, m_fileId);
+        if (isTitlePage)
+            style.format.setProperty(File::TitlePageProperty, true);
+        setProperties(node, paragraphAttributes, &style.format);
+        return style;
+    }
+
+    QTextBlockFormat ownFormat(QTextBlockFormat format, int paragraph) const
+    {
+        const FdxParagraph &record = m_script.paragraphs()[paragraph];
+        if (m_script.containerOf(paragraph).wrapper >= 0)
+            format.setProperty(File::DualDialogueProperty, record.container);
+        if (const pugi::xml_node scene = record.node.child("SceneProperties")) {
             setProperties(scene, sceneAttributes, &format);
             if (const pugi::xml_node summary = scene.child("Summary"))
                 format.setProperty(File::SceneSummaryProperty,
@@ -122,7 +157,10 @@ private:
     QTextCursor m_cursor;
     bool m_isFirst = true;
     QString m_text; // kept back until its format ends
-    const FdxRunStyle *m_style = nullptr;
+    const FdxRunStyle *m_runStyle = nullptr;
+    std::unordered_map<std::string_view, Style> m_styles; // by start tag
+    std::unordered_map<std::string_view, Style> m_titleStyles;
+    Style m_otherStyle;
 };
 
 // Final Draft writes its times in UTC, as "20240229T235900". They are taken apart by hand: Qt's
@@ -162,13 +200,15 @@ void fillNote(const pugi::xml_node &note, const FdxTree &tree, QTextCursor *curs
 
 }
 
-void fdxInsertScript(FdxScript &script, int fileId, QTextDocument *document)
+QVector<int> fdxInsertScript(FdxScript &script, int fileId, QTextDocument *document)
 {
     Inserter inserter(script, fileId, document);
+    QVector<int> lengths(script.paragraphs().size(), 0);
     for (int i = 0; i < script.paragraphs().size(); ++i) {
         if (script.paragraphs()[i].hasBlock)
-            inserter.insert(i);
+            lengths[i] = inserter.insert(i);
     }
+    return lengths;
 }
 
 QByteArray fdxNoteRtf(const pugi::xml_node &note, const FdxTree &tree)

@@ -6,9 +6,12 @@
 
 class QTextDocument;
 
-/*! Inserts title page and script into an empty document; \a fileId tells whose paragraphs they are.
- */
-void fdxInsertScript(FdxScript &script, int fileId, QTextDocument *document);
+/*!
+    Inserts title page and script into an empty document; \a fileId tells whose paragraphs they are.
+
+    \return how many characters each paragraph's block has
+*/
+QVector<int> fdxInsertScript(FdxScript &script, int fileId, QTextDocument *document);
 
 /*!
     Attaches the notes to the document that the script was inserted into.

@@ -192,6 +192,18 @@ void shareEqualRanges(QVector<FdxNote *> *notes)
     }
 }
 
+QVector<int> blockLengths(const FdxScript &script)
+{
+    QVector<int> lengths(script.paragraphs().size(), 0);
+    for (int i = 0; i < lengths.size(); ++i) {
+        if (!script.paragraphs()[i].hasBlock)
+            continue;
+        for (const FdxRun &run : script.runs(i))
+            lengths[i] += fdxTextLength(script.tree().source(), run.textStart, run.textEnd);
+    }
+    return lengths;
+}
+
 /*! The stretches of a document that notes have taken; touching ones are one. */
 class TakenStretches
 {
@@ -252,22 +264,18 @@ void attach(const FdxPlaces &places, QVector<FdxNote> *notes)
 
 }
 
-FdxPlaces::FdxPlaces(const FdxScript &script)
+FdxPlaces::FdxPlaces(const FdxScript &script, const QVector<int> &lengths)
     : m_script(script)
+    , m_lengths(lengths.isEmpty() ? blockLengths(script) : lengths)
 {
     int position = 0;
     int offset = 0;
     const QVector<FdxParagraph> &paragraphs = script.paragraphs();
     for (int i = 0; i < paragraphs.size(); ++i) {
         const FdxParagraph &paragraph = paragraphs[i];
-        int length = 0;
-        for (const pugi::xml_node &run : paragraph.node.children("Text")) {
-            const FdxTree::Span span = script.tree().span(run);
-            length += fdxTextLength(script.tree().source(), span.innerStart, span.innerEnd);
-        }
+        const int length = m_lengths[i];
         const int wrapper = script.containerOf(i).wrapper;
         m_positions.append(position);
-        m_lengths.append(paragraph.hasBlock ? length : 0);
         m_offsets.append(script.isTitlePage(i) ? -1 : wrapper >= 0 ? m_offsets[wrapper] : offset);
         if (!script.isTitlePage(i) && wrapper < 0) {
             m_topLevel.append(i);

@@ -11,7 +11,8 @@
 class FdxPlaces
 {
 public:
-    explicit FdxPlaces(const FdxScript &script);
+    /*! \a lengths are those of the paragraphs' blocks; they are found when there are none. */
+    explicit FdxPlaces(const FdxScript &script, const QVector<int> &lengths = {});
 
     /*! Place of a paragraph's first character in the document. */
     int position(int paragraph) const { return m_positions[paragraph]; }

@@ -141,6 +141,7 @@ void FdxScript::setView(const QList<MVRScriptElement> &elements, double margin)
     m_margin = margin;
     m_types.clear();
     m_titleTypes.clear();
+    m_charFormats.clear();
 }
 
 QByteArray FdxScript::typeName(int paragraph) const
@@ -165,8 +166,7 @@ FdxType &FdxScript::type(const QByteArray &name, bool isTitlePage)
     if (element != m_elements.cend())
         type.element = *element;
     FdxRunStyle plain;
-    plain.format = found.look.toCharFormat(found.look);
-    plain.format.merge(type.element.charFormat());
+    plain.format = charFormat(found.look, found.look, type.element);
     plain.look = found.look.with(plain.format);
     type.look = found.look;
     type.plain = plain;
@@ -188,11 +188,26 @@ const FdxRunStyle &FdxScript::runStyle(FdxType &type, const pugi::xml_node &run)
     const auto made = std::make_shared<FdxRunStyle>();
     FdxRunStyle &style = *made;
     const FdxLook look = type.look.with(run);
-    style.format = look.toCharFormat(type.look);
-    style.format.merge(type.element.charFormat());
+    style.format = charFormat(look, type.look, type.element);
     style.look = type.look.with(style.format);
     type.runs.insert(QByteArray(key.constData(), key.size()), made);
     return style;
+}
+
+// Types mostly look the same. A document compares formats that share their data in no time.
+QTextCharFormat FdxScript::charFormat(const FdxLook &look, const FdxLook &base,
+                                      const MVRScriptElement &element) const
+{
+    constexpr int most = 16; // looked through for each new one
+    QTextCharFormat format = look.toCharFormat(base);
+    format.merge(element.charFormat());
+    for (const QTextCharFormat &known : qAsConst(m_charFormats)) {
+        if (known == format)
+            return known;
+    }
+    if (m_charFormats.size() < most)
+        m_charFormats.append(format);
+    return format;
 }
 
 const FdxParagraphStyle &FdxScript::paragraphStyle(FdxType &type,

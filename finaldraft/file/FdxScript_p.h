@@ -120,6 +120,8 @@ private:
     Settings settings(const QByteArray &type, bool isTitlePage) const;
     QTextBlockFormat blockFormat(const FdxType &type,
                                  const MVRFinalDraft::ParagraphAttr &shape) const;
+    QTextCharFormat charFormat(const FdxLook &look, const FdxLook &base,
+                               const MVRScriptElement &element) const;
 
     const FdxTree &m_tree;
     QVector<FdxParagraph> m_paragraphs;
@@ -129,6 +131,7 @@ private:
     double m_margin = 72.0;
     QHash<QByteArray, std::shared_ptr<FdxType>> m_types;
     QHash<QByteArray, std::shared_ptr<FdxType>> m_titleTypes;
+    mutable QVector<QTextCharFormat> m_charFormats; // the first ones that were made
 };
 
 /*! The paragraphs of a note or summary, plain, with the file's own breaks. */

@@ -151,12 +151,51 @@ private:
     bool m_isCData = false;
 };
 
-// What most runs are: each byte a character of its own.
-bool isPlain(const char *start, const char *end)
+bool isPlain(char byte)
 {
-    return std::all_of(start, end, [](char byte) {
-        return uchar(byte) < 0x80 && byte != '&' && byte != '<' && byte != '\n' && byte != '\r'
-            && byte != '\0';
+    return uchar(byte) >= 0x20 && byte != '&' && byte != '<';
+}
+
+// The same of eight bytes at once: the top bit of each tells.
+bool arePlain(quint64 bytes)
+{
+    constexpr quint64 ones = 0x0101010101010101;
+    constexpr quint64 tops = 0x8080808080808080;
+    const auto hasBelow = [](quint64 of, uchar limit) { return (of - ones * limit) & ~of; };
+    const quint64 odd = hasBelow(bytes, 0x20) | hasBelow(bytes ^ (ones * uchar('&')), 1)
+        | hasBelow(bytes ^ (ones * uchar('<')), 1);
+    return (odd & tops) == 0;
+}
+
+enum Content { AsciiText, Utf8Text, OtherText };
+
+// What most runs are: text without references, markup and breaks.
+Content contentOf(const char *start, const char *end)
+{
+    constexpr quint64 tops = 0x8080808080808080;
+    quint64 seen = 0;
+    for (; end - start >= 8; start += 8) {
+        quint64 bytes = 0;
+        std::memcpy(&bytes, start, sizeof bytes);
+        if (!arePlain(bytes))
+            return OtherText;
+        seen |= bytes;
+    }
+    for (; start < end; ++start) {
+        if (!isPlain(*start))
+            return OtherText;
+        seen |= uchar(*start);
+    }
+    return seen & tops ? Utf8Text : AsciiText;
+}
+
+// Whether Qt took text for what Characters takes it for.
+bool isTakenAsIs(const QString &text)
+{
+    return std::none_of(text.cbegin(), text.cend(), [](QChar character) {
+        const ushort code = character.unicode();
+        return code == 0x2029 || code == 0xfdd0 || code == 0xfdd1 || code == replacement
+            || code == QChar::ByteOrderMark;
     });
 }
 
@@ -167,9 +206,17 @@ int units(uint code)
 
 QString decoded(const QByteArray &source, int start, int end, Characters::Breaks breaks)
 {
-    if (isPlain(source.constData() + start, source.constData() + end))
-        return QString::fromLatin1(source.constData() + start, end - start);
+    const char *bytes = source.constData() + start;
+    const Content content = contentOf(bytes, source.constData() + end);
+    if (content == AsciiText)
+        return QString::fromLatin1(bytes, end - start);
     QString text;
+    if (content == Utf8Text && *bytes != '\xef') { // Qt drops a mark at the start
+        text = QString::fromUtf8(bytes, end - start);
+        if (isTakenAsIs(text))
+            return text;
+        text.clear();
+    }
     text.reserve(end - start);
     Characters characters(source, start, end, breaks);
     for (uint code = 0; characters.next(&code);) {
@@ -194,7 +241,7 @@ QString fdxPlainText(const QByteArray &source, int start, int end)
 
 int fdxTextLength(const QByteArray &source, int start, int end)
 {
-    if (isPlain(source.constData() + start, source.constData() + end))
+    if (contentOf(source.constData() + start, source.constData() + end) == AsciiText)
         return end - start;
     int length = 0;
     Characters characters(source, start, end);
@@ -205,7 +252,7 @@ int fdxTextLength(const QByteArray &source, int start, int end)
 
 int fdxTextPlace(const QByteArray &source, int start, int end, int count)
 {
-    if (isPlain(source.constData() + start, source.constData() + end))
+    if (contentOf(source.constData() + start, source.constData() + end) == AsciiText)
         return qMin(end, start + count);
     Characters characters(source, start, end);
     for (uint code = 0; count > 0 && characters.next(&code);)
