@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-# mvr_add_translation(TARGET NAME): gives the program TARGET the German texts of
-# translations/NAME_de.ts as the resource :/translations/NAME_de.qm. Without Qt's translation tools
-# it speaks English.
+# mvr_add_translation(TARGET NAME [FOLDER]): gives the program TARGET the German texts of
+# translations/NAME_de.ts, in this folder or another one, as the resource
+# :/translations/NAME_de.qm. Without Qt's translation tools it speaks English.
 find_program(MVR_LRELEASE NAMES lrelease lrelease-qt5 lrelease6
     HINTS /usr/lib/qt5/bin /usr/lib/qt6/bin)
 
@@ -10,7 +10,9 @@ function(mvr_add_translation target name)
         message(STATUS "lrelease is missing: ${target} speaks English only")
         return()
     endif()
-    set(texts ${CMAKE_CURRENT_SOURCE_DIR}/translations/${name}_de.ts)
+    set(folder ${CMAKE_CURRENT_SOURCE_DIR} ${ARGN})
+    list(GET folder -1 folder)
+    set(texts ${folder}/translations/${name}_de.ts)
     set(translation ${CMAKE_CURRENT_BINARY_DIR}/${name}_de.qm)
     set(resource ${CMAKE_CURRENT_BINARY_DIR}/${name}.qrc)
     add_custom_command(OUTPUT ${translation}

@@ -42,6 +42,7 @@ public:
         CoveredLinkProperty = 0x10006a, /*!< string: where the text led before an inspector note was
                                              attached, whose anchor has taken the place of the link;
                                              it leads there again when the note goes */
+        CommentResolvedProperty = 0x10006b, /*!< bool: an inspector note needs nobody any more */
         ListStartProperty = 0x100400, /*!< int: the number that a list's numbers begin with, where
                                            that is not 1; Qt shows 1 */
         ListNumberFormatProperty = 0x100401, /*!< int: the kind of a list's numbers that no style of

@@ -121,4 +121,8 @@ public:
         \return null for a null document
     */
     static QTextDocument *cloneDocumentQtStyle(const QTextDocument *document, QObject *parent);
+    /*! Makes a document that the caller has a copy of another one, as cloneDocumentQtStyle() does.
+
+        \param target  without text; null, like a null \a document, does nothing */
+    static void copyDocument(const QTextDocument *document, QTextDocument *target);
 };

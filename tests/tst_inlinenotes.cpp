@@ -12,7 +12,6 @@
 #include <QtTest>
 
 using MarkedText::fill;
-using MarkedText::formatAt;
 using MarkedText::marks;
 using MarkedText::select;
 
@@ -79,6 +78,11 @@ QTextImageFormat picture()
     format.setName(QStringLiteral("map.png"));
     format.setProperty(MVRTextFormat::ImageLinkProperty, QStringLiteral("/maps/map.png"));
     return format;
+}
+
+QTextCharFormat formatAt(QTextDocument *document, int position)
+{
+    return select(document, position + 1, position + 1).charFormat();
 }
 
 } // namespace

@@ -8,7 +8,6 @@
 #include <QtTest>
 
 using MarkedText::fill;
-using MarkedText::formatAt;
 using MarkedText::select;
 
 // What a note holds: its record in streams, its RTF as text and HTML.
@@ -28,12 +27,17 @@ private Q_SLOTS:
 
 namespace {
 
-MVRTextCommentLink footnote(const QByteArray &content)
+MVRTextCommentLink note(char content, bool isFootnote)
 {
     MVRTextCommentLink link;
-    link.isFootnote = true;
-    link.cdata = content;
+    link.isFootnote = isFootnote;
+    link.cdata = QByteArray(1, content);
     return link;
+}
+
+QTextCharFormat formatAt(QTextDocument *document, int position)
+{
+    return select(document, position + 1, position + 1).charFormat();
 }
 
 QByteArray rtf(const QString &text)
@@ -46,7 +50,7 @@ QByteArray rtf(const QString &text)
 
 void TestNoteContent::streamsLinks()
 {
-    MVRTextCommentLink link = footnote("x");
+    MVRTextCommentLink link = note('x', true);
     link.extraFlag = true;
     link.color = Qt::red;
     QByteArray bytes;
@@ -70,7 +74,7 @@ void TestNoteContent::leavesForeignStreamsAlone()
     QDataStream out(&bytes, QIODevice::WriteOnly);
     out << QStringLiteral("MVRTextCommentLink::1.1") << 42;
     QDataStream in(bytes);
-    MVRTextCommentLink link = footnote("x");
+    MVRTextCommentLink link = note('x', true);
     in >> link;
     QVERIFY(link.isFootnote);
     QCOMPARE(link.cdata, QByteArray("x"));
@@ -81,7 +85,7 @@ void TestNoteContent::leavesForeignStreamsAlone()
 
 void TestNoteContent::readsDamagedRecordsAsEmpty()
 {
-    MVRTextCommentLink link = footnote("x");
+    MVRTextCommentLink link = note('x', true);
     link.color = Qt::red;
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
@@ -89,7 +93,7 @@ void TestNoteContent::readsDamagedRecordsAsEmpty()
     const int colorKind = bytes.size() - 18; // the flags, the content and the colour go behind
     QCOMPARE(int(bytes.at(colorKind)), int(QColor::Rgb));
     const auto isEmpty = [](const QByteArray &record) {
-        MVRTextCommentLink read = footnote("y");
+        MVRTextCommentLink read = note('y', true);
         QDataStream in(record);
         in >> read;
         return !read.isFootnote && read.cdata.isEmpty() && !read.color.isValid();

@@ -3,11 +3,20 @@
 
 #include <core/MVRTextRtf.h>
 #include <core/STextDoc.h>
+#include <core/document/EditBlock_p.h>
 #include <text/MVRPicturePolicy.h>
 
+#include <QMimeData>
 #include <QTextDocument>
+#include <QTextDocumentFragment>
 
 #include <memory>
+
+namespace {
+
+constexpr const char *rtfTypes[] = {"text/rtf", "application/rtf", "text/richtext"};
+
+} // namespace
 
 void MVRTextDoc::setMovarinMarkupRtfMimeData(QMimeData *data, const QTextDocument *document)
 {
@@ -31,4 +40,31 @@ bool MVRTextDoc::fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocume
         return false;
     fromInlineMarkup(document, policy);
     return true;
+}
+
+void MVRTextDoc::copyMimeData(QMimeData *data, const QTextCursor &selection)
+{
+    if (!data || !selection.hasSelection())
+        return;
+    QTextDocument selected;
+    QTextCursor(&selected).insertFragment(selection.selection());
+    const QByteArray rtf = toRtf(&selected);
+    for (const char *type : rtfTypes)
+        data->setData(QLatin1String(type), rtf);
+}
+
+bool MVRTextDoc::pasteMimeData(const QMimeData *data, QTextCursor &cursor)
+{
+    if (!data || cursor.isNull())
+        return false;
+    for (const char *type : rtfTypes) {
+        QTextDocument pasted;
+        if (!fromRtf(data->data(QLatin1String(type)), &pasted))
+            continue;
+        const EditBlock undoStep(cursor);
+        cursor.removeSelectedText();
+        appendDocument(cursor, &pasted);
+        return true;
+    }
+    return false;
 }

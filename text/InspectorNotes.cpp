@@ -28,12 +28,14 @@ bool holdsTrue(const QTextCursor &cursor, int property)
 struct FormerText
 {
     bool namesAuthorOrDate = false;
+    bool isResolved = false;
     QVector<std::pair<MVRTextRange, QString>> links; // and where they lead
 
     void add(const MVRTextRange &range, const QTextCharFormat &format)
     {
         namesAuthorOrDate |= format.hasProperty(MVRTextFormat::CommentAuthorProperty)
             || format.hasProperty(MVRTextFormat::CommentDateProperty);
+        isResolved |= format.boolProperty(MVRTextFormat::CommentResolvedProperty);
         const QString href = format.isAnchor() ? format.anchorHref() : QString();
         if (href.isEmpty() || isNoteAnchor(href))
             return;
@@ -281,6 +283,8 @@ void MVRTextDoc::setComment(QTextCursor cursor, const MVRTextCommentLink &link,
         newFormat.setProperty(MVRTextFormat::CommentAuthorProperty, author);
     if (replaces || date.isValid())
         newFormat.setProperty(MVRTextFormat::CommentDateProperty, date);
+    if (former.isResolved)
+        newFormat.setProperty(MVRTextFormat::CommentResolvedProperty, false);
     cursor.mergeCharFormat(newFormat);
     for (const auto &[range, href] : former.links) {
         QTextCharFormat covered;

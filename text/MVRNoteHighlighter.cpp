@@ -52,7 +52,8 @@ QColor MVRNoteHighlighter::background(const QTextCharFormat &format) const
         if (format.boolProperty(MVRTextNote::property(kind)))
             return m_tints[kind];
     }
-    if (!format.boolProperty(MVRTextFormat::CommentLinkProperty))
+    if (!format.boolProperty(MVRTextFormat::CommentLinkProperty)
+        || format.boolProperty(MVRTextFormat::CommentResolvedProperty))
         return QColor();
     if (format.boolProperty(MVRTextFormat::InspectorFootnoteProperty))
         return m_tints[MVRTextNote::Footnote];
@@ -64,18 +65,37 @@ QColor MVRNoteHighlighter::background(const QTextCharFormat &format) const
     return own;
 }
 
+void MVRNoteHighlighter::setTextColor(const QColor &color)
+{
+    if (m_textColor == color)
+        return;
+    m_textColor = color;
+    rehighlight();
+}
+
+QTextCharFormat MVRNoteHighlighter::look(const QTextCharFormat &format) const
+{
+    QTextCharFormat look;
+    const QColor tint = background(format);
+    if (tint.isValid())
+        look.setBackground(tint);
+    const bool hasColor = format.hasProperty(QTextFormat::ForegroundBrush);
+    if (m_textColor.isValid() && (!hasColor || format.foreground().color() == QColor(Qt::black)))
+        look.setForeground(m_textColor);
+    return look;
+}
+
 QVector<QTextLayout::FormatRange> MVRNoteHighlighter::looks(const QTextBlock &block) const
 {
     QVector<QTextLayout::FormatRange> looks;
     for (auto it = block.begin(); !it.atEnd(); ++it) {
         const QTextFragment fragment = it.fragment();
-        const QColor color = background(fragment.charFormat());
-        if (!color.isValid())
-            continue;
         QTextLayout::FormatRange range;
+        range.format = look(fragment.charFormat());
+        if (range.format.isEmpty())
+            continue;
         range.start = fragment.position() - block.position();
         range.length = fragment.length();
-        range.format.setBackground(color);
         if (!looks.isEmpty() && looks.last().start + looks.last().length == range.start
             && looks.last().format == range.format)
             looks.last().length += range.length;

@@ -30,7 +30,7 @@ public:
     QTextDocument *document() const;
 
     /*!
-        The tint of a kind.
+        The tint of a kind. Notes that are resolved have none.
 
         Comments have a colour of their own, which only its strength follows this one's alpha; the
         default tints are pale enough for black and for white text.
@@ -40,6 +40,14 @@ public:
     void setTint(MVRTextNote::Kind kind, const QColor &color);
     /*! The tint of a kind, with its alpha. */
     QColor tint(MVRTextNote::Kind kind) const;
+
+    /*!
+        Shows text that is black by its format, or has no colour, in another one: what a dark page
+        needs, since files say "black" where they mean the usual colour.
+
+        \param color  an invalid one, which holds before the first call, leaves all text as it is
+    */
+    void setTextColor(const QColor &color);
 
     /*! Looks at all paragraphs, as after a change of what looks() answers. */
     void rehighlight();
@@ -56,7 +64,9 @@ private:
     void follow(int position, int removed, int added);
     void show(const QTextBlock &block, QVector<QTextLayout::FormatRange> looks) const;
     QColor background(const QTextCharFormat &format) const;
+    QTextCharFormat look(const QTextCharFormat &format) const;
 
     QPointer<QTextDocument> m_document;
     QColor m_tints[4];
+    QColor m_textColor;
 };

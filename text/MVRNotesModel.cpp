@@ -31,7 +31,7 @@ bool isSameNote(const MVRTextNote &a, const MVRTextNote &b)
 bool isEqual(const MVRTextNote &a, const MVRTextNote &b)
 {
     return isSameNote(a, b) && a.range == b.range && a.color == b.color && a.author == b.author
-        && a.date == b.date && a.cdata == b.cdata;
+        && a.date == b.date && a.cdata == b.cdata && a.isResolved == b.isResolved;
 }
 
 MVRTextNote moved(MVRTextNote note, int by)
@@ -98,6 +98,20 @@ int MVRNotesModel::rowAt(int position) const
     return found;
 }
 
+int MVRNotesModel::rowOf(const MVRTextNote &note) const
+{
+    int found = -1;
+    for (size_t row = 0; row < m_rows.size(); ++row) {
+        const MVRTextNote &other = m_rows[row].note;
+        if (!isSameNote(other, note) || other.cdata != note.cdata)
+            continue;
+        found = int(row);
+        if (other.range == note.range)
+            break;
+    }
+    return found;
+}
+
 int MVRNotesModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : int(m_rows.size());
@@ -148,6 +162,8 @@ QVariant MVRNotesModel::data(const QModelIndex &index, int role) const
         return row.note.range.start;
     case EndRole:
         return row.note.range.end;
+    case ResolvedRole:
+        return row.note.isResolved;
     case SortRole:
         if (index.column() == KindColumn)
             return int(row.note.kind);
@@ -202,6 +218,8 @@ MVRNotesModel::Span MVRNotesModel::changedSpan(const Edit &edit) const
         isSettled = true;
         for (int row = 0; row < int(m_rows.size()); ++row) {
             const MVRTextRange &range = m_rows[size_t(row)].note.range;
+            if (range.start > qMax(edit.oldEnd(), end) && row >= span.last)
+                break; // those behind begin later still
             const bool isTouched = range.end >= edit.position && range.start <= edit.oldEnd();
             const bool isInside = range.end > start && range.start < end;
             const bool isBetween = row >= span.first && row < span.last;

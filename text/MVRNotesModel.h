@@ -31,7 +31,8 @@ public:
     enum Role {
         SortRole = Qt::UserRole, /*!< kind as a number, texts, colour name, date */
         StartRole, /*!< first position of the note, in UTF-16 code units */
-        EndRole /*!< position behind its last character */
+        EndRole, /*!< position behind its last character */
+        ResolvedRole /*!< whether the note needs nobody any more */
     };
 
     /*! An empty model, until setDocument(). */
@@ -53,6 +54,9 @@ public:
     /*! The row of the note that has the character behind \a position, the innermost one where an
         inline note lies in an inspector note's text; -1 when there is none. */
     int rowAt(int position) const;
+    /*! The row of a note that was listed once, wherever it stands by now; of several copies the one
+        in its old place, else the last one. -1 when it is gone or says something else. */
+    int rowOf(const MVRTextNote &note) const;
 
     /*! The number of notes; 0 below a row. */
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;

@@ -606,6 +606,17 @@ public:
     static bool fromMovarinMarkupRtfMimeData(const QMimeData *data, QTextDocument *document,
                                              const MVRPicturePolicy &policy);
 
+    /*! Fills \a data with the selection as RTF with its notes of all kinds, for word processors and
+        for pasteMimeData(). Nothing happens without a selection. */
+    static void copyMimeData(QMimeData *data, const QTextCursor &selection);
+    /*!
+        Puts the RTF in \a data, with its notes of all kinds, in the selection's place. Opens no
+        files.
+
+        \return false, with nothing done, when there is no RTF or no document
+    */
+    static bool pasteMimeData(const QMimeData *data, QTextCursor &cursor);
+
     //@}
     /*! \name Document settings */
     //@{

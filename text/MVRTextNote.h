@@ -51,6 +51,7 @@ struct MVRTEXT_EXPORT MVRTextNote
     QString anchor; /*!< of inspector notes: "Comment:…" or "Footnote:…", another one for each note
                          that was attached, the same in copies of it */
     QByteArray cdata; /*!< content of inspector notes as RTF; may be empty */
+    bool isResolved = false; /*!< of inspector notes: needs nobody any more */
 
     /*! Whether the note is text of the document. */
     bool isInline() const { return isInline(kind); }

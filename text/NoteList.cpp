@@ -61,6 +61,7 @@ MVRTextNote inspectorNote(const FragmentWalker &walker, const QTextCharFormat &f
         note.color = format.colorProperty(MVRTextFormat::CommentColorProperty);
     note.author = format.stringProperty(MVRTextFormat::CommentAuthorProperty);
     note.date = format.property(MVRTextFormat::CommentDateProperty).toDateTime();
+    note.isResolved = format.boolProperty(MVRTextFormat::CommentResolvedProperty);
     if (isNoteAnchor(format.anchorHref()))
         note.anchor = format.anchorHref();
     note.cdata = noteContent(format);

@@ -26,6 +26,7 @@ struct RtfNoteData
     QColor color;
     bool keepsContent = false; // content that is no RTF
     QByteArray content;
+    bool isResolved = false;
 };
 
 QByteArray toBytes(const RtfNoteData &data)
@@ -34,6 +35,8 @@ QByteArray toBytes(const RtfNoteData &data)
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_5_15);
     stream << data.color << data.keepsContent << data.content;
+    if (data.isResolved)
+        stream << true;
     return bytes;
 }
 
@@ -43,6 +46,8 @@ RtfNoteData fromBytes(const QByteArray &bytes)
     QDataStream stream(bytes);
     stream.setVersion(QDataStream::Qt_5_15);
     stream >> data.color >> data.keepsContent >> data.content;
+    if (!stream.atEnd())
+        stream >> data.isResolved;
     return stream.status() == QDataStream::Ok ? data : RtfNoteData();
 }
 
@@ -60,7 +65,8 @@ MVRTextRtfNote toRtfNote(const MVRTextNote &note)
     data.keepsContent = !MVRTextRtf::isRtf(note.cdata);
     if (data.keepsContent)
         data.content = note.cdata;
-    if (data.color.isValid() || data.keepsContent)
+    data.isResolved = note.isResolved;
+    if (data.color.isValid() || data.keepsContent || data.isResolved)
         rtfNote.data = toBytes(data);
     return rtfNote;
 }
@@ -104,6 +110,13 @@ MVRTextCommentLink toLink(const RtfAttachment &place, const MVRTextRtfNotes &not
     return link;
 }
 
+void markResolved(QTextCursor text)
+{
+    QTextCharFormat mark;
+    mark.setProperty(MVRTextFormat::CommentResolvedProperty, true);
+    text.mergeCharFormat(mark);
+}
+
 void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
 {
     const QVector<RtfAttachment> places = attachmentsForNotes(document, notes);
@@ -120,6 +133,8 @@ void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
         const MVRTextRtfNote note
             = place->notes.size() == 1 ? notes.at(place->notes.first()) : MVRTextRtfNote();
         MVRTextDoc::setComment(text, link, note.author, note.time);
+        if (fromBytes(note.data).isResolved)
+            markResolved(text);
     }
 }
 

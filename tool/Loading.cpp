@@ -9,56 +9,11 @@
 #include <tool/Progress.h>
 #include <tool/formats/Formats.h>
 #include <tool/formats/Media.h>
+#include <tool/formats/TableDepth.h>
 
 #include <QDir>
 #include <QFileInfo>
 #include <QFont>
-#include <QPair>
-#include <QTextFrame>
-#include <QVector>
-
-namespace {
-
-// Qt measures a table once for itself and once more for the one around it, so that each level
-// doubles the time: this many take a second.
-constexpr int maxTableDepth = 15;
-
-bool hasDeepTables(const QTextDocument &document)
-{
-    QVector<QPair<const QTextFrame *, int>> open {{document.rootFrame(), 0}};
-    while (!open.isEmpty()) {
-        const auto [frame, depth] = open.takeLast();
-        if (depth > maxTableDepth)
-            return true;
-        const QList<QTextFrame *> children = frame->childFrames();
-        for (const QTextFrame *child : children)
-            open.append({child, depth + 1});
-    }
-    return false;
-}
-
-/*! Says what was not read, and what would keep it. */
-void reportLosses(Listener &listener, const QString &name, const ReadOptions &options,
-                  Document &document)
-{
-    if (!document.losses.isEmpty() && !(options.goesBack && document.script)) {
-        QString text = Tool::tr("not read: %1").arg(document.losses.join(QLatin1String(", ")));
-        if (document.script && options.leavesFile)
-            text += Tool::tr("; --to fdx keeps all of that");
-        listener.say(name, text);
-    }
-    const bool isAsked = !options.mediaFolder.isEmpty();
-    const int closed = isAsked || options.holdsPictures ? closedPictures(document) : 0;
-    if (closed > 0)
-        listener.say(name,
-                     (isAsked ? Tool::tr("%1 not opened: not in that folder, or no pictures")
-                              : Tool::tr("%1 not opened; convert --media-from FOLDER opens those "
-                                         "that are in it"))
-                         .arg(counted(closed, QT_TRANSLATE_NOOP("Tool", "picture"),
-                                      QT_TRANSLATE_NOOP("Tool", "pictures"))));
-}
-
-}
 
 const Format *findFormat(const QString &path, const QString &name, QString *error)
 {
@@ -105,11 +60,14 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
     if (!options.mediaFolder.isEmpty()) {
         const QString base
             = path == QLatin1String("-") ? QDir::currentPath() : QFileInfo(path).absolutePath();
-        openPictures(document, options.mediaFolder, base);
+        const int missed = openPictures(document, options.mediaFolder, base);
+        addCounted(&document.losses, missed, QT_TRANSLATE_NOOP("Tool", "picture"),
+                   QT_TRANSLATE_NOOP("Tool", "pictures"));
     }
     if (document.title.isEmpty() && path != QLatin1String("-"))
         document.title = shownOnTerminal(QFileInfo(path).completeBaseName());
-    reportLosses(listener, name, options, document);
+    if (!document.losses.isEmpty() && !(options.goesBack && document.script))
+        listener.say(name, Tool::tr("not read: %1").arg(document.losses.join(QLatin1String(", "))));
     return true;
 }
 

@@ -69,16 +69,23 @@ void copyContent(const QTextDocument &document, QTextDocument *clone)
 
 } // namespace
 
+void STextDoc::copyDocument(const QTextDocument *document, QTextDocument *target)
+{
+    if (!document || !target)
+        return;
+    target->setUndoRedoEnabled(false);
+    copySettings(*document, target);
+    copyContent(*document, target);
+    target->setMaximumBlockCount(document->maximumBlockCount());
+    target->setUndoRedoEnabled(document->isUndoRedoEnabled());
+    target->setModified(false);
+}
+
 QTextDocument *STextDoc::cloneDocumentQtStyle(const QTextDocument *document, QObject *parent)
 {
     if (!document)
         return nullptr;
     auto clone = std::make_unique<OfflineDocument>(parent);
-    clone->setUndoRedoEnabled(false);
-    copySettings(*document, clone.get());
-    copyContent(*document, clone.get());
-    clone->setMaximumBlockCount(document->maximumBlockCount());
-    clone->setUndoRedoEnabled(document->isUndoRedoEnabled());
-    clone->setModified(false);
+    copyDocument(document, clone.get());
     return clone.release();
 }

@@ -34,7 +34,7 @@ inline void clearNoteProperties(QTextCharFormat &format)
         MVRTextFormat::CommentLinkProperty,       MVRTextFormat::CommentCDataProperty,
         MVRTextFormat::CommentColorProperty,      MVRTextFormat::InspectorCommentProperty,
         MVRTextFormat::InspectorFootnoteProperty, MVRTextFormat::CommentAuthorProperty,
-        MVRTextFormat::CommentDateProperty,
+        MVRTextFormat::CommentDateProperty,       MVRTextFormat::CommentResolvedProperty,
     };
     for (const int property : noteProperties) {
         if (format.hasProperty(property)) // clearing an absent one copies the whole format

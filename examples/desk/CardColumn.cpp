@@ -3,61 +3,15 @@
 
 #include "Editor.h"
 #include "NoteCard.h"
-#include "NoteFilter.h"
 
+#include <text/MVRNoteEdits.h>
+#include <text/MVRNotesFilter.h>
+
+#include <QPaintEvent>
 #include <QPainter>
-#include <QPolygon>
 #include <QScopedValueRollback>
 
 #include <algorithm>
-
-/*! The lines from the marked words to the cards, above text and page. */
-class CardColumn::Lines : public QWidget
-{
-public:
-    struct Line
-    {
-        QPolygon points;
-        QColor color;
-        int width;
-
-        bool operator==(const Line &other) const
-        {
-            return points == other.points && color == other.color && width == other.width;
-        }
-    };
-
-    explicit Lines(QWidget *parent)
-        : QWidget(parent)
-    {
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-        setAttribute(Qt::WA_NoSystemBackground);
-    }
-
-    void setLines(const QVector<Line> &lines)
-    {
-        if (lines == m_lines)
-            return;
-        m_lines = lines;
-        update();
-    }
-
-protected:
-    void paintEvent(QPaintEvent *event) override
-    {
-        Q_UNUSED(event)
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        for (const Line &line : qAsConst(m_lines)) {
-            painter.setPen(
-                QPen(line.color, line.width, line.width > 1 ? Qt::SolidLine : Qt::DotLine));
-            painter.drawPolyline(line.points);
-        }
-    }
-
-private:
-    QVector<Line> m_lines;
-};
 
 namespace {
 
@@ -70,26 +24,30 @@ constexpr int tip = 12; // where a line meets its card, below the card's top
 CardColumn::CardColumn(Editor *editor)
     : QWidget(editor)
     , m_editor(editor)
-    , m_lines(new Lines(editor))
+    , m_pane(new QWidget(editor))
 {
     setAccessibleName(tr("Notes in the margin"));
+    m_pane->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_pane->installEventFilter(this);
     m_timer.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &CardColumn::follow);
     connect(editor, &Editor::viewChanged, &m_timer, QOverload<>::of(&QTimer::start));
 }
 
-CardColumn::~CardColumn() = default;
-
 void CardColumn::setPlace(const QRect &place)
 {
     setGeometry(place);
-    m_lines->setGeometry(0, 0, place.right() + 1, place.bottom() + 1);
+    m_pane->setGeometry(0, 0, place.right() + 1, place.bottom() + 1);
 }
 
 NoteCard *CardColumn::makeCard()
 {
     auto *card = new NoteCard(this);
-    connect(card, &NoteCard::edited, m_editor, &Editor::changeNote);
+    connect(card, &NoteCard::edited, m_editor,
+            [this](const MVRTextNote &note, const QByteArray &rtf) {
+                const MVRTextNote now = m_editor->notes()->note(m_editor->notes()->rowOf(note));
+                MVRNoteEdits::setContent(m_editor->document(), now, rtf);
+            });
     connect(card, &NoteCard::entered, this, [this, card] {
         QTextCursor cursor = m_editor->textCursor();
         cursor.setPosition(card->note().range.start);
@@ -128,7 +86,7 @@ void CardColumn::commit()
 /*! Takes the cards of the notes in sight; those that are there already keep what they show. */
 void CardColumn::gather(const QVector<NoteCard *> &before)
 {
-    const NoteFilter *filter = m_editor->filter();
+    const MVRNotesFilter *filter = m_editor->filter();
     const MVRTextRange visible = m_editor->visibleText();
     for (int row = filter->firstFrom(visible.start); row < filter->rowCount(); ++row) {
         const MVRTextNote note = filter->note(row);
@@ -139,9 +97,8 @@ void CardColumn::gather(const QVector<NoteCard *> &before)
         const auto same = std::find_if(before.begin(), before.end(), [&](NoteCard *card) {
             return card->shows(note) && !m_cards.contains(card);
         });
-        NoteCard *card = same == before.end() ? makeCard() : *same;
-        card->setNote(note);
-        m_cards.append(card);
+        m_cards.append(same == before.end() ? makeCard() : *same);
+        m_cards.last()->setNote(note);
     }
 }
 
@@ -154,11 +111,6 @@ int CardColumn::activeIndex() const
             return i;
     }
     return -1;
-}
-
-NoteCard *CardColumn::activeCard() const
-{
-    return m_cards.value(activeIndex());
 }
 
 void CardColumn::placeCards()
@@ -183,18 +135,36 @@ void CardColumn::placeCards()
 
 void CardColumn::drawLines(const QVector<int> &tops, int active)
 {
-    QVector<Lines::Line> lines;
+    QVector<Line> lines;
     const int page = geometry().left();
     for (int i = 0; i < m_cards.size(); ++i) {
         const QRect word = m_editor->place(m_cards[i]->note().range.start);
-        const int card = tops[i] + tip;
         QColor color = m_cards[i]->color();
         color.setAlpha(i == active ? 255 : 190);
         lines.append({QPolygon({QPoint(word.left(), word.bottom()), QPoint(page, word.bottom()),
-                                QPoint(page + lead, card)}),
+                                QPoint(page + lead, tops[i] + tip)}),
                       color, i == active ? 2 : 1});
     }
-    m_lines->setLines(lines);
+    if (lines == m_lines)
+        return;
+    m_lines = lines;
+    m_pane->update();
+}
+
+bool CardColumn::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() != QEvent::Paint)
+        return QWidget::eventFilter(object, event);
+    const QRect region = static_cast<QPaintEvent *>(event)->rect();
+    QPainter painter(m_pane);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const Line &line : qAsConst(m_lines)) {
+        if (!line.points.boundingRect().adjusted(-2, -2, 2, 2).intersects(region))
+            continue;
+        painter.setPen(QPen(line.color, line.width, line.width > 1 ? Qt::SolidLine : Qt::DotLine));
+        painter.drawPolyline(line.points);
+    }
+    return true;
 }
 
 QVector<int> CardColumn::tops(const QVector<int> &wanted, const QVector<int> &heights, int active,

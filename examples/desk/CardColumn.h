@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QPolygon>
 #include <QTimer>
 #include <QVector>
 #include <QWidget>
@@ -21,7 +22,6 @@ public:
     static constexpr int width = 264; /*!< pixels */
 
     explicit CardColumn(Editor *editor);
-    ~CardColumn() override;
 
     /*! The column's place in the editor; lines come to it from the left. */
     void setPlace(const QRect &place);
@@ -32,7 +32,7 @@ public:
     /*! From top to bottom. */
     const QVector<NoteCard *> &cards() const { return m_cards; }
     /*! The card of the note that the text cursor stands in; null where there is none. */
-    NoteCard *activeCard() const;
+    NoteCard *activeCard() const { return m_cards.value(activeIndex()); }
 
     /*!
         Where cards stand: as near to their lines as they can without overlap, in order.
@@ -43,8 +43,22 @@ public:
     static QVector<int> tops(const QVector<int> &wanted, const QVector<int> &heights, int active,
                              int gap);
 
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
 private:
-    class Lines;
+    /*! From the marked word to its card. */
+    struct Line
+    {
+        QPolygon points;
+        QColor color;
+        int width;
+
+        bool operator==(const Line &other) const
+        {
+            return points == other.points && color == other.color && width == other.width;
+        }
+    };
 
     void gather(const QVector<NoteCard *> &before);
     NoteCard *makeCard();
@@ -53,7 +67,8 @@ private:
     void drawLines(const QVector<int> &tops, int active);
 
     Editor *m_editor;
-    Lines *m_lines;
+    QWidget *m_pane; // above text and page, for the lines
+    QVector<Line> m_lines;
     QVector<NoteCard *> m_cards;
     QTimer m_timer;
     bool m_isFollowing = false;

@@ -1,18 +1,24 @@
 // SPDX-License-Identifier: MIT
-// The window's menus: a row for each command.
+// The window's menus, a row for each command, and what they do to notes.
 #include "CardColumn.h"
 #include "DeskWindow.h"
 #include "Docks.h"
 #include "Editor.h"
 #include "FindBar.h"
-#include "NoteEdits.h"
+#include "NoteCard.h"
+
+#include <text/MVRNoteEdits.h>
+#include <text/MVRNotesFilter.h>
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QColorDialog>
 #include <QComboBox>
+#include <QInputDialog>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QSettings>
 #include <QToolBar>
 
@@ -20,19 +26,13 @@ namespace {
 
 struct Command
 {
-    const char *menu; // where a new menu begins; null: in the one before
     const char *text; // null: a line between commands
     const char *keys;
-    void (*run)(DeskWindow &window);
+    void (*run)(DeskWindow &window); // null: begins a menu
 };
+constexpr Command line {nullptr, nullptr, nullptr};
 
-struct NoteColor
-{
-    const char *name;
-    const char *color;
-};
-
-constexpr NoteColor noteColors[] = {
+constexpr const char *noteColors[][2] = {
     {QT_TRANSLATE_NOOP("DeskWindow", "Yellow"), "#ffd23c"},
     {QT_TRANSLATE_NOOP("DeskWindow", "Orange"), "#ff9a3c"},
     {QT_TRANSLATE_NOOP("DeskWindow", "Red"), "#f06464"},
@@ -42,136 +42,140 @@ constexpr NoteColor noteColors[] = {
 };
 
 /*! The text that has the keyboard: the page's, or that of a card. */
-QTextEdit *focusedText(const DeskWindow &window)
+QTextEdit *focused(const DeskWindow &window)
 {
-    auto *focused = qobject_cast<QTextEdit *>(QApplication::focusWidget());
-    return focused ? focused : window.editor();
+    auto *text = qobject_cast<QTextEdit *>(QApplication::focusWidget());
+    return text ? text : window.editor();
 }
 
-void toggle(DeskWindow &window, void (*change)(QTextCharFormat &format))
+void toggleBold(DeskWindow &window)
 {
-    QTextCharFormat format = focusedText(window)->currentCharFormat();
-    change(format);
-    focusedText(window)->mergeCurrentCharFormat(format);
+    const bool isBold = focused(window)->fontWeight() > QFont::Normal;
+    focused(window)->setFontWeight(isBold ? QFont::Normal : QFont::Bold);
 }
 
-QIcon colorIcon(const QColor &color)
+QString author()
 {
-    QPixmap pixmap(16, 16);
-    pixmap.fill(color);
-    return QIcon(pixmap);
-}
-
-QString plainText(QString text)
-{
-    return text.remove(QLatin1Char('&'));
+    return QSettings().value(QStringLiteral("author"), qEnvironmentVariable("USER")).toString();
 }
 
 } // namespace
 
 void DeskWindow::makeActions()
 {
+    using Edits = MVRNoteEdits;
     static const Command commands[] = {
-        {QT_TR_NOOP("&File"), QT_TR_NOOP("&New text"), "Ctrl+N", [](auto &w) { w.start(false); }},
-        {nullptr, QT_TR_NOOP("New &screenplay"), "Ctrl+Shift+N", [](auto &w) { w.start(true); }},
-        {nullptr, QT_TR_NOOP("&Open…"), "Ctrl+O", [](auto &w) { w.openDialog(); }},
-        {nullptr, QT_TR_NOOP("&Save"), "Ctrl+S", [](auto &w) { w.saveFile(); }},
-        {nullptr, QT_TR_NOOP("Save &as…"), "Ctrl+Shift+S", [](auto &w) { w.saveAs(); }},
-        {nullptr, nullptr, nullptr, nullptr},
-        {nullptr, QT_TR_NOOP("Export O&DT…"), "",
-         [](auto &w) { w.exportFile(QStringLiteral("odt")); }},
-        {nullptr, QT_TR_NOOP("Export &PDF…"), "Ctrl+P",
-         [](auto &w) { w.exportFile(QStringLiteral("pdf")); }},
-        {nullptr, QT_TR_NOOP("Copy as &BBCode"), "Ctrl+Alt+B", [](auto &w) { w.copyBbCode(); }},
-        {nullptr, nullptr, nullptr, nullptr},
-        {nullptr, QT_TR_NOOP("&Quit"), "Ctrl+Q", [](auto &w) { w.close(); }},
-
-        {QT_TR_NOOP("&Edit"), QT_TR_NOOP("&Undo"), "Ctrl+Z",
-         [](auto &w) { focusedText(w)->undo(); }},
-        {nullptr, QT_TR_NOOP("&Redo"), "Ctrl+Shift+Z", [](auto &w) { focusedText(w)->redo(); }},
-        {nullptr, QT_TR_NOOP("Cu&t"), "Ctrl+X", [](auto &w) { focusedText(w)->cut(); }},
-        {nullptr, QT_TR_NOOP("&Copy"), "Ctrl+C", [](auto &w) { focusedText(w)->copy(); }},
-        {nullptr, QT_TR_NOOP("&Paste"), "Ctrl+V", [](auto &w) { focusedText(w)->paste(); }},
-        {nullptr, nullptr, nullptr, nullptr},
-        {nullptr, QT_TR_NOOP("&Find and replace…"), "Ctrl+F", [](auto &w) { w.m_find->open(); }},
-        {nullptr, QT_TR_NOOP("Find &next"), "F3", [](auto &w) { w.m_find->findNext(); }},
-        {nullptr, QT_TR_NOOP("Find &previous"), "Shift+F3",
-         [](auto &w) { w.m_find->findPrevious(); }},
-
-        {QT_TR_NOOP("F&ormat"), QT_TR_NOOP("&Bold"), "Ctrl+B",
+        {QT_TR_NOOP("&File"), nullptr, nullptr},
+        {QT_TR_NOOP("&New text"), "Ctrl+N", [](auto &w) { w.start(false); }},
+        {QT_TR_NOOP("New &screenplay"), "Ctrl+Shift+N", [](auto &w) { w.start(true); }},
+        {QT_TR_NOOP("&Open…"), "Ctrl+O", [](auto &w) { w.chooseFile(); }},
+        {QT_TR_NOOP("&Save"), "Ctrl+S", [](auto &w) { w.saveFile(); }},
+        {QT_TR_NOOP("Save &as…"), "Ctrl+Shift+S", [](auto &w) { w.saveAs(); }},
+        line,
+        {QT_TR_NOOP("Export O&DT…"), "", [](auto &w) { w.askForExport(QStringLiteral("odt")); }},
+        {QT_TR_NOOP("Export &PDF…"), "Ctrl+P",
+         [](auto &w) { w.askForExport(QStringLiteral("pdf")); }},
+        {QT_TR_NOOP("Copy as &BBCode"), "Ctrl+Alt+B",
          [](auto &w) {
-             toggle(w, [](QTextCharFormat &format) {
-                 const bool isBold = format.fontWeight() > QFont::Normal;
-                 format.setFontWeight(isBold ? QFont::Normal : QFont::Bold);
-             });
+             const QByteArray code = w.m_file.inFormat(QStringLiteral("bbcode"));
+             QApplication::clipboard()->setText(QString::fromUtf8(code));
+             w.say(tr("BBCode is on the clipboard, without notes."));
          }},
-        {nullptr, QT_TR_NOOP("&Italic"), "Ctrl+I",
-         [](auto &w) {
-             toggle(w, [](QTextCharFormat &format) { format.setFontItalic(!format.fontItalic()); });
-         }},
-        {nullptr, QT_TR_NOOP("&Underline"), "Ctrl+U",
-         [](auto &w) {
-             toggle(w, [](QTextCharFormat &format) {
-                 format.setFontUnderline(!format.fontUnderline());
-             });
-         }},
+        line,
+        {QT_TR_NOOP("&Quit"), "Ctrl+Q", [](auto &w) { w.close(); }},
 
-        {QT_TR_NOOP("&Notes"), QT_TR_NOOP("Add &comment"), "Ctrl+Alt+C",
+        {QT_TR_NOOP("&Edit"), nullptr, nullptr},
+        {QT_TR_NOOP("&Undo"), "Ctrl+Z", [](auto &w) { focused(w)->undo(); }},
+        {QT_TR_NOOP("&Redo"), "Ctrl+Shift+Z", [](auto &w) { focused(w)->redo(); }},
+        {QT_TR_NOOP("Cu&t"), "Ctrl+X", [](auto &w) { focused(w)->cut(); }},
+        {QT_TR_NOOP("&Copy"), "Ctrl+C", [](auto &w) { focused(w)->copy(); }},
+        {QT_TR_NOOP("&Paste"), "Ctrl+V", [](auto &w) { focused(w)->paste(); }},
+        line,
+        {QT_TR_NOOP("&Find and replace…"), "Ctrl+F", [](auto &w) { w.m_find->open(); }},
+        {QT_TR_NOOP("Find &next"), "F3", [](auto &w) { w.m_find->find(); }},
+        {QT_TR_NOOP("Find &previous"), "Shift+F3",
+         [](auto &w) { w.m_find->find(QTextDocument::FindBackward); }},
+
+        {QT_TR_NOOP("F&ormat"), nullptr, nullptr},
+        {QT_TR_NOOP("&Bold"), "Ctrl+B", toggleBold},
+        {QT_TR_NOOP("&Italic"), "Ctrl+I",
+         [](auto &w) { focused(w)->setFontItalic(!focused(w)->fontItalic()); }},
+        {QT_TR_NOOP("&Underline"), "Ctrl+U",
+         [](auto &w) { focused(w)->setFontUnderline(!focused(w)->fontUnderline()); }},
+
+        {QT_TR_NOOP("&Notes"), nullptr, nullptr},
+        {QT_TR_NOOP("Add &comment"), "Ctrl+Alt+C",
          [](auto &w) { w.addNote(MVRTextNote::Comment); }},
-        {nullptr, QT_TR_NOOP("Add &footnote"), "Ctrl+Alt+F",
+        {QT_TR_NOOP("Add &footnote"), "Ctrl+Alt+F",
          [](auto &w) { w.addNote(MVRTextNote::Footnote); }},
-        {nullptr, QT_TR_NOOP("Mark as &annotation"), "Ctrl+Alt+A",
+        {QT_TR_NOOP("Mark as &annotation"), "Ctrl+Alt+A",
          [](auto &w) { w.addNote(MVRTextNote::InlineAnnotation); }},
-        {nullptr, QT_TR_NOOP("Mark as footnote in the te&xt"), "Ctrl+Alt+X",
+        {QT_TR_NOOP("Mark as footnote in the te&xt"), "Ctrl+Alt+X",
          [](auto &w) { w.addNote(MVRTextNote::InlineFootnote); }},
-        {nullptr, nullptr, nullptr, nullptr},
-        {nullptr, QT_TR_NOOP("&Edit the note"), "F2", [](auto &w) { w.goToCard(); }},
-        {nullptr, QT_TR_NOOP("&Resolve (remove)"), "Ctrl+Alt+R", [](auto &w) { w.removeNote(); }},
-        {nullptr, QT_TR_NOOP("&Next note"), "F8", [](auto &w) { w.jumpToNote(1); }},
-        {nullptr, QT_TR_NOOP("&Previous note"), "Shift+F8", [](auto &w) { w.jumpToNote(-1); }},
-        {nullptr, nullptr, nullptr, nullptr},
-        {nullptr, QT_TR_NOOP("Move into the &text"), "Ctrl+Alt+T",
-         [](auto &w) { NoteEdits::moveToText(w.m_editor->document(), w.m_editor->textCursor()); }},
-        {nullptr, QT_TR_NOOP("Move into the &margin"), "Ctrl+Alt+M",
+        line,
+        {QT_TR_NOOP("&Edit the note"), "F2", [](auto &w) { w.goToCard(); }},
+        {QT_TR_NOOP("&Resolve, or take up again"), "Ctrl+Alt+R",
          [](auto &w) {
-             NoteEdits::moveToMargin(w.m_editor->document(), w.m_editor->textCursor());
+             w.changeNote(
+                 [](auto *text, auto &note) { Edits::setResolved(text, note, !note.isResolved); });
          }},
-        {nullptr, QT_TR_NOOP("Tr&im"), "",
-         [](auto &w) { NoteEdits::trim(w.m_editor->document()); }},
-        {nullptr, QT_TR_NOOP("Enc&lose annotations…"), "", [](auto &w) { w.encloseNotes(); }},
-        {nullptr, QT_TR_NOOP("Footnotes to en&d notes"), "",
-         [](auto &w) { NoteEdits::footnotesToEndNotes(w.m_editor->document()); }},
-        {nullptr, QT_TR_NOOP("&Your name…"), "", [](auto &w) { w.askForName(); }},
+        {QT_TR_NOOP("Remo&ve"), "Ctrl+Alt+D", [](auto &w) { w.changeNote(Edits::remove); }},
+        {QT_TR_NOOP("&Next note"), "F8", [](auto &w) { w.jumpToNote(1); }},
+        {QT_TR_NOOP("&Previous note"), "Shift+F8", [](auto &w) { w.jumpToNote(-1); }},
+        line,
+        {QT_TR_NOOP("Move into the &text"), "Ctrl+Alt+T",
+         [](auto &w) { Edits::moveToText(w.m_editor->document(), w.m_editor->textCursor()); }},
+        {QT_TR_NOOP("Move into the &margin"), "Ctrl+Alt+M",
+         [](auto &w) { Edits::moveToMargin(w.m_editor->document(), w.m_editor->textCursor()); }},
+        {QT_TR_NOOP("Tr&im"), "", [](auto &w) { Edits::trim(w.m_editor->document()); }},
+        {QT_TR_NOOP("Enc&lose annotations…"), "", [](auto &w) { w.encloseNotes(); }},
+        {QT_TR_NOOP("Footnotes to en&d notes"), "",
+         [](auto &w) { Edits::footnotesToEndNotes(w.m_editor->document()); }},
+        {QT_TR_NOOP("&Your name…"), "",
+         [](auto &w) {
+             bool isGiven = false;
+             const QString name
+                 = QInputDialog::getText(&w, tr("Your name"), tr("Who writes the notes:"),
+                                         QLineEdit::Normal, author(), &isGiven);
+             if (isGiven)
+                 QSettings().setValue(QStringLiteral("author"), name);
+         }},
 
-        {QT_TR_NOOP("&View"), QT_TR_NOOP("&Markup codes"), "Ctrl+Alt+K",
-         [](auto &w) { w.showMarkup(); }},
+        {QT_TR_NOOP("&View"), nullptr, nullptr},
+        {QT_TR_NOOP("&Markup codes"), "Ctrl+Alt+K", [](auto &w) { w.showMarkup(); }},
     };
     QMenu *menu = nullptr;
     for (const Command &command : commands) {
-        if (command.menu)
-            menu = menuBar()->addMenu(tr(command.menu));
         if (!command.text) {
             menu->addSeparator();
             continue;
         }
+        if (!command.run) {
+            menu = menuBar()->addMenu(tr(command.text));
+            continue;
+        }
         QAction *action = menu->addAction(tr(command.text));
-        action->setObjectName(plainText(QString::fromUtf8(command.text)));
+        action->setObjectName(QString::fromUtf8(command.text).remove(QLatin1Char('&')));
         action->setShortcut(QKeySequence(QLatin1String(command.keys)));
         connect(action, &QAction::triggered, this, [this, run = command.run] { run(*this); });
-        if (action->objectName() == QStringLiteral("Open…"))
+        if (action->shortcut() == QKeySequence(Qt::CTRL | Qt::Key_O))
             fillRecentFiles(menu->addMenu(tr("Open &recent")));
         if (action->shortcut() == QKeySequence(Qt::Key_F2))
             fillColors(menu->addMenu(tr("C&olor")));
     }
     makeViewActions(menu);
+    makeToolBar();
 }
 
 void DeskWindow::makeViewActions(QMenu *menu)
 {
-    menu->addAction(m_notesDock->toggleViewAction());
-    m_notesDock->toggleViewAction()->setShortcut(QKeySequence(QStringLiteral("F9")));
-    menu->addAction(m_scenesDock->toggleViewAction());
-    m_scenesDock->toggleViewAction()->setShortcut(QKeySequence(QStringLiteral("F10")));
+    auto *notes = new NotesDock(m_editor, this);
+    addDockWidget(Qt::LeftDockWidgetArea, notes);
+    notes->hide();
+    menu->addAction(notes->toggleViewAction());
+    notes->toggleViewAction()->setShortcut(QKeySequence(Qt::Key_F9));
+    menu->addAction(m_scenes->toggleViewAction());
+    m_scenes->toggleViewAction()->setShortcut(QKeySequence(Qt::Key_F10));
     QAction *dark = menu->addAction(tr("&Dark"));
     dark->setCheckable(true);
     dark->setChecked(QSettings().value(QStringLiteral("dark")).toBool());
@@ -179,9 +183,11 @@ void DeskWindow::makeViewActions(QMenu *menu)
         QSettings().setValue(QStringLiteral("dark"), isDark);
         setDark(isDark);
     });
-    QMenu *elements = menuBar()->addMenu(tr("E&lement"));
-    connect(elements, &QMenu::aboutToShow, this, [this, elements] { fillElements(elements); });
+    m_elements = menuBar()->addMenu(tr("E&lement"));
+}
 
+void DeskWindow::makeToolBar()
+{
     QToolBar *bar = addToolBar(tr("Tools"));
     bar->setObjectName(QStringLiteral("Tools"));
     for (const char *name :
@@ -191,6 +197,10 @@ void DeskWindow::makeViewActions(QMenu *menu)
     m_element->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     bar->addSeparator();
     bar->addWidget(m_element);
+    connect(m_element, &QComboBox::textActivated, this, [this](const QString &name) {
+        m_editor->setElement(name);
+        m_editor->setFocus();
+    });
 }
 
 void DeskWindow::fillRecentFiles(QMenu *menu)
@@ -199,32 +209,110 @@ void DeskWindow::fillRecentFiles(QMenu *menu)
         menu->clear();
         const QStringList recent = QSettings().value(QStringLiteral("recent")).toStringList();
         for (const QString &path : recent)
-            menu->addAction(path, this, [this, path] { openDropped(path); });
+            menu->addAction(path, this, [this, path] { openAfterAsking(path); });
     });
 }
 
 void DeskWindow::fillColors(QMenu *menu)
 {
-    for (const NoteColor &row : noteColors) {
-        const QColor color(QLatin1String(row.color));
-        menu->addAction(colorIcon(color), tr(row.name), this,
-                        [this, color] { setNoteColor(color); });
+    const auto colorNote = [this](const QColor &color) {
+        if (!color.isValid())
+            return;
+        changeNote([color](auto *text, auto &note) { MVRNoteEdits::setColor(text, note, color); });
+    };
+    for (const auto &[name, value] : noteColors) {
+        const auto color = QColor(QLatin1String(value));
+        QPixmap sample(16, 16);
+        sample.fill(color);
+        menu->addAction(sample, tr(name), this, [colorNote, color] { colorNote(color); });
     }
     menu->addAction(tr("&Other…"), this,
-                    [this] { setNoteColor(QColorDialog::getColor(Qt::white, this)); });
+                    [this, colorNote] { colorNote(QColorDialog::getColor(Qt::white, this)); });
 }
 
-/*! The elements with the keys that the file gives them. */
-void DeskWindow::fillElements(QMenu *menu)
+/*! Menu and box of the elements, with the keys that the file gives them. */
+void DeskWindow::fillElements()
 {
-    menu->clear();
-    const Elements &elements = m_editor->elements();
-    const QStringList names = elements.names();
-    for (const QString &name : names) {
-        QAction *action = menu->addAction(name, this, [this, name] { m_editor->setElement(name); });
+    const MVRScreenplayElements &elements = m_editor->elements();
+    m_element->clear();
+    m_element->addItems(elements.names());
+    m_element->setEnabled(m_file.isScreenplay());
+    m_elements->clear();
+    m_elements->setEnabled(m_file.isScreenplay());
+    for (const QString &name : elements.names()) {
+        QAction *action
+            = m_elements->addAction(name, this, [this, name] { m_editor->setElement(name); });
         if (!elements.shortcut(name).isEmpty())
             action->setShortcut(QKeySequence(QLatin1String("Ctrl+") + elements.shortcut(name)));
     }
+}
+
+void DeskWindow::addNote(MVRTextNote::Kind kind)
+{
+    const MVRTextRange range = MVRNoteEdits::add(m_editor->textCursor(), kind, author());
+    if (range.start == range.end)
+        return say(tr("There is no word for the note."));
+    m_editor->jumpTo(range.start);
+    if (!MVRTextNote::isInline(kind))
+        goToCard();
+}
+
+void DeskWindow::goToCard()
+{
+    m_editor->cards()->follow();
+    if (NoteCard *card = m_editor->cards()->activeCard())
+        card->edit();
+}
+
+/*! The row of the note at the text cursor; -1 where there is none. */
+int DeskWindow::currentNote() const
+{
+    const int position = m_editor->textCursor().position();
+    const int row = m_editor->notes()->rowAt(position);
+    return row < 0 && position > 0 ? m_editor->notes()->rowAt(position - 1) : row;
+}
+
+void DeskWindow::jumpToNote(int direction)
+{
+    const MVRNotesFilter *filter = m_editor->filter();
+    const int position = m_editor->textCursor().position();
+    const int row
+        = direction > 0 ? filter->firstFrom(position + 1) : filter->firstFrom(position) - 1;
+    if (row >= 0 && row < filter->rowCount())
+        m_editor->jumpTo(filter->note(row).range.start);
+}
+
+/*! Does something to the note at the text cursor. */
+void DeskWindow::changeNote(const std::function<void(QTextDocument *, const MVRTextNote &)> &change)
+{
+    m_editor->cards()->commit();
+    if (currentNote() >= 0)
+        change(m_editor->document(), m_editor->notes()->note(currentNote()));
+    m_editor->setFocus();
+}
+
+void DeskWindow::encloseNotes()
+{
+    bool isGiven = false;
+    const QString marks
+        = QInputDialog::getText(this, tr("Enclose annotations"),
+                                tr("What stands in front of an annotation, a blank, what behind:"),
+                                QLineEdit::Normal, QStringLiteral("[ ]"), &isGiven);
+    if (isGiven)
+        MVRNoteEdits::enclose(m_editor->document(), marks.section(QLatin1Char(' '), 0, 0),
+                              marks.section(QLatin1Char(' '), 1));
+}
+
+void DeskWindow::showMarkup()
+{
+    auto *view = new QPlainTextEdit(m_file.markup(), this);
+    view->setWindowFlags(Qt::Dialog);
+    view->setAttribute(Qt::WA_DeleteOnClose);
+    view->setWindowTitle(tr("Markup codes"));
+    view->setAccessibleName(view->windowTitle());
+    view->setReadOnly(true);
+    view->resize(700, 500);
+    view->show();
 }
 
 void DeskWindow::setDark(bool isDark)

@@ -2,24 +2,18 @@
 #include "DeskWindow.h"
 
 #include "CardColumn.h"
-#include "Counts.h"
 #include "Docks.h"
 #include "Editor.h"
-#include "Exports.h"
 #include "FindBar.h"
 
-#include <pages/MVRScreenplayPages.h>
+#include <text/MVRWordCounter.h>
 
-#include <QApplication>
-#include <QClipboard>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QPlainTextEdit>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTextBlock>
@@ -28,21 +22,19 @@
 namespace {
 
 constexpr int recentFiles = 10;
-constexpr int pagesPause = 700; // ms without an edit before pages are counted
+constexpr int countsPause = 50; // ms without an edit before counts are shown
+constexpr int pagesPause = 700; // the same for pages
 
 } // namespace
 
 DeskWindow::DeskWindow()
     : m_editor(new Editor(this))
     , m_find(new FindBar(m_editor, this))
-    , m_notesDock(new NotesDock(m_editor, this))
-    , m_scenesDock(new ScenesDock(m_editor, this))
+    , m_scenes(new ScenesDock(m_editor, this))
     , m_element(new QComboBox(this))
     , m_counts(new QLabel(this))
     , m_pages(new QLabel(this))
-    , m_recovery(new Recovery(
-          [this](const QString &path) { return m_file.saveCopy(*m_editor->document(), path); },
-          this))
+    , m_recovery(new MVRRecovery([this] { return m_file.copyWriter(); }, this))
 {
     auto *page = new QWidget(this);
     auto *layout = new QVBoxLayout(page);
@@ -51,66 +43,56 @@ DeskWindow::DeskWindow()
     layout->addWidget(m_editor);
     layout->addWidget(m_find);
     setCentralWidget(page);
-    addDockWidget(Qt::LeftDockWidgetArea, m_scenesDock);
-    addDockWidget(Qt::LeftDockWidgetArea, m_notesDock);
-    m_notesDock->hide();
+    addDockWidget(Qt::LeftDockWidgetArea, m_scenes);
     statusBar()->addPermanentWidget(m_pages);
     statusBar()->addPermanentWidget(m_counts);
     setAcceptDrops(true);
     makeActions();
 
-    m_pagesTimer.setSingleShot(true);
-    m_pagesTimer.setInterval(pagesPause);
-    connect(&m_pagesTimer, &QTimer::timeout, this, &DeskWindow::refreshPages);
-    m_countsTimer.setSingleShot(true);
-    m_countsTimer.setInterval(50);
-    connect(&m_countsTimer, &QTimer::timeout, this, &DeskWindow::showCounts);
+    const auto runLater = [this](QTimer &timer, int pause, void (DeskWindow::*run)()) {
+        timer.setSingleShot(true);
+        timer.setInterval(pause);
+        connect(&timer, &QTimer::timeout, this, run);
+    };
+    runLater(m_pagesTimer, pagesPause, &DeskWindow::refreshPages);
+    runLater(m_countsTimer, countsPause, &DeskWindow::showCounts);
+    const auto startCounts = QOverload<>::of(&QTimer::start);
     connect(m_editor, &QTextEdit::textChanged, this, &DeskWindow::followEdit);
-    connect(m_editor, &QTextEdit::cursorPositionChanged, &m_countsTimer,
-            QOverload<>::of(&QTimer::start));
-    connect(m_editor, &QTextEdit::selectionChanged, &m_countsTimer,
-            QOverload<>::of(&QTimer::start));
-    connect(m_editor, &Editor::fileDropped, this, &DeskWindow::openDropped, Qt::QueuedConnection);
-    connect(m_element, &QComboBox::textActivated, this, [this](const QString &name) {
-        m_editor->setElement(name);
-        m_editor->setFocus();
-    });
+    connect(m_editor, &QTextEdit::cursorPositionChanged, &m_countsTimer, startCounts);
+    connect(m_editor, &QTextEdit::selectionChanged, &m_countsTimer, startCounts);
+    connect(m_editor, &Editor::fileDropped, this, &DeskWindow::openAfterAsking,
+            Qt::QueuedConnection);
     resize(1200, 800);
     const QSettings settings;
     restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
     restoreState(settings.value(QStringLiteral("state")).toByteArray());
-    start(false);
+    showText();
 }
-
-DeskWindow::~DeskWindow() = default;
 
 void DeskWindow::start(bool isScreenplay)
 {
     if (!mayLeave())
         return;
     rememberPlace();
-    showDocument(m_file.startNew(isScreenplay));
-    if (isScreenplay)
-        m_editor->elements().apply(m_editor->textCursor(), QStringLiteral("Scene Heading"));
+    m_file.startNew(isScreenplay);
+    showText();
+    m_editor->setElement(QStringLiteral("Scene Heading")); // which a text has not
     m_editor->document()->setModified(false);
 }
 
-void DeskWindow::showDocument(std::unique_ptr<QTextDocument> document)
+void DeskWindow::showText()
 {
-    Elements elements;
-    if (m_file.isScreenplay())
-        elements = Elements(m_file.script()->elementSettings());
-    m_editor->show(std::move(document), elements);
+    const MVRScreenplayElements elements = m_file.elements();
+    m_editor->show(m_file.text(), elements);
     connect(m_editor->document(), &QTextDocument::modificationChanged, this,
             &QWidget::setWindowModified);
     m_recovery->drop();
-    m_element->clear();
-    m_element->addItems(elements.names());
-    m_element->setEnabled(m_file.isScreenplay());
-    m_scenesDock->setVisible(m_file.isScreenplay());
+    fillElements();
+    m_scenes->setVisible(m_file.isScreenplay());
     const QString name = QFileInfo(m_file.path()).fileName();
     setWindowTitle((name.isEmpty() ? tr("Untitled") : name) + QLatin1String("[*]"));
-    setWindowModified(m_editor->document()->isModified());
+    m_editor->document()->setModified(false);
+    setWindowModified(false);
     refreshPages();
     showCounts();
     m_editor->setFocus();
@@ -121,12 +103,11 @@ bool DeskWindow::open(const QString &path)
     const QString absolute = QFileInfo(path).absoluteFilePath();
     QString error;
     rememberPlace();
-    auto document = m_file.open(absolute, &error);
-    if (!document) {
+    if (!m_file.open(absolute, &error)) {
         complain(tr("%1 cannot be opened.").arg(path), error);
         return false;
     }
-    showDocument(std::move(document));
+    showText();
     QSettings settings;
     QStringList recent = settings.value(QStringLiteral("recent")).toStringList();
     recent.removeAll(absolute);
@@ -153,14 +134,13 @@ void DeskWindow::rememberPlace()
     settings.setValue(QStringLiteral("places"), places);
 }
 
-void DeskWindow::openDialog()
+void DeskWindow::chooseFile()
 {
-    const QString path = QFileDialog::getOpenFileName(
-        this, tr("Open"), QFileInfo(m_file.path()).path(), Manuscript::openFilter());
-    openDropped(path);
+    openAfterAsking(QFileDialog::getOpenFileName(this, tr("Open"), QFileInfo(m_file.path()).path(),
+                                                 Manuscript::openFilter()));
 }
 
-void DeskWindow::openDropped(const QString &path)
+void DeskWindow::openAfterAsking(const QString &path)
 {
     if (!path.isEmpty() && mayLeave())
         open(path);
@@ -168,16 +148,29 @@ void DeskWindow::openDropped(const QString &path)
 
 bool DeskWindow::save(const QString &path)
 {
-    m_editor->cards()->commit();
-    QString error;
-    if (!m_file.save(*m_editor->document(), QFileInfo(path).absoluteFilePath(), &error)) {
-        complain(tr("%1 cannot be saved.").arg(path), error);
+    const QString before = m_file.path();
+    if (!exportAs(path))
         return false;
-    }
+    m_file.setPath(QFileInfo(path).absoluteFilePath());
     m_editor->document()->setModified(false);
     m_recovery->drop();
     setWindowTitle(QFileInfo(path).fileName() + QLatin1String("[*]"));
-    statusBar()->showMessage(tr("Saved"), 3000);
+    // In a file of another kind the text is what that kind can hold.
+    const int place = m_editor->textCursor().position();
+    if (QFileInfo(before).suffix() != QFileInfo(path).suffix() && open(path))
+        m_editor->jumpTo(place);
+    return true;
+}
+
+bool DeskWindow::exportAs(const QString &path)
+{
+    m_editor->cards()->commit();
+    QString error;
+    if (!m_file.save(QFileInfo(path).absoluteFilePath(), &error)) {
+        complain(tr("%1 cannot be saved.").arg(path), error);
+        return false;
+    }
+    say(tr("Saved.") + QLatin1Char(' ') + m_file.fateOfNotes(path));
     return true;
 }
 
@@ -195,6 +188,17 @@ bool DeskWindow::saveAs()
     if (QFileInfo(path).suffix().isEmpty())
         path += QLatin1Char('.') + m_file.copySuffix();
     return save(path);
+}
+
+void DeskWindow::askForExport(const QString &suffix)
+{
+    const QFileInfo from(m_file.path());
+    const QString proposal
+        = from.path() + QLatin1Char('/') + from.completeBaseName() + QLatin1Char('.') + suffix;
+    const QString path
+        = QFileDialog::getSaveFileName(this, tr("Export"), proposal, QLatin1String("*.") + suffix);
+    if (!path.isEmpty())
+        exportAs(path);
 }
 
 /*! Whether the text may be closed; asks when it is not saved. */
@@ -222,75 +226,40 @@ void DeskWindow::closeEvent(QCloseEvent *event)
 
 void DeskWindow::dragEnterEvent(QDragEnterEvent *event)
 {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    if (!urls.isEmpty() && Manuscript::canOpen(urls.first().toLocalFile()))
+    if (event->mimeData()->urls().value(0).isLocalFile())
         event->acceptProposedAction();
 }
 
 void DeskWindow::dropEvent(QDropEvent *event)
 {
-    openDropped(event->mimeData()->urls().value(0).toLocalFile());
+    openAfterAsking(event->mimeData()->urls().value(0).toLocalFile());
 }
 
 void DeskWindow::offerRecovery()
 {
-    for (const Recovery::Copy &copy : Recovery::leftCopies()) {
+    for (const MVRRecovery::Copy &copy : MVRRecovery::leftCopies()) {
         const QString name
             = copy.original.isEmpty() ? tr("Untitled") : QFileInfo(copy.original).fileName();
         const auto answer = QMessageBox::question(
             this, QString(), tr("%1 was not saved when the program ended. Restore it?").arg(name),
             QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
-        QString error;
         if (answer == QMessageBox::Cancel || (answer == QMessageBox::Yes && !mayLeave()))
             continue;
+        QString error;
+        if (answer == QMessageBox::Yes && !m_file.open(copy.file, &error)) {
+            complain(tr("%1 cannot be opened.").arg(copy.file), error);
+            continue;
+        }
         if (answer == QMessageBox::Yes) {
-            auto document = m_file.open(copy.file, &error);
-            if (!document) {
-                complain(tr("%1 cannot be opened.").arg(copy.file), error);
-                continue;
-            }
             m_file.setPath(copy.original);
-            showDocument(std::move(document));
+            showText();
             m_editor->document()->setModified(true);
             followEdit();
             m_recovery->write();
+            m_recovery->wait(); // then the other copy may go
         }
-        Recovery::remove(copy);
+        MVRRecovery::remove(copy);
     }
-}
-
-void DeskWindow::exportFile(const QString &suffix)
-{
-    const QFileInfo from(m_file.path());
-    const QString proposal
-        = from.path() + QLatin1Char('/') + from.completeBaseName() + QLatin1Char('.') + suffix;
-    const QString path
-        = QFileDialog::getSaveFileName(this, tr("Export"), proposal, QLatin1String("*.") + suffix);
-    if (path.isEmpty())
-        return;
-    const bool isWritten = suffix == QLatin1String("odt")
-        ? Exports::writeOdt(*m_editor->document(), path)
-        : Exports::writePdf(*m_editor->document(), m_file, path);
-    if (!isWritten)
-        complain(tr("%1 cannot be saved.").arg(path), QString());
-}
-
-void DeskWindow::copyBbCode()
-{
-    QApplication::clipboard()->setText(Exports::bbCode(*m_editor->document()));
-    statusBar()->showMessage(tr("BBCode is on the clipboard"), 3000);
-}
-
-void DeskWindow::showMarkup()
-{
-    auto *view = new QPlainTextEdit(Exports::markup(*m_editor->document()), this);
-    view->setWindowFlags(Qt::Dialog);
-    view->setAttribute(Qt::WA_DeleteOnClose);
-    view->setWindowTitle(tr("Markup codes"));
-    view->setAccessibleName(view->windowTitle());
-    view->setReadOnly(true);
-    view->resize(700, 500);
-    view->show();
 }
 
 /*! Costs nothing that grows with the text: it runs at every key. */
@@ -306,15 +275,15 @@ void DeskWindow::followEdit()
 
 void DeskWindow::showCounts()
 {
-    const Counts::Words words = m_editor->counts().words();
+    const MVRWordCounter::Words words = m_editor->words().words();
     QStringList parts = {tr("%n words", nullptr, words.all)};
     if (words.outsideNotes != words.all)
         parts << tr("%1 without notes").arg(words.outsideNotes);
     const QTextCursor cursor = m_editor->textCursor();
     if (cursor.hasSelection())
-        parts << tr("%1 selected").arg(Counts::words(cursor));
+        parts << tr("%1 selected").arg(MVRWordCounter::words(cursor));
     m_counts->setText(parts.join(QStringLiteral(" · ")));
-    m_element->setCurrentText(Elements::of(cursor.block()));
+    m_element->setCurrentText(MVRScreenplayElements::elementOf(cursor.block()));
 }
 
 void DeskWindow::refreshPages()
@@ -323,11 +292,15 @@ void DeskWindow::refreshPages()
         return m_pages->clear();
     QElapsedTimer cost;
     cost.start();
-    const int count = m_file.pages(*m_editor->document()).pages().size();
-    m_pages->setText(tr("%n pages", nullptr, count));
-    m_scenesDock->refresh();
+    m_pages->setText(tr("%n pages", nullptr, m_file.pageCount()));
+    m_scenes->refresh();
     // A long script has to wait for a longer pause.
     m_pagesTimer.setInterval(pagesPause + 20 * int(qMin(cost.elapsed(), qint64(3000))));
+}
+
+void DeskWindow::say(const QString &text)
+{
+    statusBar()->showMessage(text, 5000);
 }
 
 void DeskWindow::complain(const QString &what, const QString &why)

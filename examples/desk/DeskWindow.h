@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Manuscript.h"
-#include "Recovery.h"
 
 #include <text/MVRTextNote.h>
 
@@ -10,10 +9,9 @@
 
 class Editor;
 class FindBar;
-class NotesDock;
+class ScenesDock;
 class QComboBox;
 class QLabel;
-class ScenesDock;
 
 /*! A window with one text, its notes in the margin. */
 class DeskWindow : public QMainWindow
@@ -22,17 +20,16 @@ class DeskWindow : public QMainWindow
 
 public:
     DeskWindow();
-    ~DeskWindow() override;
 
     Editor *editor() const { return m_editor; }
     FindBar *findBar() const { return m_find; }
     /*! Opens a file in place of the one before; says so and returns false where that fails. */
     bool open(const QString &path);
     bool save(const QString &path);
+    /*! Writes a file that is not opened for it: ODT, PDF. */
+    bool exportAs(const QString &path);
     /*! Asks what to do with the copies that a crash left. */
     void offerRecovery();
-    /*! Adds a note and lets the writer write it. */
-    void addNote(MVRTextNote::Kind kind);
     static void setDark(bool isDark);
 
 protected:
@@ -41,49 +38,46 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
-    // DeskActions.cpp
+    // DeskActions.cpp: menus, and what they do to notes
     void makeActions();
     void makeViewActions(QMenu *menu);
+    void makeToolBar();
     void fillRecentFiles(QMenu *menu);
     void fillColors(QMenu *menu);
-    void fillElements(QMenu *menu);
-
-    // DeskNotes.cpp
+    void fillElements();
+    void addNote(MVRTextNote::Kind kind);
+    void goToCard();
     int currentNote() const;
     void jumpToNote(int direction);
-    void setNoteColor(const QColor &color);
-    void removeNote();
-    void goToCard();
+    void changeNote(const std::function<void(QTextDocument *, const MVRTextNote &)> &change);
     void encloseNotes();
-    void askForName();
-    QString author() const;
+    void showMarkup();
 
     // DeskWindow.cpp
     void start(bool isScreenplay);
-    void openDialog();
-    void openDropped(const QString &path);
+    void openAfterAsking(const QString &path);
+    void chooseFile();
     bool saveFile();
     bool saveAs();
     bool mayLeave();
     void rememberPlace();
-    void exportFile(const QString &suffix);
-    void copyBbCode();
-    void showMarkup();
-    void showDocument(std::unique_ptr<QTextDocument> document);
+    void askForExport(const QString &suffix);
+    void showText();
     void followEdit();
     void showCounts();
     void refreshPages();
+    void say(const QString &text);
     void complain(const QString &what, const QString &why);
 
     Manuscript m_file;
     Editor *m_editor;
     FindBar *m_find;
-    NotesDock *m_notesDock;
-    ScenesDock *m_scenesDock;
+    ScenesDock *m_scenes;
+    QMenu *m_elements = nullptr;
     QComboBox *m_element;
     QLabel *m_counts;
     QLabel *m_pages;
-    Recovery *m_recovery;
+    MVRRecovery *m_recovery;
     QTimer m_pagesTimer; // counts pages when nobody types
     QTimer m_countsTimer;
 };

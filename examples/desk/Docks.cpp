@@ -2,12 +2,12 @@
 #include "Docks.h"
 
 #include "Editor.h"
-#include "NoteFilter.h"
 
 #include <finaldraft/MVRFinalDraftFile.h>
+#include <text/MVRNotesFilter.h>
 
+#include <QCheckBox>
 #include <QComboBox>
-#include <QEvent>
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QListWidget>
@@ -36,53 +36,53 @@ public:
 NotesDock::NotesDock(Editor *editor, QWidget *parent)
     : QDockWidget(tr("Notes"), parent)
     , m_editor(editor)
-    , m_list(new QTreeView(this))
 {
     setObjectName(QStringLiteral("NotesDock"));
     auto *page = new QWidget(this);
     auto *layout = new QFormLayout(page);
-    layout->addRow(tr("&Kind"), addChoice(MVRNotesModel::KindColumn, tr("Kind of notes")));
-    layout->addRow(tr("&Author"), addChoice(MVRNotesModel::AuthorColumn, tr("Author of notes")));
-    layout->addRow(tr("Co&lor"), addChoice(MVRNotesModel::ColorColumn, tr("Color of notes")));
-    m_list->setAccessibleName(tr("List of notes"));
-    m_list->setRootIsDecorated(false);
-    m_list->setUniformRowHeights(true);
-    m_list->setModel(editor->filter());
-    m_list->header()->setStretchLastSection(true);
-    for (const int column : {int(MVRNotesModel::ColorColumn), int(MVRNotesModel::DateColumn)})
-        m_list->hideColumn(column);
-    connect(m_list, &QTreeView::activated, editor, [editor](const QModelIndex &index) {
+    addChoice(layout, tr("&Kind"), MVRNotesModel::KindColumn);
+    addChoice(layout, tr("&Author"), MVRNotesModel::AuthorColumn);
+    addChoice(layout, tr("Co&lor"), MVRNotesModel::ColorColumn);
+    auto *resolved = new QCheckBox(tr("Resol&ved notes"));
+    resolved->setChecked(true);
+    connect(resolved, &QCheckBox::toggled, editor->filter(), &MVRNotesFilter::setShowsResolved);
+    layout->addRow(resolved);
+    auto *list = new QTreeView(this);
+    list->setAccessibleName(tr("List of notes"));
+    list->setRootIsDecorated(false);
+    list->setUniformRowHeights(true);
+    list->setModel(editor->filter());
+    list->hideColumn(MVRNotesModel::ColorColumn);
+    list->hideColumn(MVRNotesModel::DateColumn);
+    connect(list, &QTreeView::activated, editor, [editor](const QModelIndex &index) {
         editor->jumpTo(index.data(MVRNotesModel::StartRole).toInt());
         editor->setFocus();
     });
-    layout->addRow(m_list);
+    layout->addRow(list);
     setWidget(page);
 }
 
-QComboBox *NotesDock::addChoice(int column, const QString &name)
+void NotesDock::addChoice(QFormLayout *layout, const QString &name, MVRNotesModel::Column column)
 {
     auto *choice = new LateBox;
-    choice->setAccessibleName(name);
+    layout->addRow(name, choice);
+    choice->setAccessibleName(QString(name).remove(QLatin1Char('&')));
     choice->addItem(tr("All"));
-    choice->fill = [this, choice, column] { fill(choice, column); };
-    connect(choice, QOverload<int>::of(&QComboBox::activated), this, [this, choice, column] {
-        m_editor->filter()->setWanted(MVRNotesModel::Column(column),
-                                      choice->currentData().toString());
+    MVRNotesFilter *filter = m_editor->filter();
+    choice->fill = [choice, column, filter] {
+        const QString wanted = choice->currentData().toString();
+        choice->clear();
+        choice->addItem(tr("All"), QString());
+        for (const QString &value : filter->values(column)) {
+            choice->addItem(value, value);
+            if (column == MVRNotesModel::ColorColumn)
+                choice->setItemData(choice->count() - 1, QColor(value), Qt::DecorationRole);
+        }
+        choice->setCurrentIndex(qMax(0, choice->findData(wanted)));
+    };
+    connect(choice, QOverload<int>::of(&QComboBox::activated), filter, [choice, column, filter] {
+        filter->setWanted(column, choice->currentData().toString());
     });
-    return choice;
-}
-
-void NotesDock::fill(QComboBox *choice, int column)
-{
-    const QVariant wanted = choice->currentData();
-    choice->clear();
-    const QStringList values = m_editor->filter()->values(MVRNotesModel::Column(column));
-    for (const QString &value : values) {
-        choice->addItem(value.isEmpty() ? tr("All") : value, value);
-        if (column == MVRNotesModel::ColorColumn && !value.isEmpty())
-            choice->setItemData(choice->count() - 1, QColor(value), Qt::DecorationRole);
-    }
-    choice->setCurrentIndex(qMax(0, choice->findData(wanted)));
 }
 
 ScenesDock::ScenesDock(Editor *editor, QWidget *parent)
@@ -107,11 +107,11 @@ void ScenesDock::refresh()
 {
     const int row = m_list->currentRow();
     m_list->clear();
-    const int numberProperty = MVRFinalDraftFile::SceneNumberProperty;
     for (QTextBlock block = m_editor->document()->begin(); block.isValid(); block = block.next()) {
-        if (!Elements::isScene(block))
+        if (!MVRScreenplayElements::isScene(block))
             continue;
-        const QString number = block.blockFormat().stringProperty(numberProperty);
+        const QString number
+            = block.blockFormat().stringProperty(MVRFinalDraftFile::SceneNumberProperty);
         auto *item = new QListWidgetItem((number + QLatin1Char(' ') + block.text()).trimmed());
         item->setData(Qt::UserRole, block.position());
         m_list->addItem(item);

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <text/MVRNotesModel.h>
+
 #include <QDockWidget>
-#include <QTimer>
 
 class Editor;
 class QComboBox;
+class QFormLayout;
 class QListWidget;
-class QTreeView;
 
 /*! All notes as a list, with the choice which of them are to be seen here and in the margin. */
 class NotesDock : public QDockWidget
@@ -18,11 +19,9 @@ public:
     NotesDock(Editor *editor, QWidget *parent);
 
 private:
-    QComboBox *addChoice(int column, const QString &name);
-    void fill(QComboBox *choice, int column);
+    void addChoice(QFormLayout *layout, const QString &name, MVRNotesModel::Column column);
 
     Editor *m_editor;
-    QTreeView *m_list;
 };
 
 /*! The scenes of a screenplay. */

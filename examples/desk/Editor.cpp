@@ -2,32 +2,28 @@
 #include "Editor.h"
 
 #include "CardColumn.h"
-#include "Counts.h"
-#include "NoteEdits.h"
-#include "NoteFilter.h"
-#include "Tints.h"
 
 #include <core/MVRParagraphView.h>
 #include <core/MVRTextRtf.h>
-#include <text/MVRNotesModel.h>
+#include <text/MVRNoteHighlighter.h>
+#include <text/MVRNotesFilter.h>
 #include <text/MVRTextDoc.h>
+#include <text/MVRWordCounter.h>
 
 #include <QAbstractTextDocumentLayout>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
-#include <QPointer>
 #include <QScrollBar>
 #include <QTextBlock>
-#include <QTextDocumentFragment>
 #include <QUrl>
 
 namespace {
 
 constexpr double defaultTextWidth = 468.0; // letter paper less an inch on each side, in points
 constexpr double paperMargin = 72.0;
-constexpr int maxVisible = 20000; // characters
 constexpr int topMargin = 16; // pixels of paper that stay above the text
+constexpr int above = 120; // pixels of text out of sight whose cards may reach into it
 
 double textWidth(const QTextDocument *document)
 {
@@ -43,7 +39,7 @@ double textWidth(const QTextDocument *document)
 Editor::Editor(QWidget *parent)
     : QTextEdit(parent)
     , m_notes(new MVRNotesModel(this))
-    , m_filter(new NoteFilter(m_notes, this))
+    , m_filter(new MVRNotesFilter(m_notes, this))
     , m_cards(new CardColumn(this))
 {
     setAccessibleName(tr("Text"));
@@ -53,41 +49,43 @@ Editor::Editor(QWidget *parent)
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &Editor::viewChanged);
     connect(this, &QTextEdit::textChanged, this, &Editor::viewChanged);
     connect(this, &QTextEdit::cursorPositionChanged, this, &Editor::viewChanged);
-    connect(m_filter, &NoteFilter::changed, this, &Editor::viewChanged);
+    connect(m_filter, &MVRNotesFilter::changed, this, &Editor::viewChanged);
 }
 
-Editor::~Editor() = default;
-
-double Editor::pixelsPerPoint() const
+Editor::~Editor()
 {
-    return logicalDpiY() / 72.0;
+    setDocument(nullptr); // before it goes
 }
 
-void Editor::show(std::unique_ptr<QTextDocument> document, const Elements &elements)
+void Editor::show(std::shared_ptr<QTextDocument> document, const MVRScreenplayElements &elements)
 {
-    const QPointer<QTextDocument> before(this->document());
-    QTextDocument *shown = document.release();
-    shown->setParent(this);
     m_elements = elements;
-    shown->setDefaultFont(font());
-    setDocument(shown);
-    delete before; // Qt itself deletes its own
-    auto *paragraphs = new MVRParagraphView(shown);
-    paragraphs->setTextWidth(textWidth(shown));
-    paragraphs->setScale(pixelsPerPoint());
-    m_tints = new Tints(shown, this);
-    m_counts = new Counts(shown);
-    connect(shown->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
+    auto *paragraphs = new MVRParagraphView(document.get());
+    paragraphs->setTextWidth(textWidth(document.get()));
+    paragraphs->setScale(logicalDpiY() / 72.0);
+    setDocument(document.get());
+    m_tints = new MVRNoteHighlighter(document.get());
+    setColors();
+    m_words = new MVRWordCounter(document.get());
+    connect(document->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
             &Editor::viewChanged);
-    m_notes->setDocument(shown);
+    m_notes->setDocument(document.get());
+    m_document = std::move(document); // the one before goes
     arrange();
     Q_EMIT viewChanged();
+}
+
+/*! Files mean the usual colour by black, which nobody sees on a dark page. */
+void Editor::setColors()
+{
+    const bool isDark = palette().color(QPalette::Base).lightness() < 128;
+    m_tints->setTextColor(isDark ? palette().color(QPalette::Text) : QColor());
 }
 
 /*! Puts the page into the middle of what the cards leave. */
 void Editor::arrange()
 {
-    const double scale = pixelsPerPoint();
+    const double scale = logicalDpiY() / 72.0;
     const int text = qRound(textWidth(document()) * scale + 2 * document()->documentMargin());
     const int paper = qMax(0, qRound(paperMargin * scale - document()->documentMargin()));
     const int room = width() - verticalScrollBar()->sizeHint().width() - CardColumn::width;
@@ -124,7 +122,7 @@ bool Editor::event(QEvent *event)
     if (event->type() == QEvent::Paint)
         paintPage();
     if (event->type() == QEvent::PaletteChange && m_tints)
-        m_tints->rehighlight();
+        setColors();
     return isHandled;
 }
 
@@ -135,24 +133,39 @@ QRect Editor::place(int position) const
     return cursorRect(cursor).translated(viewport()->pos());
 }
 
-MVRTextRange Editor::visibleText() const
+/*! Where the line at a height of the document begins, or the last one above it, in a paragraph. */
+int Editor::lineAt(const QTextBlock &block, double y) const
 {
-    const int start = cursorForPosition(QPoint(0, 0)).block().position();
-    const int end = cursorForPosition(viewport()->rect().bottomRight()).position();
-    // While a long text is laid out for the first time, Qt takes it all to be in sight.
-    return {start, qMin(end + 1, start + maxVisible)};
+    const double top = document()->documentLayout()->blockBoundingRect(block).top();
+    const QTextLayout *layout = block.layout();
+    int line = 0;
+    while (line + 1 < layout->lineCount() && top + layout->lineAt(line + 1).y() <= y)
+        ++line;
+    return block.position() + (line < layout->lineCount() ? layout->lineAt(line).textStart() : 0);
 }
 
-void Editor::changeNote(const MVRTextNote &note, const QByteArray &rtf)
+/*! Asks the paragraphs near those that were in sight last: Qt's own search passes the others. */
+MVRTextRange Editor::visibleText() const
 {
-    MVRTextNote now; // the note that was meant, or else a copy of it
-    for (int row = 0; row < m_notes->rowCount() && now.range != note.range; ++row) {
-        const MVRTextNote one = m_notes->note(row);
-        if (one.anchor == note.anchor && one.cdata == note.cdata)
-            now = one;
-    }
-    if (!now.anchor.isEmpty())
-        NoteEdits::setContent(document(), now, rtf);
+    const double top = verticalScrollBar()->value();
+    const double bottom = top + viewport()->height();
+    const auto rect = [this](const QTextBlock &block) {
+        return document()->documentLayout()->blockBoundingRect(block);
+    };
+    QTextBlock first = document()->findBlockByNumber(m_firstVisible);
+    if (!first.isValid())
+        first = document()->lastBlock();
+    while (first.previous().isValid() && rect(first).top() > top)
+        first = first.previous();
+    while (first.next().isValid() && rect(first).bottom() < top)
+        first = first.next();
+    m_firstVisible = first.blockNumber();
+    QTextBlock last = first;
+    while (last.next().isValid() && rect(last.next()).top() < bottom)
+        last = last.next();
+    const int end
+        = rect(last).bottom() < bottom ? last.position() + last.length() : lineAt(last, bottom) + 1;
+    return {lineAt(first, top - above), qMin(end, document()->characterCount())};
 }
 
 void Editor::jumpTo(int position)
@@ -165,41 +178,29 @@ void Editor::jumpTo(int position)
         verticalScrollBar()->setValue(verticalScrollBar()->value() + line);
 }
 
-void Editor::setElement(const QString &name)
-{
-    m_elements.apply(textCursor(), name);
-}
-
 void Editor::keyPressEvent(QKeyEvent *event)
 {
-    const bool isPlain = (event->modifiers() & ~Qt::ShiftModifier) == 0;
-    const bool isElement = isPlain && !textCursor().hasSelection()
-        && m_elements.names().contains(Elements::of(textCursor().block()));
-    if (isElement && (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)) {
-        m_elements.cycle(textCursor(), event->key() == Qt::Key_Tab ? 1 : -1);
-        setCurrentCharFormat(textCursor().block().charFormat());
-        Q_EMIT viewChanged();
-        return;
-    }
     QTextCursor cursor = textCursor();
+    const bool isElement = !cursor.hasSelection() && m_elements.has(cursor.block());
+    const bool isTab = event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier;
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isElement && isReturn && event->modifiers() == Qt::NoModifier
-        && m_elements.startNext(&cursor)) {
+    if (isElement && (isTab || event->key() == Qt::Key_Backtab)) {
+        m_elements.cycle(cursor, isTab ? 1 : -1);
+        setCurrentCharFormat(cursor.block().charFormat());
+        Q_EMIT viewChanged();
+    } else if (isElement && isReturn && (event->modifiers() & ~Qt::KeypadModifier) == 0
+               && m_elements.startNext(&cursor)) {
         setTextCursor(cursor);
         ensureCursorVisible();
-        return;
+    } else {
+        QTextEdit::keyPressEvent(event);
     }
-    QTextEdit::keyPressEvent(event);
 }
 
 QMimeData *Editor::createMimeDataFromSelection() const
 {
     QMimeData *copied = QTextEdit::createMimeDataFromSelection();
-    QTextDocument selected;
-    QTextCursor(&selected).insertFragment(textCursor().selection());
-    const QByteArray rtf = MVRTextDoc::toRtf(&selected); // other programs see its notes too
-    for (const char *type : {"text/rtf", "application/rtf"})
-        copied->setData(QLatin1String(type), rtf);
+    MVRTextDoc::copyMimeData(copied, textCursor()); // other programs see its notes too
     return copied;
 }
 
@@ -212,21 +213,11 @@ bool Editor::canInsertFromMimeData(const QMimeData *source) const
 
 void Editor::insertFromMimeData(const QMimeData *source)
 {
-    if (source->hasUrls() && source->urls().constFirst().isLocalFile()) {
+    QTextCursor cursor = textCursor();
+    if (source->hasUrls() && source->urls().constFirst().isLocalFile())
         Q_EMIT fileDropped(source->urls().constFirst().toLocalFile());
-        return;
-    }
-    for (const char *type : {"text/rtf", "application/rtf", "text/richtext"}) {
-        QTextDocument pasted;
-        if (!MVRTextDoc::fromRtf(source->data(QLatin1String(type)), &pasted))
-            continue;
-        QTextCursor cursor = textCursor();
-        cursor.beginEditBlock();
-        cursor.removeSelectedText();
-        MVRTextDoc::appendDocument(cursor, &pasted);
-        cursor.endEditBlock();
+    else if (MVRTextDoc::pasteMimeData(source, cursor))
         setTextCursor(cursor);
-        return;
-    }
-    QTextEdit::insertFromMimeData(source);
+    else
+        QTextEdit::insertFromMimeData(source);
 }

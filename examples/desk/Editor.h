@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Elements.h"
-
+#include <finaldraft/MVRScreenplayElements.h>
 #include <text/MVRTextNote.h>
 
 #include <QTextEdit>
@@ -10,10 +9,10 @@
 #include <memory>
 
 class CardColumn;
-class Counts;
 class MVRNoteHighlighter;
+class MVRNotesFilter;
 class MVRNotesModel;
-class NoteFilter;
+class MVRWordCounter;
 
 /*! The text on its page, with the cards of its notes beside it. */
 class Editor : public QTextEdit
@@ -24,18 +23,15 @@ public:
     explicit Editor(QWidget *parent = nullptr);
     ~Editor() override;
 
-    /*! Shows a document, which the editor owns from now on, and what belongs to it. */
-    void show(std::unique_ptr<QTextDocument> document, const Elements &elements);
-    const Elements &elements() const { return m_elements; }
-    void setElement(const QString &name);
+    /*! Shows a document with all that belongs to it. */
+    void show(std::shared_ptr<QTextDocument> document, const MVRScreenplayElements &elements);
+    const MVRScreenplayElements &elements() const { return m_elements; }
+    void setElement(const QString &name) { m_elements.apply(textCursor(), name); }
 
     MVRNotesModel *notes() const { return m_notes; }
-    NoteFilter *filter() const { return m_filter; }
+    MVRNotesFilter *filter() const { return m_filter; }
     CardColumn *cards() const { return m_cards; }
-    const Counts &counts() const { return *m_counts; }
-
-    /*! Gives a note other content, wherever it stands by now. */
-    void changeNote(const MVRTextNote &note, const QByteArray &rtf);
+    const MVRWordCounter &words() const { return *m_words; }
 
     /*! Where the letter behind a position stands, in the editor's own coordinates. */
     QRect place(int position) const;
@@ -58,14 +54,17 @@ protected:
 private:
     void arrange();
     void paintPage();
-    double pixelsPerPoint() const;
+    void setColors();
+    int lineAt(const QTextBlock &block, double y) const;
 
-    Elements m_elements;
+    std::shared_ptr<QTextDocument> m_document;
+    MVRScreenplayElements m_elements;
     MVRNotesModel *m_notes;
-    NoteFilter *m_filter;
+    MVRNotesFilter *m_filter;
     CardColumn *m_cards;
     MVRNoteHighlighter *m_tints = nullptr; // of the document, like the next
-    Counts *m_counts = nullptr;
+    MVRWordCounter *m_words = nullptr;
     QMargins m_margins; // around the text
     int m_paper = 0; // of the page between its edge and the text's viewport, at both sides
+    mutable int m_firstVisible = 0; // number of a paragraph near the first one in sight
 };

@@ -14,34 +14,37 @@
 FindBar::FindBar(QTextEdit *edit, QWidget *parent)
     : QWidget(parent)
     , m_edit(edit)
-    , m_before(new QLineEdit(this))
-    , m_after(new QLineEdit(this))
-    , m_isExpression(new QCheckBox(tr("E&xpression"), this))
-    , m_matchesCase(new QCheckBox(tr("Match &case"), this))
-    , m_answer(new QLabel(this))
+    , m_isExpression(new QCheckBox(tr("E&xpression")))
+    , m_matchesCase(new QCheckBox(tr("Match &case")))
+    , m_answer(new QLabel)
 {
-    m_before->setAccessibleName(tr("Text to find"));
-    m_before->setPlaceholderText(tr("Find"));
-    m_after->setAccessibleName(tr("Text to put in its place"));
-    m_after->setPlaceholderText(tr("Replace by"));
-    auto *layout = new QHBoxLayout(this);
-    layout->addWidget(m_before, 2);
-    layout->addWidget(m_after, 2);
-    layout->addWidget(m_isExpression);
-    layout->addWidget(m_matchesCase);
-    const auto addButton = [&](const QString &text, void (FindBar::*slot)()) {
-        auto *button = new QPushButton(text, this);
-        connect(button, &QPushButton::clicked, this, slot);
-        layout->addWidget(button);
+    new QHBoxLayout(this);
+    m_before = addField(tr("Find"), tr("Text to find"));
+    m_after = addField(tr("Replace by"), tr("Text to put in its place"));
+    layout()->addWidget(m_isExpression);
+    layout()->addWidget(m_matchesCase);
+    const auto addButton = [this](const QString &text, auto run) {
+        auto *button = new QPushButton(text);
+        connect(button, &QPushButton::clicked, this, run);
+        layout()->addWidget(button);
     };
-    addButton(tr("&Next"), &FindBar::findNext);
-    addButton(tr("&Previous"), &FindBar::findPrevious);
-    addButton(tr("&Replace"), &FindBar::replace);
-    addButton(tr("Replace &all"), &FindBar::replaceAll);
-    layout->addWidget(m_answer, 1);
-    connect(m_before, &QLineEdit::returnPressed, this, &FindBar::findNext);
+    addButton(tr("&Next"), [this] { find(); });
+    addButton(tr("&Previous"), [this] { find(QTextDocument::FindBackward); });
+    addButton(tr("&Replace"), [this] { replace(); });
+    addButton(tr("Replace &all"), [this] { replaceAll(); });
+    layout()->addWidget(m_answer);
+    connect(m_before, &QLineEdit::returnPressed, this, [this] { find(); });
     connect(m_after, &QLineEdit::returnPressed, this, &FindBar::replace);
     hide();
+}
+
+QLineEdit *FindBar::addField(const QString &prompt, const QString &name)
+{
+    auto *field = new QLineEdit;
+    field->setPlaceholderText(prompt);
+    field->setAccessibleName(name);
+    layout()->addWidget(field);
+    return field;
 }
 
 void FindBar::open()
@@ -62,45 +65,36 @@ void FindBar::keyPressEvent(QKeyEvent *event)
     m_edit->setFocus();
 }
 
-QRegularExpression FindBar::expression() const
-{
-    const QString text = m_before->text();
-    return QRegularExpression(m_isExpression->isChecked() ? text : QRegularExpression::escape(text),
-                              m_matchesCase->isChecked()
-                                  ? QRegularExpression::NoPatternOption
-                                  : QRegularExpression::CaseInsensitiveOption);
-}
-
 void FindBar::say(const QString &text)
 {
     m_answer->setText(text);
     m_answer->setAccessibleName(text);
 }
 
-void FindBar::findNext()
+/*! Takes what is wanted from the fields, and says what is wrong with it. */
+bool FindBar::isUsable()
 {
-    find(QTextDocument::FindFlags());
-}
-
-void FindBar::findPrevious()
-{
-    find(QTextDocument::FindBackward);
+    const QString text = m_before->text();
+    m_wanted.setPattern(m_isExpression->isChecked() ? text : QRegularExpression::escape(text));
+    m_wanted.setPatternOptions(m_matchesCase->isChecked()
+                                   ? QRegularExpression::NoPatternOption
+                                   : QRegularExpression::CaseInsensitiveOption);
+    say(m_wanted.isValid() ? QString() : m_wanted.errorString());
+    return m_wanted.isValid() && !text.isEmpty();
 }
 
 void FindBar::find(QTextDocument::FindFlags flags)
 {
-    const QRegularExpression wanted = expression();
-    if (!wanted.isValid() || m_before->text().isEmpty())
-        return say(wanted.isValid() ? QString() : wanted.errorString());
+    if (!isUsable())
+        return;
     if (m_matchesCase->isChecked())
         flags |= QTextDocument::FindCaseSensitively;
-    say(QString());
-    QTextCursor found = m_edit->document()->find(wanted, m_edit->textCursor(), flags);
+    QTextCursor found = m_edit->document()->find(m_wanted, m_edit->textCursor(), flags);
     if (found.isNull()) { // once around
         QTextCursor start(m_edit->document());
         if (flags & QTextDocument::FindBackward)
             start.movePosition(QTextCursor::End);
-        found = m_edit->document()->find(wanted, start, flags);
+        found = m_edit->document()->find(m_wanted, start, flags);
     }
     if (found.isNull())
         return say(tr("Not found"));
@@ -109,19 +103,19 @@ void FindBar::find(QTextDocument::FindFlags flags)
 
 void FindBar::replace()
 {
-    const QTextCursor selected = m_edit->textCursor();
-    const QRegularExpressionMatch match = expression().match(selected.selectedText());
-    if (selected.hasSelection() && match.capturedLength() == selected.selectedText().size())
+    const QString selected = m_edit->textCursor().selectedText();
+    if (!isUsable())
+        return;
+    if (!selected.isEmpty() && m_wanted.match(selected).capturedLength() == selected.size())
         m_edit->textCursor().insertText(m_after->text());
-    findNext();
+    find();
 }
 
 void FindBar::replaceAll()
 {
-    const QRegularExpression wanted = expression();
-    if (!wanted.isValid() || m_before->text().isEmpty())
-        return say(wanted.isValid() ? QString() : wanted.errorString());
+    if (!isUsable())
+        return;
     const int count
-        = MVRTextDoc::replaceAll(wanted, m_after->text(), QTextCursor(m_edit->document()));
-    say(tr("%n replaced", nullptr, count));
+        = MVRTextDoc::replaceAll(m_wanted, m_after->text(), QTextCursor(m_edit->document()));
+    say(count < 0 ? tr("The expression takes too long") : tr("%n replaced", nullptr, count));
 }

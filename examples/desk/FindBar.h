@@ -20,16 +20,15 @@ public:
 
     /*! Shows the bar, with what is selected as the text to find. */
     void open();
-    /*! Selects the next match, beginning anew behind the last one. */
-    void findNext();
-    void findPrevious();
+    /*! Selects the next match in a direction, beginning anew behind the last one. */
+    void find(QTextDocument::FindFlags flags = {});
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    QRegularExpression expression() const;
-    void find(QTextDocument::FindFlags flags);
+    QLineEdit *addField(const QString &prompt, const QString &name);
+    bool isUsable();
     void replace();
     void replaceAll();
     void say(const QString &text);
@@ -40,4 +39,5 @@ private:
     QCheckBox *m_isExpression;
     QCheckBox *m_matchesCase;
     QLabel *m_answer;
+    QRegularExpression m_wanted;
 };

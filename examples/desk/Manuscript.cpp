@@ -1,20 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "Manuscript.h"
 
-#include <core/MVRCoreUtil.h>
-#include <core/MVRToolkit.h>
 #include <core/STextDoc.h>
 #include <pages/MVRScreenplayPages.h>
+#include <text/MVRNoteEdits.h>
 #include <text/MVRPicturePolicy.h>
 #include <text/MVRTextDoc.h>
+#include <tool/Document.h>
+#include <tool/Output.h>
+#include <tool/formats/Formats.h>
+#include <tool/formats/Media.h>
+#include <tool/formats/ScreenplayElements.h>
+#include <tool/formats/TableDepth.h>
 
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QRegularExpression>
-#include <QSaveFile>
-#include <QTextDocument>
-#include <QUrl>
 
 namespace {
 
@@ -23,246 +24,202 @@ QString tr(const char *text)
     return QCoreApplication::translate("Manuscript", text);
 }
 
-/*! A document whose text may name pictures, of which it gets those beside its file. */
-class TextWithPictures : public QTextDocument
+std::shared_ptr<Document> emptyDocument()
 {
-public:
-    explicit TextWithPictures(const QString &file = QString())
-        : m_folder(QFileInfo(file).absolutePath())
-        , m_policy(file.isEmpty() ? MVRPicturePolicy::nowhere() : MVRPicturePolicy::below(m_folder))
-    {
-    }
-    const MVRPicturePolicy &policy() const { return m_policy; }
-
-protected:
-    QVariant loadResource(int type, const QUrl &name) override
-    {
-        const QString path = m_folder + QLatin1Char('/') + name.path();
-        if (type != ImageResource || !name.isRelative() || !m_policy.allows(path))
-            return QVariant();
-        return MVRCoreUtil::ReadBinaryFile(path, nullptr);
-    }
-
-private:
-    QString m_folder;
-    MVRPicturePolicy m_policy;
-};
-
-bool readRtf(const QByteArray &bytes, TextWithPictures *document)
-{
-    return MVRTextDoc::fromRtf(bytes, document);
+    auto document = std::make_shared<Document>();
+    document->text.setDefaultFont(QFont(QStringLiteral("Times New Roman"), 12));
+    giveStandards(*document);
+    return document;
 }
 
-bool readMarkdown(const QByteArray &bytes, TextWithPictures *document)
-{
-    // Lists in lists in lists cost more than they are worth.
-    static const QRegularExpression deepLine(
-        QStringLiteral("^(?:[ \\t]*+(?:>|[*+-][ \\t]|[0-9]{1,9}[.)][ \\t])){100}"),
-        QRegularExpression::MultilineOption);
-    const QString text = QString::fromUtf8(bytes);
-    if (deepLine.match(text).hasMatch())
-        return false;
-    document->setMarkdown(text,
-                          QTextDocument::MarkdownFeatures(QTextDocument::MarkdownDialectGitHub
-                                                          | QTextDocument::MarkdownNoHTML));
-    MVRTextDoc::fromInlineMarkup(document, document->policy());
-    return true;
-}
-
-bool readHtml(const QByteArray &bytes, TextWithPictures *document)
-{
-    document->setHtml(QString::fromUtf8(bytes));
-    MVRTextDoc::fromInlineMarkup(document, document->policy());
-    return true;
-}
-
-QByteArray writeRtf(const QTextDocument &document)
-{
-    return MVRTextDoc::toRtf(&document);
-}
-
-/*! A copy as other programs are to see it, all notes in the text between codes. */
-std::unique_ptr<QTextDocument> withCodes(const QTextDocument &document)
-{
-    std::unique_ptr<QTextDocument> copy(STextDoc::cloneDocumentQtStyle(&document, nullptr));
-    copy->setUndoRedoEnabled(false);
-    MVRTextDoc::convertInspectorCommentsToInlineAnnotations(copy.get(), QTextCursor());
-    MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(copy.get(), QTextCursor());
-    MVRTextDoc::toInlineMarkup(copy.get());
-    MVRToolkit::toStockParagraphs(copy.get(), 468.0);
-    return copy;
-}
-
-QByteArray writeMarkdown(const QTextDocument &document)
-{
-    return withCodes(document)->toMarkdown().toUtf8();
-}
-
-QByteArray writeHtml(const QTextDocument &document)
-{
-    return MVRToolkit::toHtml(*withCodes(document)).toUtf8();
-}
-
-/*! A way to keep text in a file; screenplays are another. */
-struct TextFormat
-{
-    const char *name;
-    const char *patterns;
-    bool (*read)(const QByteArray &bytes, TextWithPictures *document);
-    QByteArray (*write)(const QTextDocument &document);
-};
-
-constexpr TextFormat formats[] = {
-    {"RTF", "*.rtf", readRtf, writeRtf},
-    {"Markdown", "*.md *.markdown", readMarkdown, writeMarkdown},
-    {"HTML", "*.html *.htm", readHtml, writeHtml},
-};
-constexpr const char *screenplays = "Final Draft (*.fdx *.fdxt)";
-
-const TextFormat *formatOf(const QString &path)
-{
-    const QString pattern = QLatin1String("*.") + QFileInfo(path).suffix().toLower();
-    for (const TextFormat &format : formats) {
-        if (QString::fromLatin1(format.patterns).split(QLatin1Char(' ')).contains(pattern))
-            return &format;
-    }
-    return nullptr;
-}
-
-bool isScript(const QString &path)
-{
-    return QFileInfo(path).suffix().startsWith(QLatin1String("fdx"), Qt::CaseInsensitive);
-}
-
-QString nameOfType(const TextFormat &format)
-{
-    return QStringLiteral("%1 (%2)").arg(QLatin1String(format.name),
-                                         QLatin1String(format.patterns));
-}
-
-bool writeFile(const QString &path, const QByteArray &bytes, QString *error)
-{
-    QSaveFile file(path);
-    const bool isWritten
-        = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-    if (!isWritten)
-        *error = file.errorString();
-    return isWritten;
-}
-
-QByteArray scriptBytes(MVRFinalDraftFile *script, const QTextDocument &document)
+QByteArray scriptBytes(const Document &document)
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    return script->write(&buffer, &document) ? buffer.data() : QByteArray();
+    return document.script->write(&buffer, &document.text) ? buffer.data() : QByteArray();
+}
+
+/*! A copy that a writer may change; of a screenplay what its file says, headers and all. */
+std::unique_ptr<Document> copyOf(const Document &document)
+{
+    auto copy = std::make_unique<Document>();
+    ReadOptions options;
+    options.goesToPages = true;
+    QString error;
+    if (document.isScreenplay) {
+        fdxFormat.read(scriptBytes(document), options, *copy, &error);
+        return copy;
+    }
+    STextDoc::copyDocument(&document.text, &copy->text);
+    copy->text.setUndoRedoEnabled(false);
+    copy->title = document.title;
+    copy->elements = document.elements;
+    return copy;
+}
+
+/*! Where a format has no notes they become text: a copy loses them only as BBCode. */
+void placeNotesIn(QTextDocument *text, const Format &format)
+{
+    if (format.notes != NoteSupport::None) {
+        placeNotes(*text, NotesChoice::ByFormat, format.notes);
+    } else if (format.read) {
+        MVRNoteEdits::moveToText(text, QTextCursor());
+        MVRTextDoc::toInlineMarkup(text);
+    } else if (&format == &odtFormat) {
+        MVRNoteEdits::footnotesToEndNotes(text);
+        placeNotes(*text, NotesChoice::Inline, format.notes);
+    } else {
+        placeNotes(*text, NotesChoice::Drop, format.notes);
+    }
+}
+
+QString patternsOf(const QString &name)
+{
+    const QString others = QLatin1String(formatByName(name)->otherSuffixes);
+    return (QLatin1String("*.") + name + QLatin1Char(' ') + others)
+        .trimmed()
+        .replace(QLatin1Char(' '), QLatin1String(" *."));
 }
 
 } // namespace
 
-Manuscript::Manuscript() = default;
-Manuscript::~Manuscript() = default;
-
 QString Manuscript::openFilter()
 {
-    QStringList patterns = {QStringLiteral("*.fdx *.fdxt")};
-    for (const TextFormat &format : formats)
-        patterns += QLatin1String(format.patterns);
+    QStringList patterns;
+    for (const QString &name : readableFormats())
+        patterns += patternsOf(name);
     return tr("Texts and screenplays (%1)").arg(patterns.join(QLatin1Char(' ')));
 }
 
 QString Manuscript::saveFilter()
 {
-    QStringList names;
-    for (const TextFormat &format : formats)
-        names += nameOfType(format);
-    names.insert(1, QLatin1String(screenplays));
-    return names.join(QLatin1String(";;"));
+    QStringList rows;
+    for (const QString &name : readableFormats())
+        rows += QLatin1String(formatByName(name)->title) + QLatin1String(" (") + patternsOf(name)
+            + QLatin1Char(')');
+    return rows.join(QLatin1String(";;"));
 }
 
-bool Manuscript::canOpen(const QString &path)
+bool Manuscript::isScreenplay() const
 {
-    return isScript(path) || formatOf(path);
+    return m_document->isScreenplay;
 }
 
-std::unique_ptr<QTextDocument> Manuscript::startNew(bool isScreenplay)
+std::shared_ptr<QTextDocument> Manuscript::text() const
+{
+    return {m_document, &m_document->text};
+}
+
+MVRScreenplayElements Manuscript::elements() const
+{
+    return isScreenplay() ? MVRScreenplayElements(m_document->script->elementSettings())
+                          : MVRScreenplayElements();
+}
+
+void Manuscript::startNew(bool isScreenplay)
 {
     m_path.clear();
-    m_script = isScreenplay ? std::make_unique<MVRFinalDraftFile>() : nullptr;
-    auto document = std::make_unique<TextWithPictures>();
+    m_document = emptyDocument();
+    m_document->isScreenplay = isScreenplay;
     if (isScreenplay)
-        document->setDocumentMargin(72.0);
-    return document;
+        m_document->script = std::make_shared<MVRFinalDraftFile>();
 }
 
-std::unique_ptr<QTextDocument> Manuscript::open(const QString &path, QString *error)
+bool Manuscript::open(const QString &path, QString *error)
 {
-    auto document = std::make_unique<TextWithPictures>(path);
-    std::unique_ptr<MVRFinalDraftFile> script;
-    const TextFormat *format = formatOf(path);
-    if (isScript(path)) {
-        script = std::make_unique<MVRFinalDraftFile>();
-        if (!script->load(path) || !script->read(document.get())) {
-            *error = script->errorString();
-            return nullptr;
-        }
-    } else {
-        const QByteArray bytes = MVRCoreUtil::ReadBinaryFile(path, error);
-        if (bytes.isNull())
-            return nullptr;
-        if (!format || !format->read(bytes, document.get())) {
-            *error = tr("The file is damaged, or of a kind that is not known.");
-            return nullptr;
-        }
-    }
-    m_path = path;
-    m_script = std::move(script);
-    document->setModified(false);
-    return document;
-}
-
-bool Manuscript::save(const QTextDocument &document, const QString &path, QString *error)
-{
-    const bool becomesScript = isScript(path);
-    const TextFormat *format = formatOf(path);
-    if (!becomesScript && !format) {
-        *error = tr("Texts are saved as RTF, Final Draft, Markdown or HTML.");
+    const Format *format = formatOfFile(path);
+    *error = tr("The kind of the file is not known.");
+    ReadOptions options;
+    options.capitals = false;
+    options.goesBack = true;
+    QByteArray bytes;
+    auto document = emptyDocument();
+    if (!format || !format->read || !readInput(path, &bytes, error)
+        || !format->read(bytes, options, *document, error))
+        return false;
+    if (hasDeepTables(document->text)) {
+        *error = tr("Its tables are nested too deep.");
         return false;
     }
-    std::unique_ptr<MVRFinalDraftFile> newScript;
-    if (becomesScript && !m_script)
-        newScript = std::make_unique<MVRFinalDraftFile>();
-    const QByteArray bytes = becomesScript
-        ? scriptBytes(m_script ? m_script.get() : newScript.get(), document)
-        : format->write(document);
-    if (bytes.isEmpty() || !writeFile(path, bytes, error))
-        return false;
-    if (newScript)
-        m_script = std::move(newScript);
-    else if (!becomesScript)
-        m_script.reset();
+    const QString folder = QFileInfo(path).absolutePath();
+    openPictures(*document, folder, folder);
+    if (format->notes == NoteSupport::None)
+        MVRTextDoc::fromInlineMarkup(&document->text, MVRPicturePolicy::below(folder));
+    document->text.setUndoRedoEnabled(true);
+    document->text.setModified(false);
+    m_document = std::move(document);
     m_path = path;
     return true;
 }
 
-QString Manuscript::copySuffix() const
+bool Manuscript::write(const Format &format, QByteArray *bytes, QString *error) const
 {
-    return m_script ? QStringLiteral("fdx") : QStringLiteral("rtf");
+    if (isScreenplay() && &format == &fdxFormat) {
+        *bytes = scriptBytes(*m_document);
+        return !bytes->isEmpty();
+    }
+    const auto copy = copyOf(*m_document);
+    placeNotesIn(&copy->text, format);
+    WriteOptions options;
+    options.hasCommentsInMargin = true;
+    return format.write(*copy, options, bytes, error);
 }
 
-bool Manuscript::saveCopy(const QTextDocument &document, const QString &path) const
+bool Manuscript::save(const QString &path, QString *error) const
 {
+    const Format *format = formatOfFile(path);
+    QByteArray bytes;
+    *error = tr("The kind of the file is not known.");
+    return format && format->write && write(*format, &bytes, error)
+        && writeOutput(path, bytes, error);
+}
+
+QString Manuscript::fateOfNotes(const QString &path) const
+{
+    const Format *format = formatOfFile(path);
+    if (!format || format->notes != NoteSupport::None
+        || MVRTextDoc::notes(&m_document->text).isEmpty())
+        return QString();
+    return format->read ? tr("Its notes stand in the text, between codes.")
+                        : tr("Footnotes stand at its end, other notes in brackets.");
+}
+
+QByteArray Manuscript::inFormat(const QString &format) const
+{
+    QByteArray bytes;
     QString error;
-    const QByteArray bytes
-        = m_script ? scriptBytes(m_script.get(), document) : MVRTextDoc::toRtf(&document);
-    return !bytes.isEmpty() && writeFile(path, bytes, &error);
+    write(*formatByName(format), &bytes, &error);
+    return bytes;
 }
 
-MVRScreenplayPages Manuscript::pages(const QTextDocument &document) const
+QString Manuscript::markup() const
 {
-    QByteArray bytes = m_script ? scriptBytes(m_script.get(), document) : QByteArray();
+    const auto copy = copyOf(*m_document);
+    MVRNoteEdits::moveToText(&copy->text, QTextCursor()); // there are no codes for those beside it
+    MVRTextDoc::toInlineMarkup(&copy->text);
+    return copy->text.toPlainText();
+}
+
+int Manuscript::pageCount() const
+{
+    QByteArray bytes = scriptBytes(*m_document);
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
     MVRScreenplay screenplay;
     MVRScreenplay::fromFinalDraft(&buffer, &screenplay, nullptr);
-    return MVRScreenplayPages(screenplay);
+    return MVRScreenplayPages(screenplay).pages().size();
+}
+
+QString Manuscript::copySuffix() const
+{
+    return isScreenplay() ? QStringLiteral("fdx") : QStringLiteral("rtf");
+}
+
+MVRRecovery::Writer Manuscript::copyWriter() const
+{
+    if (isScreenplay())
+        return [bytes = scriptBytes(*m_document)] { return bytes; }; // its file is of this thread
+    return [copy = MVRRecovery::detachedCopy(m_document->text)] {
+        return MVRTextDoc::toRtf(copy.get());
+    };
 }

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "NoteCard.h"
 
-#include "Tints.h"
-
 #include <core/MVRTextRtf.h>
+#include <text/MVRNoteHighlighter.h>
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -21,6 +20,8 @@ constexpr int linesShown = 3; // of a card that is not active
 QString headOf(const MVRTextNote &note)
 {
     QStringList parts;
+    if (note.isResolved)
+        parts << NoteCard::tr("Resolved");
     parts << (note.isFootnote() ? NoteCard::tr("Footnote") : note.author);
     if (note.date.isValid())
         parts << QLocale().toString(note.date.date(), QLocale::ShortFormat);
@@ -34,7 +35,7 @@ NoteCard::NoteCard(QWidget *parent)
     : QFrame(parent)
     , m_head(new QLabel(this))
     , m_body(new QTextEdit(this))
-    , m_tints(new Tints(m_body->document(), this))
+    , m_tints(new MVRNoteHighlighter(m_body->document()))
 {
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(stripe + 5, 3, 3, 3);
@@ -54,6 +55,14 @@ NoteCard::NoteCard(QWidget *parent)
     m_body->viewport()->setAutoFillBackground(false);
     m_body->installEventFilter(this);
     connect(m_body, &QTextEdit::textChanged, this, &NoteCard::heightChanged);
+    setColors();
+}
+
+/*! As in Editor: files mean the usual colour by black. */
+void NoteCard::setColors()
+{
+    const bool isDark = palette().color(QPalette::Base).lightness() < 128;
+    m_tints->setTextColor(isDark ? palette().color(QPalette::Text) : QColor());
 }
 
 bool NoteCard::shows(const MVRTextNote &note) const
@@ -67,9 +76,12 @@ void NoteCard::setNote(const MVRTextNote &note)
 {
     const bool isSame = note.cdata == m_note.cdata && !m_note.anchor.isEmpty();
     m_note = note;
-    m_head->setText(headOf(note));
-    setAccessibleName(m_head->text());
-    m_body->setAccessibleName(tr("Content of the note: %1").arg(m_head->text()));
+    const QString head = headOf(note);
+    if (head != m_head->text()) {
+        m_head->setText(head);
+        setAccessibleName(head);
+        m_body->setAccessibleName(tr("Content of the note: %1").arg(head));
+    }
     if (isSame || m_body->document()->isModified())
         return;
     const QSignalBlocker blocker(m_body);
@@ -81,14 +93,16 @@ void NoteCard::setNote(const MVRTextNote &note)
 
 void NoteCard::setActive(bool isActive)
 {
-    if (isActive == m_isActive)
-        return;
+    if (isActive != m_isActive)
+        update();
     m_isActive = isActive;
-    update();
+    m_body->setVisible(isActive || !m_note.isResolved);
 }
 
 QColor NoteCard::color() const
 {
+    if (m_note.isResolved)
+        return palette().color(QPalette::Mid);
     const QColor color = m_note.color.isValid() ? m_note.color : QColor(110, 150, 220);
     return color.lightness() > 170 ? QColor::fromHsl(color.hslHue(), color.hslSaturation(), 140)
                                    : color; // a pale line would not be seen
@@ -97,11 +111,15 @@ QColor NoteCard::color() const
 int NoteCard::wantedHeight(int width) const
 {
     const QMargins margins = contentsMargins() + layout()->contentsMargins();
-    m_body->document()->setTextWidth(width - margins.left() - margins.right());
+    const int frame = m_head->sizeHint().height() + margins.top() + margins.bottom();
+    if (m_note.isResolved && !m_isActive)
+        return frame;
+    const int room = width - margins.left() - margins.right();
+    if (int(m_body->document()->textWidth()) != room) // else it would be laid out anew
+        m_body->document()->setTextWidth(room);
     const int all = qRound(m_body->document()->size().height()) + 1;
     const int few = linesShown * m_body->fontMetrics().lineSpacing() + 4;
-    return m_head->sizeHint().height() + (m_isActive ? all : qMin(all, few)) + margins.top()
-        + margins.bottom();
+    return frame + (m_isActive ? all : qMin(all, few));
 }
 
 void NoteCard::edit()
@@ -124,7 +142,7 @@ void NoteCard::commit()
 bool NoteCard::event(QEvent *event)
 {
     if (event->type() == QEvent::PaletteChange)
-        m_tints->rehighlight();
+        setColors();
     return QFrame::event(event);
 }
 

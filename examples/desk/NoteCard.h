@@ -5,9 +5,9 @@
 
 #include <QFrame>
 
+class MVRNoteHighlighter;
 class QLabel;
 class QTextEdit;
-class Tints;
 
 /*! A note in the margin: who wrote it, and what it says, which can be edited in place. */
 class NoteCard : public QFrame
@@ -22,7 +22,7 @@ public:
     bool shows(const MVRTextNote &note) const;
     /*! Shows a note; what is being written in the card stays. */
     void setNote(const MVRTextNote &note);
-    /*! The active card shows all of its note, the others the first lines. */
+    /*! The active card shows all of its note, others the first lines, resolved ones their head. */
     void setActive(bool isActive);
     /*! The height for what the card is to show. */
     int wantedHeight(int width) const;
@@ -45,9 +45,11 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void setColors();
+
     MVRTextNote m_note;
     bool m_isActive = false;
     QLabel *m_head;
     QTextEdit *m_body;
-    Tints *m_tints; // of the body
+    MVRNoteHighlighter *m_tints; // of the body
 };

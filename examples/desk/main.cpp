@@ -17,10 +17,12 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("mvrdesk"));
     QCoreApplication::setOrganizationName(QStringLiteral("mvrtext"));
-    QTranslator translator;
-    if (translator.load(QLocale(), QStringLiteral("mvrdesk"), QStringLiteral("_"),
-                        QStringLiteral(":/translations")))
-        QCoreApplication::installTranslator(&translator);
+    for (const char *name : {"mvrdesk", "mvrtext"}) {
+        auto *translator = new QTranslator(&application);
+        if (translator->load(QLocale(), QLatin1String(name), QStringLiteral("_"),
+                             QStringLiteral(":/translations")))
+            QCoreApplication::installTranslator(translator);
+    }
 
     QCommandLineParser arguments;
     arguments.addHelpOption();

@@ -57,9 +57,12 @@ bool convert(const QString &input, const Format &from, const QString &output,
 {
     Document document;
     ReadOptions readOptions;
-    readOptions.setTarget(*conversion.to);
+    // A screenplay file keeps the letters as typed; its reader puts them in capitals again.
+    readOptions.capitals = !conversion.to->hasElements;
+    readOptions.goesBack = conversion.to->hasElements;
     readOptions.mediaFolder = conversion.mediaFolder;
     readOptions.hasSmartPunctuation = conversion.hasSmartPunctuation;
+    readOptions.goesToPages = conversion.to == &pdfFormat || conversion.to == &pngFormat;
     return loadDocument(input, from, readOptions, document, listener)
         && saveDocument(output, *conversion.to, conversion.notes, conversion.options, document,
                         listener);

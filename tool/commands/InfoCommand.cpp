@@ -39,17 +39,15 @@ struct Figures
     QVector<int> notes; // by kind
 };
 
-int pageCount(Document &document, Listener &listener)
+int pageCount(Document &document)
 {
     QString error;
     if (document.isScreenplay)
         return screenplayPages(document, WriteOptions(), &error)->pages().size();
-    WriteOptions options;
-    options.listener = &listener;
-    return Pages(document, pageSetupFor(document, options)).count();
+    return Pages(document, pageSetupFor(document, WriteOptions())).count();
 }
 
-Figures figuresOf(Document &document, Listener &listener)
+Figures figuresOf(Document &document)
 {
     Figures figures;
     for (QTextBlock block = document.text.begin(); block.isValid(); block = block.next()) {
@@ -63,7 +61,7 @@ Figures figuresOf(Document &document, Listener &listener)
         = MVRTextDoc::wordCharacterCount(&document.text, false, false, true, true);
     figures.words = counts.first;
     figures.characters = counts.second;
-    figures.pages = pageCount(document, listener);
+    figures.pages = pageCount(document);
     return figures;
 }
 
@@ -128,7 +126,7 @@ int runInfo(const CommandLine &commandLine)
         if (exitCode != Success)
             return exitCode;
         progress.setStep(Tool::tr("Counting"));
-        figures = figuresOf(document, progress);
+        figures = figuresOf(document);
     }
     if (commandLine.isSet("json"))
         printOutput(QString::fromUtf8(QJsonDocument(toJson(figures, document)).toJson()));

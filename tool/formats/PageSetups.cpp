@@ -26,6 +26,5 @@ PageSetup pageSetupFor(const Document &document, const WriteOptions &options)
     setup.hasNumbers = options.hasPageNumbers;
     setup.hasCommentsInMargin = options.hasCommentsInMargin;
     setup.watermark = options.watermark;
-    setup.listener = options.listener;
     return setup;
 }

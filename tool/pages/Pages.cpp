@@ -2,8 +2,6 @@
 #include <tool/pages/Pages.h>
 
 #include <tool/Document.h>
-#include <tool/Messages.h>
-#include <tool/Progress.h>
 #include <tool/formats/Pictures.h>
 #include <tool/pages/Lengths.h>
 
@@ -70,21 +68,6 @@ void keepLongParagraphs(const QTextDocument &text)
         if (block.layout()->lineCount() > linesOfPages)
             block.layout()->setCacheEnabled(true);
     }
-}
-
-// Asked for the place of a paragraph, the layout goes as far as that.
-void layOut(const QTextDocument &text, Listener *listener)
-{
-    QAbstractTextDocumentLayout *const layout = text.documentLayout();
-    const int length = text.characterCount();
-    const int piece = qMax(1000, length / 100);
-    if (listener)
-        listener->setStep(Tool::tr("Laying out pages"));
-    for (int end = piece; listener && end < length; end += piece) {
-        layout->blockBoundingRect(text.findBlock(end));
-        listener->setShare(end, length);
-    }
-    layout->documentSize(); // finishes the rest
 }
 
 // Where drawing the rest of a text begins.
@@ -156,7 +139,7 @@ void Pages::prepare()
 
 void Pages::cut()
 {
-    layOut(m_text, m_setup.listener);
+    m_text.documentLayout()->documentSize(); // finishes the layout
     keepLongParagraphs(m_text);
     QVector<FlowItem> items = flowItems(m_text);
     QVector<double> noteCuts;

@@ -151,10 +151,6 @@
             <translation>Notiz &amp;bearbeiten</translation>
         </message>
         <message>
-            <source>&amp;Resolve (remove)</source>
-            <translation>E&amp;rledigt (entfernen)</translation>
-        </message>
-        <message>
             <source>&amp;Next note</source>
             <translation>&amp;Nächste Notiz</translation>
         </message>
@@ -259,10 +255,6 @@
             <translation>%1 lässt sich nicht speichern.</translation>
         </message>
         <message>
-            <source>Saved</source>
-            <translation>Gespeichert</translation>
-        </message>
-        <message>
             <source>Save as</source>
             <translation>Speichern unter</translation>
         </message>
@@ -277,10 +269,6 @@
         <message>
             <source>Export</source>
             <translation>Ausgeben</translation>
-        </message>
-        <message>
-            <source>BBCode is on the clipboard</source>
-            <translation>BBCode ist in der Zwischenablage</translation>
         </message>
         <message>
             <source>Markup codes</source>
@@ -307,6 +295,22 @@
                 <numerusform>%n Seite</numerusform>
                 <numerusform>%n Seiten</numerusform>
             </translation>
+        </message>
+        <message>
+            <source>BBCode is on the clipboard, without notes.</source>
+            <translation>BBCode liegt in der Zwischenablage, ohne Notizen.</translation>
+        </message>
+        <message>
+            <source>&amp;Resolve, or take up again</source>
+            <translation>&amp;Erledigt, oder wieder offen</translation>
+        </message>
+        <message>
+            <source>Remo&amp;ve</source>
+            <translation>&amp;Löschen</translation>
+        </message>
+        <message>
+            <source>Saved.</source>
+            <translation>Gespeichert.</translation>
         </message>
     </context>
     <context>
@@ -369,6 +373,10 @@
                 <numerusform>%n ersetzt</numerusform>
             </translation>
         </message>
+        <message>
+            <source>The expression takes too long</source>
+            <translation>Der Ausdruck braucht zu lange</translation>
+        </message>
     </context>
     <context>
         <name>Manuscript</name>
@@ -377,12 +385,20 @@
             <translation>Texte und Drehbücher (%1)</translation>
         </message>
         <message>
-            <source>The file is damaged, or of a kind that is not known.</source>
-            <translation>Die Datei ist beschädigt oder von unbekannter Art.</translation>
+            <source>The kind of the file is not known.</source>
+            <translation>Die Art der Datei ist nicht bekannt.</translation>
         </message>
         <message>
-            <source>Texts are saved as RTF, Final Draft, Markdown or HTML.</source>
-            <translation>Texte werden als RTF, Final Draft, Markdown oder HTML gespeichert.</translation>
+            <source>Its tables are nested too deep.</source>
+            <translation>Ihre Tabellen sind zu tief verschachtelt.</translation>
+        </message>
+        <message>
+            <source>Its notes stand in the text, between codes.</source>
+            <translation>Ihre Notizen stehen im Text, zwischen Codes.</translation>
+        </message>
+        <message>
+            <source>Footnotes stand at its end, other notes in brackets.</source>
+            <translation>Fußnoten stehen an ihrem Ende, andere Notizen in Klammern.</translation>
         </message>
     </context>
     <context>
@@ -399,6 +415,10 @@
             <source>Content of the note: %1</source>
             <translation>Inhalt der Notiz: %1</translation>
         </message>
+        <message>
+            <source>Resolved</source>
+            <translation>Erledigt</translation>
+        </message>
     </context>
     <context>
         <name>NotesDock</name>
@@ -411,24 +431,12 @@
             <translation>&amp;Art</translation>
         </message>
         <message>
-            <source>Kind of notes</source>
-            <translation>Art der Notizen</translation>
-        </message>
-        <message>
             <source>&amp;Author</source>
             <translation>Verfa&amp;sser</translation>
         </message>
         <message>
-            <source>Author of notes</source>
-            <translation>Verfasser der Notizen</translation>
-        </message>
-        <message>
             <source>Co&amp;lor</source>
             <translation>&amp;Farbe</translation>
-        </message>
-        <message>
-            <source>Color of notes</source>
-            <translation>Farbe der Notizen</translation>
         </message>
         <message>
             <source>List of notes</source>
@@ -438,23 +446,9 @@
             <source>All</source>
             <translation>Alle</translation>
         </message>
-    </context>
-    <context>
-        <name>ScenesDock</name>
         <message>
-            <source>Scenes</source>
-            <translation>Szenen</translation>
-        </message>
-        <message>
-            <source>List of scenes</source>
-            <translation>Liste der Szenen</translation>
-        </message>
-    </context>
-    <context>
-        <name>main</name>
-        <message>
-            <source>What to open.</source>
-            <translation>Was zu öffnen ist.</translation>
+            <source>Resol&amp;ved notes</source>
+            <translation>Erl&amp;edigte Notizen</translation>
         </message>
     </context>
     <context>
@@ -498,6 +492,24 @@
         <message>
             <source>Date</source>
             <translation>Datum</translation>
+        </message>
+    </context>
+    <context>
+        <name>ScenesDock</name>
+        <message>
+            <source>Scenes</source>
+            <translation>Szenen</translation>
+        </message>
+        <message>
+            <source>List of scenes</source>
+            <translation>Liste der Szenen</translation>
+        </message>
+    </context>
+    <context>
+        <name>main</name>
+        <message>
+            <source>What to open.</source>
+            <translation>Was zu öffnen ist.</translation>
         </message>
     </context>
 </TS>

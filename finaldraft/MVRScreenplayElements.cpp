@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "Elements.h"
+#include <finaldraft/MVRScreenplayElements.h>
 
 #include <core/MVRParagraphView.h>
 #include <core/MVRScriptElement.h>
+#include <core/document/EditBlock_p.h>
 #include <finaldraft/MVRFinalDraftFile.h>
 
 #include <QTextBlock>
@@ -29,7 +30,7 @@ QHash<QString, ElementSettings> standardSettings()
 
 } // namespace
 
-Elements::Elements(QHash<QString, ElementSettings> settings)
+MVRScreenplayElements::MVRScreenplayElements(QHash<QString, ElementSettings> settings)
     : m_settings(settings.isEmpty() ? standardSettings() : std::move(settings))
     , m_names(m_settings.keys())
 {
@@ -42,24 +43,24 @@ Elements::Elements(QHash<QString, ElementSettings> settings)
     });
 }
 
-QString Elements::of(const QTextBlock &block)
+QString MVRScreenplayElements::elementOf(const QTextBlock &block)
 {
     return block.blockFormat().stringProperty(MVRScriptElement::NameProperty);
 }
 
-bool Elements::isScene(const QTextBlock &block)
+bool MVRScreenplayElements::isScene(const QTextBlock &block)
 {
-    return of(block) == toString(SceneHeading);
+    return elementOf(block) == toString(SceneHeading);
 }
 
-QTextBlockFormat Elements::blockFormat(const QString &name) const
+QTextBlockFormat MVRScreenplayElements::blockFormat(const QString &name) const
 {
     QTextBlockFormat format = m_settings.value(name).parBlockFormat();
     format.setProperty(MVRScriptElement::NameProperty, name);
     return format;
 }
 
-QTextCharFormat Elements::charFormat(const QString &name) const
+QTextCharFormat MVRScreenplayElements::charFormat(const QString &name) const
 {
     const ElementSettings settings = m_settings.value(name);
     QTextCharFormat format = settings.textCharFormat();
@@ -68,7 +69,7 @@ QTextCharFormat Elements::charFormat(const QString &name) const
     return format;
 }
 
-void Elements::apply(QTextCursor cursor, const QString &name) const
+void MVRScreenplayElements::apply(QTextCursor cursor, const QString &name) const
 {
     if (!m_settings.contains(name))
         return;
@@ -82,27 +83,26 @@ void Elements::apply(QTextCursor cursor, const QString &name) const
     const QTextCharFormat text = charFormat(name);
     QTextCharFormat look; // of what stands there: notes and emphasis stay
     look.setFontCapitalization(text.fontCapitalization());
-    cursor.beginEditBlock();
+    const EditBlock undoStep(cursor);
     cursor.setBlockFormat(format);
     cursor.setPosition(block.position());
     cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
     cursor.mergeCharFormat(look);
     cursor.setBlockCharFormat(text);
-    cursor.endEditBlock();
 }
 
-void Elements::cycle(const QTextCursor &cursor, int steps) const
+void MVRScreenplayElements::cycle(const QTextCursor &cursor, int steps) const
 {
     const int count = m_names.size();
-    const int at = m_names.indexOf(of(cursor.block()));
+    const int at = m_names.indexOf(elementOf(cursor.block()));
     if (at >= 0)
-        apply(cursor, m_names[(at + steps + count) % count]);
+        apply(cursor, m_names[((at + steps) % count + count) % count]);
 }
 
-bool Elements::startNext(QTextCursor *cursor) const
+bool MVRScreenplayElements::startNext(QTextCursor *cursor) const
 {
     const QTextBlock block = cursor->block();
-    const QString name = of(block);
+    const QString name = elementOf(block);
     if (!m_settings.contains(name) || !cursor->atBlockEnd())
         return false;
     const ElementType type = m_settings.value(name).returnKey;

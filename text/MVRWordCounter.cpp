@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Counts.h"
+#include <text/MVRWordCounter.h>
 
 #include <core/MVRTextFormat.h>
 #include <core/STextDoc.h>
@@ -15,7 +15,7 @@ namespace {
 class ParagraphCount : public QTextBlockUserData
 {
 public:
-    ParagraphCount(std::shared_ptr<Counts::Words> total, Counts::Words own)
+    ParagraphCount(std::shared_ptr<MVRWordCounter::Words> total, MVRWordCounter::Words own)
         : words(own)
         , m_total(std::move(total))
     {
@@ -28,13 +28,13 @@ public:
         m_total->outsideNotes -= words.outsideNotes;
     }
 
-    const Counts::Words words;
+    const MVRWordCounter::Words words;
 
 private:
-    std::shared_ptr<Counts::Words> m_total;
+    std::shared_ptr<MVRWordCounter::Words> m_total;
 };
 
-Counts::Words wordsOf(const QTextBlock &block)
+MVRWordCounter::Words wordsOf(const QTextBlock &block)
 {
     const QString text = block.text();
     QString outside;
@@ -50,17 +50,19 @@ Counts::Words wordsOf(const QTextBlock &block)
 
 } // namespace
 
-Counts::Counts(QTextDocument *document)
+MVRWordCounter::MVRWordCounter(QTextDocument *document)
     : QObject(document)
     , m_document(document)
     , m_total(std::make_shared<Words>())
 {
+    if (!document)
+        return;
     document->documentLayout(); // without one Qt tells nothing of edits
-    connect(document, &QTextDocument::contentsChange, this, &Counts::count);
+    connect(document, &QTextDocument::contentsChange, this, &MVRWordCounter::count);
     count(0, 0, document->characterCount());
 }
 
-void Counts::count(int position, int removed, int added)
+void MVRWordCounter::count(int position, int removed, int added)
 {
     Q_UNUSED(removed) // paragraphs that are gone took their counts along
     QTextBlock block = m_document->findBlock(position);
@@ -68,16 +70,18 @@ void Counts::count(int position, int removed, int added)
         block.setUserData(new ParagraphCount(m_total, wordsOf(block)));
 }
 
-int Counts::words(const QTextCursor &selection)
+int MVRWordCounter::words(const QTextCursor &selection)
 {
     const int start = selection.selectionStart();
     const int end = selection.selectionEnd();
+    if (start == end)
+        return 0;
     int words = 0;
     QTextBlock block = selection.document()->findBlock(start);
     for (; block.isValid() && block.position() < end; block = block.next()) {
         const int first = qMax(0, start - block.position());
         const int last = qMin(block.length() - 1, end - block.position());
-        const auto *whole = static_cast<const ParagraphCount *>(block.userData());
+        const auto *whole = dynamic_cast<const ParagraphCount *>(block.userData());
         if (whole && first == 0 && last == block.length() - 1)
             words += whole->words.all;
         else

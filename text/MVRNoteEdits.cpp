@@ -1,30 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include "NoteEdits.h"
+#include <text/MVRNoteEdits.h>
 
 #include <core/MVRFormat.h>
 #include <core/MVRTextUtil.h>
 #include <core/STextDoc.h>
+#include <core/document/EditBlock_p.h>
+#include <core/document/FormatEdits_p.h>
 #include <text/MVRTextDoc.h>
 
 #include <QTextDocument>
 #include <QTextDocumentFragment>
 
 namespace {
-
-class UndoStep
-{
-public:
-    explicit UndoStep(QTextDocument *document)
-        : m_cursor(document)
-    {
-        m_cursor.beginEditBlock();
-    }
-    ~UndoStep() { m_cursor.endEditBlock(); }
-    Q_DISABLE_COPY_MOVE(UndoStep)
-
-private:
-    QTextCursor m_cursor;
-};
 
 QTextCursor word(const QTextCursor &at)
 {
@@ -36,6 +23,14 @@ QTextCursor word(const QTextCursor &at)
     return at;
 }
 
+void markResolved(QTextDocument *document, const MVRTextNote &note, bool isResolved)
+{
+    QTextCharFormat mark;
+    mark.setProperty(MVRTextFormat::CommentResolvedProperty, isResolved);
+    QTextCursor text(document);
+    mergeIntoRange(text, note.range.start, note.range.end, mark);
+}
+
 void attach(QTextDocument *document, const MVRTextNote &note)
 {
     MVRTextCommentLink link;
@@ -43,6 +38,8 @@ void attach(QTextDocument *document, const MVRTextNote &note)
     link.color = note.color;
     link.cdata = note.cdata;
     MVRTextDoc::setComment(note.range.toTextCursor(document), link, note.author, note.date);
+    if (note.isResolved) // which a note that is written anew is not
+        markResolved(document, note, true);
 }
 
 // A null cursor stands for the whole document.
@@ -53,14 +50,14 @@ QTextCursor scope(const QTextCursor &selection)
 
 } // namespace
 
-MVRTextRange NoteEdits::add(QTextCursor at, MVRTextNote::Kind kind, const QString &author)
+MVRTextRange MVRNoteEdits::add(QTextCursor at, MVRTextNote::Kind kind, const QString &author)
 {
-    if (!at.hasSelection())
+    if (!at.isNull() && !at.hasSelection())
         at = word(at);
     if (!at.hasSelection())
         return MVRTextRange();
     const MVRTextRange range(at.selectionStart(), at.selectionEnd());
-    const UndoStep step(at.document());
+    const EditBlock undoStep(at.document());
     if (MVRTextNote::isInline(kind)) {
         MVRTextDoc::setInlineFootnoteAnnotation(at, MVRTextNote::isFootnote(kind), true);
         return range;
@@ -74,51 +71,72 @@ MVRTextRange NoteEdits::add(QTextCursor at, MVRTextNote::Kind kind, const QStrin
     return range;
 }
 
-void NoteEdits::setContent(QTextDocument *document, const MVRTextNote &note, const QByteArray &rtf)
+void MVRNoteEdits::setContent(QTextDocument *document, const MVRTextNote &note,
+                              const QByteArray &rtf)
 {
+    if (!document || note.isInline() || note.cdata == rtf)
+        return;
     MVRTextNote changed = note;
     changed.cdata = rtf;
-    const UndoStep step(document);
+    const EditBlock undoStep(document);
     attach(document, changed);
 }
 
-void NoteEdits::setColor(QTextDocument *document, const MVRTextNote &note, const QColor &color)
+void MVRNoteEdits::setColor(QTextDocument *document, const MVRTextNote &note, const QColor &color)
 {
+    if (!document || note.kind != MVRTextNote::Comment || note.color == color)
+        return;
     MVRTextNote changed = note;
     changed.color = color;
-    const UndoStep step(document);
+    const EditBlock undoStep(document);
     attach(document, changed);
 }
 
-void NoteEdits::remove(QTextDocument *document, const MVRTextNote &note)
+void MVRNoteEdits::setResolved(QTextDocument *document, const MVRTextNote &note, bool isResolved)
 {
+    if (!document || note.isInline() || note.isResolved == isResolved)
+        return;
+    const EditBlock undoStep(document);
+    markResolved(document, note, isResolved);
+}
+
+void MVRNoteEdits::remove(QTextDocument *document, const MVRTextNote &note)
+{
+    if (!document)
+        return;
     QTextCursor cursor = note.range.toTextCursor(document);
-    const UndoStep step(document);
+    const EditBlock undoStep(document);
     if (note.isInline())
         MVRTextDoc::removeInlineNotes(document, MVRTextNote::property(note.kind), cursor);
     else
         MVRTextDoc::removeComment(cursor);
 }
 
-void NoteEdits::moveToText(QTextDocument *document, const QTextCursor &selection)
+void MVRNoteEdits::moveToText(QTextDocument *document, const QTextCursor &selection)
 {
+    if (!document)
+        return;
     const QTextCursor where = scope(selection);
-    const UndoStep step(document);
+    const EditBlock undoStep(document);
     MVRTextDoc::convertInspectorCommentsToInlineAnnotations(document, where);
     MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(document, where);
 }
 
-void NoteEdits::moveToMargin(QTextDocument *document, const QTextCursor &selection)
+void MVRNoteEdits::moveToMargin(QTextDocument *document, const QTextCursor &selection)
 {
+    if (!document)
+        return;
     const QTextCursor where = scope(selection);
-    const UndoStep step(document);
+    const EditBlock undoStep(document);
     MVRTextDoc::convertInlineAnnotationsToInspectorComments(document, true, where);
     MVRTextDoc::convertInlineFootnotesToInspectorFootnotes(document, true, where);
 }
 
-void NoteEdits::trim(QTextDocument *document)
+void MVRNoteEdits::trim(QTextDocument *document)
 {
-    const UndoStep step(document);
+    if (!document)
+        return;
+    const EditBlock undoStep(document);
     for (const MVRTextNote::Kind kind : MVRTextNote::allKinds) {
         const int property = MVRTextNote::property(kind);
         if (MVRTextNote::isInline(kind))
@@ -128,15 +146,19 @@ void NoteEdits::trim(QTextDocument *document)
     }
 }
 
-void NoteEdits::enclose(QTextDocument *document, const QString &opening, const QString &closing)
+void MVRNoteEdits::enclose(QTextDocument *document, const QString &opening, const QString &closing)
 {
-    const UndoStep step(document);
+    if (!document)
+        return;
+    const EditBlock undoStep(document);
     MVRTextDoc::encloseAnnotations(document, opening, closing, true);
 }
 
-void NoteEdits::footnotesToEndNotes(QTextDocument *document)
+void MVRNoteEdits::footnotesToEndNotes(QTextDocument *document)
 {
-    const UndoStep step(document);
+    if (!document)
+        return;
+    const EditBlock undoStep(document);
     MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(document, QTextCursor());
     MVRTextDoc::trimInlineNotes(document, MVRTextFormat::InlineFootnoteProperty, false, 0, 0,
                                 QTextCursor());
