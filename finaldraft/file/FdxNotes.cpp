@@ -108,9 +108,9 @@ private:
     void placeByNumbers(FdxNote *note)
     {
         note->shape = File::NoteOfRange;
-        const int start = m_places.positionOf(note->numbers.start);
+        const int start = m_places.pairStart(m_places.positionOf(note->numbers.start));
         const int end = m_places.positionOf(note->numbers.end);
-        note->range = MVRTextRange(start, end);
+        note->range = MVRTextRange(start, m_places.pairStart(end) < end ? end + 1 : end);
         note->paragraph = m_places.paragraphAt(start);
         if (note->numbers.start != note->numbers.end || note->paragraph < 0)
             return;
@@ -173,7 +173,7 @@ private:
 };
 
 /*! Notes about the very same characters share them, as far as there are enough. */
-void shareEqualRanges(QVector<FdxNote *> *notes)
+void shareEqualRanges(const FdxPlaces &places, QVector<FdxNote *> *notes)
 {
     for (int first = 0; first < notes->size();) {
         int end = first + 1;
@@ -183,10 +183,11 @@ void shareEqualRanges(QVector<FdxNote *> *notes)
         const int sharing = qMin(end - first, range.end - range.start);
         for (int i = 0; i < end - first; ++i) {
             const qint64 length = range.end - range.start;
-            (*notes)[first + i]->attached = i >= sharing
-                ? MVRTextRange()
-                : MVRTextRange(range.start + int(length * i / sharing),
-                               range.start + int(length * (i + 1) / sharing));
+            const auto share = [&](int share) {
+                return places.pairStart(range.start + int(length * share / sharing));
+            };
+            (*notes)[first + i]->attached
+                = i >= sharing ? MVRTextRange() : MVRTextRange(share(i), share(i + 1));
         }
         first = end;
     }
@@ -251,7 +252,7 @@ void attach(const FdxPlaces &places, QVector<FdxNote> *notes)
     }
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const FdxNote *a, const FdxNote *b) { return a->attached < b->attached; });
-    shareEqualRanges(&sorted);
+    shareEqualRanges(places, &sorted);
     std::stable_sort(sorted.begin(), sorted.end(), [](const FdxNote *a, const FdxNote *b) {
         return a->attached.end - a->attached.start < b->attached.end - b->attached.start;
     });
@@ -293,10 +294,20 @@ FdxPlaces::FdxPlaces(const FdxScript &script, const QVector<int> &lengths)
 
 const QString &FdxPlaces::text(int paragraph) const
 {
-    if (m_textOf != paragraph)
-        m_text = m_script.text(paragraph);
-    m_textOf = paragraph;
-    return m_text;
+    const auto known = m_texts.constFind(paragraph);
+    return known != m_texts.constEnd() ? *known
+                                       : *m_texts.insert(paragraph, m_script.text(paragraph));
+}
+
+int FdxPlaces::pairStart(int position) const
+{
+    const int paragraph = paragraphAt(position);
+    const int offset = paragraph < 0 ? 0 : position - m_positions[paragraph];
+    if (offset <= 0 || offset >= m_lengths[paragraph])
+        return position;
+    const QString &in = text(paragraph);
+    const bool isWithin = in.at(offset).isLowSurrogate() && in.at(offset - 1).isHighSurrogate();
+    return isWithin ? position - 1 : position;
 }
 
 int FdxPlaces::positionOf(int offset) const
@@ -364,12 +375,12 @@ QString FdxPlaces::text(const MVRTextRange &range) const
          ++paragraph) {
         if (!m_script.paragraphs()[paragraph].hasBlock)
             continue;
-        if (m_plainTextOf != paragraph)
-            m_plainText = m_script.plainText(paragraph);
-        m_plainTextOf = paragraph;
+        auto plain = m_plainTexts.constFind(paragraph);
+        if (plain == m_plainTexts.constEnd())
+            plain = m_plainTexts.insert(paragraph, m_script.plainText(paragraph));
         const int start = m_positions[paragraph];
         const int from = qMax(0, range.start - start);
-        text += m_plainText.mid(from, range.end - start - from) + QLatin1Char('\n');
+        text += plain->mid(from, range.end - start - from) + QLatin1Char('\n');
     }
     text.chop(1);
     return text;

@@ -5,6 +5,7 @@
 #include <finaldraft/MVRFinalDraftFile.h>
 #include <finaldraft/file/FdxScript_p.h>
 
+#include <QHash>
 #include <QVector>
 
 /*! Where the paragraphs of a file stand: in the document, and in the numbers of note ranges. */
@@ -19,6 +20,8 @@ public:
     int length(int paragraph) const { return m_lengths[paragraph]; }
     /*! The text of a paragraph; asked for again and again, it is made once. */
     const QString &text(int paragraph) const;
+    /*! A document's place, or the one in front of it when that is within a surrogate pair. */
+    int pairStart(int position) const;
 
     /*! The document's place of a number in a note's Range; beyond the script, its end. */
     int positionOf(int offset) const;
@@ -45,10 +48,8 @@ private:
     QVector<int> m_withText; // the paragraphs with a block that has text
     QVector<int> m_topLevel; // paragraphs of the script that are in no wrapper
     int m_endPosition = 0;
-    mutable int m_textOf = -1; // the paragraph that was asked for last, and its text
-    mutable QString m_text;
-    mutable int m_plainTextOf = -1; // the same, with the file's own breaks
-    mutable QString m_plainText;
+    mutable QHash<int, QString> m_texts; // by paragraph, those that were asked for
+    mutable QHash<int, QString> m_plainTexts; // the same, with the file's own breaks
 };
 
 /*! A note of a file and where it stands. */
