@@ -238,9 +238,28 @@ QVector<MVRFinalDraftFile::Note> MVRFinalDraftFile::notes() const
     if (!isLoaded())
         return records;
     d->findNotes();
-    for (const FdxNote &note : qAsConst(d->notes))
-        records.append(fdxNoteRecord(note, *d->script, *d->places));
+    for (const FdxNote &note : qAsConst(d->notes)) {
+        if (!note.isRemoved)
+            records.append(fdxNoteRecord(note, *d->script, *d->places));
+    }
     return records;
+}
+
+int MVRFinalDraftFile::removeHiddenNotes()
+{
+    int count = 0;
+    if (!isLoaded())
+        return count;
+    d->findNotes();
+    for (FdxNote &note : d->notes) {
+        if (note.isAttached() || note.isRemoved)
+            continue;
+        note.isRemoved = true;
+        ++count;
+    }
+    if (count > 0)
+        d->readDocument.clear(); // its file is another one now
+    return count;
 }
 
 QVector<MVRFinalDraftFile::Scene> MVRFinalDraftFile::scenes() const

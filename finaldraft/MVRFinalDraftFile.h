@@ -173,6 +173,14 @@ public:
 
     /*! All notes of the loaded file, in its order. */
     QVector<Note> notes() const;
+    /*!
+        Takes out of the file the notes that the document of read() does not show: those without a
+        place, on text that has another note, behind the end of the script. The others go when
+        they are removed from the document.
+
+        \return how many; notes() no longer has them, and write() leaves them out
+    */
+    int removeHiddenNotes();
     /*! The scenes of the loaded file. */
     QVector<Scene> scenes() const;
 

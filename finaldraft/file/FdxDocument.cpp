@@ -230,7 +230,7 @@ QHash<QString, int> fdxAttachNotes(const QVector<FdxNote> &notes, const FdxTree 
     const EditBlock editBlock(document);
     for (int i = 0; i < notes.size(); ++i) {
         const FdxNote &note = notes[i];
-        if (note.attached.start == note.attached.end)
+        if (!note.isAttached())
             continue;
         MVRTextCommentLink link;
         link.cdata = fdxNoteRtf(note.node, tree);

@@ -65,6 +65,6 @@ LeftOut fdxLeftOut(const FdxScript &script, const QVector<FdxNote> &notes)
     count(tree, tree.root(), &leftOut);
     for (const FdxNote &note : notes)
         leftOut.detachedNotes
-            += note.attached.start == note.attached.end && hasText(tree, note.node) ? 1 : 0;
+            += !note.isAttached() && !note.isRemoved && hasText(tree, note.node) ? 1 : 0;
     return leftOut;
 }

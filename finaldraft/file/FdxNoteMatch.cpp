@@ -21,9 +21,10 @@ void FdxWriter::matchNotes()
     for (int i = 0; i < m_notes.size(); ++i) {
         const FdxNote &note = m_notes[i];
         const int now = m_documentNote[i];
-        if (note.attached.start == note.attached.end || note.shape == File::NoteOfRange)
+        if (note.shape == File::NoteOfRange || note.paragraph < 0
+            || !(note.isAttached() || note.isRemoved))
             continue;
-        if (now < 0 ? isGone(note) : hasMoved(note, m_match.notes[now]))
+        if (note.isRemoved || (now < 0 ? isGone(note) : hasMoved(note, m_match.notes[now])))
             m_goneIn[note.paragraph].append(i);
         if (now >= 0 && hasMoved(note, m_match.notes[now])) {
             const FdxTree::Span span = m_tree.span(note.node);

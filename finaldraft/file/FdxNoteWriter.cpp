@@ -82,11 +82,11 @@ void FdxWriter::writeKeptNote(int index)
 {
     const FdxNote &note = m_notes[index];
     const int now = m_documentNote[index];
-    const bool isAttached = note.attached.start < note.attached.end;
-    if (note.shape != File::NoteOfRange) {
+    const bool isBesideScript = note.shape == File::NoteOfRange || note.paragraph < 0;
+    if (!isBesideScript) {
         if (now >= 0 && !hasMoved(note, m_match.notes[now]))
             m_changedIn[note.paragraph].append(index);
-    } else if (isAttached && now < 0 && isGone(note)) {
+    } else if (note.isRemoved || (note.isAttached() && now < 0 && isGone(note))) {
         const FdxTree::Span span = m_tree.span(note.node);
         m_splices.append({m_tree.gapStart(span.start), span.end, QByteArray()});
     } else {

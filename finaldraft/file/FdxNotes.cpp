@@ -108,11 +108,14 @@ private:
     void placeByNumbers(FdxNote *note)
     {
         note->shape = File::NoteOfRange;
+        const bool isPoint = note->numbers.start == note->numbers.end;
         const int start = m_places.pairStart(m_places.positionOf(note->numbers.start));
-        const int end = m_places.positionOf(note->numbers.end);
-        note->range = MVRTextRange(start, m_places.pairStart(end) < end ? end + 1 : end);
+        int end = isPoint ? start : m_places.positionOf(note->numbers.end);
+        if (m_places.pairStart(end) < end)
+            ++end;
+        note->range = MVRTextRange(start, end);
         note->paragraph = m_places.paragraphAt(start);
-        if (note->numbers.start != note->numbers.end || note->paragraph < 0)
+        if (!isPoint || note->paragraph < 0)
             return;
         const int first = m_places.position(note->paragraph);
         const MVRTextRange word = fdxWordAt(m_places.text(note->paragraph), start - first);
@@ -126,7 +129,7 @@ private:
         note->shape = isAmongRuns ? File::NoteAmongRuns : File::NoteOfParagraph;
         const int paragraph = firstWithText(note->paragraph);
         const int first = m_places.position(paragraph);
-        const QString &text = m_places.text(paragraph);
+        const QString text = m_places.text(paragraph);
         MVRTextRange word = fdxWordBefore(text, paragraph == note->paragraph ? before(*note) : 0);
         if (word.start == word.end)
             word = fdxFirstWord(text, 0);
@@ -183,11 +186,11 @@ void shareEqualRanges(const FdxPlaces &places, QVector<FdxNote *> *notes)
         const int sharing = qMin(end - first, range.end - range.start);
         for (int i = 0; i < end - first; ++i) {
             const qint64 length = range.end - range.start;
-            const auto share = [&](int share) {
+            const auto bound = [&](int share) {
                 return places.pairStart(range.start + int(length * share / sharing));
             };
             (*notes)[first + i]->attached
-                = i >= sharing ? MVRTextRange() : MVRTextRange(share(i), share(i + 1));
+                = i >= sharing ? MVRTextRange() : MVRTextRange(bound(i), bound(i + 1));
         }
         first = end;
     }
@@ -247,7 +250,7 @@ void attach(const FdxPlaces &places, QVector<FdxNote> *notes)
     for (FdxNote &note : *notes) {
         if (note.range.start >= 0 && note.range.start < note.range.end)
             note.attached = places.trimmed(note.range);
-        if (note.attached.start < note.attached.end)
+        if (note.isAttached())
             sorted.append(&note);
     }
     std::stable_sort(sorted.begin(), sorted.end(),
@@ -258,7 +261,7 @@ void attach(const FdxPlaces &places, QVector<FdxNote> *notes)
     });
     TakenStretches taken;
     for (FdxNote *note : qAsConst(sorted)) {
-        if (note->attached.start < note->attached.end)
+        if (note->isAttached())
             note->attached = places.trimmed(taken.take(note->attached));
     }
 }
@@ -292,7 +295,7 @@ FdxPlaces::FdxPlaces(const FdxScript &script, const QVector<int> &lengths)
     m_endPosition = qMax(0, position - 1);
 }
 
-const QString &FdxPlaces::text(int paragraph) const
+QString FdxPlaces::text(int paragraph) const
 {
     const auto known = m_texts.constFind(paragraph);
     return known != m_texts.constEnd() ? *known
@@ -305,7 +308,7 @@ int FdxPlaces::pairStart(int position) const
     const int offset = paragraph < 0 ? 0 : position - m_positions[paragraph];
     if (offset <= 0 || offset >= m_lengths[paragraph])
         return position;
-    const QString &in = text(paragraph);
+    const QString in = text(paragraph);
     const bool isWithin = in.at(offset).isLowSurrogate() && in.at(offset - 1).isHighSurrogate();
     return isWithin ? position - 1 : position;
 }
@@ -375,8 +378,8 @@ QString FdxPlaces::text(const MVRTextRange &range) const
          ++paragraph) {
         if (!m_script.paragraphs()[paragraph].hasBlock)
             continue;
-        auto plain = m_plainTexts.constFind(paragraph);
-        if (plain == m_plainTexts.constEnd())
+        auto plain = m_plainTexts.find(paragraph);
+        if (plain == m_plainTexts.end())
             plain = m_plainTexts.insert(paragraph, m_script.plainText(paragraph));
         const int start = m_positions[paragraph];
         const int from = qMax(0, range.start - start);

@@ -19,7 +19,7 @@ public:
     int position(int paragraph) const { return m_positions[paragraph]; }
     int length(int paragraph) const { return m_lengths[paragraph]; }
     /*! The text of a paragraph; asked for again and again, it is made once. */
-    const QString &text(int paragraph) const;
+    QString text(int paragraph) const;
     /*! A document's place, or the one in front of it when that is within a surrogate pair. */
     int pairStart(int position) const;
 
@@ -62,6 +62,9 @@ struct FdxNote
     bool hasNumbers = false;
     MVRTextRange range = MVRTextRange(-1, -1); // what it is about, in the document
     MVRTextRange attached; // where the document carries it; empty: nowhere
+    bool isRemoved = false; // though no document carries it
+
+    bool isAttached() const { return attached.start < attached.end; }
 };
 
 /*! Finds all notes of a file, in its order. */

@@ -4,34 +4,25 @@
 #include <finaldraft/MVRFinalDraftFile.h>
 #include <fuzz/Require.h>
 #include <fuzz/Targets.h>
+#include <tests/FdxBytes.h>
 
-#include <QBuffer>
 #include <QTextCursor>
 #include <QTextDocument>
 
 namespace {
 
-bool load(MVRFinalDraftFile *file, const QByteArray &bytes)
-{
-    QBuffer buffer;
-    buffer.setData(bytes);
-    buffer.open(QIODevice::ReadOnly);
-    return file->load(&buffer);
-}
-
 QByteArray written(MVRFinalDraftFile *file, const QTextDocument &document)
 {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    require(file->write(&buffer, &document), "a file that was read is written");
-    return buffer.data();
+    const QByteArray bytes = writtenFdx(file, document);
+    require(!bytes.isNull(), "a file that was read is written");
+    return bytes;
 }
 
 void checkAgain(const QByteArray &bytes, const QString &text)
 {
     MVRFinalDraftFile again;
     QTextDocument copy;
-    require(load(&again, bytes) && again.read(&copy), "what was written is read");
+    require(loadFdx(&again, bytes) && again.read(&copy), "what was written is read");
     require(copy.toPlainText() == text, "text comes back");
 }
 
@@ -41,7 +32,7 @@ void fuzz_fdx_file(const QByteArray &input)
 {
     MVRFinalDraftFile file;
     QTextDocument document;
-    if (!load(&file, input)) {
+    if (!loadFdx(&file, input)) {
         require(!file.errorString().isEmpty(), "a fault has a message");
         return;
     }

@@ -23,6 +23,8 @@ public:
 
     /*! True when no change was asked for. */
     bool isEmpty() const;
+    /*! True when the notes of a kind are removed. */
+    bool removes(Note::Kind kind) const { return m_removed.contains(kind); }
     /*! True when moved notes end in the text. */
     bool endsInText() const;
 

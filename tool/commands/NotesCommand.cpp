@@ -28,9 +28,9 @@ const char examples[] = R"(  mvrtext notes script.fdx
   mvrtext notes draft.rtf --remove comments -o clean.rtf
 )";
 
-QString colorName(const Note &note)
+QString colorName(const QColor &color)
 {
-    return note.color.isValid() ? note.color.name() : QString();
+    return color.isValid() ? color.name() : QString();
 }
 
 QJsonValue textOrNull(const QString &text)
@@ -43,19 +43,40 @@ QJsonObject toJson(const Note &note, const QTextDocument &document)
     QJsonObject object = Place(note.range, document).toJson();
     object.insert(QStringLiteral("kind"), kindName(note.kind));
     object.insert(QStringLiteral("text"), note.text(document));
-    object.insert(QStringLiteral("color"), textOrNull(colorName(note)));
+    object.insert(QStringLiteral("color"), textOrNull(colorName(note.color)));
     object.insert(QStringLiteral("author"), textOrNull(note.author));
     object.insert(QStringLiteral("date"), textOrNull(note.date.toString(Qt::ISODate)));
     object.insert(QStringLiteral("content"), note.contentText(document).trimmed());
     return object;
 }
 
+Table noteTable()
+{
+    return Table(Tool::tr("KIND PLACE TEXT COLOUR CONTENT").split(QLatin1Char(' ')));
+}
+
 void printTable(const MVRTextNotes &notes, const QTextDocument &document)
 {
-    Table table(Tool::tr("KIND PLACE TEXT COLOUR CONTENT").split(QLatin1Char(' ')));
+    Table table = noteTable();
     for (const Note &note : notes)
         table.addRow({kindTitle(note.kind), Place(note.range, document).toWords(),
-                      note.text(document), colorName(note), note.contentText(document).trimmed()});
+                      note.text(document), colorName(note.color),
+                      note.contentText(document).trimmed()});
+    printOutput(table.toString());
+}
+
+/*! In the document one note gives way to the other; the file has all of them. */
+void printScriptTable(const MVRFinalDraftFile &file, const QTextDocument &document)
+{
+    Table table = noteTable();
+    const QVector<MVRFinalDraftFile::Note> notes = file.notes();
+    for (const MVRFinalDraftFile::Note &note : notes) {
+        const QString place
+            = note.range.start < 0 ? QString() : Place(note.range, document).toWords();
+        table.addRow({kindTitle(Note::Comment), place, note.text,
+                      colorName(MVRFinalDraft::toColor(note.color, QColor())),
+                      note.content().trimmed()});
+    }
     printOutput(table.toString());
 }
 
@@ -70,14 +91,17 @@ int list(const CommandLine &commandLine, const Rewriting &rewriting)
         notes = MVRTextDoc::notes(&document.text);
     }
     if (!commandLine.isSet("json")) {
-        printTable(notes, document.text);
+        if (document.script)
+            printScriptTable(*document.script, document.text);
+        else
+            printTable(notes, document.text);
         return Success;
     }
     QJsonArray array = document.script ? scriptNotes(document) : QJsonArray();
-    if (document.script)
-        notes.clear(); // in the document one gives way to the other
-    for (const Note &note : qAsConst(notes))
-        array.append(toJson(note, document.text));
+    if (!document.script) {
+        for (const Note &note : qAsConst(notes))
+            array.append(toJson(note, document.text));
+    }
     printOutput(QString::fromUtf8(QJsonDocument(array).toJson()));
     return Success;
 }
@@ -91,6 +115,12 @@ int change(const CommandLine &commandLine, const Rewriting &rewriting, const Not
         if (!rewriting.load(document, progress))
             return Failure;
         report = changes.apply(document.text);
+        const int hidden = changes.removes(Note::Comment) && document.script
+            ? document.script->removeHiddenNotes()
+            : 0;
+        if (hidden > 0)
+            report << Tool::tr("%1 removed from beside the text")
+                          .arg(countedKind(hidden, Note::Comment));
         if (!commandLine.isSet("dry-run"))
             return rewriting.saveWithNotes(changes.endsInText(), document, progress) ? Success
                                                                                      : Failure;

@@ -412,6 +412,10 @@
         <translation>%1 entfernt</translation>
     </message>
     <message>
+        <source>%1 removed from beside the text</source>
+        <translation>%1 neben dem Text entfernt</translation>
+    </message>
+    <message>
         <source>%1 trimmed</source>
         <translation>%1 gestutzt</translation>
     </message>
