@@ -24,6 +24,7 @@ class TestDocPages : public QObject
 private Q_SLOTS:
     void losesAndDoublesNothing_data();
     void losesAndDoublesNothing();
+    void keepsParagraphsTogether();
     void repeatsHeaderRows();
     void cutsHighRowsBetweenLines();
     void longFootnotesGoOn();
@@ -114,6 +115,14 @@ QStringList textsOf(const DrawnPage &page)
     for (const DrawnLine &line : page)
         texts.append(line.text.trimmed());
     return texts;
+}
+
+DrawnPage joined(const QVector<DrawnPage> &pages)
+{
+    DrawnPage lines;
+    for (const DrawnPage &page : pages)
+        lines += page;
+    return lines;
 }
 
 PageSetup smallPaper()
@@ -240,6 +249,28 @@ void TestDocPages::losesAndDoublesNothing()
         QCOMPARE(brokenRule(bodies[i], linesOfParagraph, i + 1), QString());
 }
 
+// The toolkit would not wrap their lines.
+void TestDocPages::keepsParagraphsTogether()
+{
+    Document document;
+    QVERIFY(MVRTextDoc::fromRtf("{\\rtf1 " + QByteArray("x\\par ").repeated(14) + "\\pard\\keep "
+                                    + words("K", 50) + "{\\footnote\\pard\\keep " + words("N", 30)
+                                    + "}\\par\\pard\\keep " + words("L", 600) + "\\par}",
+                                &document.text));
+    const QVector<DrawnPage> pages = drawn(Pages(document, smallPaper()));
+    QVERIFY(textsOf(pages[0]).filter(QStringLiteral("K.")).isEmpty());
+    QVERIFY(textsOf(pages[1]).filter(QStringLiteral("K.")).size() > 3);
+    QString all;
+    const DrawnPage lines = joined(pages);
+    for (const DrawnLine &line : lines) {
+        QVERIFY2(line.text.size() < 60, "runs off the paper");
+        all += line.text;
+    }
+    QVERIFY(pages.size() > 3); // what no page holds breaks
+    QCOMPARE(all.count(QLatin1Char('L')), 600);
+    QCOMPARE(all.count(QLatin1Char('K')) + all.count(QLatin1Char('N')), 80);
+}
+
 void TestDocPages::repeatsHeaderRows()
 {
     QString html = QStringLiteral("<p>Before.</p><table><thead><tr><th>Head</th></tr></thead>");
@@ -269,12 +300,10 @@ void TestDocPages::cutsHighRowsBetweenLines()
     document.text.setHtml(html + QStringLiteral("end</td><td>beside</td></tr></table>"));
     const QVector<DrawnPage> pages = drawn(Pages(document, smallPaper()));
     QVERIFY(pages.size() > 2);
-    QStringList all;
-    for (const DrawnPage &page : pages) {
-        for (const DrawnLine &line : page)
-            QVERIFY2(line.y > 60.0 && line.y < 328.0, qPrintable(line.text));
-        all += textsOf(page);
-    }
+    const DrawnPage lines = joined(pages);
+    for (const DrawnLine &line : lines)
+        QVERIFY2(line.y > 60.0 && line.y < 328.0, qPrintable(line.text));
+    const QStringList all = textsOf(lines);
     for (int i = 0; i < 60; ++i)
         QVERIFY(all.contains(QStringLiteral("line%1").arg(i)));
 }
@@ -291,15 +320,11 @@ void TestDocPages::longFootnotesGoOn()
     QVERIFY(textsOf(pages[0]).contains(QStringLiteral("Third.")));
     QVERIFY(pages[0].last().y < 328.0 && pages[0].last().y > 300.0);
     // Words may break behind their period.
-    QString notes;
-    for (const DrawnPage &page : pages) {
-        for (const DrawnLine &line : page) {
-            if (line.text.contains(QLatin1Char('N')))
-                notes += line.text;
-        }
-    }
-    QCOMPARE(notes.remove(QLatin1Char(' ')),
-             QString::fromLatin1(words("N", 300)).remove(QLatin1Char(' ')));
+    const QString notes = textsOf(joined(pages))
+                              .filter(QStringLiteral("N"))
+                              .join(QString())
+                              .remove(QLatin1Char(' '));
+    QCOMPARE(notes, QString::fromLatin1(words("N", 300)).remove(QLatin1Char(' ')));
 }
 
 void TestDocPages::writesCommentsIntoTheMargin()

@@ -3,6 +3,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextLayout>
 #include <QTextTable>
@@ -12,6 +13,7 @@
 namespace {
 
 constexpr int linesKept = 2; // of a paragraph, on each side of a break
+constexpr int KeptTogether = QTextFormat::UserProperty + 0x3501; // of a paragraph: bool
 
 /*! Collects the items of a text's main flow. */
 class ItemCollector
@@ -63,6 +65,7 @@ void ItemCollector::addBlock(const QTextBlock &block)
     const QRectF rect = m_layout.blockBoundingRect(block);
     const int lines = qMax(1, layout.lineCount());
     const bool isHeading = block.blockFormat().headingLevel() > 0;
+    const bool breaks = !isHeading && !block.blockFormat().boolProperty(KeptTogether);
     const auto policy = block.blockFormat().pageBreakPolicy();
     const double origin = rect.top() - layout.boundingRect().top();
     for (int i = 0; i < lines; ++i) {
@@ -83,7 +86,7 @@ void ItemCollector::addBlock(const QTextBlock &block)
         item.startsPage = i == 0 && (policy & QTextFormat::PageBreak_AlwaysBefore);
         item.continuesParagraph = i > 0;
         if (i > 0)
-            item.mayStartPage = !isHeading && i >= linesKept && lines - i >= linesKept;
+            item.mayStartPage = breaks && i >= linesKept && lines - i >= linesKept;
         append(item);
     }
     m_keepsNext = isHeading;
@@ -153,6 +156,18 @@ void ItemCollector::addLines(QTextBlock block, int end, FlowItem &item) const
     }
 }
 
+}
+
+void wrapLines(QTextDocument &text)
+{
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+        if (!block.blockFormat().nonBreakableLines())
+            continue;
+        QTextBlockFormat format = block.blockFormat();
+        format.clearProperty(QTextFormat::BlockNonBreakableLines);
+        format.setProperty(KeptTogether, true);
+        QTextCursor(block).setBlockFormat(format);
+    }
 }
 
 QVector<FlowItem> flowItems(const QTextDocument &text)

@@ -2,6 +2,7 @@
 #include <tool/pages/PageNotes.h>
 
 #include <tool/pages/Lengths.h>
+#include <tool/pages/PageSlices.h>
 
 #include <core/MVRTextRtf.h>
 #include <core/MVRToolkit.h>
@@ -120,6 +121,7 @@ PageNotes takeNotes(QTextDocument &text)
 
 void layOutFootnote(QTextDocument &note, double width, double unitsPerPoint)
 {
+    wrapLines(note);
     MVRToolkit::toStockParagraphs(&note, width / unitsPerPoint);
     scaleLengths(note, unitsPerPoint);
     note.setDocumentMargin(0.0);

@@ -39,6 +39,12 @@ struct PageSlice
     double headHeight() const { return headBottom - headTop; }
 };
 
+/*!
+    Lets the lines of all paragraphs wrap. Those whose lines were not to break stay on one page
+    instead, where one holds them: the toolkit has one property for both.
+*/
+void wrapLines(QTextDocument &text);
+
 /*! The items of a text that was laid out without pages, from top to bottom. */
 QVector<FlowItem> flowItems(const QTextDocument &text);
 

@@ -122,6 +122,7 @@ void Pages::prepare()
 {
     nameOwnFace(m_text);
     breakBehindTitlePage(m_document);
+    wrapLines(m_text);
     MVRToolkit::toStockParagraphs(&m_text, m_body.width() / dotsPerPoint);
     scaleLengths(m_text, dotsPerPoint);
     m_text.setDocumentMargin(0.0);
