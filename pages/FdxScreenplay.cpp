@@ -2,8 +2,9 @@
 #include <pages/FdxScreenplay_p.h>
 
 #include <core/MVRDomDoc.h>
+#include <finaldraft/MVRFinalDraftFile.h>
 
-#include <QIODevice>
+#include <QBuffer>
 
 using namespace MVRFinalDraft;
 
@@ -14,13 +15,6 @@ const QLatin1String hiddenStyle("HiddenText");
 QString attribute(const QDomElement &element, const char *name)
 {
     return element.attribute(QString::fromLatin1(name));
-}
-
-// Outlines are not for the page, whatever their settings.
-bool isOutline(const QString &type)
-{
-    static const QStringList others {QStringLiteral("Summary"), QStringLiteral("Note")};
-    return type.startsWith(QLatin1String("Outline")) || others.contains(type);
 }
 
 bool isHidden(const QDomElement &look)
@@ -152,6 +146,12 @@ void fail(QString *error, const QString &reason)
 
 }
 
+bool isFdxOutline(const QString &type)
+{
+    static const QStringList others {QStringLiteral("Summary"), QStringLiteral("Note")};
+    return type.startsWith(QLatin1String("Outline")) || others.contains(type);
+}
+
 void readFdxLook(const QDomElement &element, TextAttr *look)
 {
     look->fromDomElement(element);
@@ -172,7 +172,7 @@ FdxElement findFdxElement(const FdxElements &elements, const QString &type)
     if (!isStandard && elements.contains(model))
         element = elements.value(model);
     element.settings.type = type;
-    element.isHidden = isOutline(type);
+    element.isHidden = isFdxOutline(type);
     return element;
 }
 
@@ -193,8 +193,8 @@ FdxElements readFdxElements(const QDomElement &root)
             = attribute(entry.firstChildElement(QStringLiteral("Behavior")), "PaginateAs");
         if (toElementType(paginateAs) != NoElement)
             element.settings.paginateAs = toElementType(paginateAs);
-        element.isHidden
-            = isHidden(font) || isOutline(type) || paginateAs.startsWith(QLatin1String("Outline"));
+        element.isHidden = isHidden(font) || isFdxOutline(type)
+            || paginateAs.startsWith(QLatin1String("Outline"));
         elements.insert(type, element);
     }
     return elements;
@@ -215,6 +215,19 @@ MVRScreenplayParagraph readFdxParagraph(const QDomElement &element, const FdxEle
             readRun(child, model, paragraph);
     }
     return paragraph;
+}
+
+bool MVRScreenplay::fromFinalDraft(MVRFinalDraftFile *file, const QTextDocument *document,
+                                   MVRScreenplay *screenplay, QString *error)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::ReadWrite);
+    if (!file || !document || !file->write(&buffer, document)) {
+        fail(error, QStringLiteral("No Final Draft file can be written."));
+        return false;
+    }
+    buffer.seek(0);
+    return fromFinalDraft(&buffer, screenplay, error);
 }
 
 bool MVRScreenplay::fromFinalDraft(QIODevice *device, MVRScreenplay *screenplay, QString *error)

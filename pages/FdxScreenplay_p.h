@@ -13,6 +13,9 @@ struct FdxElement
 };
 using FdxElements = QHash<QString, FdxElement>;
 
+/*! Whether an element is no part of the pages, whatever its settings. */
+bool isFdxOutline(const QString &type);
+
 /*! The settings that the file has for its elements. */
 FdxElements readFdxElements(const QDomElement &root);
 

@@ -10,6 +10,7 @@
 #include <QString>
 #include <QVector>
 
+class MVRFinalDraftFile;
 class QIODevice;
 class QTextDocument;
 
@@ -129,10 +130,23 @@ struct MVRTEXT_EXPORT MVRScreenplay
     static bool fromFinalDraft(QIODevice *device, MVRScreenplay *screenplay, QString *error);
 
     /*!
-        Takes a screenplay from a document, as MVRFinalDraftReader makes them.
+        Reads a file as it would be saved now: what an application prints while its user edits.
+
+        \param file      the file that filled the document, or one that nothing was loaded into
+        \param document  the document
+        \return false as the other one does, and when the file cannot be written
+    */
+    static bool fromFinalDraft(MVRFinalDraftFile *file, const QTextDocument *document,
+                               MVRScreenplay *screenplay, QString *error);
+
+    /*!
+        Takes a screenplay from a document alone, as MVRFinalDraftReader and MVRFinalDraftFile make
+        them.
 
         The element of a paragraph is the one that MVRScriptElement::NameProperty names, Action
-        where it names none. Settings are the default ones.
+        where it names none. Scene numbers, dual dialogue, hidden text and outlines are those that
+        MVRFinalDraftFile notes in the document. Settings are the default ones, there are no
+        revisions: the file has those.
         \param document         its documentMargin() is what indents count from, in points
         \param titlePageBlocks  so many blocks at the start are the title page
     */

@@ -5,6 +5,8 @@
 #include <core/MVRScriptElement.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRToolkit.h>
+#include <finaldraft/MVRFinalDraftFile.h>
+#include <pages/FdxScreenplay_p.h>
 
 #include <QTextBlock>
 #include <QTextDocument>
@@ -47,7 +49,13 @@ MVRScreenplayParagraph paragraphOf(const QTextBlock &block, double margin)
     else if (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)
         paragraph.attr.startsNewPage = true;
     paragraph.source = block.blockNumber();
+    paragraph.dualDialogue = format.intProperty(MVRFinalDraftFile::DualDialogueProperty);
+    if (paragraph.paginateAs == MVRFinalDraft::SceneHeading)
+        paragraph.sceneNumber
+            = format.stringProperty(MVRFinalDraftFile::SceneNumberProperty).trimmed();
     for (auto it = block.begin(); !it.atEnd(); ++it) {
+        if (it.fragment().charFormat().boolProperty(MVRFinalDraftFile::HiddenTextProperty))
+            continue;
         MVRScreenplayRun run;
         run.text = it.fragment().text();
         run.attr = attrOf(it.fragment().charFormat());
@@ -59,6 +67,11 @@ MVRScreenplayParagraph paragraphOf(const QTextBlock &block, double margin)
     return paragraph;
 }
 
+bool isHiddenWhole(const QTextBlock &block, const MVRScreenplayParagraph &paragraph)
+{
+    return paragraph.runs.isEmpty() && !block.text().trimmed().isEmpty();
+}
+
 }
 
 MVRScreenplay MVRScreenplay::fromDocument(const QTextDocument &document, int titlePageBlocks)
@@ -66,8 +79,11 @@ MVRScreenplay MVRScreenplay::fromDocument(const QTextDocument &document, int tit
     MVRScreenplay screenplay;
     const double margin = document.documentMargin();
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        const bool isTitle = block.blockNumber() < titlePageBlocks;
-        (isTitle ? screenplay.titlePage : screenplay.body).append(paragraphOf(block, margin));
+        const MVRScreenplayParagraph paragraph = paragraphOf(block, margin);
+        if (block.blockNumber() < titlePageBlocks)
+            screenplay.titlePage.append(paragraph);
+        else if (!isFdxOutline(paragraph.type) && !isHiddenWhole(block, paragraph))
+            screenplay.body.append(paragraph);
     }
     screenplay.title = document.metaInformation(QTextDocument::DocumentTitle);
     return screenplay;

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "PageDump.h"
 
+#include <finaldraft/MVRFinalDraftFile.h>
+
+#include <QTextCursor>
+#include <QTextDocument>
 #include <QtTest>
 
 /*! Pages against pictures of them in letters: each script has a rule or two of its own. */
@@ -11,6 +15,9 @@ class TestPages : public QObject
 private Q_SLOTS:
     void looksAsBefore_data();
     void looksAsBefore();
+    void editedDocumentsLookAsTheirFiles_data() { looksAsBefore_data(); }
+    void editedDocumentsLookAsTheirFiles();
+    void documentsAlone();
 };
 
 void TestPages::looksAsBefore_data()
@@ -41,6 +48,53 @@ void TestPages::looksAsBefore()
     if (dump != expected)
         qWarning("%s", dump.constData());
     QVERIFY(dump == expected);
+}
+
+void TestPages::editedDocumentsLookAsTheirFiles()
+{
+    QFETCH(const QString, name);
+    MVRFinalDraftFile file;
+    QTextDocument document;
+    QVERIFY(file.load(QStringLiteral(MVR_TEST_DATA "/pages/%1.fdx").arg(name)));
+    QVERIFY(file.read(&document));
+    // A word goes to the end, and comes back.
+    QTextCursor cursor(&document);
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(QStringLiteral("x"));
+    MVRScreenplay edited;
+    QVERIFY(MVRScreenplay::fromFinalDraft(&file, &document, &edited, nullptr));
+    QVERIFY(edited.body.last().runs.last().text.endsWith(QLatin1Char('x')));
+    cursor.deletePreviousChar();
+    QVERIFY(MVRScreenplay::fromFinalDraft(&file, &document, &edited, nullptr));
+    QCOMPARE(dumpOf(MVRScreenplayPages(edited)), dumpOf(MVRScreenplayPages(screenplayOf(name))));
+
+    QString error;
+    QVERIFY(!MVRScreenplay::fromFinalDraft(&file, nullptr, &edited, &error));
+    QVERIFY(!error.isEmpty());
+}
+
+// What a document knows of its file without it.
+void TestPages::documentsAlone()
+{
+    const auto pagesOf = [](const char *name) {
+        MVRFinalDraftFile file;
+        QTextDocument document;
+        if (!file.load(QStringLiteral(MVR_TEST_DATA "/pages/%1.fdx").arg(QLatin1String(name)))
+            || !file.read(&document))
+            return MVRScreenplay();
+        return MVRScreenplay::fromDocument(document, file.titlePageBlockCount());
+    };
+    const MVRScreenplay dualFile = screenplayOf(QStringLiteral("dual"));
+    MVRScreenplay dual = pagesOf("dual");
+    dual.settings = dualFile.settings;
+    QCOMPARE(dumpOf(MVRScreenplayPages(dual)), dumpOf(MVRScreenplayPages(dualFile)));
+
+    const QByteArray hidden = dumpOf(MVRScreenplayPages(pagesOf("hidden")));
+    for (const char *text : {"secretly", "Nobody reads", "outline", "summary", "note"})
+        QVERIFY2(!hidden.contains(text), text);
+    QVERIFY(hidden.contains("harbuor lies grey still."));
+    QCOMPARE(pagesOf("scene-continueds").body.first().sceneNumber, QStringLiteral("12A"));
+    QVERIFY(!pagesOf("title-page").titlePage.isEmpty());
 }
 
 QTEST_MAIN(TestPages)

@@ -6,6 +6,7 @@
 #include <tool/formats/PageSetups.h>
 #include <tool/formats/ScreenplayPages.h>
 #include <tool/pages/Pages.h>
+#include <tool/pages/SceneOutline.h>
 
 #include <core/MVRTextRtf.h>
 #include <pages/MVRPagePainter.h>
@@ -21,21 +22,7 @@ PdfExtras extrasOf(const Document &document, const MVRScreenplayPages &pages)
     PdfExtras extras;
     extras.title = document.title;
     extras.author = document.text.property(MVRTextRtf::authorProperty).toString();
-    const QVector<MVRScreenplayScene> scenes = pages.scenes();
-    const QVector<MVRScreenplayPage> all = pages.pages();
-    int last = -1;
-    for (int page = 0; page < all.size(); ++page) {
-        for (const MVRScreenplayLine &line : all[page].lines) {
-            if (line.kind != MVRScreenplayLine::Text || line.scene <= last)
-                continue;
-            last = line.scene;
-            const MVRScreenplayScene &scene = scenes[last];
-            const QString number
-                = scene.isNumbered ? scene.number + QStringLiteral(". ") : QString();
-            extras.outline.append(
-                {number + scene.heading, 1, {page, QRectF(0.0, line.y, 1.0, line.height)}});
-        }
-    }
+    extras.outline = sceneOutline(pages);
     return extras;
 }
 

@@ -20,16 +20,6 @@ QByteArray markOf(const QTextDocument &text)
     return QCryptographicHash::hash(text.toPlainText().toUtf8(), QCryptographicHash::Sha256);
 }
 
-// What is printed is what would be saved: with scene numbers, revisions and all.
-QByteArray editedFile(const Document &document)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    return document.script && document.script->write(&buffer, &document.text) ? bytes
-                                                                              : QByteArray();
-}
-
 bool readFile(QByteArray bytes, MVRScreenplay *screenplay)
 {
     QBuffer buffer(&bytes);
@@ -37,11 +27,19 @@ bool readFile(QByteArray bytes, MVRScreenplay *screenplay)
     return !bytes.isEmpty() && MVRScreenplay::fromFinalDraft(&buffer, screenplay, nullptr);
 }
 
+// What is printed is what would be saved: with scene numbers, revisions and all.
+bool readEdited(const Document &document, MVRScreenplay *screenplay)
+{
+    return document.script
+        && MVRScreenplay::fromFinalDraft(document.script.get(), &document.text, screenplay,
+                                         nullptr);
+}
+
 MVRScreenplay screenplayOf(const Document &document)
 {
     MVRScreenplay screenplay;
     const bool isEdited = markOf(document.text) != document.sourceMark;
-    if (!readFile(isEdited ? editedFile(document) : document.source, &screenplay))
+    if (!(isEdited ? readEdited(document, &screenplay) : readFile(document.source, &screenplay)))
         screenplay = MVRScreenplay::fromDocument(document.text, document.titlePageBlocks);
     screenplay.title = document.title;
     return screenplay;
