@@ -31,6 +31,7 @@ private Q_SLOTS:
     void completesElementSettings();
     void restoresUndoRecording();
     void keepsNotesOfFormerReads();
+    void countsWhatItLeavesOut();
     void reportsFaults_data();
     void reportsFaults();
     void survivesNoFile();
@@ -487,6 +488,30 @@ void TestFdxReader::keepsNotesOfFormerReads()
     QVERIFY(load(&reader, screenplay(paragraph.arg(QString(), note("two")))));
     QVERIFY(reader.read(&document, {}));
     QCOMPARE(MVRTextDoc::inspectorNotesToPlainText(&document), QStringList({s("one"), s("two")}));
+}
+
+void TestFdxReader::countsWhatItLeavesOut()
+{
+    QBuffer buffer;
+    buffer.setData("<FinalDraft><Content><Paragraph Type=\"Scene Heading\"><SceneProperties>"
+                   "<Summary><Paragraph><Text>s</Text></Paragraph></Summary></SceneProperties>"
+                   "<Text>INT.</Text><OmittedScene><Paragraph><Text>a</Text></Paragraph><Paragraph>"
+                   "<Text>b</Text></Paragraph><Paragraph/></OmittedScene></Paragraph><Paragraph>"
+                   "<Text>x</Text><ScriptNote><Paragraph><Text>in its place</Text></Paragraph>"
+                   "</ScriptNote></Paragraph></Content><AltCollection><Alt><Paragraph><Text>y"
+                   "</Text></Paragraph></Alt><Alt><Paragraph/></Alt></AltCollection><ScriptNotes>"
+                   "<ScriptNote><Paragraph><Text>n</Text></Paragraph></ScriptNote></ScriptNotes>"
+                   "<UnanchoredScriptNotes><ScriptNote><Paragraph><Text>u</Text></Paragraph>"
+                   "</ScriptNote></UnanchoredScriptNotes></FinalDraft>");
+    buffer.open(QIODevice::ReadOnly);
+    MVRFinalDraftReader reader;
+    QCOMPARE(reader.leftOut().alternates, 0); // of no file
+    QVERIFY(reader.load(&buffer));
+    const MVRFinalDraft::LeftOut leftOut = reader.leftOut();
+    QCOMPARE(leftOut.summaries, 1);
+    QCOMPARE(leftOut.omittedParagraphs, 2);
+    QCOMPARE(leftOut.alternates, 1);
+    QCOMPARE(leftOut.detachedNotes, 2);
 }
 
 void TestFdxReader::reportsFaults_data()

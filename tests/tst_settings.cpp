@@ -3,6 +3,7 @@
 #include <core/MVRSettings.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRToolkit.h>
+#include <core/MVRUnit.h>
 #include <core/STextDoc.h>
 #include <text/MVRTextDoc.h>
 
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void normalizesPageBreaks_data();
     void normalizesPageBreaks();
     void clearsTextOptionFlags();
+    void convertsLengths();
 
 private:
     QTemporaryDir m_dir;
@@ -292,6 +294,18 @@ void TestSettings::clearsTextOptionFlags()
     STextDoc::clearDefaultTextOptionFlags(&document);
     QCOMPARE(int(document.defaultTextOption().flags()), 0);
     QCOMPARE(document.defaultTextOption().alignment(), Qt::AlignRight);
+}
+
+void TestSettings::convertsLengths()
+{
+    const QHash<int, double> inch {{MVRUnit::Points, 72},        {MVRUnit::Inches, 1},
+                                   {MVRUnit::Centimeters, 2.54}, {MVRUnit::Millimeters, 25.4},
+                                   {MVRUnit::Picas, 6},          {MVRUnit::Twips, 1440}};
+    for (auto from = inch.cbegin(); from != inch.cend(); ++from) {
+        for (auto to = inch.cbegin(); to != inch.cend(); ++to)
+            QCOMPARE(MVRUnit::toUnit(MVRUnit::Unit(from.key()), MVRUnit::Unit(to.key()), *from),
+                     *to);
+    }
 }
 
 QTEST_MAIN(TestSettings)
