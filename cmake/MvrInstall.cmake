@@ -19,6 +19,12 @@ if(MVR_BUNDLED_CORE)
     mvr_install_library(MvrCore)
 endif()
 mvr_install_library(MvrText)
+if(TARGET MvrWidgets)
+    mvr_install_library(MvrWidgets)
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/widgets
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/mvrtext COMPONENT development
+        FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE)
+endif()
 
 foreach(folder core text finaldraft bbcode pages)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}

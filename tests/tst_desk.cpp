@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Drives a real window of the desk with keys and mouse. As a child of itself it is the program that
 // crashes: "tst_desk --crash FILE" types into a file and waits to be killed.
-#include "CardColumn.h"
 #include "DeskWindow.h"
 #include "Editor.h"
-#include "FindBar.h"
-#include "NoteCard.h"
 
 #include <core/MVRTextRtf.h>
 #include <core/MVRToolkit.h>
@@ -13,7 +10,9 @@
 #include <pages/MVRScreenplayFace.h>
 #include <text/MVRNotesFilter.h>
 #include <text/MVRTextDoc.h>
-#include <text/MVRWordCounter.h>
+#include <widgets/MVRFindBar.h>
+#include <widgets/MVRNoteMargin.h>
+#include <widgets/NoteCard_p.h>
 
 #include <QAbstractEventDispatcher>
 #include <QAbstractItemView>
@@ -79,8 +78,8 @@ public:
     }
     QVector<NoteCard *> cards()
     {
-        editor()->cards()->follow();
-        return editor()->cards()->cards();
+        editor()->margin()->follow();
+        return editor()->margin()->cards();
     }
     MVRTextNotes notes() const { return MVRTextDoc::notes(editor()->document()); }
     QString text() const { return editor()->toPlainText(); }
@@ -276,7 +275,7 @@ void TestDesk::cardsMakeRoomForTheActiveOne()
     QFETCH(const QVector<int>, heights);
     QFETCH(const int, active);
     QFETCH(const QVector<int>, tops);
-    QCOMPARE(CardColumn::tops(wanted, heights, active, 5), tops);
+    QCOMPARE(MVRNoteMargin::tops(wanted, heights, active, 5), tops);
 }
 
 void TestDesk::eachEditOfNotesIsOneStep_data()

@@ -36,7 +36,8 @@ QStringList sources()
 {
     const QDir root(QStringLiteral(MVR_SOURCE_DIR));
     QStringList paths;
-    for (const char *folder : {"core", "text", "finaldraft", "bbcode", "pages", "tool"}) {
+    for (const char *folder :
+         {"core", "text", "finaldraft", "bbcode", "pages", "widgets", "tool"}) {
         QDirIterator files(root.filePath(QLatin1String(folder)),
                            {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
                            QDirIterator::Subdirectories);
@@ -50,7 +51,7 @@ QStringList sources()
 QStringList namesInArchitecture()
 {
     static const QRegularExpression name(QStringLiteral(
-        "`(\\w+\\.(?:cpp|h)|(?:core|text|finaldraft|bbcode|pages|tool|tests|scripts)/"
+        "`(\\w+\\.(?:cpp|h)|(?:core|text|finaldraft|bbcode|pages|widgets|tool|tests|scripts)/"
         "(?:[\\w/]*/|[\\w/]+\\.(?:cpp|h)))`"));
     QStringList names;
     auto matches = name.globalMatch(source(QStringLiteral("docs/architecture.md")));

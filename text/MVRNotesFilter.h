@@ -17,6 +17,9 @@ public:
     /*! All notes of \a notes, which is not owned and must live as long as the filter. */
     explicit MVRNotesFilter(MVRNotesModel *notes, QObject *parent = nullptr);
 
+    /*! All notes. */
+    MVRNotesModel *notes() const { return m_notes; }
+
     /*! Shows notes with this text in a column only; an empty one shows all. */
     void setWanted(MVRNotesModel::Column column, const QString &value);
     /*! The texts that notes have in a column, sorted, each once; none that are empty. */

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The window's menus, a row for each command, and what they do to notes.
-#include "CardColumn.h"
 #include "DeskWindow.h"
-#include "Docks.h"
 #include "Editor.h"
-#include "FindBar.h"
-#include "NoteCard.h"
+#include "ScenesDock.h"
 
 #include <text/MVRNoteEdits.h>
 #include <text/MVRNotesFilter.h>
+#include <widgets/MVRFindBar.h>
+#include <widgets/MVRNoteMargin.h>
+#include <widgets/MVRNotesList.h>
 
 #include <QAction>
 #include <QApplication>
@@ -113,7 +113,7 @@ void DeskWindow::makeActions()
         {QT_TR_NOOP("Mark as footnote in the te&xt"), "Ctrl+Alt+X",
          [](auto &w) { w.addNote(MVRTextNote::InlineFootnote); }},
         line,
-        {QT_TR_NOOP("&Edit the note"), "F2", [](auto &w) { w.goToCard(); }},
+        {QT_TR_NOOP("&Edit the note"), "F2", [](auto &w) { w.m_editor->margin()->editNote(); }},
         {QT_TR_NOOP("&Resolve, or take up again"), "Ctrl+Alt+R",
          [](auto &w) {
              w.changeNote(
@@ -169,7 +169,11 @@ void DeskWindow::makeActions()
 
 void DeskWindow::makeViewActions(QMenu *menu)
 {
-    auto *notes = new NotesDock(m_editor, this);
+    auto *notes = new QDockWidget(tr("Notes"), this);
+    notes->setObjectName(QStringLiteral("NotesDock"));
+    auto *list = new MVRNotesList(m_editor->filter(), notes);
+    connect(list, &MVRNotesList::chosen, m_editor, &Editor::jumpTo);
+    notes->setWidget(list);
     addDockWidget(Qt::LeftDockWidgetArea, notes);
     notes->hide();
     menu->addAction(notes->toggleViewAction());
@@ -254,14 +258,7 @@ void DeskWindow::addNote(MVRTextNote::Kind kind)
         return say(tr("There is no word for the note."));
     m_editor->jumpTo(range.start);
     if (!MVRTextNote::isInline(kind))
-        goToCard();
-}
-
-void DeskWindow::goToCard()
-{
-    m_editor->cards()->follow();
-    if (NoteCard *card = m_editor->cards()->activeCard())
-        card->edit();
+        m_editor->margin()->editNote();
 }
 
 /*! The row of the note at the text cursor; -1 where there is none. */
@@ -285,7 +282,7 @@ void DeskWindow::jumpToNote(int direction)
 /*! Does something to the note at the text cursor. */
 void DeskWindow::changeNote(const std::function<void(QTextDocument *, const MVRTextNote &)> &change)
 {
-    m_editor->cards()->commit();
+    m_editor->margin()->commit();
     if (currentNote() >= 0)
         change(m_editor->document(), m_editor->notes()->note(currentNote()));
     m_editor->setFocus();

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "DeskWindow.h"
 
-#include "CardColumn.h"
-#include "Docks.h"
 #include "Editor.h"
-#include "FindBar.h"
+#include "ScenesDock.h"
 
 #include <text/MVRWordCounter.h>
+#include <widgets/MVRFindBar.h>
+#include <widgets/MVRNoteMargin.h>
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -29,7 +29,7 @@ constexpr int pagesPause = 700; // the same for pages
 
 DeskWindow::DeskWindow()
     : m_editor(new Editor(this))
-    , m_find(new FindBar(m_editor, this))
+    , m_find(new MVRFindBar(m_editor, this))
     , m_scenes(new ScenesDock(m_editor, this))
     , m_element(new QComboBox(this))
     , m_counts(new QLabel(this))
@@ -164,7 +164,7 @@ bool DeskWindow::save(const QString &path)
 
 bool DeskWindow::exportAs(const QString &path)
 {
-    m_editor->cards()->commit();
+    m_editor->margin()->commit();
     QString error;
     if (!m_file.save(QFileInfo(path).absoluteFilePath(), &error)) {
         complain(tr("%1 cannot be saved.").arg(path), error);
@@ -204,7 +204,7 @@ void DeskWindow::askForExport(const QString &suffix)
 /*! Whether the text may be closed; asks when it is not saved. */
 bool DeskWindow::mayLeave()
 {
-    m_editor->cards()->commit();
+    m_editor->margin()->commit();
     if (!isWindowModified())
         return true;
     const auto answer = QMessageBox::question(

@@ -8,7 +8,7 @@
 #include <QMainWindow>
 
 class Editor;
-class FindBar;
+class MVRFindBar;
 class ScenesDock;
 class QComboBox;
 class QLabel;
@@ -22,7 +22,7 @@ public:
     DeskWindow();
 
     Editor *editor() const { return m_editor; }
-    FindBar *findBar() const { return m_find; }
+    MVRFindBar *findBar() const { return m_find; }
     /*! Opens a file in place of the one before; says so and returns false where that fails. */
     bool open(const QString &path);
     bool save(const QString &path);
@@ -46,7 +46,6 @@ private:
     void fillColors(QMenu *menu);
     void fillElements();
     void addNote(MVRTextNote::Kind kind);
-    void goToCard();
     int currentNote() const;
     void jumpToNote(int direction);
     void changeNote(const std::function<void(QTextDocument *, const MVRTextNote &)> &change);
@@ -71,7 +70,7 @@ private:
 
     Manuscript m_file;
     Editor *m_editor;
-    FindBar *m_find;
+    MVRFindBar *m_find;
     ScenesDock *m_scenes;
     QMenu *m_elements = nullptr;
     QComboBox *m_element;

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Editor.h"
 
-#include "CardColumn.h"
-
 #include <core/MVRParagraphView.h>
 #include <core/MVRTextRtf.h>
 #include <text/MVRNoteHighlighter.h>
 #include <text/MVRNotesFilter.h>
 #include <text/MVRTextDoc.h>
 #include <text/MVRWordCounter.h>
+#include <widgets/MVRNoteMargin.h>
 
 #include <QAbstractTextDocumentLayout>
 #include <QKeyEvent>
@@ -23,7 +22,6 @@ namespace {
 constexpr double defaultTextWidth = 468.0; // letter paper less an inch on each side, in points
 constexpr double paperMargin = 72.0;
 constexpr int topMargin = 16; // pixels of paper that stay above the text
-constexpr int above = 120; // pixels of text out of sight whose cards may reach into it
 
 double textWidth(const QTextDocument *document)
 {
@@ -40,16 +38,12 @@ Editor::Editor(QWidget *parent)
     : QTextEdit(parent)
     , m_notes(new MVRNotesModel(this))
     , m_filter(new MVRNotesFilter(m_notes, this))
-    , m_cards(new CardColumn(this))
+    , m_margin(new MVRNoteMargin(this, m_filter))
 {
     setAccessibleName(tr("Text"));
     setFrameShape(NoFrame);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setLineWrapMode(FixedPixelWidth);
-    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &Editor::viewChanged);
-    connect(this, &QTextEdit::textChanged, this, &Editor::viewChanged);
-    connect(this, &QTextEdit::cursorPositionChanged, this, &Editor::viewChanged);
-    connect(m_filter, &MVRNotesFilter::changed, this, &Editor::viewChanged);
 }
 
 Editor::~Editor()
@@ -67,12 +61,9 @@ void Editor::show(std::shared_ptr<QTextDocument> document, const MVRScreenplayEl
     m_tints = new MVRNoteHighlighter(document.get());
     setColors();
     m_words = new MVRWordCounter(document.get());
-    connect(document->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
-            &Editor::viewChanged);
     m_notes->setDocument(document.get());
     m_document = std::move(document); // the one before goes
     arrange();
-    Q_EMIT viewChanged();
 }
 
 /*! Files mean the usual colour by black, which nobody sees on a dark page. */
@@ -88,10 +79,10 @@ void Editor::arrange()
     const double scale = logicalDpiY() / 72.0;
     const int text = qRound(textWidth(document()) * scale + 2 * document()->documentMargin());
     const int paper = qMax(0, qRound(paperMargin * scale - document()->documentMargin()));
-    const int room = width() - verticalScrollBar()->sizeHint().width() - CardColumn::width;
+    const int room = width() - verticalScrollBar()->sizeHint().width() - MVRNoteMargin::width;
     m_paper = qBound(8, (room - text) / 2, paper);
     const int left = qMax(m_paper, (room - text) / 2);
-    const int right = qMax(m_paper, room - left - text) + CardColumn::width;
+    const int right = qMax(m_paper, room - left - text) + MVRNoteMargin::width;
     const QMargins margins(left, topMargin, right, 0);
     setLineWrapColumnOrWidth(text);
     if (margins != m_margins) {
@@ -99,8 +90,7 @@ void Editor::arrange()
         setViewportMargins(margins);
     }
     const int edge = viewport()->geometry().right() + 1 + m_paper;
-    m_cards->setPlace(QRect(edge, 0, CardColumn::width, viewport()->geometry().bottom() + 1));
-    Q_EMIT viewChanged();
+    m_margin->setPlace(QRect(edge, 0, MVRNoteMargin::width, viewport()->geometry().bottom() + 1));
 }
 
 void Editor::paintPage()
@@ -126,48 +116,6 @@ bool Editor::event(QEvent *event)
     return isHandled;
 }
 
-QRect Editor::place(int position) const
-{
-    QTextCursor cursor(document());
-    cursor.setPosition(qBound(0, position, document()->characterCount() - 1));
-    return cursorRect(cursor).translated(viewport()->pos());
-}
-
-/*! Where the line at a height of the document begins, or the last one above it, in a paragraph. */
-int Editor::lineAt(const QTextBlock &block, double y) const
-{
-    const double top = document()->documentLayout()->blockBoundingRect(block).top();
-    const QTextLayout *layout = block.layout();
-    int line = 0;
-    while (line + 1 < layout->lineCount() && top + layout->lineAt(line + 1).y() <= y)
-        ++line;
-    return block.position() + (line < layout->lineCount() ? layout->lineAt(line).textStart() : 0);
-}
-
-/*! Asks the paragraphs near those that were in sight last: Qt's own search passes the others. */
-MVRTextRange Editor::visibleText() const
-{
-    const double top = verticalScrollBar()->value();
-    const double bottom = top + viewport()->height();
-    const auto rect = [this](const QTextBlock &block) {
-        return document()->documentLayout()->blockBoundingRect(block);
-    };
-    QTextBlock first = document()->findBlockByNumber(m_firstVisible);
-    if (!first.isValid())
-        first = document()->lastBlock();
-    while (first.previous().isValid() && rect(first).top() > top)
-        first = first.previous();
-    while (first.next().isValid() && rect(first).bottom() < top)
-        first = first.next();
-    m_firstVisible = first.blockNumber();
-    QTextBlock last = first;
-    while (last.next().isValid() && rect(last.next()).top() < bottom)
-        last = last.next();
-    const int end
-        = rect(last).bottom() < bottom ? last.position() + last.length() : lineAt(last, bottom) + 1;
-    return {lineAt(first, top - above), qMin(end, document()->characterCount())};
-}
-
 void Editor::jumpTo(int position)
 {
     QTextCursor cursor = textCursor();
@@ -187,7 +135,6 @@ void Editor::keyPressEvent(QKeyEvent *event)
     if (isElement && (isTab || event->key() == Qt::Key_Backtab)) {
         m_elements.cycle(cursor, isTab ? 1 : -1);
         setCurrentCharFormat(cursor.block().charFormat());
-        Q_EMIT viewChanged();
     } else if (isElement && isReturn && (event->modifiers() & ~Qt::KeypadModifier) == 0
                && m_elements.startNext(&cursor)) {
         setTextCursor(cursor);

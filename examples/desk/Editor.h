@@ -2,14 +2,13 @@
 #pragma once
 
 #include <finaldraft/MVRScreenplayElements.h>
-#include <text/MVRTextNote.h>
 
 #include <QTextEdit>
 
 #include <memory>
 
-class CardColumn;
 class MVRNoteHighlighter;
+class MVRNoteMargin;
 class MVRNotesFilter;
 class MVRNotesModel;
 class MVRWordCounter;
@@ -30,16 +29,10 @@ public:
 
     MVRNotesModel *notes() const { return m_notes; }
     MVRNotesFilter *filter() const { return m_filter; }
-    CardColumn *cards() const { return m_cards; }
+    MVRNoteMargin *margin() const { return m_margin; }
     const MVRWordCounter &words() const { return *m_words; }
 
-    /*! Where the letter behind a position stands, in the editor's own coordinates. */
-    QRect place(int position) const;
-    /*! The text that is in sight. */
-    MVRTextRange visibleText() const;
     void jumpTo(int position);
-    /*! The text in sight moved, or other text stands there. */
-    Q_SIGNAL void viewChanged();
     /*! Somebody dropped a file. */
     Q_SIGNAL void fileDropped(const QString &path);
 
@@ -55,16 +48,14 @@ private:
     void arrange();
     void paintPage();
     void setColors();
-    int lineAt(const QTextBlock &block, double y) const;
 
     std::shared_ptr<QTextDocument> m_document;
     MVRScreenplayElements m_elements;
     MVRNotesModel *m_notes;
     MVRNotesFilter *m_filter;
-    CardColumn *m_cards;
+    MVRNoteMargin *m_margin;
     MVRNoteHighlighter *m_tints = nullptr; // of the document, like the next
     MVRWordCounter *m_words = nullptr;
     QMargins m_margins; // around the text
     int m_paper = 0; // of the page between its edge and the text's viewport, at both sides
-    mutable int m_firstVisible = 0; // number of a paragraph near the first one in sight
 };

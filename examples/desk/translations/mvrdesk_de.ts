@@ -2,13 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
     <context>
-        <name>CardColumn</name>
-        <message>
-            <source>Notes in the margin</source>
-            <translation>Notizen am Rand</translation>
-        </message>
-    </context>
-    <context>
         <name>DeskWindow</name>
         <message>
             <source>Yellow</source>
@@ -312,6 +305,10 @@
             <source>Saved.</source>
             <translation>Gespeichert.</translation>
         </message>
+        <message>
+            <source>Notes</source>
+            <translation>Notizen</translation>
+        </message>
     </context>
     <context>
         <name>Editor</name>
@@ -321,7 +318,7 @@
         </message>
     </context>
     <context>
-        <name>FindBar</name>
+        <name>MVRFindBar</name>
         <message>
             <source>E&amp;xpression</source>
             <translation>A&amp;usdruck</translation>
@@ -331,20 +328,20 @@
             <translation>Groß/&amp;klein</translation>
         </message>
         <message>
-            <source>Text to find</source>
-            <translation>Gesuchter Text</translation>
-        </message>
-        <message>
             <source>Find</source>
             <translation>Suchen</translation>
         </message>
         <message>
-            <source>Text to put in its place</source>
-            <translation>Text, der an seine Stelle kommt</translation>
+            <source>Text to find</source>
+            <translation>Gesuchter Text</translation>
         </message>
         <message>
             <source>Replace by</source>
             <translation>Ersetzen durch</translation>
+        </message>
+        <message>
+            <source>Text to put in its place</source>
+            <translation>Text, der an seine Stelle kommt</translation>
         </message>
         <message>
             <source>&amp;Next</source>
@@ -366,6 +363,10 @@
             <source>Not found</source>
             <translation>Nicht gefunden</translation>
         </message>
+        <message>
+            <source>The expression takes too long</source>
+            <translation>Der Ausdruck braucht zu lange</translation>
+        </message>
         <message numerus="yes">
             <source>%n replaced</source>
             <translation>
@@ -373,9 +374,39 @@
                 <numerusform>%n ersetzt</numerusform>
             </translation>
         </message>
+    </context>
+    <context>
+        <name>MVRNoteMargin</name>
         <message>
-            <source>The expression takes too long</source>
-            <translation>Der Ausdruck braucht zu lange</translation>
+            <source>Notes in the margin</source>
+            <translation>Notizen am Rand</translation>
+        </message>
+    </context>
+    <context>
+        <name>MVRNotesList</name>
+        <message>
+            <source>&amp;Kind</source>
+            <translation>&amp;Art</translation>
+        </message>
+        <message>
+            <source>&amp;Author</source>
+            <translation>Verfa&amp;sser</translation>
+        </message>
+        <message>
+            <source>Co&amp;lor</source>
+            <translation>&amp;Farbe</translation>
+        </message>
+        <message>
+            <source>Resol&amp;ved notes</source>
+            <translation>Erl&amp;edigte Notizen</translation>
+        </message>
+        <message>
+            <source>List of notes</source>
+            <translation>Liste der Notizen</translation>
+        </message>
+        <message>
+            <source>All</source>
+            <translation>Alle</translation>
         </message>
     </context>
     <context>
@@ -418,37 +449,6 @@
         <message>
             <source>Resolved</source>
             <translation>Erledigt</translation>
-        </message>
-    </context>
-    <context>
-        <name>NotesDock</name>
-        <message>
-            <source>Notes</source>
-            <translation>Notizen</translation>
-        </message>
-        <message>
-            <source>&amp;Kind</source>
-            <translation>&amp;Art</translation>
-        </message>
-        <message>
-            <source>&amp;Author</source>
-            <translation>Verfa&amp;sser</translation>
-        </message>
-        <message>
-            <source>Co&amp;lor</source>
-            <translation>&amp;Farbe</translation>
-        </message>
-        <message>
-            <source>List of notes</source>
-            <translation>Liste der Notizen</translation>
-        </message>
-        <message>
-            <source>All</source>
-            <translation>Alle</translation>
-        </message>
-        <message>
-            <source>Resol&amp;ved notes</source>
-            <translation>Erl&amp;edigte Notizen</translation>
         </message>
     </context>
     <context>

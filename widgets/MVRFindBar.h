@@ -10,17 +10,28 @@ class QLabel;
 class QLineEdit;
 class QTextEdit;
 
-/*! Finds and replaces, also by regular expressions. */
-class FindBar : public QWidget
+/*!
+    Finds and replaces in a text, also by regular expressions. Hidden until open(); the Escape key
+    goes back to the text.
+
+    What is replaced keeps the format of the text around it, its notes included; replacing all is
+   one undo step.
+*/
+class MVRFindBar : public QWidget
 {
     Q_OBJECT
 
 public:
-    FindBar(QTextEdit *edit, QWidget *parent);
+    /*! \param edit  the text, which may get other documents */
+    explicit MVRFindBar(QTextEdit *edit, QWidget *parent = nullptr);
 
     /*! Shows the bar, with what is selected as the text to find. */
     void open();
-    /*! Selects the next match in a direction, beginning anew behind the last one. */
+    /*!
+        Selects the next match in a direction, beginning anew behind the last one.
+
+        \param flags  QTextDocument::FindBackward or nothing
+    */
     void find(QTextDocument::FindFlags flags = {});
 
 protected:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "FindBar.h"
+#include <widgets/MVRFindBar.h>
 
 #include <text/MVRTextDoc.h>
 
@@ -11,7 +11,7 @@
 #include <QPushButton>
 #include <QTextEdit>
 
-FindBar::FindBar(QTextEdit *edit, QWidget *parent)
+MVRFindBar::MVRFindBar(QTextEdit *edit, QWidget *parent)
     : QWidget(parent)
     , m_edit(edit)
     , m_isExpression(new QCheckBox(tr("E&xpression")))
@@ -34,11 +34,11 @@ FindBar::FindBar(QTextEdit *edit, QWidget *parent)
     addButton(tr("Replace &all"), [this] { replaceAll(); });
     layout()->addWidget(m_answer);
     connect(m_before, &QLineEdit::returnPressed, this, [this] { find(); });
-    connect(m_after, &QLineEdit::returnPressed, this, &FindBar::replace);
+    connect(m_after, &QLineEdit::returnPressed, this, &MVRFindBar::replace);
     hide();
 }
 
-QLineEdit *FindBar::addField(const QString &prompt, const QString &name)
+QLineEdit *MVRFindBar::addField(const QString &prompt, const QString &name)
 {
     auto *field = new QLineEdit;
     field->setPlaceholderText(prompt);
@@ -47,7 +47,7 @@ QLineEdit *FindBar::addField(const QString &prompt, const QString &name)
     return field;
 }
 
-void FindBar::open()
+void MVRFindBar::open()
 {
     const QString selected = m_edit->textCursor().selectedText();
     if (!selected.isEmpty() && !selected.contains(QChar::ParagraphSeparator))
@@ -57,7 +57,7 @@ void FindBar::open()
     m_before->selectAll();
 }
 
-void FindBar::keyPressEvent(QKeyEvent *event)
+void MVRFindBar::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_Escape)
         return QWidget::keyPressEvent(event);
@@ -65,14 +65,14 @@ void FindBar::keyPressEvent(QKeyEvent *event)
     m_edit->setFocus();
 }
 
-void FindBar::say(const QString &text)
+void MVRFindBar::say(const QString &text)
 {
     m_answer->setText(text);
     m_answer->setAccessibleName(text);
 }
 
 /*! Takes what is wanted from the fields, and says what is wrong with it. */
-bool FindBar::isUsable()
+bool MVRFindBar::isUsable()
 {
     const QString text = m_before->text();
     m_wanted.setPattern(m_isExpression->isChecked() ? text : QRegularExpression::escape(text));
@@ -83,7 +83,7 @@ bool FindBar::isUsable()
     return m_wanted.isValid() && !text.isEmpty();
 }
 
-void FindBar::find(QTextDocument::FindFlags flags)
+void MVRFindBar::find(QTextDocument::FindFlags flags)
 {
     if (!isUsable())
         return;
@@ -101,7 +101,7 @@ void FindBar::find(QTextDocument::FindFlags flags)
     m_edit->setTextCursor(found);
 }
 
-void FindBar::replace()
+void MVRFindBar::replace()
 {
     const QString selected = m_edit->textCursor().selectedText();
     if (!isUsable())
@@ -111,7 +111,7 @@ void FindBar::replace()
     find();
 }
 
-void FindBar::replaceAll()
+void MVRFindBar::replaceAll()
 {
     if (!isUsable())
         return;

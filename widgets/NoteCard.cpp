@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "NoteCard.h"
+#include <widgets/NoteCard_p.h>
 
 #include <core/MVRTextRtf.h>
 #include <text/MVRNoteHighlighter.h>
