@@ -85,7 +85,7 @@ bench: deps ## Measure against the floors (minutes)
 	@cmake --build --preset release -j $(JOBS)
 	@scripts/bench build/release
 
-interop: deps ## Exchange RTF with LibreOffice and pandoc, which are installed when missing
+interop: deps ## Exchange RTF with LibreOffice and pandoc, which are installed when missing; judge FDX
 	@scripts/install-outside
 	@cmake --preset dev >/dev/null
 	@cmake --build --preset dev -j $(JOBS) --target mvrtext mvrinterop
