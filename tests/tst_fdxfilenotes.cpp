@@ -241,6 +241,8 @@ void TestFdxFileNotes::notesOfEditedWords_data()
     row("word of two ranges taken away", {}, both, "INT. ", "", "");
     row("range from the end of a paragraph", {}, note("Range=\"10,14\"") + both, "HOUSE", "HUT",
         "\nNex|INT|INT");
+    row("word of two ranges that overlap", {}, note("Range=\"0,10\"") + note("Range=\"6,14\""),
+        "HOUSE", "HUT", "INT. HUT|HUT\nNex");
     row("range over empty paragraphs", {}, note("Range=\"6,17\""), "INT", "INTO", "OUSE\nNext\n");
 }
 

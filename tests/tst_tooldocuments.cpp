@@ -138,21 +138,27 @@ void TestToolDocuments::appendsScreenplays()
     };
     const QByteArray song = "<ElementSettings Type=\"Song\"><FontSpec Style=\"AllCaps\"/>"
                             "<Behavior PaginateAs=\"Dialogue\"/></ElementSettings>";
+    const QByteArray scene
+        = "<SceneProperties Title=\"A &amp; B\" Length=\"1 3/8\"><Summary><Paragraph><Text>First"
+          "</Text></Paragraph><Paragraph><Text>Last</Text></Paragraph></Summary></SceneProperties>";
     const QString one
         = file("1.fdx", "<Paragraph Type=\"Action\"><Text>One</Text></Paragraph>",
                "LeftIndent=\"1.50\" SpaceBefore=\"24\"", "<PageLayout TopMargin=\"72\"/>");
     const QString two
         = file("2.fdx",
-               "<Paragraph Number=\"7\" Type=\"Action\"><Text>Two</Text></Paragraph>"
-               "<Paragraph Type=\"Action\" LeftIndent=\"2.25\"><Text>Own</Text></Paragraph>"
-               "<Paragraph Type=\"Song\"><Text>La</Text></Paragraph>",
+               "<Paragraph Number=\"7\" Bookmark=\"b\" Type=\"Action\">" + scene
+                   + "<Text>Two</Text></Paragraph>"
+                     "<Paragraph Type=\"Action\" LeftIndent=\"2.25\"><Text>Own</Text></Paragraph>"
+                     "<Paragraph Type=\"Song\"><Text>La</Text></Paragraph>",
                "LeftIndent=\"1.25\" SpaceBefore=\"12\"", song + "<PageLayout TopMargin=\"36\"/>");
     QCOMPARE(mvrtext({QStringLiteral("append"), QStringLiteral("-o"), path(QStringLiteral("3.fdx")),
                       one, two})
                  .exitCode,
              0);
     const QByteArray script = read(QStringLiteral("3.fdx"));
-    QVERIFY2(script.contains("<Paragraph Number=\"7\" Type=\"Action\"><Text>Two<"), script);
+    QVERIFY2(script.contains("<Paragraph Number=\"7\" Bookmark=\"b\" Type=\"Action\">" + scene
+                             + "<Text>Two<"),
+             script);
     QVERIFY2(script.contains("<Paragraph LeftIndent=\"2.25\" Type=\"Action\"><Text>Own<"), script);
     QVERIFY2(script.contains("\"Song\"><Text Style=\"AllCaps\">La<"), script);
     QCOMPARE(script.count(song), 1);

@@ -19,31 +19,11 @@ namespace {
 
 using File = MVRFinalDraftFile;
 
-/*! An attribute of a paragraph, or of its SceneProperties, as a property of its block. */
-struct BlockAttribute
-{
-    const char *name;
-    int property;
-};
-
-constexpr BlockAttribute paragraphAttributes[] = {
-    {"Number", File::SceneNumberProperty},
-    {"Label", File::LabelProperty},
-    {"Bookmark", File::BookmarkProperty},
-};
-
-constexpr BlockAttribute sceneAttributes[] = {
-    {"Title", File::SceneTitleProperty},
-    {"Color", File::SceneColorProperty},
-    {"Length", File::SceneLengthProperty},
-    {"Page", File::ScenePageProperty},
-};
-
 template <int Count>
-void setProperties(const pugi::xml_node &element, const BlockAttribute (&attributes)[Count],
+void setProperties(const pugi::xml_node &element, const FdxBlockAttribute (&attributes)[Count],
                    QTextBlockFormat *format)
 {
-    for (const BlockAttribute &row : attributes) {
+    for (const FdxBlockAttribute &row : attributes) {
         if (const pugi::xml_attribute attribute = element.attribute(row.name))
             format->setProperty(row.property, QString::fromUtf8(attribute.value()));
     }
@@ -134,7 +114,7 @@ private:
         style.format.setProperty(File::SourceFileProperty, m_fileId);
         if (isTitlePage)
             style.format.setProperty(File::TitlePageProperty, true);
-        setProperties(node, paragraphAttributes, &style.format);
+        setProperties(node, fdxParagraphAttributes, &style.format);
         return style;
     }
 
@@ -144,7 +124,7 @@ private:
         if (m_script.containerOf(paragraph).wrapper >= 0)
             format.setProperty(File::DualDialogueProperty, record.container);
         if (const pugi::xml_node scene = record.node.child("SceneProperties")) {
-            setProperties(scene, sceneAttributes, &format);
+            setProperties(scene, fdxSceneAttributes, &format);
             if (const pugi::xml_node summary = scene.child("Summary"))
                 format.setProperty(File::SceneSummaryProperty,
                                    fdxParagraphsText(m_script.tree(), summary));

@@ -6,6 +6,26 @@
 
 class QTextDocument;
 
+/*! An attribute of a paragraph, or of its SceneProperties, as a property of its block. */
+struct FdxBlockAttribute
+{
+    const char *name;
+    int property;
+};
+
+constexpr FdxBlockAttribute fdxParagraphAttributes[] = {
+    {"Number", MVRFinalDraftFile::SceneNumberProperty},
+    {"Label", MVRFinalDraftFile::LabelProperty},
+    {"Bookmark", MVRFinalDraftFile::BookmarkProperty},
+};
+
+constexpr FdxBlockAttribute fdxSceneAttributes[] = {
+    {"Title", MVRFinalDraftFile::SceneTitleProperty},
+    {"Color", MVRFinalDraftFile::SceneColorProperty},
+    {"Length", MVRFinalDraftFile::SceneLengthProperty},
+    {"Page", MVRFinalDraftFile::ScenePageProperty},
+};
+
 /*!
     Inserts title page and script into an empty document; \a fileId tells whose paragraphs they are.
 

@@ -250,10 +250,12 @@ void FdxWriter::writeRange(int index)
     int start = moved(oldStart);
     int end = moved(oldEnd);
     if (m_documentNote[index] >= 0 && note.numbers.start < note.numbers.end) {
+        // Where a note gave way to another one, the document does not show its end.
+        const MVRTextRange whole = m_places.trimmed(note.range);
         const FdxDocumentNote &now = m_match.notes[m_documentNote[index]];
-        if (now.start != moved(note.attached.start))
+        if (note.attached.start == whole.start && now.start != moved(whole.start))
             start = now.start;
-        if (now.end != moved(note.attached.end))
+        if (note.attached.end == whole.end && now.end != moved(whole.end))
             end = now.end;
     }
     // Relative, for numbers that lie beyond the script or within dual dialogue.

@@ -2,6 +2,7 @@
 #include <finaldraft/file/FdxWriter_p.h>
 
 #include <core/MVRParagraphView.h>
+#include <finaldraft/file/FdxDocument_p.h>
 #include <finaldraft/file/FdxSkeleton_p.h>
 #include <finaldraft/file/FdxText_p.h>
 
@@ -11,18 +12,6 @@ using MVRFinalDraft::ParagraphAttr;
 using File = MVRFinalDraftFile;
 
 namespace {
-
-/*! A block property that is an attribute of its paragraph. */
-struct WrittenProperty
-{
-    int property;
-    const char *attribute;
-};
-
-constexpr WrittenProperty writtenProperties[] = {
-    {File::SceneNumberProperty, "Number"},
-    {File::LabelProperty, "Label"},
-};
 
 const char actionType[] = "Action";
 
@@ -160,14 +149,6 @@ QByteArray FdxWriter::element(int entry)
     return m_match.entries[entry].source >= 0 ? movedParagraph(entry) : newParagraph(entry);
 }
 
-QByteArray FdxWriter::newDualDialogue(int first)
-{
-    QByteArray paragraphs;
-    for (int i = first; i < m_match.entries.size() && m_match.entries[i].newDual == first; ++i)
-        paragraphs += element(i);
-    return "<Paragraph><DualDialogue>" + paragraphs + "</DualDialogue></Paragraph>";
-}
-
 /*! What comes next stands behind this paragraph, and behind the wrapper that it is in. */
 void FdxWriter::passInPlace(int entry)
 {
@@ -300,10 +281,12 @@ FdxSplices FdxWriter::paragraphSplices(int index)
         addAttribute(node, "Type", name, &splices);
     addShape(entry, type, &splices);
     const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
-    for (const WrittenProperty &row : writtenProperties) {
+    for (const FdxBlockAttribute &row : fdxParagraphAttributes) {
+        const bool isWritten = row.property != File::BookmarkProperty;
         const QByteArray value = format.stringProperty(row.property).toUtf8();
-        if (format.hasProperty(row.property) && value != node.attribute(row.attribute).value())
-            addAttribute(node, row.attribute, value, &splices);
+        if (isWritten && format.hasProperty(row.property)
+            && value != node.attribute(row.name).value())
+            addAttribute(node, row.name, value, &splices);
     }
     const FdxTree::Span span = m_tree.span(node);
     if (span.isEmptyTag) {
@@ -356,70 +339,4 @@ QByteArray FdxWriter::movedParagraph(int entry)
         = m_tree.span(m_script.paragraphs()[m_match.entries[entry].source].node);
     return fdxSpliced(QByteArray(m_tree.source().constData() + span.start, span.end - span.start),
                       paragraphSplices(entry), span.start);
-}
-
-QByteArray FdxWriter::newParagraph(int index)
-{
-    const FdxEntry &entry = m_match.entries[index];
-    const QByteArray name = newTypeName(entry);
-    FdxType &type = newType(entry);
-    QByteArray element = "<Paragraph";
-    const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
-    const ParagraphAttr &inType = type.plainParagraph.shape;
-    ParagraphAttr shape = fdxShape(format, inType);
-    // Spaces and indents of other documents are not those of a script.
-    if (!format.hasProperty(MVRScriptElement::NameProperty)
-        && !format.hasProperty(File::TitlePageProperty)) {
-        const ParagraphAttr whole = shape;
-        shape = inType;
-        shape.alignment = whole.alignment;
-        shape.startsNewPage = whole.startsNewPage;
-    }
-    const QVector<FdxAttribute> attributes = fdxShapeAttributes(shape, inType, m_script.margin());
-    for (const FdxAttribute &attribute : attributes)
-        element += QByteArray(" ") + attribute.name + "=\"" + attribute.value + '"';
-    // What comes from another file is no part of a paragraph that has the number already.
-    const int file = format.intProperty(File::SourceFileProperty);
-    for (const WrittenProperty &row : writtenProperties) {
-        const QString value = format.stringProperty(row.property);
-        if (entry.origin < 0 && file != 0 && !value.isEmpty())
-            element += QByteArray(" ") + row.attribute + "=\"" + fdxEscapedValue(value) + '"';
-    }
-    if (!name.isEmpty())
-        element += " Type=\"" + fdxEscapedValue(QString::fromUtf8(name)) + '"';
-    return element + '>' + newRuns(index, type) + "</Paragraph>";
-}
-
-QByteArray FdxWriter::newRuns(int index, FdxType &type) const
-{
-    QByteArray elements;
-    FdxLook last;
-    QString text;
-    const auto flush = [&] {
-        if (!text.isEmpty())
-            elements += "<Text" + fdxRunAttributes(last, type) + '>'
-                + fdxEscaped(text, fdxNewLine(m_tree)) + "</Text>";
-        text.clear();
-    };
-    const QVector<NewNote> notes = m_newIn.value(index);
-    int next = 0; // of them
-    int offset = 0;
-    for (const FdxNewRun &run : m_match.entries[index].runs) {
-        const FdxLook look = type.look.with(run.format);
-        if (look != last)
-            flush();
-        last = look;
-        for (const QChar character : run.text) {
-            for (; next < notes.size() && notes[next].offset <= offset; ++next) {
-                flush();
-                elements += notes[next].element;
-            }
-            text += character;
-            ++offset;
-        }
-    }
-    flush();
-    for (; next < notes.size(); ++next)
-        elements += notes[next].element;
-    return elements;
 }

@@ -56,8 +56,11 @@ private:
                       FdxSplices *splices) const;
     void addShape(const FdxEntry &entry, FdxType &type, FdxSplices *splices);
     QByteArray element(int entry);
-    QByteArray newDualDialogue(int first);
     QByteArray movedParagraph(int entry);
+
+    // What is new to the file, in FdxNewParagraph.cpp.
+
+    QByteArray newDualDialogue(int first);
     QByteArray newParagraph(int entry);
     QByteArray newRuns(int index, FdxType &type) const;
 

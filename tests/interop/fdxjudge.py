@@ -61,7 +61,9 @@ def range_of(note):
 def text_in(root, start, end):
     """The text of a range; None where dual dialogue or half a character would be in it."""
     pieces = []
-    for position, text, is_dual in numbered(root):
+    paragraphs = list(numbered(root))
+    end = min(end, paragraphs[-1][0] + len(paragraphs[-1][1]) // 2)
+    for position, text, is_dual in paragraphs:
         if position < end and position + len(text) // 2 >= start:
             if is_dual:
                 return None
