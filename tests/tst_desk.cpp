@@ -86,6 +86,18 @@ public:
     static QTextEdit *body(const NoteCard *card) { return card->findChild<QTextEdit *>(); }
 };
 
+/*! Whether a copy for after a crash holds \a text. */
+bool isCopied(const char *text)
+{
+    QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    folder.cd(QStringLiteral("recovery"));
+    const QFileInfoList copies = folder.entryInfoList({QStringLiteral("*.rtf")}, QDir::Files);
+    return std::any_of(copies.begin(), copies.end(), [text](const QFileInfo &copy) {
+        QFile file(copy.filePath());
+        return file.open(QIODevice::ReadOnly) && file.readAll().contains(text);
+    });
+}
+
 /*! Milliseconds that this thread has worked. */
 double threadTime()
 {
@@ -661,17 +673,20 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("mvrtext-test"));
     QCoreApplication::setApplicationName(QStringLiteral("tst_desk"));
-    QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir settings;
     const QStringList arguments = QCoreApplication::arguments();
+    const bool isToCrash = arguments.value(1) == QLatin1String("--crash");
+    if (!isToCrash) // which shares the folder of the one that started it, and no other run does
+        qputenv("XDG_DATA_HOME", settings.filePath(QStringLiteral("data")).toLocal8Bit());
     QSettings::setDefaultFormat(QSettings::IniFormat);
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
     QFont::insertSubstitution(QStringLiteral("Courier Final Draft"), MVRScreenplayFace::family());
-    if (arguments.value(1) == QLatin1String("--crash")) {
+    if (isToCrash) {
         Desk desk;
         desk.open(arguments.value(2));
         QTest::keyClicks(desk.editor(), QStringLiteral("Typed. "));
-        QTest::qWait(2500); // the writer pauses
+        while (!isCopied("Typed. ")) // the writer pauses
+            QTest::qWait(100);
         puts("typed");
         fflush(stdout);
         QTest::qWait(600000);

@@ -234,6 +234,7 @@ void TestNotesModel::tintsNotesWithoutTouchingTheDocument()
     MarkedText::fill(&document, QStringLiteral("one two\nthree"), QStringLiteral("111.fff......"));
     document.setModified(false);
     MVRNoteHighlighter highlighter(&document);
+    QCOMPARE(document.firstBlock().layout()->formats().size(), 2);
     highlighter.setTint(MVRTextNote::InlineFootnote, Qt::green);
     QCoreApplication::processEvents(); // Qt puts the first look off until then
     const auto tints = document.firstBlock().layout()->formats();
