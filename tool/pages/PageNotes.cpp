@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr double noteSize = 10.0; // points
+constexpr double maxNoteSize = 10.0; // points
 const QColor defaultColor(255, 236, 139); // of comments that have none
 
 QTextCharFormat numberFormat(const QTextCharFormat &around)
@@ -31,8 +31,15 @@ QTextCharFormat numberFormat(const QTextCharFormat &around)
     return format;
 }
 
+// Notes are never larger than what they are about.
+double noteSize(QTextDocument &text, const MVRTextNote &note)
+{
+    const double size = note.range.toTextCursor(&text).charFormat().fontPointSize();
+    return size > 0.0 ? qMin(size, maxNoteSize) : maxNoteSize;
+}
+
 std::unique_ptr<OfflineDocument> noteText(const MVRTextNote &note, const QString &number,
-                                          const QFont &font)
+                                          const QFont &font, double noteSize)
 {
     auto text = std::make_unique<OfflineDocument>();
     text->setUndoRedoEnabled(false);
@@ -104,7 +111,8 @@ PageNotes takeNotes(QTextDocument &text)
                                       note.color.isValid() ? note.color : defaultColor, note.date});
         } else if (note.kind == MVRTextNote::Footnote) {
             PageFootnote footnote;
-            footnote.text = noteText(note, places.add(note.range.end), text.defaultFont());
+            footnote.text = noteText(note, places.add(note.range.end), text.defaultFont(),
+                                     noteSize(text, note));
             notes.footnotes.push_back(std::move(footnote));
         }
     }

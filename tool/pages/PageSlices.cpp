@@ -176,6 +176,8 @@ QVector<PageSlice> PageCutter::cut()
 
 double drawnTop(const QVector<FlowItem> &items, int first)
 {
+    if (!items[first].lines.isEmpty())
+        return qMax(items[first].top, items[first].lines.first().first);
     if (!items[first].continuesParagraph || first + 1 >= items.size())
         return items[first].top;
     return (items[first + 1].top + items[first + 1].bottom) / 2.0;

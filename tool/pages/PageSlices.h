@@ -51,8 +51,8 @@ QVector<FlowItem> flowItems(const QTextDocument &text);
 /*!
     Where drawing leaves out all above when a page begins with the item \a first.
 
-    That is in the second line where the first one goes on with a paragraph: the toolkit draws the
-    line before the first one that it finds.
+    That is in the second line where the first one goes on with a paragraph, and behind the border
+    of a row: the toolkit draws the line before the first one that it finds, and the row above.
 */
 double drawnTop(const QVector<FlowItem> &items, int first);
 

@@ -26,6 +26,7 @@ constexpr double dotsPerPoint = Pages::resolution / 72.0;
 constexpr double tabDistance = 0.5; // inches
 constexpr double noteGap = 12.0 * dotsPerPoint; // between the text and the footnotes
 constexpr double minCommentMargin = 72.0; // points
+constexpr double borderSlack = 1.0 * dotsPerPoint;
 constexpr double drawingSlack = 0.5 * dotsPerPoint; // more than what lines are rounded by
 
 // A document that names a typewriter face gets the one that there is.
@@ -193,7 +194,8 @@ void Pages::paintText(QPainter &painter, double top, double bottom, double y, do
     const QRectF part(-m_body.left(), top, m_setup.paper.width() * dotsPerPoint, bottom - top);
     painter.save();
     painter.translate(m_body.left(), m_body.top() + y - top);
-    painter.setClipRect(part);
+    // The borders of a row stand half outside of it.
+    painter.setClipRect(part.adjusted(0.0, -borderSlack, 0.0, borderSlack));
     drawPart(painter, m_text, part, drawnTop);
     painter.restore();
 }
