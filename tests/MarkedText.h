@@ -95,4 +95,10 @@ inline QTextCursor select(QTextDocument *document, int anchor, int position)
     return cursor;
 }
 
+/*! The format of the character at \a position. */
+inline QTextCharFormat formatAt(QTextDocument *document, int position)
+{
+    return select(document, position + 1, position + 1).charFormat();
+}
+
 } // namespace MarkedText

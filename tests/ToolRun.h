@@ -14,6 +14,17 @@ struct Run
     QByteArray errors;
 };
 
+/*! What a process that has begun gives in the end. */
+inline Run finished(QProcess &process)
+{
+    Run run;
+    if (process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit)
+        run.exitCode = process.exitCode();
+    run.output = process.readAllStandardOutput();
+    run.errors = process.readAllStandardError();
+    return run;
+}
+
 inline Run mvrtext(const QStringList &arguments, const QByteArray &input = QByteArray(),
                    const QString &folder = QString())
 {
@@ -22,12 +33,7 @@ inline Run mvrtext(const QStringList &arguments, const QByteArray &input = QByte
     process.start(QStringLiteral(MVR_TOOL), arguments);
     process.write(input);
     process.closeWriteChannel();
-    Run run;
-    if (process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit)
-        run.exitCode = process.exitCode();
-    run.output = process.readAllStandardOutput();
-    run.errors = process.readAllStandardError();
-    return run;
+    return finished(process);
 }
 
 /*! The same, the arguments as one line: blanks part them. */

@@ -11,6 +11,7 @@
 #include <limits>
 
 using MarkedText::fill;
+using MarkedText::formatAt;
 using MarkedText::marks;
 
 class TestEndNotes : public QObject
@@ -26,13 +27,6 @@ private Q_SLOTS:
 };
 
 namespace {
-
-QTextCharFormat formatAt(QTextDocument *document, int position)
-{
-    QTextCursor cursor(document);
-    cursor.setPosition(position + 1);
-    return cursor.charFormat();
-}
 
 } // namespace
 

@@ -12,6 +12,7 @@
 #include <QtTest>
 
 using MarkedText::fill;
+using MarkedText::formatAt;
 using MarkedText::marks;
 using MarkedText::select;
 
@@ -78,11 +79,6 @@ QTextImageFormat picture()
     format.setName(QStringLiteral("map.png"));
     format.setProperty(MVRTextFormat::ImageLinkProperty, QStringLiteral("/maps/map.png"));
     return format;
-}
-
-QTextCharFormat formatAt(QTextDocument *document, int position)
-{
-    return select(document, position + 1, position + 1).charFormat();
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include <functional>
 
 using MarkedText::fill;
+using MarkedText::formatAt;
 using MarkedText::marks;
 using MarkedText::select;
 
@@ -56,11 +57,6 @@ MVRTextCommentLink note(char content, bool isFootnote)
     link.isFootnote = isFootnote;
     link.cdata = QByteArray(1, content);
     return link;
-}
-
-QTextCharFormat formatAt(QTextDocument *document, int position)
-{
-    return select(document, position + 1, position + 1).charFormat();
 }
 
 /*! "0-3 c1" for a comment with the content "1" on [0, 3). */

@@ -8,6 +8,7 @@
 #include <QtTest>
 
 using MarkedText::fill;
+using MarkedText::formatAt;
 using MarkedText::select;
 
 // What a note holds: its record in streams, its RTF as text and HTML.
@@ -27,17 +28,12 @@ private Q_SLOTS:
 
 namespace {
 
-MVRTextCommentLink note(char content, bool isFootnote)
+MVRTextCommentLink footnote(const QByteArray &content)
 {
     MVRTextCommentLink link;
-    link.isFootnote = isFootnote;
-    link.cdata = QByteArray(1, content);
+    link.isFootnote = true;
+    link.cdata = content;
     return link;
-}
-
-QTextCharFormat formatAt(QTextDocument *document, int position)
-{
-    return select(document, position + 1, position + 1).charFormat();
 }
 
 QByteArray rtf(const QString &text)
@@ -50,7 +46,7 @@ QByteArray rtf(const QString &text)
 
 void TestNoteContent::streamsLinks()
 {
-    MVRTextCommentLink link = note('x', true);
+    MVRTextCommentLink link = footnote("x");
     link.extraFlag = true;
     link.color = Qt::red;
     QByteArray bytes;
@@ -74,7 +70,7 @@ void TestNoteContent::leavesForeignStreamsAlone()
     QDataStream out(&bytes, QIODevice::WriteOnly);
     out << QStringLiteral("MVRTextCommentLink::1.1") << 42;
     QDataStream in(bytes);
-    MVRTextCommentLink link = note('x', true);
+    MVRTextCommentLink link = footnote("x");
     in >> link;
     QVERIFY(link.isFootnote);
     QCOMPARE(link.cdata, QByteArray("x"));
@@ -85,7 +81,7 @@ void TestNoteContent::leavesForeignStreamsAlone()
 
 void TestNoteContent::readsDamagedRecordsAsEmpty()
 {
-    MVRTextCommentLink link = note('x', true);
+    MVRTextCommentLink link = footnote("x");
     link.color = Qt::red;
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
@@ -93,7 +89,7 @@ void TestNoteContent::readsDamagedRecordsAsEmpty()
     const int colorKind = bytes.size() - 18; // the flags, the content and the colour go behind
     QCOMPARE(int(bytes.at(colorKind)), int(QColor::Rgb));
     const auto isEmpty = [](const QByteArray &record) {
-        MVRTextCommentLink read = note('y', true);
+        MVRTextCommentLink read = footnote("y");
         QDataStream in(record);
         in >> read;
         return !read.isFootnote && read.cdata.isEmpty() && !read.color.isValid();

@@ -58,12 +58,7 @@ Run TestToolTrust::shell(const QByteArray &command) const
                   {QStringLiteral("-c"),
                    QStringLiteral("T='") + QStringLiteral(MVR_TOOL) + QStringLiteral("'; ")
                        + QString::fromUtf8(command)});
-    Run run;
-    if (process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit)
-        run.exitCode = process.exitCode();
-    run.output = process.readAllStandardOutput();
-    run.errors = process.readAllStandardError();
-    return run;
+    return finished(process);
 }
 
 void TestToolTrust::writesNoForeignMarkup_data()
