@@ -196,6 +196,13 @@ void MVRPagePainter::paintWatermark(QPainter &painter, const QSizeF &pageSize, c
 bool MVRPagePainter::writePdf(QIODevice *device, const MVRScreenplayPages &pages,
                               const QString &title, const QString &watermark)
 {
+    return writePdf(device, pages, title, watermark, nullptr);
+}
+
+bool MVRPagePainter::writePdf(QIODevice *device, const MVRScreenplayPages &pages,
+                              const QString &title, const QString &watermark,
+                              const std::function<void(int)> &drawn)
+{
     if (!device)
         return false;
     QPdfWriter writer(device);
@@ -214,6 +221,8 @@ bool MVRPagePainter::writePdf(QIODevice *device, const MVRScreenplayPages &pages
         if (i > 0)
             writer.newPage();
         paint(painter, all[i], pages.pageSize(), watermark);
+        if (drawn)
+            drawn(i + 1);
     }
     return painter.end();
 }

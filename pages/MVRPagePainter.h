@@ -3,6 +3,8 @@
 
 #include <pages/MVRScreenplayPages.h>
 
+#include <functional>
+
 class QIODevice;
 class QPainter;
 
@@ -41,4 +43,8 @@ public:
     */
     static bool writePdf(QIODevice *device, const MVRScreenplayPages &pages, const QString &title,
                          const QString &watermark = QString());
+
+    /*! The same; \a drawn hears how many pages are drawn, after each of them; it may be empty. */
+    static bool writePdf(QIODevice *device, const MVRScreenplayPages &pages, const QString &title,
+                         const QString &watermark, const std::function<void(int)> &drawn);
 };

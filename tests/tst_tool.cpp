@@ -354,6 +354,10 @@ void TestTool::placesNotes()
     QVERIFY2(written.contains(holds), written.constData());
     QVERIFY2(!written.contains(lacks), written.constData());
     QTEST(run.errors.contains("5 notes left out"), "saysLoss");
+    const bool couldStay
+        = run.errors.contains("; --notes inline keeps them in the text, rtf and md");
+    QCOMPARE(couldStay, run.errors.contains("left out that"));
+    QVERIFY(!run.errors.contains("endnotes")); // which is about footnotes
 }
 
 void TestTool::saysWhatIsNotRead()
@@ -380,6 +384,15 @@ void TestTool::saysWhatIsNotRead()
                                  "2 paragraphs of omitted scenes, 1 scene summary, 1 beat of a "
                                  "character's arc, 1 mark of hidden text, which is shown\n"),
              run.errors.constData());
+
+    // A conversion says what would keep it, and says nothing where that is what is written.
+    const auto said = [this](const char *to) {
+        return mvrtext({QStringLiteral("convert"), path(QStringLiteral("losses.fdx")),
+                        path(QStringLiteral("out.") + QLatin1String(to))})
+            .errors;
+    };
+    QVERIFY2(said("txt").contains("which is shown; --to fdx keeps all of that\n"), said("txt"));
+    QVERIFY(!said("fdx").contains("not read"));
 
     const Run rtf
         = mvrtext({QStringLiteral("info"),

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void countsWhatIsLeftOut_data();
     void countsWhatIsLeftOut();
     void opensPicturesThatAreAskedFor();
+    void takesPicturesFromPages();
     void showsNestedListsOnce();
     void makesPunctuationTypographic();
 
@@ -102,8 +103,8 @@ void TestToolMedia::countsWhatIsLeftOut_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("message");
-    QTest::newRow("txt") << "out.txt" << QByteArray("2 pictures left out that");
-    QTest::newRow("bbcode") << "out.bbcode" << QByteArray("2 pictures left out that");
+    QTest::newRow("txt") << "out.txt" << QByteArray("2 pictures left out that plain text");
+    QTest::newRow("bbcode") << "out.bbcode" << QByteArray("cannot carry; rtf, html, odt and pdf");
     QTest::newRow("md") << "out.md" << QByteArray("2 pictures left out; --extract-media");
 }
 
@@ -124,14 +125,38 @@ void TestToolMedia::opensPicturesThatAreAskedFor()
     m_folder->write(QStringLiteral("art/a b.png"), pngOf({6, 4}));
     m_folder->write(QStringLiteral("other.png"), pngOf({6, 4}));
     m_folder->write(QStringLiteral("in.md"), "One ![a](art/a%20b.png) two ![b](other.png).\n");
-    QCOMPARE(mvrtext("convert in.md none.rtf", m_folder->path()).exitCode, 0);
+    const Run closed = mvrtext("convert in.md none.rtf", m_folder->path());
+    QCOMPARE(closed.exitCode, 0);
+    QVERIFY2(closed.errors.contains("2 pictures not opened; convert --media-from"),
+             closed.errors.constData());
+    QCOMPARE(mvrtext("convert in.md none.html", m_folder->path()).errors, QByteArray());
     QVERIFY(!m_folder->read(QStringLiteral("none.rtf")).contains("\\picw6\\pich4"));
 
     const Run run = mvrtext("convert --media-from art in.md art.rtf", m_folder->path());
     QCOMPARE(run.exitCode, 0);
     const QByteArray rtf = m_folder->read(QStringLiteral("art.rtf"));
     QVERIFY2(rtf.count("\\picw6\\pich4") == 1, rtf.constData());
-    QVERIFY2(run.errors.contains("1 picture"), run.errors.constData());
+    QVERIFY2(run.errors.contains("1 picture not opened: not in"), run.errors.constData());
+}
+
+// What the tool itself writes into a page, and others do.
+void TestToolMedia::takesPicturesFromPages()
+{
+    QCOMPARE(mvrtext("convert in.rtf page.html", m_folder->path()).exitCode, 0);
+    const QByteArray link = "data:image/png;base64," + pngOf({9, 8}).toBase64();
+    m_folder->write(QStringLiteral("page.md"), "A ![b](" + link + ") c.\n");
+    const QByteArray broken = "data:image/png;base64," + QByteArray("no picture").toBase64();
+    m_folder->write(QStringLiteral("broken.html"), "a <img src=\"" + broken + "\"> b");
+    for (const auto &[name, size, count] :
+         {std::tuple("page.html", "\\picw7\\pich5", 2), std::tuple("page.md", "\\picw9\\pich8", 1),
+          std::tuple("broken.html", "\\picw1\\pich1", 1)}) {
+        const Run run
+            = mvrtext({QStringLiteral("convert"), QLatin1String(name), QStringLiteral("back.rtf")},
+                      QByteArray(), m_folder->path());
+        QCOMPARE(run.exitCode, 0);
+        QCOMPARE(run.errors.contains("not opened"), QByteArray(name) == "broken.html");
+        QVERIFY2(m_folder->read(QStringLiteral("back.rtf")).count(size) == count, name);
+    }
 }
 
 void TestToolMedia::showsNestedListsOnce()

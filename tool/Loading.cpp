@@ -15,6 +15,31 @@
 #include <QFileInfo>
 #include <QFont>
 
+namespace {
+
+/*! Says what was not read, and what would keep it. */
+void reportLosses(Listener &listener, const QString &name, const ReadOptions &options,
+                  Document &document)
+{
+    if (!document.losses.isEmpty() && !(options.goesBack && document.script)) {
+        QString text = Tool::tr("not read: %1").arg(document.losses.join(QLatin1String(", ")));
+        if (document.script && options.leavesFile)
+            text += Tool::tr("; --to fdx keeps all of that");
+        listener.say(name, text);
+    }
+    const bool isAsked = !options.mediaFolder.isEmpty();
+    const int closed = isAsked || options.holdsPictures ? closedPictures(document) : 0;
+    if (closed > 0)
+        listener.say(name,
+                     (isAsked ? Tool::tr("%1 not opened: not in that folder, or no pictures")
+                              : Tool::tr("%1 not opened; convert --media-from FOLDER opens those "
+                                         "that are in it"))
+                         .arg(counted(closed, QT_TRANSLATE_NOOP("Tool", "picture"),
+                                      QT_TRANSLATE_NOOP("Tool", "pictures"))));
+}
+
+}
+
 const Format *findFormat(const QString &path, const QString &name, QString *error)
 {
     const Format *format = name.isEmpty() ? formatOfFile(path) : formatByName(name);
@@ -60,14 +85,11 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
     if (!options.mediaFolder.isEmpty()) {
         const QString base
             = path == QLatin1String("-") ? QDir::currentPath() : QFileInfo(path).absolutePath();
-        const int missed = openPictures(document, options.mediaFolder, base);
-        addCounted(&document.losses, missed, QT_TRANSLATE_NOOP("Tool", "picture"),
-                   QT_TRANSLATE_NOOP("Tool", "pictures"));
+        openPictures(document, options.mediaFolder, base);
     }
     if (document.title.isEmpty() && path != QLatin1String("-"))
         document.title = shownOnTerminal(QFileInfo(path).completeBaseName());
-    if (!document.losses.isEmpty() && !(options.goesBack && document.script))
-        listener.say(name, Tool::tr("not read: %1").arg(document.losses.join(QLatin1String(", "))));
+    reportLosses(listener, name, options, document);
     return true;
 }
 

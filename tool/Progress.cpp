@@ -7,6 +7,12 @@
 #include <chrono>
 #include <cstdio>
 
+void Listener::setShare(int done, int total)
+{
+    Q_UNUSED(done)
+    Q_UNUSED(total)
+}
+
 Progress::Progress()
 {
     if (System::isTerminal(stderr))
@@ -29,6 +35,13 @@ void Progress::setStep(const QString &step)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_step = step.toUtf8();
+    m_percent = -1;
+}
+
+void Progress::setShare(int done, int total)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_percent = total > 0 ? int(100 * qint64(done) / total) : -1;
 }
 
 void Progress::say(const QString &file, const QString &text)
@@ -63,7 +76,10 @@ void Progress::run()
         return;
     do {
         const double seconds = duration<double>(steady_clock::now() - start).count();
-        std::fprintf(stderr, "\r\033[K%s ... %.0f s", m_step.constData(), seconds);
+        const QByteArray share
+            = m_percent < 0 ? QByteArray() : QByteArray::number(m_percent) + " %, ";
+        std::fprintf(stderr, "\r\033[K%s ... %s%.0f s", m_step.constData(), share.constData(),
+                     seconds);
         std::fflush(stderr);
         m_isShown = true;
     } while (!m_ended.wait_for(lock, milliseconds(250), [this] { return m_isEnding; }));

@@ -14,12 +14,15 @@ public:
     virtual ~Listener() = default;
     /*! Names what is being done from now on ("Reading play.fdx"). */
     virtual void setStep(const QString &step) = 0;
+    /*! Says how much of the step is done: \a done of \a total parts. */
+    virtual void setShare(int done, int total);
     /*! Takes a message about a file. */
     virtual void say(const QString &file, const QString &text) = 0;
 };
 
 /*!
-    Shows on a terminal that long work goes on.
+    Shows on a terminal that long work goes on: what is being done, how much of it where that is
+    counted, and for how long.
 
     Nothing is shown when the standard error is no terminal, or before half a second has passed.
     The line is taken away when the object goes.
@@ -32,6 +35,7 @@ public:
     Q_DISABLE_COPY_MOVE(Progress)
 
     void setStep(const QString &step) override;
+    void setShare(int done, int total) override;
     /*! Prints the message as printMessage() does. */
     void say(const QString &file, const QString &text) override;
     /*! Prints \a text on the standard output, with no line of progress before it. */
@@ -44,6 +48,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_ended;
     QByteArray m_step;
+    int m_percent = -1; // of the step; below 0 where nobody counts
     bool m_isEnding = false;
     bool m_isShown = false;
     std::thread m_thread;

@@ -66,9 +66,11 @@ bool Rewriting::isSafe() const
 bool Rewriting::load(Document &document, Progress &progress, int number) const
 {
     ReadOptions options;
-    // What is written as a screenplay keeps the letters as typed; so does what is only looked at.
-    options.capitals = m_to && !m_to->hasElements && !m_keepsLetters;
-    options.goesBack = m_to && m_to->hasElements && number == 0;
+    options.capitals = false; // what is only looked at keeps the letters as typed
+    if (m_to)
+        options.setTarget(*m_to);
+    options.capitals = options.capitals && !m_keepsLetters;
+    options.goesBack = options.goesBack && number == 0;
     return loadDocument(m_commandLine.file(number), *m_from.at(number), options, document,
                         progress);
 }

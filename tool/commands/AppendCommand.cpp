@@ -141,7 +141,7 @@ bool appendAll(const Rewriting &rewriting, bool onNewPages)
             return false;
         if (more.titlePageBlocks > 0) {
             removeTitlePage(more);
-            printMessage(rewriting.inputName(i), Tool::tr("title page left out"));
+            progress.say(rewriting.inputName(i), Tool::tr("title page left out"));
         }
         append(document, more, onNewPages);
     }

@@ -79,10 +79,8 @@ private:
             ++m_failed;
         }
         ++m_done;
-        m_progress.setStep(Tool::tr("%1 of %2 files, %3 %")
-                               .arg(m_done)
-                               .arg(m_files.size())
-                               .arg(100 * qint64(m_done) / m_files.size()));
+        m_progress.setStep(Tool::tr("%1 of %2 files").arg(m_done).arg(m_files.size()));
+        m_progress.setShare(m_done, int(m_files.size()));
     }
 
     const QVector<BatchFile> &m_files;

@@ -57,12 +57,9 @@ bool convert(const QString &input, const Format &from, const QString &output,
 {
     Document document;
     ReadOptions readOptions;
-    // A screenplay file keeps the letters as typed; its reader puts them in capitals again.
-    readOptions.capitals = !conversion.to->hasElements;
-    readOptions.goesBack = conversion.to->hasElements;
+    readOptions.setTarget(*conversion.to);
     readOptions.mediaFolder = conversion.mediaFolder;
     readOptions.hasSmartPunctuation = conversion.hasSmartPunctuation;
-    readOptions.goesToPages = conversion.to == &pdfFormat || conversion.to == &pngFormat;
     return loadDocument(input, from, readOptions, document, listener)
         && saveDocument(output, *conversion.to, conversion.notes, conversion.options, document,
                         listener);

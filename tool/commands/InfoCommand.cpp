@@ -39,15 +39,17 @@ struct Figures
     QVector<int> notes; // by kind
 };
 
-int pageCount(Document &document)
+int pageCount(Document &document, Listener &listener)
 {
     QString error;
     if (document.isScreenplay)
         return screenplayPages(document, WriteOptions(), &error)->pages().size();
-    return Pages(document, pageSetupFor(document, WriteOptions())).count();
+    WriteOptions options;
+    options.listener = &listener;
+    return Pages(document, pageSetupFor(document, options)).count();
 }
 
-Figures figuresOf(Document &document)
+Figures figuresOf(Document &document, Listener &listener)
 {
     Figures figures;
     for (QTextBlock block = document.text.begin(); block.isValid(); block = block.next()) {
@@ -61,7 +63,7 @@ Figures figuresOf(Document &document)
         = MVRTextDoc::wordCharacterCount(&document.text, false, false, true, true);
     figures.words = counts.first;
     figures.characters = counts.second;
-    figures.pages = pageCount(document);
+    figures.pages = pageCount(document, listener);
     return figures;
 }
 
@@ -126,7 +128,7 @@ int runInfo(const CommandLine &commandLine)
         if (exitCode != Success)
             return exitCode;
         progress.setStep(Tool::tr("Counting"));
-        figures = figuresOf(document);
+        figures = figuresOf(document, progress);
     }
     if (commandLine.isSet("json"))
         printOutput(QString::fromUtf8(QJsonDocument(toJson(figures, document)).toJson()));

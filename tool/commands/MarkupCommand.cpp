@@ -26,14 +26,14 @@ const char examples[] = R"(  mvrtext markup --write script.fdx -o script.txt
 )";
 
 /*! Writes every note as a code, and says which were lost. */
-void writeMarkup(QTextDocument &text, const QString &name)
+void writeMarkup(QTextDocument &text, const QString &name, Listener &listener)
 {
     // Only what stands in the text has a code.
     MVRTextDoc::convertInspectorCommentsToInlineAnnotations(&text, QTextCursor());
     MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(&text, QTextCursor());
     const int lost = MVRTextDoc::commentsMap(&text, -1, -1).size();
     if (lost > 0)
-        printMessage(name,
+        listener.say(name,
                      Tool::tr("%1 left out whose content cannot be read")
                          .arg(counted(lost, QT_TRANSLATE_NOOP("Tool", "note"),
                                       QT_TRANSLATE_NOOP("Tool", "notes"))));
@@ -82,7 +82,8 @@ MVRPicturePolicy picturePolicy(const CommandLine &commandLine)
 }
 
 /*! Says how many pictures were left alone. */
-void reportRefused(const QTextDocument &text, const MVRPicturePolicy &policy, const QString &name)
+void reportRefused(const QTextDocument &text, const MVRPicturePolicy &policy, const QString &name,
+                   Listener &listener)
 {
     int count = 0;
     for (FragmentWalker walker(&text, 0); walker.isValid(); walker.next()) {
@@ -92,17 +93,18 @@ void reportRefused(const QTextDocument &text, const MVRPicturePolicy &policy, co
             count += walker.end() - walker.start();
     }
     if (count > 0)
-        printMessage(name,
-                     counted(count, "picture", "pictures")
-                         + QLatin1String(" not opened, outside of the folder for pictures; see "
-                                         "--media-from and --media"));
+        listener.say(name,
+                     Tool::tr("%1 not opened, outside of the folder for pictures; see --media-from "
+                              "and --media")
+                         .arg(counted(count, QT_TRANSLATE_NOOP("Tool", "picture"),
+                                      QT_TRANSLATE_NOOP("Tool", "pictures"))));
 }
 
 void readMarkup(QTextDocument &text, const Format &output, const MVRPicturePolicy &policy,
-                const QString &name)
+                const QString &name, Listener &listener)
 {
     MVRTextDoc::fromInlineMarkup(&text, policy);
-    reportRefused(text, policy, name);
+    reportRefused(text, policy, name, listener);
     text.setUndoRedoEnabled(false); // reading has switched it on
     sizePicturesInPoints(text);
     // In the text they would be codes again.
@@ -134,9 +136,9 @@ int runMarkup(const CommandLine &commandLine)
     const Format &output = *rewriting.outputFormat();
     const QString name = rewriting.outputName();
     if (commandLine.isSet("write"))
-        writeMarkup(document.text, name);
+        writeMarkup(document.text, name, progress);
     else
-        readMarkup(document.text, output, picturePolicy(commandLine), name);
+        readMarkup(document.text, output, picturePolicy(commandLine), name, progress);
     // What was spelled out so as not to be lost is not to be lost now.
     return rewriting.saveWithNotes(true, document, progress) ? Success : Failure;
 }

@@ -80,7 +80,7 @@ bool readFdx(const QByteArray &bytes, const ReadOptions &options, Document &docu
         return false;
     }
     if (file->elementXml(QStringLiteral("Content")).isEmpty()) {
-        *error = QStringLiteral("no Content in the Final Draft file");
+        *error = Tool::tr("no Content in the Final Draft file");
         return false;
     }
     file->read(&document.text);

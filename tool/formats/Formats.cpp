@@ -22,6 +22,16 @@ template <typename Test> QStringList formatNames(Test test)
 
 }
 
+void ReadOptions::setTarget(const Format &to)
+{
+    // A screenplay file keeps the letters as typed; its reader puts them in capitals again.
+    capitals = !to.hasElements;
+    goesBack = to.hasElements;
+    leavesFile = !to.hasElements;
+    goesToPages = &to == &pdfFormat || &to == &pngFormat;
+    holdsPictures = to.pictures == PictureSupport::Held;
+}
+
 const Format *formatByName(const QString &name)
 {
     const QString wanted = name.toLower();

@@ -11,7 +11,9 @@
 
 #include <optional>
 
+class Listener;
 struct Document;
+struct Format;
 
 /*! What the reader of a document may do to its text. */
 struct ReadOptions
@@ -21,6 +23,11 @@ struct ReadOptions
     QString mediaFolder; /*!< whose pictures may be opened; empty: none */
     bool hasSmartPunctuation = false; /*!< quotes, dashes and dots of Markdown become typographic */
     bool goesToPages = false; /*!< it is going to be drawn, with the headers of its file */
+    bool leavesFile = false; /*!< it is going to be written, and not as a screenplay's file */
+    bool holdsPictures = false; /*!< to a format that holds the pictures themselves */
+
+    /*! Takes over what the format says that the document is going to be written in. */
+    void setTarget(const Format &to);
 };
 
 /*! What a user can ask of a written file. */
@@ -40,6 +47,7 @@ struct WriteOptions
     bool hasRevisionMarks = false;
     QString mediaFolder; /*!< where to write pictures as files; empty: nowhere */
     QString watermark; /*!< text across the pages; may be empty */
+    Listener *listener = nullptr; /*!< hears how writing goes on */
 
     QPageSize paperOrLetter() const { return paper.value_or(QPageSize(QPageSize::Letter)); }
 };

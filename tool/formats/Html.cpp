@@ -4,6 +4,7 @@
 #include <tool/Document.h>
 #include <tool/Messages.h>
 #include <tool/formats/HtmlLimits.h>
+#include <tool/formats/Pictures.h>
 #include <tool/formats/ScreenplayElements.h>
 #include <tool/formats/TextDecoding.h>
 #include <tool/formats/TextOutput.h>
@@ -53,6 +54,7 @@ bool readHtml(const QByteArray &bytes, const ReadOptions &options, Document &doc
     if (bounded.hasLostPictures)
         document.losses.append(Tool::tr("pictures, of which a paragraph has too many"));
     document.text.setHtml(bounded.html);
+    takeEmbeddedPictures(document.text);
     pixelFontsToPoints(document.text);
     scaleLengths(document.text, pointsPerPixel);
     document.title = document.text.metaInformation(QTextDocument::DocumentTitle);

@@ -148,9 +148,9 @@ BoundedHtml HtmlCheck::run()
     if (m_deepest > maxElementDepth)
         result.error = nestingError();
     else if (m_room > roomAllowance + m_cells * roomPerCell)
-        result.error = QStringLiteral("its tables have too many empty cells");
+        result.error = Tool::tr("its tables have too many empty cells");
     else if (m_mostItems > maxListItems)
-        result.error = QStringLiteral("one of its lists has too many items");
+        result.error = Tool::tr("one of its lists has too many items");
     else
         result.html = rewritten();
     result.hasLostStyles = m_ruleParts * m_elements > maxComparisons;

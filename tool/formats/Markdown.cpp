@@ -3,6 +3,7 @@
 
 #include <tool/Document.h>
 #include <tool/Messages.h>
+#include <tool/formats/Pictures.h>
 #include <tool/formats/ScreenplayElements.h>
 #include <tool/formats/TextDecoding.h>
 #include <tool/formats/TextOutput.h>
@@ -28,6 +29,7 @@ bool readMarkdownFile(const QByteArray &bytes, const ReadOptions &options, Docum
         *error = nestingError();
         return false;
     }
+    takeEmbeddedPictures(document.text);
     if (result.lacksMetadata)
         document.losses << Tool::tr("metadata other than title and author");
     addCounted(&document.losses, result.lostNotes, QT_TRANSLATE_NOOP("Tool", "repeated note"),

@@ -6,6 +6,7 @@
 #include <tool/Output.h>
 #include <tool/Progress.h>
 #include <tool/formats/Formats.h>
+#include <tool/formats/Pictures.h>
 
 #include <core/document/FormatEdits_p.h>
 #include <core/document/Pictures_p.h>
@@ -70,17 +71,6 @@ QString countedPictures(int count)
 {
     return counted(count, QT_TRANSLATE_NOOP("Tool", "picture"),
                    QT_TRANSLATE_NOOP("Tool", "pictures"));
-}
-
-void rename(QTextDocument *text, const QHash<QString, QString> &names)
-{
-    changeAllFormats(text, [&names](QTextCharFormat &format) {
-        if (!format.isImageFormat())
-            return;
-        const auto name = names.constFind(format.toImageFormat().name());
-        if (name != names.constEnd())
-            format.setProperty(QTextFormat::ImageName, *name);
-    });
 }
 
 /*! Gives the pictures that a document holds names that lead to them. */
@@ -156,7 +146,7 @@ bool HeldPictures::place(bool embeds)
         m_lost += name.isEmpty() ? use.value() : 0;
         names.insert(use.key(), name);
     }
-    rename(&m_document.text, names);
+    renamePictures(m_document.text, names);
     return true;
 }
 
@@ -167,7 +157,7 @@ QString decoded(const QString &name)
 
 } // namespace
 
-int openPictures(Document &document, const QString &folder, const QString &base)
+void openPictures(Document &document, const QString &folder, const QString &base)
 {
     LinkedPictures pictures(&document.text, MVRPicturePolicy::below(folder));
     QHash<QString, QString> names;
@@ -182,14 +172,18 @@ int openPictures(Document &document, const QString &folder, const QString &base)
         if (!size.isEmpty())
             names.insert(name, pictures.add(file, size));
     }
-    rename(&document.text, names);
-    int missed = 0;
+    renamePictures(document.text, names);
+}
+
+int closedPictures(Document &document)
+{
+    int closed = 0;
     const QHash<QString, int> uses = pictureUses(document.text);
     for (auto use = uses.cbegin(); use != uses.cend(); ++use) {
         if (!document.text.holdsPicture(pictureUrl(document.text, use.key())))
-            missed += use.value();
+            closed += use.value();
     }
-    return missed;
+    return closed;
 }
 
 bool placePictures(Document &document, const Format &format, const WriteOptions &options,
@@ -202,7 +196,7 @@ bool placePictures(Document &document, const Format &format, const WriteOptions 
         if (count > 0)
             listener.say(
                 name,
-                Tool::tr("%1 left out that %2 cannot carry; html, md, odt and pdf keep them")
+                Tool::tr("%1 left out that %2 cannot carry; rtf, html, odt and pdf keep them")
                     .arg(countedPictures(count), title));
         return true;
     }
@@ -215,7 +209,9 @@ bool placePictures(Document &document, const Format &format, const WriteOptions 
     }
     if (held.lost() > 0)
         listener.say(name,
-                     Tool::tr("%1 left out; --extract-media FOLDER writes them as files")
+                     (options.mediaFolder.isEmpty()
+                          ? Tool::tr("%1 left out; --extract-media FOLDER writes them as files")
+                          : Tool::tr("%1 left out"))
                          .arg(countedPictures(held.lost())));
     return true;
 }

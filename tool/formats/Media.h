@@ -13,9 +13,11 @@ struct WriteOptions;
 
     \param folder  the only one, with those in it, whose files are opened
     \param base    the document's own, where relative paths begin
-    \return how many pictures were not opened: missing, no picture, or somewhere else
 */
-int openPictures(Document &document, const QString &folder, const QString &base);
+void openPictures(Document &document, const QString &folder, const QString &base);
+
+/*! How many pictures the document only names: missing ones, no pictures, or somewhere else. */
+int closedPictures(Document &document);
 
 /*!
     Prepares the pictures of a document for a format: as files in the folder that \a options name,

@@ -26,5 +26,6 @@ PageSetup pageSetupFor(const Document &document, const WriteOptions &options)
     setup.hasNumbers = options.hasPageNumbers;
     setup.hasCommentsInMargin = options.hasCommentsInMargin;
     setup.watermark = options.watermark;
+    setup.listener = options.listener;
     return setup;
 }

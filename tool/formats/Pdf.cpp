@@ -3,6 +3,7 @@
 
 #include <tool/Document.h>
 #include <tool/Messages.h>
+#include <tool/Progress.h>
 #include <tool/formats/PageSetups.h>
 #include <tool/formats/ScreenplayPages.h>
 #include <tool/pages/Pages.h>
@@ -16,6 +17,29 @@
 #include <QPdfWriter>
 
 namespace {
+
+/*! Tells a listener, if there is one, how many pages are drawn. */
+class PageCounter
+{
+public:
+    PageCounter(Listener *listener, int total)
+        : m_listener(listener)
+        , m_total(total)
+    {
+        if (m_listener)
+            m_listener->setStep(Tool::tr("Drawing pages"));
+    }
+
+    void operator()(int drawn) const
+    {
+        if (m_listener)
+            m_listener->setShare(drawn, m_total);
+    }
+
+private:
+    Listener *m_listener;
+    int m_total;
+};
 
 PdfExtras extrasOf(const Document &document, const MVRScreenplayPages &pages)
 {
@@ -35,7 +59,8 @@ bool writeScreenplay(const Document &document, const WriteOptions &options, QByt
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
     const bool isWritten
-        = MVRPagePainter::writePdf(&buffer, *pages, document.title, options.watermark);
+        = MVRPagePainter::writePdf(&buffer, *pages, document.title, options.watermark,
+                                   PageCounter(options.listener, pages->pages().size()));
     buffer.close();
     if (isWritten && completePdf(bytes, extrasOf(document, *pages)))
         return true;
@@ -70,6 +95,7 @@ bool drawPages(const Pages &pages, const PageSetup &setup, int first, int last, 
     QPainter painter;
     if (!painter.begin(&writer))
         return false;
+    const PageCounter drawn(setup.listener, last + 1 - first);
     for (int page = first; page <= last; ++page) {
         if (page > first)
             writer.newPage();
@@ -78,6 +104,7 @@ bool drawPages(const Pages &pages, const PageSetup &setup, int first, int last, 
         MVRPagePainter::paintWatermark(painter, setup.paper, setup.watermark);
         painter.restore();
         pages.paint(painter, page);
+        drawn(page + 1 - first);
     }
     return painter.end();
 }

@@ -5,6 +5,7 @@
 #include <core/document/Pictures_p.h>
 
 #include <QBuffer>
+#include <QCryptographicHash>
 #include <QImageReader>
 #include <QPixmap>
 #include <QSizeF>
@@ -43,6 +44,24 @@ QSizeF shownSize(const QTextDocument &text, const QTextImageFormat &format, doub
     return pixels * unitsPerPixel;
 }
 
+// What the name of a picture holds of it; empty for none that can be shown.
+QByteArray embeddedFile(const QString &name)
+{
+    constexpr qint64 maxPixels = 50000000;
+    const int comma = name.indexOf(QLatin1Char(','));
+    const QString head = name.left(comma);
+    if (comma < 0 || !head.startsWith(QLatin1String("data:image/"), Qt::CaseInsensitive)
+        || !head.endsWith(QLatin1String(";base64"), Qt::CaseInsensitive))
+        return QByteArray();
+    QByteArray bytes = QByteArray::fromBase64(name.mid(comma + 1).toLatin1());
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer);
+    const QSize size = reader.format().startsWith("svg") ? QSize() : reader.size();
+    return size.isEmpty() || qint64(size.width()) * size.height() > maxPixels ? QByteArray()
+                                                                              : bytes;
+}
+
 }
 
 void fitPictures(QTextDocument &text, const QSizeF &maxSize, double unitsPerPixel)
@@ -60,4 +79,30 @@ void fitPictures(QTextDocument &text, const QSizeF &maxSize, double unitsPerPixe
         image.setHeight(size.height());
         format = image;
     });
+}
+
+void renamePictures(QTextDocument &text, const QHash<QString, QString> &names)
+{
+    changeAllFormats(&text, [&names](QTextCharFormat &format) {
+        if (!format.isImageFormat())
+            return;
+        const auto name = names.constFind(format.toImageFormat().name());
+        if (name != names.constEnd())
+            format.setProperty(QTextFormat::ImageName, *name);
+    });
+}
+
+void takeEmbeddedPictures(QTextDocument &text)
+{
+    QHash<QString, QString> names;
+    const QSet<QString> all = pictureNames(text);
+    for (const QString &name : all) {
+        const QByteArray file = embeddedFile(name);
+        if (file.isEmpty())
+            continue;
+        const QByteArray sum = QCryptographicHash::hash(file, QCryptographicHash::Sha1).toHex();
+        names.insert(name, QLatin1String("embedded-") + QLatin1String(sum));
+        addPicture(&text, names.value(name), file);
+    }
+    renamePictures(text, names);
 }

@@ -2,6 +2,8 @@
 #include <tool/pages/Pages.h>
 
 #include <tool/Document.h>
+#include <tool/Messages.h>
+#include <tool/Progress.h>
 #include <tool/formats/Pictures.h>
 #include <tool/pages/Lengths.h>
 
@@ -69,6 +71,21 @@ void keepLongParagraphs(const QTextDocument &text)
         if (block.layout()->lineCount() > linesOfPages)
             block.layout()->setCacheEnabled(true);
     }
+}
+
+// Asked for the place of a paragraph, the layout goes as far as that.
+void layOut(const QTextDocument &text, Listener *listener)
+{
+    QAbstractTextDocumentLayout *const layout = text.documentLayout();
+    const int length = text.characterCount();
+    const int piece = qMax(1000, length / 100);
+    if (listener)
+        listener->setStep(Tool::tr("Laying out pages"));
+    for (int end = piece; listener && end < length; end += piece) {
+        layout->blockBoundingRect(text.findBlock(end));
+        listener->setShare(end, length);
+    }
+    layout->documentSize(); // finishes the rest
 }
 
 // Where drawing the rest of a text begins.
@@ -141,7 +158,7 @@ void Pages::prepare()
 
 void Pages::cut()
 {
-    m_text.documentLayout()->documentSize(); // finishes the layout
+    layOut(m_text, m_setup.listener);
     keepLongParagraphs(m_text);
     QVector<FlowItem> items = flowItems(m_text);
     QVector<double> noteCuts;

@@ -9,6 +9,7 @@
 #include <QPageSize>
 #include <QSizeF>
 
+class Listener;
 class QPainter;
 class QTextDocument;
 struct Document;
@@ -30,6 +31,7 @@ struct PageSetup
     bool hasNumbers = false; /*!< at the foot of each page */
     bool hasCommentsInMargin = false;
     QString watermark;
+    Listener *listener = nullptr; /*!< hears how far the text is laid out */
 };
 
 /*!

@@ -120,10 +120,6 @@
         <translation>der Speicher reicht nicht</translation>
     </message>
     <message>
-        <source>%1 of %2 files, %3 %</source>
-        <translation>%1 von %2 Dateien, %3 %</translation>
-    </message>
-    <message>
         <source>file</source>
         <translation>Datei</translation>
     </message>
@@ -346,10 +342,6 @@
     <message>
         <source>notes</source>
         <translation>Notizen</translation>
-    </message>
-    <message>
-        <source>%1 left out that %2 cannot carry; html, md, odt and pdf keep them</source>
-        <translation>%1 weggelassen, da %2 keine aufnimmt; html, md, odt und pdf behalten sie</translation>
     </message>
     <message>
         <source>picture</source>
@@ -692,10 +684,6 @@
         <translation>Standardausgabe</translation>
     </message>
     <message>
-        <source>%1 left out that %2 cannot carry; --notes inline keeps them in the text, mvrtext endnotes lists footnotes behind it</source>
-        <translation>%1 weggelassen, da %2 keine aufnimmt; --notes inline behält sie im Text, mvrtext endnotes führt Fußnoten dahinter auf</translation>
-    </message>
-    <message>
         <source>%1 left out</source>
         <translation>%1 weggelassen</translation>
     </message>
@@ -882,6 +870,62 @@
     <message>
         <source>%1 left out; --extract-media FOLDER writes them as files</source>
         <translation>%1 ausgelassen; --extract-media ORDNER schreibt sie als Dateien</translation>
+    </message>
+    <message>
+        <source>%1 of %2 files</source>
+        <translation>%1 von %2 Dateien</translation>
+    </message>
+    <message>
+        <source>%1 not opened, outside of the folder for pictures; see --media-from and --media</source>
+        <translation>%1 nicht geöffnet, außerhalb des Ordners für Bilder; siehe --media-from und --media</translation>
+    </message>
+    <message>
+        <source>no Content in the Final Draft file</source>
+        <translation>in der Final-Draft-Datei fehlt Content</translation>
+    </message>
+    <message>
+        <source>its tables have too many empty cells</source>
+        <translation>ihre Tabellen haben zu viele leere Zellen</translation>
+    </message>
+    <message>
+        <source>one of its lists has too many items</source>
+        <translation>eine ihrer Listen hat zu viele Einträge</translation>
+    </message>
+    <message>
+        <source>%1 left out that %2 cannot carry; rtf, html, odt and pdf keep them</source>
+        <translation>%1 weggelassen, da %2 keine aufnimmt; rtf, html, odt und pdf behalten sie</translation>
+    </message>
+    <message>
+        <source>Drawing pages</source>
+        <translation>Seiten zeichnen</translation>
+    </message>
+    <message>
+        <source>; --to fdx keeps all of that</source>
+        <translation>; --to fdx behält all das</translation>
+    </message>
+    <message>
+        <source>%1 not opened: not in that folder, or no pictures</source>
+        <translation>%1 nicht geöffnet: nicht in diesem Ordner oder keine Bilder</translation>
+    </message>
+    <message>
+        <source>%1 not opened; convert --media-from FOLDER opens those that are in it</source>
+        <translation>%1 nicht geöffnet; convert --media-from ORDNER öffnet, was darin liegt</translation>
+    </message>
+    <message>
+        <source>Laying out pages</source>
+        <translation>Seiten umbrechen</translation>
+    </message>
+    <message>
+        <source>--notes inline keeps them in the text, rtf and md beside it</source>
+        <translation>--notes inline behält sie im Text, rtf und md neben ihm</translation>
+    </message>
+    <message>
+        <source>, mvrtext endnotes lists footnotes behind it</source>
+        <translation>, mvrtext endnotes führt Fußnoten dahinter auf</translation>
+    </message>
+    <message>
+        <source>%1 left out that %2 cannot carry; %3</source>
+        <translation>%1 weggelassen, da %2 keine aufnimmt; %3</translation>
     </message>
 </context>
 </TS>
