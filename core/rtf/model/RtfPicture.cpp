@@ -278,15 +278,16 @@ QSize RtfPicture::pixelSize(const QByteArray &file)
 QByteArray RtfPicture::reduced(const QByteArray &file)
 {
     constexpr qint64 maxRead = 25000000; // pixels
-    constexpr int maxSide = 16;
+    constexpr int reducedSide = 16;
     QByteArray bytes = file;
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer);
     QSize size = reader.size();
     QImage image;
     if (!size.isEmpty() && qint64(size.width()) * size.height() <= maxRead) {
-        if (size.width() > maxSide || size.height() > maxSide)
-            size = size.scaled(maxSide, maxSide, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+        if (size.width() > reducedSide || size.height() > reducedSide)
+            size = size.scaled(reducedSide, reducedSide, Qt::KeepAspectRatio)
+                       .expandedTo(QSize(1, 1));
         reader.setScaledSize(size);
         image = reader.read();
     }
