@@ -64,6 +64,7 @@ endif()
 
 if(MVR_BUILD_TOOL)
     install(TARGETS mvrtext RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
+    install(TARGETS mvrpdf LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/mvrtext COMPONENT tool)
     install(FILES ${PROJECT_SOURCE_DIR}/docs/mvrtext.1
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
     # Where each shell looks for the script that completes the words of a program.
