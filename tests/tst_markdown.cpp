@@ -376,6 +376,11 @@ void TestMarkdown::reads_data()
                               << QByteArray(" A b e f {c}{>>h<<} {}{>>i<<} j\ncomment b A b: c d\n"
                                             "comment e f A b e f: g\ncomment j A b e f {>>h<<} "
                                             "{>>i<<} j: k\n");
+    QTest::newRow("notes on links")
+        << "[a](b)[^1] {==[c](d)==}{>>e<<}, [f](g){>>h<<}\n\n[^1]: i"
+        << QByteArray(" {(b)}a {(d)}c{}, {(g)}f{}(Linked Comment)\n"
+                      "footnote a : i\ncomment , a c,: e\n"
+                      "comment (Linked Comment) a c, f(Linked Comment): h\n");
     QTest::newRow("half a comment") << "a {>>b {==c==} <<" << QByteArray(" a {>>b {==c==} <<\n");
     QTest::newRow("comment on its own")
         << "<!-- a\nb -->\n\nc d" << QByteArray(" c d\ncomment c c: a/b\n");
@@ -399,6 +404,7 @@ void TestMarkdown::keepsWriting_data()
     QTest::newRow("headings") << "# C\\#\n\n###### d *e*\n\n***\n";
     QTest::newRow("links") << "[a *b*](<c d> \"e\\\"\") <https://x.y> ![p](q.png \"r\")\n";
     QTest::newRow("footnotes") << "a[^1]\\(b) **c[^2]d**\n\n[^1]: e\n\n    - f\n\n[^2]: \\# g\n";
+    QTest::newRow("note behind a link") << "[a](b)[^1] c, [d](e)[^2] f\n\n[^1]: j\n\n[^2]: k\n";
     QTest::newRow("comment") << "{==a *b*==}{>>c<br><em>d</em><<}e\n";
     QTest::newRow("table") << "| **a** | b |\n| --- | --: |\n| c<br><br>d | `e\\|f` \\| |\n";
     QTest::newRow("no head") << "|  |\n| --- |\n| a |\n";
@@ -487,5 +493,5 @@ void TestMarkdown::keepsDocuments()
     }
 }
 
-QTEST_GUILESS_MAIN(TestMarkdown)
+QTEST_MAIN(TestMarkdown)
 #include "tst_markdown.moc"

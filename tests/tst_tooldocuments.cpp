@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "ToolRun.h"
 
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QtTest>
 
 /*! The commands that count, replace in and append documents. */
@@ -18,6 +20,7 @@ private Q_SLOTS:
     void appendsDocuments();
     void appendsScreenplays();
     void tellsFigures();
+    void writesOdt();
 
 private:
     QString path(const QString &name) const { return m_folder->path(name); }
@@ -192,6 +195,61 @@ void TestToolDocuments::tellsFigures()
     QCOMPARE(play.value(QLatin1String("scaling")).toDouble(), 100.0);
     QCOMPARE(play.value(QLatin1String("showInvisibles")), QJsonValue(false));
     QCOMPARE(play.value(QLatin1String("pages")).toInt(), 5);
+}
+
+namespace {
+
+/*! How the text reads in the content of an ODT file, in the words of its automatic style. */
+QString odtStyle(const QString &xml, const QString &text)
+{
+    const QRegularExpression named(QStringLiteral("style-name=\"(c\\d+)\">%1<").arg(text));
+    const QRegularExpression style(
+        QStringLiteral("style:name=\"%1\"[^>]*>\\s*<style:text-properties ([^>]*)/>")
+            .arg(named.match(xml).captured(1)));
+    return style.match(xml).captured(1);
+}
+
+}
+
+void TestToolDocuments::writesOdt()
+{
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("art")));
+    QImage art(60, 40, QImage::Format_RGB32);
+    art.fill(Qt::darkGreen);
+    QVERIFY(art.save(path(QStringLiteral("art/a.png"))));
+    write(QStringLiteral("in.md"),
+          "# One\n\n## Two\n\nPlain [web](https://example.org/x?a=1&b=2) *it* "
+          "noted[^1] word{>>said<<}.\n\n![p](art/a.png)\n\n[^1]: Foot\n");
+    const Run run
+        = mvrtext("convert --media-from art --notes inline in.md out.odt", m_folder->path());
+    QVERIFY2(run.exitCode == 0 && run.errors.isEmpty(), run.errors.constData());
+    QProcess unpacking;
+    unpacking.setWorkingDirectory(m_folder->path());
+    unpacking.start(QStringLiteral("python3"),
+                    {QStringLiteral("-m"), QStringLiteral("zipfile"), QStringLiteral("-e"),
+                     QStringLiteral("out.odt"), QStringLiteral("odt")});
+    if (!unpacking.waitForFinished() || unpacking.exitCode() != 0)
+        QSKIP("There is no python3 to unpack the file.");
+
+    const QString xml = QString::fromUtf8(read(QStringLiteral("odt/content.xml")));
+    const QString one = odtStyle(xml, QStringLiteral("One"));
+    const QString two = odtStyle(xml, QStringLiteral("Two"));
+    QVERIFY2(one.contains(QLatin1String("fo:font-size=\"24pt\"")), qPrintable(xml));
+    QVERIFY2(two.contains(QLatin1String("fo:font-size=\"18pt\"")), qPrintable(two));
+    QVERIFY2(two.contains(QLatin1String("fo:font-weight=\"bold\"")), qPrintable(two));
+    QVERIFY(odtStyle(xml, QStringLiteral("it")).contains(QLatin1String("\"italic\"")));
+    // What names no font has the one that it has on pages.
+    for (const QString &style : {one, odtStyle(xml, QStringLiteral("Plain "))})
+        QVERIFY2(style.contains(QLatin1String("\"Times New Roman\"")), qPrintable(style));
+    QVERIFY2(xml.contains(QLatin1String("xlink:href=\"https://example.org/x?a=1&amp;b=2\"")),
+             qPrintable(xml));
+    const QString text = QString(xml).remove(QRegularExpression(QStringLiteral("<[^>]*>")));
+    QVERIFY2(text.contains(QLatin1String("noted [Foot] word [said].")), qPrintable(text));
+    const QString picture = QRegularExpression(QStringLiteral("xlink:href=\"(Pictures/[^\"]+)\""))
+                                .match(xml)
+                                .captured(1);
+    QCOMPARE(QImage(path(QStringLiteral("odt/") + picture)).size(), QSize(60, 40));
+    QVERIFY(xml.contains(QLatin1String("svg:width=\"45pt\" svg:height=\"30pt\"")));
 }
 
 QTEST_GUILESS_MAIN(TestToolDocuments)

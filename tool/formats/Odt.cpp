@@ -6,6 +6,7 @@
 #include <tool/pages/Lengths.h>
 #include <tool/pages/Pages.h>
 
+#include <core/MVRToolkit.h>
 #include <core/document/FormatEdits_p.h>
 #include <core/document/PointSize_p.h>
 #include <core/document/SafeHtml_p.h>
@@ -15,13 +16,17 @@
 
 namespace {
 
-// Qt's writer says no sizes that count from another one, as those of headings do.
-void sayPointSizes(QTextDocument *text)
+// Qt's writer says no sizes that count from another one, as those of headings do, and takes text
+// that names no font for one in "Sans".
+void nameFonts(QTextDocument *text)
 {
     constexpr double usualSize = 12;
     const double base
         = text->defaultFont().pointSizeF() > 0 ? text->defaultFont().pointSizeF() : usualSize;
-    changeAllFormats(text, [base](QTextCharFormat &format) {
+    const QString family = text->defaultFont().family();
+    changeAllFormats(text, [base, family](QTextCharFormat &format) {
+        if (MVRToolkit::fontFamily(format).isEmpty())
+            MVRToolkit::setFontFamily(&format, family);
         const double size = pointSizeOf(format, base);
         if (size > 0 && format.hasProperty(QTextFormat::FontSizeAdjustment)) {
             format.setFontPointSize(size);
@@ -34,7 +39,7 @@ bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes
 {
     prepareForQt(document, options.paperOrLetter(), pixelsPerPoint);
     dropScriptLinks(&document.text);
-    sayPointSizes(&document.text);
+    nameFonts(&document.text);
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
     QTextDocumentWriter writer(&buffer, "odf");

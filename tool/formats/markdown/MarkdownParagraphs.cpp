@@ -67,6 +67,15 @@ int startInLastBlock(const QTextDocument &document, const MVRTextRange &range)
     return qMax(range.start, document.findBlock(qMax(range.start, range.end - 1)).position());
 }
 
+/*! Where a footnote's mark stands: in front of the blank that it has where a link is before. */
+int markPosition(const QTextDocument &document, const MVRTextRange &range)
+{
+    int position = range.start;
+    while (position < range.end && document.characterAt(position).isSpace())
+        ++position;
+    return position < range.end ? range.end : range.start;
+}
+
 bool isInlineNote(const QTextCharFormat &format)
 {
     return format.boolProperty(MVRTextFormat::InlineAnnotationProperty)
@@ -90,7 +99,9 @@ void MarkdownParagraphs::collectMarks()
     for (const MVRTextNote &note : qAsConst(m_notes)) {
         if (note.kind == MVRTextNote::Comment)
             m_marks.append({startInLastBlock(m_document, note.range), true, nullptr});
-        m_marks.append({note.range.end, false, &note});
+        m_marks.append({note.kind == MVRTextNote::Footnote ? markPosition(m_document, note.range)
+                                                           : note.range.end,
+                        false, &note});
     }
     // Behind a text come the marks of what ends there, then what begins.
     std::stable_sort(m_marks.begin(), m_marks.end(), [](const Mark &a, const Mark &b) {
