@@ -40,6 +40,7 @@ Q_SIGNALS:
     void changed();
 
 protected:
+    /*! Whether the note of a row of the model is one of those that are wanted. */
     bool filterAcceptsRow(int row, const QModelIndex &parent) const override;
 
 private:

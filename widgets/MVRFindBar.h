@@ -35,6 +35,7 @@ public:
     void find(QTextDocument::FindFlags flags = {});
 
 protected:
+    /*! Escape closes the bar. */
     void keyPressEvent(QKeyEvent *event) override;
 
 private:

@@ -63,6 +63,7 @@ public:
                              int distance);
 
 protected:
+    /*! Paints the lines from the cards to their words. */
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
