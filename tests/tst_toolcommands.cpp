@@ -17,8 +17,8 @@ private Q_SLOTS:
     void takesOldWords();
     void breaksHelpBetweenWords();
     void readsSettings();
-    void completesInBash_data();
-    void completesInBash();
+    void completesWords_data();
+    void completesWords();
     void speaksGerman();
     void convertsBatches();
     void goesOnAfterAFailure();
@@ -33,6 +33,8 @@ private:
         return mvrtext(arguments.toUtf8().constData(), m_folder->path());
     }
     QStringList files(const QString &folder) const;
+    QList<QByteArray> completedInFish(const QString &fish, const QString &script,
+                                      const QString &words) const;
 
     QScopedPointer<ToolFolder> m_folder;
 };
@@ -155,7 +157,32 @@ void TestToolCommands::readsSettings()
     QVERIFY2(wrong.errors.contains("mvrtext.ini"), wrong.errors.constData());
 }
 
-void TestToolCommands::completesInBash_data()
+namespace {
+
+QList<QByteArray> sortedLines(const QByteArray &text)
+{
+    QList<QByteArray> lines = text.trimmed().split('\n');
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+}
+
+/*! The words that fish offers, without what it says about them. */
+QList<QByteArray> TestToolCommands::completedInFish(const QString &fish, const QString &script,
+                                                    const QString &words) const
+{
+    QProcess shell;
+    shell.setWorkingDirectory(m_folder->path());
+    shell.start(
+        fish,
+        {QStringLiteral("--no-config"), QStringLiteral("-c"),
+         QStringLiteral("source %1; complete -C 'mvrtext %2' | cut -f 1").arg(script, words)});
+    return shell.waitForFinished() ? sortedLines(shell.readAllStandardOutput())
+                                   : QList<QByteArray>();
+}
+
+void TestToolCommands::completesWords_data()
 {
     QTest::addColumn<QString>("words");
     QTest::addColumn<QByteArray>("completed");
@@ -167,7 +194,7 @@ void TestToolCommands::completesInBash_data()
     QTest::newRow("file") << "convert a" << QByteArray("a.txt\n");
 }
 
-void TestToolCommands::completesInBash()
+void TestToolCommands::completesWords()
 {
     QFETCH(const QString, words);
     if (QStandardPaths::findExecutable(QStringLiteral("bash")).isEmpty())
@@ -182,7 +209,8 @@ void TestToolCommands::completesInBash()
                     .arg(words),
                 QStringLiteral(MVR_TOOL)});
     QVERIFY(bash.waitForFinished());
-    QTEST(bash.readAllStandardOutput(), "completed");
+    QFETCH(const QByteArray, completed);
+    QCOMPARE(bash.readAllStandardOutput(), completed);
     for (const char *shell : {"zsh", "fish"}) { // where they are: that they take it
         const QString program = QStandardPaths::findExecutable(QLatin1String(shell));
         if (program.isEmpty())
@@ -190,6 +218,8 @@ void TestToolCommands::completesInBash()
         const QByteArray script = run(QLatin1String("--completion ") + QLatin1String(shell)).output;
         const QString file = m_folder->write(QStringLiteral("script"), script);
         QCOMPARE(QProcess::execute(program, {QStringLiteral("-n"), file}), 0);
+        if (QLatin1String(shell) == QLatin1String("fish"))
+            QCOMPARE(completedInFish(program, file, words), sortedLines(completed));
     }
 }
 

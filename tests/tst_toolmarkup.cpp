@@ -16,6 +16,7 @@ private Q_SLOTS:
     void readsBackAScreenplay_data();
     void readsBackAScreenplay();
     void writesNotesOfABook();
+    void readsBackMultiMarkdown();
     void drawsPicturesInTheirSize();
 
 private:
@@ -123,6 +124,21 @@ void TestToolMarkup::writesNotesOfABook()
 }
 
 // 192 by 96 pixels are two inches by one; the other picture is higher than all paper.
+// Marks and a list of notes are footnotes again, on the same words, also behind a link.
+void TestToolMarkup::readsBackMultiMarkdown()
+{
+    m_folder->write(
+        QStringLiteral("notes.rtf"),
+        R"({\rtf1 One{\footnote First {\i one}.\par Second [b] *c*.} and {\field{\*\fldinst )"
+        R"(HYPERLINK "http://x.y"}{\fldrslt link}}{\footnote Beside} end.\par {\i Two}{\footnote 1. x})");
+    const auto notes
+        = [this](const char *arguments) { return mvrtext(arguments, m_folder->path()).output; };
+    const QByteArray before = notes("notes --json notes.rtf");
+    QCOMPARE(before.count("\"kind\": \"footnote\""), 3);
+    QCOMPARE(mvrtext("endnotes --style mmd notes.rtf -o notes.md", m_folder->path()).exitCode, 0);
+    QCOMPARE(notes("notes --json notes.md"), before);
+}
+
 void TestToolMarkup::drawsPicturesInTheirSize()
 {
     QImage black(1, 1, QImage::Format_RGB32);

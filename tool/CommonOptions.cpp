@@ -83,9 +83,9 @@ QVector<Option> writingOptions()
          QT_TRANSLATE_NOOP("Tool",
                            "Put notes into the text (inline), attach them to words (inspector), "
                            "the comments of pages into the margin (margin) or leave them out "
-                           "(drop). Without this option they stay as they are in fdx and rtf, and "
-                           "stand at the foot and beside the text in pdf and png; other formats "
-                           "carry none."),
+                           "(drop). Without this option they stay as they are in fdx, rtf and md, "
+                           "and stand at the foot and beside the text in pdf and png; other "
+                           "formats carry none."),
          notesChoices()},
         {"paper", "PAPER",
          QT_TRANSLATE_NOOP("Tool",

@@ -784,8 +784,8 @@
         <translation>Öffnet die Bilder, die Codes nennen, wo immer sie liegen.</translation>
     </message>
     <message>
-        <source>Put notes into the text (inline), attach them to words (inspector), the comments of pages into the margin (margin) or leave them out (drop). Without this option they stay as they are in fdx and rtf, and stand at the foot and beside the text in pdf and png; other formats carry none.</source>
-        <translation>Setzt Notizen in den Text (inline), hängt sie an Wörter (inspector), die Kommentare von Seiten an den Rand (margin) oder lässt sie weg (drop). Ohne diese Option bleiben sie in fdx und rtf, wie sie sind, und stehen in pdf und png am Fuß und neben dem Text; andere Formate haben keine.</translation>
+        <source>Put notes into the text (inline), attach them to words (inspector), the comments of pages into the margin (margin) or leave them out (drop). Without this option they stay as they are in fdx, rtf and md, and stand at the foot and beside the text in pdf and png; other formats carry none.</source>
+        <translation>Setzt Notizen in den Text (inline), hängt sie an Wörter (inspector), die Kommentare von Seiten an den Rand (margin) oder lässt sie weg (drop). Ohne diese Option bleiben sie in fdx, rtf und md, wie sie sind, und stehen in pdf und png am Fuß und neben dem Text; andere Formate haben keine.</translation>
     </message>
     <message>
         <source>Number the pages of a pdf or png that is no screenplay.</source>
