@@ -13,6 +13,7 @@
 
 #include <QBuffer>
 #include <QTextDocumentWriter>
+#include <QTextTable>
 
 namespace {
 
@@ -35,11 +36,29 @@ void nameFonts(QTextDocument *text)
     });
 }
 
+// Qt's writer goes through the widths of all columns for each of them.
+void leaveWidthsOfManyColumns(QTextDocument *text)
+{
+    constexpr int maxColumns = 500;
+    QVector<QTextFrame *> open {text->rootFrame()};
+    while (!open.isEmpty()) {
+        QTextFrame *frame = open.takeLast();
+        auto *table = qobject_cast<QTextTable *>(frame);
+        if (table && table->columns() > maxColumns) {
+            QTextTableFormat format = table->format();
+            format.clearColumnWidthConstraints();
+            table->setFormat(format);
+        }
+        open += frame->childFrames().toVector();
+    }
+}
+
 bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
 {
     prepareForQt(document, options.paperOrLetter(), pixelsPerPoint);
     dropScriptLinks(&document.text);
     nameFonts(&document.text);
+    leaveWidthsOfManyColumns(&document.text);
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);
     QTextDocumentWriter writer(&buffer, "odf");
