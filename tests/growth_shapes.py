@@ -10,15 +10,25 @@ COMMANDS = {
     "rtf-inline": ("rtf", ["convert", "--notes", "inline", "{source}", "{folder}/out.txt"]),
     "rtf-endnotes": ("rtf", ["endnotes", "{source}", "-o", "{folder}/out.rtf"]),
     "rtf-count": ("rtf", ["count", "{source}"]),
+    "rtf-pdf": ("rtf", ["convert", "{source}", "{folder}/out.pdf"]),
+    "rtf-odt": ("rtf", ["convert", "{source}", "{folder}/out.odt"]),
+    "rtf-notes": ("rtf", ["notes", "{source}"]),
+    "rtf-md": ("rtf", ["convert", "{source}", "{folder}/out.md"]),
     "fdx": ("fdx", ["convert", "{source}", "{folder}/out.fdx"]),
+    "fdx-pdf": ("fdx", ["convert", "{source}", "{folder}/out.pdf"]),
     "fdx-rtf": ("fdx", ["convert", "{source}", "{folder}/out.rtf"]),
     "html": ("html", ["convert", "{source}", "{folder}/out.rtf"]),
     "html-html": ("html", ["convert", "{source}", "{folder}/out.html"]),
     "html-bbcode": ("html", ["convert", "{source}", "{folder}/out.bbcode"]),
+    "html-odt": ("html", ["convert", "{source}", "{folder}/out.odt"]),
+    "html-pdf": ("html", ["convert", "{source}", "{folder}/out.pdf"]),
+    "md-md": ("md", ["convert", "{source}", "{folder}/out.md"]),
+    "md-html": ("md", ["convert", "{source}", "{folder}/out.html"]),
     "md": ("md", ["convert", "{source}", "{folder}/out.rtf"]),
     "txt": ("txt", ["convert", "{source}", "{folder}/out.rtf"]),
     "txt-fdx": ("txt", ["convert", "{source}", "{folder}/out.fdx"]),
     "txt-html": ("txt", ["convert", "{source}", "{folder}/out.html"]),
+    "txt-pdf": ("txt", ["convert", "{source}", "{folder}/out.pdf"]),
     "txt-markup": ("txt", ["markup", "--read", "{source}", "-o", "{folder}/out.rtf"]),
     "txt-replace": ("txt", ["replace", "--find", "a", "--with", "bb", "{source}", "-o",
                             "{folder}/out.txt"]),
@@ -422,6 +432,10 @@ MD = {
     "strikes": repeated("", "~~a~~ "),
     "tilde runs": repeated("", "~a~~"),
     "rules": repeated("", "---\n\n"),
+    "footnotes": halves("", "a[^%d] ", "\n\n", "[^%d]: x\n\n"),
+    "footnotes in one word": halves("", "a[^%d]", "\n\n", "[^%d]: x\n\n"),
+    "chained footnotes": halves("", "a[^%d] ", "\n\n", "[^%d]: x[^1%d]\n\n"),
+    "comments": repeated("", "a <!-- b --> "),
 }
 
 
@@ -440,16 +454,27 @@ def shapes():
                        "overlapping annotations"),
         "rtf-endnotes": ("footnotes", "footnotes apart", "footnotes in one word",
                          "codes of footnotes"),
+        "rtf-pdf": ("numbers", "footnotes apart", "one paragraph of formats", "rows"),
+        "rtf-odt": ("one paragraph of formats", "rows"),
+        "rtf-md": ("footnotes apart", "one paragraph of formats", "rows"),
+        "rtf-notes": ("footnotes apart", "annotations"),
         "rtf-count": ("footnotes", "text", "one paragraph of formats"),
     }.items():
         for name in names:
             yield "rtf: " + name, command, RTF[name]
     for name in ("notes", "notes in one run", "runs", "types", "settings and types"):
         yield "fdx: " + name, "fdx-rtf", FDX[name]
+        yield "fdx: " + name, "fdx-pdf", FDX[name]
+    for command in ("html-odt", "html-pdf"):
+        for name in ("cells", "rows", "lists", "spans"):
+            yield "html: " + name, command, HTML[name]
+    for command in ("md-md", "md-html"):
+        for name in ("footnotes", "footnotes in one word", "comments", "tables", "emphasis"):
+            yield "md: " + name, command, MD[name]
     for command in ("html-html", "html-bbcode"):
         for name in ("spans", "links", "lists", "rows", "fonts"):
             yield "html: " + name, command, HTML[name]
-    for command in ("txt-fdx", "txt-html", "txt-replace", "txt-count"):
+    for command in ("txt-fdx", "txt-html", "txt-pdf", "txt-replace", "txt-count"):
         for name in ("lines", "one line", "one word", "Thai"):
             yield "txt: " + name, command, TXT[name]
 

@@ -160,6 +160,20 @@ void TestToolTrust::saysFaultsOfTheSystem_data()
         << QByteArray("printf '{\\\\rtf1 %0500d}' 0 >in.rtf;"
                       "$T replace --regexp --find '(0+)+(0|00)+[xy]' --with y in.rtf -o out.txt")
         << QByteArray("too many steps");
+    // Beyond the toolkit's coordinates a layout never comes back.
+    QTest::newRow("paragraphs far apart")
+        << QByteArray("ulimit -t 60; (printf '{\\\\rtf1 '; yes '\\sb200000 a\\par' | head -n 900) "
+                      ">in.rtf; $T convert in.rtf out.pdf")
+        << QByteArray("too long for pages");
+    QTest::newRow("one paragraph of large letters")
+        << QByteArray("ulimit -t 60; (printf '{\\\\rtf1\\\\fs2000 '; yes 'aaaa' | head -n 9000) "
+                      ">in.rtf; $T convert in.rtf out.png")
+        << QByteArray("too long for pages");
+    QTest::newRow("one cell of it")
+        << QByteArray("ulimit -t 60; (printf '{\\\\rtf1\\\\fs2000\\\\trowd\\\\cellx9000\\\\intbl ';"
+                      "yes 'aaaa' | head -n 9000; printf '\\\\cell\\\\row') "
+                      ">in.rtf; $T convert in.rtf out.pdf")
+        << QByteArray("too long for pages");
     QTest::newRow("folder as input")
         << QByteArray("$T convert . out.txt --from rtf") << QByteArray("Is a directory");
     QTest::newRow("folder as output")

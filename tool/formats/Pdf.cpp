@@ -119,6 +119,10 @@ bool writePdf(Document &document, const WriteOptions &options, QByteArray *bytes
     }
     const PageSetup setup = pageSetupFor(document, options);
     const Pages pages(document, setup);
+    if (pages.count() == 0) {
+        *error = Tool::tr("is too long for pages");
+        return false;
+    }
     const int first = qMax(1, options.firstPage) - 1;
     const int last
         = (options.firstPage > 0 ? qMin(options.lastPage, pages.count()) : pages.count()) - 1;

@@ -82,6 +82,10 @@ bool writePng(Document &document, const WriteOptions &options, QByteArray *bytes
     PageSetup setup = pageSetupFor(document, options);
     setup.hasCommentsInMargin = true;
     const Pages pages(document, setup);
+    if (pages.count() == 0) {
+        *error = Tool::tr("is too long for pages");
+        return false;
+    }
     if (options.page > pages.count()) {
         *error = noPage(pages.count(), options.page);
         return false;

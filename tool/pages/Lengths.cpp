@@ -4,11 +4,14 @@
 #include <core/document/FormatEdits_p.h>
 
 #include <QHash>
+#include <QSet>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextTable>
 #include <QVector>
+
+#include <cmath>
 
 namespace {
 
@@ -144,6 +147,23 @@ void scaleLengths(QTextDocument &document, double factor)
     scalePictures(document, factor);
     cursor.endEditBlock();
     document.setIndentWidth(document.indentWidth() * factor);
+}
+
+void boundFontSizes(QTextDocument &document)
+{
+    constexpr int maxSizes = 500;
+    constexpr double step = 1.05;
+    QSet<double> sizes;
+    const QVector<QTextFormat> formats = document.allFormats();
+    for (const QTextFormat &format : formats)
+        sizes.insert(format.doubleProperty(QTextFormat::FontPointSize));
+    if (sizes.size() <= maxSizes)
+        return;
+    changeAllFormats(&document, [](QTextCharFormat &format) {
+        const double size = format.fontPointSize();
+        if (size > 0.0)
+            format.setFontPointSize(std::pow(step, std::round(std::log(size) / std::log(step))));
+    });
 }
 
 void pixelFontsToPoints(QTextDocument &document)

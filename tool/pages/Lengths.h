@@ -14,5 +14,11 @@ constexpr double pointsPerPixel = 72.0 / 96.0;
 */
 void scaleLengths(QTextDocument &document, double factor);
 
+/*!
+    Rounds the sizes of text to steps of five per cent where there are more than 500: a layout keeps
+    a font for each, and looks through them for each.
+*/
+void boundFontSizes(QTextDocument &document);
+
 /*! Gives text whose size is in pixels, as in HTML, the same size in points. */
 void pixelFontsToPoints(QTextDocument &document);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <tool/pages/PageNotes.h>
 
+#include <tool/pages/LayoutLimit.h>
 #include <tool/pages/Lengths.h>
 #include <tool/pages/PageSlices.h>
 
@@ -127,7 +128,7 @@ PageNotes takeNotes(QTextDocument &text)
     return notes;
 }
 
-void layOutFootnote(QTextDocument &note, double width, double unitsPerPoint)
+bool layOutFootnote(QTextDocument &note, double width, double unitsPerPoint)
 {
     wrapLines(note);
     MVRToolkit::toStockParagraphs(&note, width / unitsPerPoint);
@@ -136,5 +137,8 @@ void layOutFootnote(QTextDocument &note, double width, double unitsPerPoint)
     QTextOption option = note.defaultTextOption();
     option.setUseDesignMetrics(true);
     note.setDefaultTextOption(option);
-    note.setTextWidth(width);
+    if (isTooHigh(note, width, unitsPerPoint))
+        return false;
+    setLineWidth(note, width);
+    return true;
 }

@@ -44,5 +44,8 @@ struct PageNotes
 */
 PageNotes takeNotes(QTextDocument &text);
 
-/*! Lays a footnote's text out for the foot of pages \a width units wide. */
-void layOutFootnote(QTextDocument &note, double width, double unitsPerPoint);
+/*!
+    Lays a footnote's text out for the foot of pages \a width units wide.
+    \return false for one that is too high
+*/
+bool layOutFootnote(QTextDocument &note, double width, double unitsPerPoint);

@@ -5,6 +5,7 @@
 #include <tool/Messages.h>
 #include <tool/Progress.h>
 #include <tool/formats/Pictures.h>
+#include <tool/pages/LayoutLimit.h>
 #include <tool/pages/Lengths.h>
 
 #include <core/MVRTextRange.h>
@@ -132,12 +133,13 @@ Pages::Pages(Document &document, const PageSetup &setup)
         m_setup.margins.setRight(qMax(m_setup.margins.right(), minCommentMargin));
     m_body = QRectF(QPointF(), setup.paper).marginsRemoved(m_setup.margins);
     m_body = QRectF(m_body.topLeft() * dotsPerPoint, m_body.size() * dotsPerPoint);
-    prepare();
-    cut();
+    if (prepare())
+        cut();
 }
 
-void Pages::prepare()
+bool Pages::prepare()
 {
+    boundFontSizes(m_text);
     nameOwnFace(m_text);
     breakBehindTitlePage(m_document);
     wrapLines(m_text);
@@ -151,9 +153,13 @@ void Pages::prepare()
     // What reaches below the line that a picture stands on needs room too.
     fitPictures(m_text, m_body.size() - QSizeF(0.0, 24.0 * dotsPerPoint),
                 dotsPerPoint * pointsPerPixel);
-    m_text.setTextWidth(m_body.width());
-    for (PageFootnote &note : m_notes.footnotes)
-        layOutFootnote(*note.text, m_body.width(), dotsPerPoint);
+    if (isTooHigh(m_text, m_body.width(), dotsPerPoint))
+        return false;
+    setLineWidth(m_text, m_body.width());
+    return std::all_of(m_notes.footnotes.begin(), m_notes.footnotes.end(),
+                       [this](const PageFootnote &note) {
+                           return layOutFootnote(*note.text, m_body.width(), dotsPerPoint);
+                       });
 }
 
 void Pages::cut()

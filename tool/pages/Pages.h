@@ -52,6 +52,7 @@ public:
     /*! Lays \a document out; it is changed for that, and must outlive the pages. */
     Pages(Document &document, const PageSetup &setup);
 
+    /*! 0 for a text that is too high for a layout. */
     int count() const { return int(m_slices.size()); }
 
     /*! Draws the page \a index, counted from 0. */
@@ -61,7 +62,7 @@ public:
     PdfExtras extras() const;
 
 private:
-    void prepare();
+    bool prepare();
     void cut();
     QVector<QRectF> rectsOf(int start, int end) const;
     QVector<PdfArea> areasOf(int start, int end) const;

@@ -580,6 +580,10 @@
         <translation>Seite</translation>
     </message>
     <message>
+        <source>is too long for pages</source>
+        <translation>ist zu lang für Seiten</translation>
+    </message>
+    <message>
         <source>the picture is too large</source>
         <translation>das Bild ist zu groß</translation>
     </message>

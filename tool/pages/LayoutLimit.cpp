@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: MIT
+#include <tool/pages/LayoutLimit.h>
+
+#include <core/document/PointSize_p.h>
+
+#include <QAbstractTextDocumentLayout>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextTable>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double maxHeight = 3.0e7;
+// Of any font, as parts of its size.
+constexpr double widestLetter = 1.2;
+constexpr double highestLine = 1.6;
+constexpr double wrapping = 2.0; // a word that does not fit leaves a line half empty at most
+
+/*! Gives heights that parts of a text do not pass, without laying them out. */
+class HeightBound
+{
+public:
+    HeightBound(const QTextDocument &text, double unitsPerPoint)
+        : m_unitsPerPoint(unitsPerPoint)
+        , m_base(text.defaultFont().pointSizeF() > 0 ? text.defaultFont().pointSizeF() : 12.0)
+        , m_indent(text.indentWidth())
+    {
+    }
+
+    double ofBlock(const QTextBlock &block, double width) const;
+    double ofFrame(const QTextFrame &frame, double width) const;
+
+private:
+    double sizeOf(const QTextCharFormat &format) const
+    {
+        const double size = pointSizeOf(format, m_base);
+        return std::max(1.0, size > 0 ? size : m_base) * m_unitsPerPoint;
+    }
+    double ofTable(const QTextTable &table, double width) const;
+    double ofParts(QTextFrame::iterator part, double width) const;
+
+    double m_unitsPerPoint;
+    double m_base;
+    double m_indent;
+};
+
+double HeightBound::ofBlock(const QTextBlock &block, double width) const
+{
+    const QTextBlockFormat format = block.blockFormat();
+    width -= format.leftMargin() + format.rightMargin() + format.indent() * m_indent;
+    double largest = sizeOf(block.charFormat());
+    double height = 0.0;
+    double lines = 1.0;
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextCharFormat run = it.fragment().charFormat();
+        const int length = it.fragment().length();
+        if (run.isImageFormat()) {
+            height += length * std::max(0.0, run.toImageFormat().height());
+            lines += length;
+        }
+        const double size = sizeOf(run);
+        const double perLine = std::max(1.0, std::floor(width / (size * widestLetter)));
+        height += (length / perLine + 1.0) * size * highestLine * wrapping;
+        lines += (length / perLine + 1.0) * wrapping;
+        largest = std::max(largest, size);
+    }
+    const QString text = block.text();
+    const int breaks = text.count(QChar::LineSeparator) + text.count(QLatin1Char('\t')) + 1;
+    height += breaks * largest * highestLine;
+    lines += breaks;
+    const auto type = format.lineHeightType();
+    if (type == QTextBlockFormat::ProportionalHeight)
+        height *= std::max(1.0, format.lineHeight() / 100.0);
+    else if (type != QTextBlockFormat::SingleHeight)
+        height += lines * std::max(0.0, format.lineHeight());
+    return height + std::max(0.0, format.topMargin()) + std::max(0.0, format.bottomMargin());
+}
+
+double HeightBound::ofTable(const QTextTable &table, double width) const
+{
+    const QVector<QTextLength> widths = table.format().columnWidthConstraints();
+    const double edges = 2.0 * (table.format().cellPadding() + table.format().border())
+        + table.format().cellSpacing();
+    double height = 0.0;
+    for (int row = 0; row < table.rows(); ++row) {
+        double highest = 0.0;
+        for (int column = 0; column < table.columns(); ++column) {
+            const QTextTableCell cell = table.cellAt(row, column);
+            if (cell.row() != row || cell.column() != column)
+                continue;
+            const QTextLength own = widths.value(column);
+            const double cellWidth = own.type() == QTextLength::VariableLength
+                ? width / table.columns() / 2.0 // room goes to cells that have more text
+                : own.value(width);
+            highest = std::max(highest, ofParts(cell.begin(), cellWidth - edges) + edges);
+        }
+        height += highest;
+    }
+    return height;
+}
+
+double HeightBound::ofParts(QTextFrame::iterator part, double width) const
+{
+    double height = 0.0;
+    for (; !part.atEnd(); ++part) {
+        if (part.currentFrame())
+            height += ofFrame(*part.currentFrame(), width);
+        else if (part.currentBlock().isValid())
+            height += ofBlock(part.currentBlock(), width);
+    }
+    return height;
+}
+
+// Frames are nested some dozens deep at most, which reading sees to.
+double HeightBound::ofFrame(const QTextFrame &frame, double width) const
+{
+    const QTextFrameFormat format = frame.frameFormat();
+    const double edges = format.topMargin() + format.bottomMargin() + 2.0 * format.padding()
+        + 2.0 * format.border();
+    if (const auto *table = qobject_cast<const QTextTable *>(&frame))
+        return ofTable(*table, width) + edges;
+    width
+        -= format.leftMargin() + format.rightMargin() + 2.0 * (format.padding() + format.border());
+    return std::max(ofParts(frame.begin(), width), format.height().value(0.0)) + edges;
+}
+
+/*! A paragraph, table or frame of the main flow. */
+struct FlowPart
+{
+    QTextFrame::iterator place;
+    int end = 0; // position
+    double bound = 0.0; // of the height of all parts to here
+};
+
+QVector<FlowPart> flowParts(const QTextDocument &text, double width, double unitsPerPoint)
+{
+    const HeightBound bound(text, unitsPerPoint);
+    QVector<FlowPart> parts;
+    double height = 0.0;
+    for (auto it = text.rootFrame()->begin(); !it.atEnd(); ++it) {
+        const QTextBlock block = it.currentBlock();
+        if (!it.currentFrame() && !block.isValid())
+            continue;
+        height += it.currentFrame() ? bound.ofFrame(*it.currentFrame(), width)
+                                    : bound.ofBlock(block, width);
+        parts.append({it,
+                      it.currentFrame() ? it.currentFrame()->lastPosition()
+                                        : block.position() + block.length(),
+                      height});
+    }
+    return parts;
+}
+
+double bottomOf(const FlowPart &part, QAbstractTextDocumentLayout &layout)
+{
+    QTextFrame *frame = part.place.currentFrame();
+    return frame ? layout.frameBoundingRect(frame).bottom()
+                 : layout.blockBoundingRect(part.place.currentBlock()).bottom();
+}
+
+}
+
+// Qt lays a text out again for the width that it has.
+void setLineWidth(QTextDocument &text, double width)
+{
+    if (text.textWidth() != width)
+        text.setTextWidth(width);
+}
+
+bool isTooHigh(QTextDocument &text, double width, double unitsPerPoint)
+{
+    constexpr int step = 200000; // characters that a layout goes on for at most when it is asked
+    const QVector<FlowPart> parts = flowParts(text, width, unitsPerPoint);
+    double slack = 0.0; // by which the bound is known to be above the height
+    int next = 0; // the part that a step from this one ends in
+    for (int i = 0; i < parts.size(); ++i) {
+        while (next + 1 < parts.size() && parts[next].end < parts[i].end + step)
+            ++next;
+        if (parts[next].bound - slack <= maxHeight)
+            continue;
+        if (i > 0) {
+            setLineWidth(text, width);
+            slack = parts[i - 1].bound - bottomOf(parts[i - 1], *text.documentLayout());
+        }
+        if (parts[next].bound - slack > maxHeight)
+            return true;
+    }
+    return false;
+}
