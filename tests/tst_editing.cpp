@@ -13,7 +13,7 @@
 
 #include <QMimeData>
 #include <QRandomGenerator>
-#include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextLayout>
@@ -321,7 +321,8 @@ int main(int argc, char *argv[])
 {
     QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("tst_editing"));
-    QStandardPaths::setTestModeEnabled(true);
+    const QTemporaryDir data; // where no other run of the test leaves copies
+    qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
     TestEditing test;
     return QTest::qExec(&test, argc, argv);
 }

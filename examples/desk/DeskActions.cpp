@@ -67,7 +67,7 @@ void DeskWindow::makeActions()
     static const Command commands[] = {
         {QT_TR_NOOP("&File"), nullptr, nullptr},
         {QT_TR_NOOP("&New text"), "Ctrl+N", [](auto &w) { w.start(false); }},
-        {QT_TR_NOOP("New &screenplay"), "Ctrl+Shift+N", [](auto &w) { w.start(true); }},
+        {QT_TR_NOOP("New scr&eenplay"), "Ctrl+Shift+N", [](auto &w) { w.start(true); }},
         {QT_TR_NOOP("&Open…"), "Ctrl+O", [](auto &w) { w.chooseFile(); }},
         {QT_TR_NOOP("&Save"), "Ctrl+S", [](auto &w) { w.saveFile(); }},
         {QT_TR_NOOP("Save &as…"), "Ctrl+Shift+S", [](auto &w) { w.saveAs(); }},
@@ -93,7 +93,7 @@ void DeskWindow::makeActions()
         line,
         {QT_TR_NOOP("&Find and replace…"), "Ctrl+F", [](auto &w) { w.m_find->open(); }},
         {QT_TR_NOOP("Find &next"), "F3", [](auto &w) { w.m_find->find(); }},
-        {QT_TR_NOOP("Find &previous"), "Shift+F3",
+        {QT_TR_NOOP("Find pre&vious"), "Shift+F3",
          [](auto &w) { w.m_find->find(QTextDocument::FindBackward); }},
 
         {QT_TR_NOOP("F&ormat"), nullptr, nullptr},

@@ -148,7 +148,8 @@ void DeskWindow::openAfterAsking(const QString &path)
 
 bool DeskWindow::save(const QString &path)
 {
-    const QString before = m_file.path();
+    const QFileInfo before(m_file.path());
+    const QString kind = m_file.path().isEmpty() ? m_file.copySuffix() : before.suffix();
     if (!exportAs(path))
         return false;
     m_file.setPath(QFileInfo(path).absoluteFilePath());
@@ -157,7 +158,7 @@ bool DeskWindow::save(const QString &path)
     setWindowTitle(QFileInfo(path).fileName() + QLatin1String("[*]"));
     // In a file of another kind the text is what that kind can hold.
     const int place = m_editor->textCursor().position();
-    if (QFileInfo(before).suffix() != QFileInfo(path).suffix() && open(path))
+    if (kind != QFileInfo(path).suffix() && open(path))
         m_editor->jumpTo(place);
     return true;
 }

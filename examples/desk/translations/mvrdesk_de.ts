@@ -36,7 +36,7 @@
             <translation>&amp;Neuer Text</translation>
         </message>
         <message>
-            <source>New &amp;screenplay</source>
+            <source>New scr&amp;eenplay</source>
             <translation>Neues Dre&amp;hbuch</translation>
         </message>
         <message>
@@ -61,7 +61,7 @@
         </message>
         <message>
             <source>Copy as &amp;BBCode</source>
-            <translation>Als &amp;BBCode kopieren</translation>
+            <translation>Als BBCode &amp;kopieren</translation>
         </message>
         <message>
             <source>&amp;Quit</source>
@@ -97,11 +97,11 @@
         </message>
         <message>
             <source>Find &amp;next</source>
-            <translation>&amp;Weitersuchen</translation>
+            <translation>We&amp;itersuchen</translation>
         </message>
         <message>
-            <source>Find &amp;previous</source>
-            <translation>Rück&amp;wärts suchen</translation>
+            <source>Find pre&amp;vious</source>
+            <translation>Rückwär&amp;ts suchen</translation>
         </message>
         <message>
             <source>F&amp;ormat</source>
@@ -161,7 +161,7 @@
         </message>
         <message>
             <source>Tr&amp;im</source>
-            <translation>&amp;Zuschneiden</translation>
+            <translation>Zus&amp;chneiden</translation>
         </message>
         <message>
             <source>Enc&amp;lose annotations…</source>
@@ -169,7 +169,7 @@
         </message>
         <message>
             <source>Footnotes to en&amp;d notes</source>
-            <translation>Fußnoten zu &amp;Endnoten</translation>
+            <translation>Fußnoten &amp;zu Endnoten</translation>
         </message>
         <message>
             <source>&amp;Your name…</source>
@@ -189,7 +189,7 @@
         </message>
         <message>
             <source>C&amp;olor</source>
-            <translation>Far&amp;be</translation>
+            <translation>Fa&amp;rbe</translation>
         </message>
         <message>
             <source>&amp;Dark</source>
