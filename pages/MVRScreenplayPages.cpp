@@ -74,9 +74,11 @@ MVRScreenplayPages::MVRScreenplayPages(const MVRScreenplay &screenplay)
     m_pageSize = sound.settings.pageSize;
     m_bodyHeight = m_pageSize.height() - sound.settings.topMargin - sound.settings.bottomMargin;
     PageComposer(sound, &m_pages, &m_scenes).compose();
-    for (int i = 0; i < m_pages.size(); ++i) {
-        const bool isFirst = i == 0 || m_pages[i - 1].isTitlePage != m_pages[i].isTitlePage;
-        addFurniture(sound, m_scenes, isFirst, m_pages[i]);
+    int index = 0;
+    for (int i = 0; i < m_pages.size(); ++i, ++index) {
+        if (i > 0 && m_pages[i - 1].isTitlePage != m_pages[i].isTitlePage)
+            index = 0;
+        addFurniture(sound, m_scenes, index, m_pages[i]);
     }
     QVector<double> heights(m_scenes.size(), 0.0);
     for (const MVRScreenplayPage &page : qAsConst(m_pages)) {

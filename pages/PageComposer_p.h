@@ -60,9 +60,9 @@ private:
     int m_sceneBreaks = 0; /*!< how often it went on on a new page */
 };
 
-/*! Adds header and footer to a page. */
+/*! Adds header and footer to a page; \a index of them are before it among title or script. */
 void addFurniture(const MVRScreenplay &screenplay, const QVector<MVRScreenplayScene> &scenes,
-                  bool isFirst, MVRScreenplayPage &page);
+                  int index, MVRScreenplayPage &page);
 
 /*! The line of \a paragraph that \a span is, at height \a y. */
 MVRScreenplayLine lineOf(const FlowParagraph &paragraph, const TextSpan &span, double y);

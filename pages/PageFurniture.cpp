@@ -11,11 +11,12 @@ struct PageFacts
     const MVRScreenplay &screenplay;
     const MVRScreenplayPage &page;
     const QVector<MVRScreenplayScene> &scenes;
+    int number;
 };
 
 QString pageNumber(const PageFacts &facts)
 {
-    return facts.page.number > 0 ? QString::number(facts.page.number) : QString();
+    return QString::number(facts.number);
 }
 
 QString date(const PageFacts &facts)
@@ -131,9 +132,11 @@ QVector<MVRScreenplayLine> movedTo(QVector<MVRScreenplayLine> lines, double top)
 }
 
 void addFurniture(const MVRScreenplay &screenplay, const QVector<MVRScreenplayScene> &scenes,
-                  bool isFirst, MVRScreenplayPage &page)
+                  int index, MVRScreenplayPage &page)
 {
-    const PageFacts facts {screenplay, page, scenes};
+    const bool isFirst = index == 0;
+    // Title pages count for themselves.
+    const PageFacts facts {screenplay, page, scenes, page.isTitlePage ? index + 1 : page.number};
     const MVRScreenplaySettings &settings = screenplay.settings;
     const MVRScreenplayHeader &header = page.isTitlePage ? settings.titleHeader : settings.header;
     const MVRScreenplayHeader &footer = page.isTitlePage ? settings.titleFooter : settings.footer;

@@ -204,6 +204,10 @@ private Q_SLOTS:
     void placesWideAndLeftwardText();
     void justifiesLines();
     void tellsColumnsApart();
+    void goesOverWholeWhereNoSentenceEnds();
+    void titlePageGoesOverTheMargin();
+    void pagesStartWhereAsked();
+    void largeLettersNeedHigherLines();
     void endsSentencesAtNoInitial();
     void countsContinuedsByScene();
     void takesNoSpacingForSingle();
@@ -419,6 +423,71 @@ void TestPageRules::tellsColumnsApart()
             QVERIFY2(line.runs.first().x > 306.0, qPrintable(line.text()));
     }
     QVERIFY(lines[0] > 10 && lines[1] > 8);
+}
+
+void TestPageRules::goesOverWholeWhereNoSentenceEnds()
+{
+    // A page of 24 lines; so many are left below the first paragraph, an empty one included.
+    const auto kept = [](int left, bool atSentences) {
+        MVRScreenplay script;
+        script.settings.pageSize.setHeight(144.0 + 12.0 * 24);
+        script.settings.breaksAtSentences = atSentences;
+        script.body = {paragraph(QStringLiteral("Action"),
+                                 QStringLiteral("x\n").repeated(23 - left) + QLatin1Char('x')),
+                       paragraph(QStringLiteral("Action"), QStringLiteral("word ").repeated(130))};
+        int lines = 0;
+        const MVRScreenplayPage page = MVRScreenplayPages(script).pages().first();
+        for (const MVRScreenplayLine &line : page.lines)
+            lines += line.paragraph == 1 ? 1 : 0;
+        return lines;
+    };
+    QCOMPARE(kept(6, true), 0); // a quarter of the page
+    QCOMPARE(kept(6, false), 5);
+    QCOMPARE(kept(8, true), 7);
+}
+
+void TestPageRules::titlePageGoesOverTheMargin()
+{
+    const auto titlePages = [](int lines, int empty) {
+        MVRScreenplay script;
+        for (int i = 0; i < lines + empty; ++i)
+            script.titlePage.append(
+                paragraph(QStringLiteral("General"), i < lines ? QStringLiteral("x") : QString()));
+        return MVRScreenplayPages(script).pages().size() - 1;
+    };
+    QCOMPARE(titlePages(57, 0), 1); // down to the footer's margin
+    QCOMPARE(titlePages(58, 0), 2);
+    QCOMPARE(titlePages(50, 40), 1); // what is empty needs no page
+}
+
+void TestPageRules::pagesStartWhereAsked()
+{
+    MVRScreenplay script;
+    for (const char *type : {"Scene Heading", "Action", "Character", "Dialogue", "Dialogue"})
+        script.body.append(paragraph(QLatin1String(type), QStringLiteral("one\ntwo")));
+    const auto pageOf = [&script](int index) {
+        const QVector<MVRScreenplayPage> pages = MVRScreenplayPages(script).pages();
+        const auto parts = partsOf(pages);
+        return parts.at(index).size() == 1 ? parts.at(index).first().page : -1;
+    };
+    QCOMPARE(pageOf(4), 0);
+    script.body[0].attr.startsNewPage = true; // there is one already
+    QCOMPARE(pageOf(0), 0);
+    script.body[1].attr.startsNewPage = true; // stronger than the heading's wish
+    QCOMPARE(pageOf(0), 0);
+    QCOMPARE(pageOf(1), 1);
+    script.body[4].attr.startsNewPage = true; // in a speech
+    QCOMPARE(pageOf(3), 1);
+    QCOMPARE(pageOf(4), 2);
+}
+
+void TestPageRules::largeLettersNeedHigherLines()
+{
+    MVRScreenplay script;
+    script.body = {paragraph(QStringLiteral("Action"), QStringLiteral("a\nb"))};
+    script.body[0].runs[0].attr.size = 18.0;
+    const MVRScreenplayPage page = MVRScreenplayPages(script).pages().first();
+    QCOMPARE(page.lines.last().y - page.lines.first().y, 18.0);
 }
 
 void TestPageRules::endsSentencesAtNoInitial()

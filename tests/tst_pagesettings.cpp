@@ -15,6 +15,7 @@ private Q_SLOTS:
     void readsLeadings_data();
     void readsLeadings();
     void headersHaveLines();
+    void titlePagesCountForThemselves();
     void addedTextHasItsLook();
 };
 
@@ -141,6 +142,22 @@ void TestPageSettings::headersHaveLines()
     QCOMPARE(tops[0], 36.0);
     QCOMPARE(tops[1] - tops[0], 12.0);
     QCOMPARE(tops[2] - tops[1], 24.0);
+}
+
+void TestPageSettings::titlePagesCountForThemselves()
+{
+    const MVRScreenplayPages pages(read(
+        "<HeaderAndFooter HeaderVisible=\"No\" FooterVisible=\"No\" StartingPage=\"8\"/>"
+        "<TitlePage><HeaderAndFooter HeaderVisible=\"Yes\" FooterVisible=\"No\"><Header>"
+        "<Paragraph><DynamicLabel Type=\"Page #\"/><Text>.</Text></Paragraph></Header>"
+        "</HeaderAndFooter><Content><Paragraph><Text>One</Text></Paragraph>"
+        "<Paragraph StartsNewPage=\"Yes\"><Text>Two</Text></Paragraph></Content></TitlePage>"));
+    QStringList first;
+    for (const MVRScreenplayPage &page : pages.pages())
+        first.append(page.lines.first().text());
+    QCOMPARE(first,
+             QStringList({QStringLiteral("One"), QStringLiteral("2."), QStringLiteral("Fog.")}));
+    QCOMPARE(pages.pages().last().number, 8);
 }
 
 void TestPageSettings::addedTextHasItsLook()
