@@ -30,6 +30,8 @@ private Q_SLOTS:
     void undoesAndRedoesExactly();
     void turnsTablesOfContentsIntoText();
     void leavesOtherCellsAlone();
+    void keepsLinksUnderNotes_data();
+    void keepsLinksUnderNotes();
 
 private:
     QTemporaryDir m_dir;
@@ -349,6 +351,67 @@ void TestNoteMoves::leavesOtherCellsAlone()
     QCOMPARE(table->cellAt(0, 1).firstCursorPosition().block().text(), QStringLiteral("bbb"));
     QCOMPARE(MVRTextDoc::inspectorNotesToPlainText(&document),
              QStringList({QStringLiteral("[aaa]"), QStringLiteral("[ccc]")}));
+}
+
+void TestNoteMoves::keepsLinksUnderNotes_data()
+{
+    using Operation = std::function<void(QTextDocument *)>;
+    QTest::addColumn<Operation>("operation");
+    const auto row
+        = [](const char *name, const Operation &operation) { QTest::newRow(name) << operation; };
+    const QTextCursor all;
+    row("nothing", [](QTextDocument *) {});
+    row("trim", [](QTextDocument *document) {
+        MVRTextDoc::trimInspectorNotes(document, MVRTextFormat::InspectorCommentProperty, true, 0,
+                                       0);
+    });
+    row("other kind", [all](QTextDocument *document) {
+        MVRTextDoc::convertInspectorCommentsToInspectorFootnotes(document, all);
+    });
+    row("into the text", [all](QTextDocument *document) {
+        MVRTextDoc::convertInspectorCommentsToInlineAnnotations(document, all);
+    });
+    row("there and back", [all](QTextDocument *document) {
+        MVRTextDoc::convertInspectorCommentsToInlineAnnotations(document, all);
+        MVRTextDoc::convertInlineAnnotationsToInspectorComments(document, false, all);
+    });
+    row("append", [](QTextDocument *document) {
+        const QScopedPointer<QTextDocument> copy(document->clone());
+        document->clear();
+        QTextCursor cursor(document);
+        MVRTextDoc::appendDocument(cursor, copy.data());
+    });
+    row("file", [](QTextDocument *document) {
+        MVRTextDoc::fromRtf(MVRTextDoc::toRtf(document), document);
+    });
+    row("codes", [](QTextDocument *document) {
+        MVRTextDoc::convertInspectorCommentsToInlineAnnotations(document, QTextCursor());
+        MVRTextDoc::toInlineMarkup(document);
+        MVRTextDoc::fromInlineMarkup(document);
+    });
+}
+
+// The note has the link's place as long as it is there.
+void TestNoteMoves::keepsLinksUnderNotes()
+{
+    QFETCH(const std::function<void(QTextDocument *)>, operation);
+    QTextDocument document;
+    document.setPlainText(QStringLiteral("see the site here"));
+    QTextCharFormat link;
+    link.setAnchor(true);
+    link.setAnchorHref(QStringLiteral("http://x.y/"));
+    document.find(QStringLiteral("site")).mergeCharFormat(link);
+    MVRTextDoc::setComment(document.find(QStringLiteral("the site")), QStringLiteral(" said "),
+                           false);
+    operation(&document);
+    MVRTextDoc::setComments(&document, {});
+    QTextCursor cursor(&document);
+    for (int position = 1; position < document.characterCount(); ++position) {
+        cursor.setPosition(position);
+        const bool isSite = position > 8 && position <= 12;
+        QCOMPARE(cursor.charFormat().anchorHref(), isSite ? link.anchorHref() : QString());
+    }
+    QVERIFY(document.toPlainText().startsWith(QLatin1String("see the site")));
 }
 
 QTEST_MAIN(TestNoteMoves)

@@ -23,6 +23,7 @@ private Q_SLOTS:
     void keepsTablesAroundNotes();
     void saysWhoAndWhen();
     void listsAndRemovesLinks();
+    void writesLinksUnderNotes();
 
 private:
     QStringList kinds(const char *file) const;
@@ -196,6 +197,30 @@ void TestToolNotes::saysWhoAndWhen()
         QCOMPARE(notes[0][QLatin1String("author")].toString(), QStringLiteral("Ada"));
         QCOMPARE(notes[0][QLatin1String("date")].toString(), QStringLiteral("2001-12-31T08:05:00"));
         QVERIFY(notes[1][QLatin1String("author")].isNull());
+    }
+}
+
+// The note goes onto the word before it, which is a link: every format has its target all the same.
+void TestToolNotes::writesLinksUnderNotes()
+{
+    m_folder->write(
+        QStringLiteral("link.rtf"),
+        R"({\rtf1 see {\field{\*\fldinst HYPERLINK "http://x.y/"}{\fldrslt site}})"
+        R"(\{\\Mvrn_annot \\color=\{\\R=1\\G=0\\B=0\} \\text=aside\\end_Mvrn_annot\} end\par})");
+    QCOMPARE(mvrtext("markup --read link.rtf -o over.rtf", m_folder->path()).exitCode, 0);
+    QVERIFY(mvrtext("notes over.rtf", m_folder->path()).output.contains("  site  "));
+    const std::pair<const char *, const char *> targets[]
+        = {{"md", "{==[site](http://x.y/)==}{>>aside<<}"},
+           {"rtf", "HYPERLINK \"http://x.y/\""},
+           {"html", "href=\"http://x.y/\""},
+           {"bbcode", "[url]http://x.y/[/url]"},
+           {"pdf", "(http://x.y/)"}};
+    for (const auto &[format, target] : targets) {
+        const QString name = QStringLiteral("out.") + QLatin1String(format);
+        const Run run = mvrtext({QStringLiteral("convert"), QStringLiteral("over.rtf"), name},
+                                QByteArray(), m_folder->path());
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY2(m_folder->read(name).contains(target), format);
     }
 }
 
