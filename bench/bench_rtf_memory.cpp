@@ -1,31 +1,21 @@
 // SPDX-License-Identifier: MIT
-// The memory that reading RTF takes at its peak, beside inserting the same runs by hand. Each is
-// measured in a process of its own, which knows its peak only once.
+// The memory that reading RTF takes at its peak, beside inserting the same runs by hand.
+#include "PeakMemory.h"
 #include "SampleManuscript.h"
 
 #include <core/MVRTextRtf.h>
 
 #include <QFile>
 #include <QGuiApplication>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTextCursor>
 #include <QTextDocument>
 
 #include <cstdio>
 
-#include <sys/resource.h>
-
 namespace {
 
 using namespace SampleManuscript;
-
-long peakKilobytes()
-{
-    rusage usage {};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss;
-}
 
 void insertBook(QTextDocument *document, Language language)
 {
@@ -61,11 +51,7 @@ int measure(const QStringList &arguments)
 
 long peakOf(const char *work, Language language, const QString &file)
 {
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(),
-                  {QString::fromLatin1(work), QString::number(language), file});
-    process.waitForFinished(-1);
-    return process.readAllStandardOutput().toLong();
+    return printedBy({QString::fromLatin1(work), QString::number(language), file});
 }
 
 } // namespace
