@@ -40,7 +40,9 @@ public:
         Ids of the properties by which a document remembers its file.
 
         All but the last two belong to paragraph formats. A paragraph's type is
-        MVRScriptElement::NameProperty; paragraphs of the title page have none.
+        MVRScriptElement::NameProperty; paragraphs of the title page have none. What says something
+        of number, label, bookmark and scene is written for paragraphs that are new to the file; of
+        the others number and label are written back.
     */
     enum Property : int {
         SourceParagraphProperty = 0x100200, /*!< int: index of the paragraph's element */
