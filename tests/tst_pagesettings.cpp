@@ -15,6 +15,7 @@ private Q_SLOTS:
     void readsLeadings_data();
     void readsLeadings();
     void headersHaveLines();
+    void marksTheRevisionsThatAreShown();
     void titlePagesCountForThemselves();
     void addedTextHasItsLook();
 };
@@ -142,6 +143,26 @@ void TestPageSettings::headersHaveLines()
     QCOMPARE(tops[0], 36.0);
     QCOMPARE(tops[1] - tops[0], 12.0);
     QCOMPARE(tops[2] - tops[1], 24.0);
+}
+
+void TestPageSettings::marksTheRevisionsThatAreShown()
+{
+    const auto marksOf = [](const QByteArray &attributes) {
+        const MVRScreenplayPages pages(
+            read("<Revisions " + attributes
+                     + "><Revision ID=\"1\" Mark=\"+\"/>"
+                       "<Revision ID=\"2\" Mark=\"=\"/></Revisions>",
+                 "<Paragraph><Text RevisionID=\"1\">One</Text></Paragraph>"
+                 "<Paragraph><Text RevisionID=\"1\">One</Text><Text RevisionID=\"2\">Two</Text>"
+                 "</Paragraph><Paragraph><Text>None</Text></Paragraph>"));
+        QString marks;
+        for (const MVRScreenplayLine &line : pages.pages().first().lines)
+            marks += line.kind == MVRScreenplayLine::RevisionMark ? line.text() : QString();
+        return marks;
+    };
+    QCOMPARE(marksOf("ActiveSet=\"2\" RevisionsShown=\"All\""), QStringLiteral("+="));
+    QCOMPARE(marksOf("ActiveSet=\"2\" RevisionsShown=\"Active\""), QStringLiteral("="));
+    QCOMPARE(marksOf("ActiveSet=\"1\" RevisionsShown=\"Active\""), QStringLiteral("+"));
 }
 
 void TestPageSettings::titlePagesCountForThemselves()
