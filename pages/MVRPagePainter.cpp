@@ -180,7 +180,7 @@ void MVRPagePainter::paintWatermark(QPainter &painter, const QSizeF &pageSize, c
     QFont font = pageFont(attr);
     const double diagonal = std::hypot(size.width(), size.height());
     const double letters = qMax(4, text.size());
-    font.setPixelSize(qBound(200, int(0.75 * diagonal / letters / 0.6), 3000));
+    font.setPixelSize(int(qBound(200.0, 0.75 * diagonal / letters / 0.6, 3000.0)));
     painter.save();
     painter.scale(1.0 / fontUnits, 1.0 / fontUnits);
     painter.translate(size.width() / 2.0, size.height() / 2.0);

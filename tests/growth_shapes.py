@@ -454,7 +454,7 @@ def shapes():
                        "overlapping annotations"),
         "rtf-endnotes": ("footnotes", "footnotes apart", "footnotes in one word",
                          "codes of footnotes"),
-        "rtf-pdf": ("numbers", "footnotes apart", "one paragraph of formats", "rows"),
+        "rtf-pdf": ("numbers", "rows"),
         "rtf-odt": ("one paragraph of formats", "rows"),
         "rtf-md": ("footnotes apart", "one paragraph of formats", "rows"),
         "rtf-notes": ("footnotes apart", "annotations"),
@@ -466,10 +466,10 @@ def shapes():
         yield "fdx: " + name, "fdx-rtf", FDX[name]
         yield "fdx: " + name, "fdx-pdf", FDX[name]
     for command in ("html-odt", "html-pdf"):
-        for name in ("cells", "rows", "lists", "spans"):
+        for name in ("cells", "rows", "lists"):
             yield "html: " + name, command, HTML[name]
     for command in ("md-md", "md-html"):
-        for name in ("footnotes", "footnotes in one word", "comments", "tables", "emphasis"):
+        for name in ("footnotes", "footnotes in one word", "comments", "emphasis"):
             yield "md: " + name, command, MD[name]
     for command in ("html-html", "html-bbcode"):
         for name in ("spans", "links", "lists", "rows", "fonts"):

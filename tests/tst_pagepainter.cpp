@@ -159,6 +159,10 @@ void TestPagePainter::watermarkStaysBelow()
                 QCOMPARE(image.pixel(x, y), plain.pixel(x, y));
         }
     }
+    QImage any(9, 9, QImage::Format_RGB32);
+    QPainter painter(&any);
+    for (const double side : {0.0, -1.0, 1e300, qQNaN()}) // which undefined behaviour would tell
+        MVRPagePainter::paintWatermark(painter, QSizeF(side, side), QStringLiteral("DRAFT"));
 }
 
 QTEST_MAIN(TestPagePainter)
