@@ -474,7 +474,9 @@ def shapes():
     for command in ("html-html", "html-bbcode"):
         for name in ("spans", "links", "lists", "rows", "fonts"):
             yield "html: " + name, command, HTML[name]
-    for command in ("txt-fdx", "txt-html", "txt-pdf", "txt-replace", "txt-count"):
+    for name in ("lines", "one line"):
+        yield "txt: " + name, "txt-pdf", TXT[name]
+    for command in ("txt-fdx", "txt-html", "txt-replace", "txt-count"):
         for name in ("lines", "one line", "one word", "Thai"):
             yield "txt: " + name, command, TXT[name]
 
