@@ -308,7 +308,7 @@ void TestDocPages::closesTablesAtBreaks()
     Document document;
     document.text.setHtml(
         QStringLiteral("<table border=1 width='100%' style='border-collapse:collapse'>")
-        + QStringLiteral("<tr><td>row</td></tr>").repeated(40) + QStringLiteral("</table>"));
+        + QStringLiteral("<tr><td>row</td></tr>").repeated(60) + QStringLiteral("</table>"));
     const Pages pages(document, smallPaper());
     QVERIFY(pages.count() > 2);
     QImage page(720, 800, QImage::Format_RGB32); // two dots a point

@@ -102,7 +102,7 @@ void detachFromScreen()
 // first.
 void checkMemory()
 {
-    constexpr size_t takenByFonts = 32 << 20;
+    constexpr size_t takenByFonts = 40 << 20; // and by what completes PDF files
     if (!System::hasRoomFor(takenByFonts))
         throw std::bad_alloc();
 }

@@ -28,6 +28,8 @@ void nameFonts(QTextDocument *text)
     changeAllFormats(text, [base, family](QTextCharFormat &format) {
         if (MVRToolkit::fontFamily(format).isEmpty())
             MVRToolkit::setFontFamily(&format, family);
+        // With Qt 6 it writes FontFamilies, but only beside this one.
+        format.setProperty(QTextFormat::FontFamily, MVRToolkit::fontFamily(format));
         const double size = pointSizeOf(format, base);
         if (size > 0 && format.hasProperty(QTextFormat::FontSizeAdjustment)) {
             format.setFontPointSize(size);
