@@ -7,12 +7,6 @@
 #include <chrono>
 #include <cstdio>
 
-void Listener::setShare(int done, int total)
-{
-    Q_UNUSED(done)
-    Q_UNUSED(total)
-}
-
 Progress::Progress()
 {
     if (System::isTerminal(stderr))

@@ -15,7 +15,11 @@ public:
     /*! Names what is being done from now on ("Reading play.fdx"). */
     virtual void setStep(const QString &step) = 0;
     /*! Says how much of the step is done: \a done of \a total parts. */
-    virtual void setShare(int done, int total);
+    virtual void setShare(int done, int total)
+    {
+        Q_UNUSED(done)
+        Q_UNUSED(total)
+    }
     /*! Takes a message about a file. */
     virtual void say(const QString &file, const QString &text) = 0;
 };
