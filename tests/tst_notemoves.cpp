@@ -355,7 +355,6 @@ void TestNoteMoves::leavesOtherCellsAlone()
 
 void TestNoteMoves::keepsLinksUnderNotes_data()
 {
-    using Operation = std::function<void(QTextDocument *)>;
     QTest::addColumn<Operation>("operation");
     const auto row
         = [](const char *name, const Operation &operation) { QTest::newRow(name) << operation; };
