@@ -14,6 +14,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QTextBlock>
 #include <QUrl>
 
@@ -48,6 +49,7 @@ Editor::Editor(QWidget *parent)
 
 Editor::~Editor()
 {
+    const QSignalBlocker blocker(this); // who listens may be gone in part
     setDocument(nullptr); // before it goes
 }
 
