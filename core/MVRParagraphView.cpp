@@ -84,7 +84,7 @@ QTextBlockFormat MVRParagraphView::ownFormat(const QTextBlockFormat &format)
     const QVariantList kept = format.property(MVRTextFormat::ParagraphViewProperty).toList();
     QTextBlockFormat own = format;
     own.clearProperty(MVRTextFormat::ParagraphViewProperty);
-    if (kept.size() != 2 * viewedCount)
+    if (kept.size() != viewedCount + viewedCount)
         return own;
     for (int i = 0; i < viewedCount; ++i) {
         if (format.property(viewedProperties[i]) == kept[viewedCount + i])

@@ -122,11 +122,11 @@ QByteArray MVRFinalDraftFile::Private::written(const QTextDocument *document)
 QByteArray MVRFinalDraftFile::Private::writtenWhole(const QTextDocument *document) const
 {
     MVRFinalDraftFile whole;
-    whole.d->parse(fdxSkeleton());
-    whole.d->script->setView({}, document->documentMargin());
-    whole.d->elements = elements;
-    whole.d->settings = settings;
-    return whole.d->written(document);
+    whole.m_d->parse(fdxSkeleton());
+    whole.m_d->script->setView({}, document->documentMargin());
+    whole.m_d->elements = elements;
+    whole.m_d->settings = settings;
+    return whole.m_d->written(document);
 }
 
 // An edit block that is still open would hide changes: its revision was counted at its start.
@@ -141,7 +141,7 @@ void MVRFinalDraftFile::Private::rememberDocument(QTextDocument *document)
 }
 
 MVRFinalDraftFile::MVRFinalDraftFile()
-    : d(std::make_unique<Private>())
+    : m_d(std::make_unique<Private>())
 {
 }
 
@@ -149,17 +149,17 @@ MVRFinalDraftFile::~MVRFinalDraftFile() = default;
 
 void MVRFinalDraftFile::clear()
 {
-    d = std::make_unique<Private>();
+    m_d = std::make_unique<Private>();
 }
 
 bool MVRFinalDraftFile::load(QIODevice *device)
 {
     clear();
     if (!device || !device->isReadable()) {
-        d->errorString = QObject::tr("The file cannot be read.");
+        m_d->errorString = QObject::tr("The file cannot be read.");
         return false;
     }
-    return d->parse(device->readAll());
+    return m_d->parse(device->readAll());
 }
 
 bool MVRFinalDraftFile::load(const QString &fileName)
@@ -168,18 +168,18 @@ bool MVRFinalDraftFile::load(const QString &fileName)
     if (file.open(QIODevice::ReadOnly))
         return load(&file);
     clear();
-    d->errorString = file.errorString();
+    m_d->errorString = file.errorString();
     return false;
 }
 
 bool MVRFinalDraftFile::isLoaded() const
 {
-    return d->script.has_value();
+    return m_d->script.has_value();
 }
 
 QString MVRFinalDraftFile::errorString() const
 {
-    return d->errorString;
+    return m_d->errorString;
 }
 
 bool MVRFinalDraftFile::read(QTextDocument *document, const QList<MVRScriptElement> &elements)
@@ -189,15 +189,15 @@ bool MVRFinalDraftFile::read(QTextDocument *document, const QList<MVRScriptEleme
     document->clear();
     {
         const UndoRecordingOff noUndo(document);
-        d->applyPageLayout(document);
-        d->script->setView(elements, document->documentMargin());
-        d->findNotes(fdxInsertScript(*d->script, d->fileId, document));
-        const QHash<QString, int> anchors = fdxAttachNotes(d->notes, d->tree, document);
+        m_d->applyPageLayout(document);
+        m_d->script->setView(elements, document->documentMargin());
+        m_d->findNotes(fdxInsertScript(*m_d->script, m_d->fileId, document));
+        const QHash<QString, int> anchors = fdxAttachNotes(m_d->notes, m_d->tree, document);
         for (auto it = anchors.cbegin(); it != anchors.cend(); ++it)
-            d->anchors.insert(it.key(), it.value());
+            m_d->anchors.insert(it.key(), it.value());
         STextDoc::clearDefaultTextOptionFlags(document);
     }
-    d->rememberDocument(document);
+    m_d->rememberDocument(document);
     return true;
 }
 
@@ -205,18 +205,18 @@ bool MVRFinalDraftFile::write(QIODevice *device, const QTextDocument *document)
 {
     if (!device || !document)
         return false;
-    const QByteArray bytes = isLoaded() ? d->written(document) : d->writtenWhole(document);
+    const QByteArray bytes = isLoaded() ? m_d->written(document) : m_d->writtenWhole(document);
     return device->write(bytes) == bytes.size();
 }
 
 void MVRFinalDraftFile::setElements(const QList<MVRScriptElement> &elements)
 {
-    d->elements = elements;
+    m_d->elements = elements;
 }
 
 void MVRFinalDraftFile::setSettingsXml(const QHash<QString, QByteArray> &settings)
 {
-    d->settings = settings;
+    m_d->settings = settings;
 }
 
 QHash<QString, QByteArray> MVRFinalDraftFile::settingsXml() const
@@ -224,10 +224,10 @@ QHash<QString, QByteArray> MVRFinalDraftFile::settingsXml() const
     QHash<QString, QByteArray> all;
     if (!isLoaded())
         return all;
-    for (const pugi::xml_node &settings : d->tree.root().children("ElementSettings")) {
-        const FdxTree::Span span = d->tree.span(settings);
+    for (const pugi::xml_node &settings : m_d->tree.root().children("ElementSettings")) {
+        const FdxTree::Span span = m_d->tree.span(settings);
         all.insert(fdxAttribute(settings, "Type"),
-                   d->tree.source().mid(span.start, span.end - span.start));
+                   m_d->tree.source().mid(span.start, span.end - span.start));
     }
     return all;
 }
@@ -237,10 +237,10 @@ QVector<MVRFinalDraftFile::Note> MVRFinalDraftFile::notes() const
     QVector<Note> records;
     if (!isLoaded())
         return records;
-    d->findNotes();
-    for (const FdxNote &note : qAsConst(d->notes)) {
+    m_d->findNotes();
+    for (const FdxNote &note : qAsConst(m_d->notes)) {
         if (!note.isRemoved)
-            records.append(fdxNoteRecord(note, *d->script, *d->places));
+            records.append(fdxNoteRecord(note, *m_d->script, *m_d->places));
     }
     return records;
 }
@@ -250,15 +250,15 @@ int MVRFinalDraftFile::removeHiddenNotes()
     int count = 0;
     if (!isLoaded())
         return count;
-    d->findNotes();
-    for (FdxNote &note : d->notes) {
+    m_d->findNotes();
+    for (FdxNote &note : m_d->notes) {
         if (note.isAttached() || note.isRemoved)
             continue;
         note.isRemoved = true;
         ++count;
     }
     if (count > 0)
-        d->readDocument.clear(); // its file is another one now
+        m_d->readDocument.clear(); // its file is another one now
     return count;
 }
 
@@ -266,21 +266,21 @@ QVector<MVRFinalDraftFile::Scene> MVRFinalDraftFile::scenes() const
 {
     QVector<Scene> scenes;
     int block = 0;
-    const int count = isLoaded() ? d->script->paragraphs().size() : 0;
+    const int count = isLoaded() ? m_d->script->paragraphs().size() : 0;
     for (int i = 0; i < count; ++i) {
-        const FdxParagraph &paragraph = d->script->paragraphs()[i];
-        if (paragraph.hasBlock && !d->script->isTitlePage(i)
-            && d->script->typeName(i) == "Scene Heading") {
+        const FdxParagraph &paragraph = m_d->script->paragraphs()[i];
+        if (paragraph.hasBlock && !m_d->script->isTitlePage(i)
+            && m_d->script->typeName(i) == "Scene Heading") {
             const pugi::xml_node properties = paragraph.node.child("SceneProperties");
             Scene scene;
             scene.block = block;
-            scene.heading = d->script->text(i);
+            scene.heading = m_d->script->text(i);
             scene.number = fdxAttribute(paragraph.node, "Number");
             scene.title = fdxAttribute(properties, "Title");
             scene.color = fdxAttribute(properties, "Color");
             scene.length = fdxAttribute(properties, "Length");
             scene.page = fdxAttribute(properties, "Page");
-            scene.summary = fdxParagraphsText(d->tree, properties.child("Summary"));
+            scene.summary = fdxParagraphsText(m_d->tree, properties.child("Summary"));
             scenes.append(scene);
         }
         block += paragraph.hasBlock ? 1 : 0;
@@ -292,45 +292,45 @@ MVRFinalDraft::LeftOut MVRFinalDraftFile::leftOut() const
 {
     if (!isLoaded())
         return MVRFinalDraft::LeftOut();
-    d->findNotes();
-    return fdxLeftOut(*d->script, d->notes);
+    m_d->findNotes();
+    return fdxLeftOut(*m_d->script, m_d->notes);
 }
 
 QHash<QString, MVRFinalDraft::ElementSettings> MVRFinalDraftFile::elementSettings() const
 {
-    return isLoaded() ? d->script->settings() : QHash<QString, MVRFinalDraft::ElementSettings>();
+    return isLoaded() ? m_d->script->settings() : QHash<QString, MVRFinalDraft::ElementSettings>();
 }
 
 QString MVRFinalDraftFile::version() const
 {
-    return fdxAttribute(d->tree.root(), "Version");
+    return fdxAttribute(m_d->tree.root(), "Version");
 }
 
 int MVRFinalDraftFile::titlePageBlockCount() const
 {
     int count = 0;
-    const int paragraphs = isLoaded() ? d->script->paragraphs().size() : 0;
-    for (int i = 0; i < paragraphs && d->script->isTitlePage(i); ++i)
-        count += d->script->paragraphs()[i].hasBlock ? 1 : 0;
+    const int paragraphs = isLoaded() ? m_d->script->paragraphs().size() : 0;
+    for (int i = 0; i < paragraphs && m_d->script->isTitlePage(i); ++i)
+        count += m_d->script->paragraphs()[i].hasBlock ? 1 : 0;
     return count;
 }
 
 double MVRFinalDraftFile::scaling() const
 {
-    return number(d->tree.root().child("TextState"), "Scaling", 100.0);
+    return number(m_d->tree.root().child("TextState"), "Scaling", 100.0);
 }
 
 bool MVRFinalDraftFile::showInvisibles() const
 {
-    return fdxAttribute(d->tree.root().child("TextState"), "ShowInvisibles")
+    return fdxAttribute(m_d->tree.root().child("TextState"), "ShowInvisibles")
         == QLatin1String("Yes");
 }
 
 QByteArray MVRFinalDraftFile::elementXml(const QString &name) const
 {
-    const pugi::xml_node element = childAt(d->tree.root(), name);
+    const pugi::xml_node element = childAt(m_d->tree.root(), name);
     if (!element || name.isEmpty())
         return QByteArray();
-    const FdxTree::Span span = d->tree.span(element);
-    return d->tree.source().mid(span.start, span.end - span.start);
+    const FdxTree::Span span = m_d->tree.span(element);
+    return m_d->tree.source().mid(span.start, span.end - span.start);
 }

@@ -237,7 +237,7 @@ void TestFdxFileEdits::randomEdits()
             QVERIFY2(is.size() == was.size(), qPrintable(QStringLiteral("seed %1").arg(seed)));
             for (int line = 0; line < was.size(); ++line) {
                 // A block that lost its type is shown as some other one.
-                const QString lost = was[line];
+                const QString &lost = was[line];
                 const int from
                     = lost.startsWith(QLatin1Char('|')) ? is[line].indexOf(QLatin1Char('|')) : 0;
                 const QString found = is[line].mid(from);

@@ -75,15 +75,13 @@ void appendInspectorNotes(const QTextDocument &document, int start, int end, MVR
     FragmentWalker walker = startOfNote(document, start);
     for (; walker.isValid() && (isOpen || walker.start() < end); walker.next()) {
         const QTextCharFormat format = walker.format();
-        if (!format.boolProperty(MVRTextFormat::CommentLinkProperty)) {
-            isOpen = false;
-        } else if (isOpen && isSameNote(open, format)) {
+        const bool isNote = format.boolProperty(MVRTextFormat::CommentLinkProperty);
+        if (isNote && isOpen && isSameNote(open, format)) {
             notes->last().range.end = walker.end();
-        } else if (walker.start() < end) {
-            notes->append(inspectorNote(walker, format));
-            isOpen = true;
         } else {
-            isOpen = false;
+            isOpen = isNote && walker.start() < end;
+            if (isOpen)
+                notes->append(inspectorNote(walker, format));
         }
         open = format;
     }

@@ -5,7 +5,7 @@ QVector<PdfHeading> sceneOutline(const MVRScreenplayPages &pages)
 {
     QVector<PdfHeading> outline;
     const QVector<MVRScreenplayScene> scenes = pages.scenes();
-    const QVector<MVRScreenplayPage> all = pages.pages();
+    const QVector<MVRScreenplayPage> &all = pages.pages();
     int last = -1;
     for (int page = 0; page < all.size(); ++page) {
         for (const MVRScreenplayLine &line : all[page].lines) {
