@@ -3,10 +3,12 @@
 
 #include <finaldraft/MVRFinalDraftFile.h>
 
+#include <QBuffer>
 #include <QTextBlock>
 #include <QTextCursor>
-#include <QTextDocument>
 
+#include <map>
+#include <memory>
 #include <random>
 
 namespace {
@@ -127,4 +129,22 @@ sampleElements(const QHash<QString, MVRFinalDraft::ElementSettings> &settings)
         elements.append(element);
     }
     return elements;
+}
+
+const Sample &sample(qint64 bytes, ReadSample read)
+{
+    static std::map<qint64, std::unique_ptr<Sample>> samples;
+    std::unique_ptr<Sample> &entry = samples[bytes];
+    if (entry)
+        return *entry;
+    entry = std::make_unique<Sample>();
+    entry->xml = sampleScreenplay(int(bytes));
+    QBuffer buffer(&entry->xml);
+    buffer.open(QIODevice::ReadOnly);
+    QHash<QString, MVRFinalDraft::ElementSettings> settings;
+    if (!read(&buffer, &entry->document, &settings))
+        qFatal("The sample screenplay cannot be read.");
+    entry->elements = sampleElements(settings);
+    entry->blocks = sampleBlocks(entry->document);
+    return *entry;
 }

@@ -5,10 +5,11 @@
 #include <finaldraft/MVRFinalDraft.h>
 
 #include <QByteArray>
+#include <QTextDocument>
 #include <QTextFormat>
 #include <QVector>
 
-class QTextDocument;
+class QIODevice;
 
 /*! Text of one format, as it is inserted by hand. */
 struct SampleRun
@@ -44,3 +45,24 @@ void insertByHand(const QVector<SampleBlock> &blocks, QTextDocument *document);
 /*! The elements that a file's settings describe. */
 QList<MVRScriptElement>
 sampleElements(const QHash<QString, MVRFinalDraft::ElementSettings> &settings);
+
+/*! One screenplay in the forms that the benchmarks start from. */
+struct Sample
+{
+    QByteArray xml;
+    QTextDocument document;
+    QList<MVRScriptElement> elements;
+    QVector<SampleBlock> blocks;
+};
+
+/*! Reads a screenplay and the settings of its elements. */
+using ReadSample = bool (*)(QIODevice *xml, QTextDocument *document,
+                            QHash<QString, MVRFinalDraft::ElementSettings> *settings);
+
+/*!
+    The screenplay of a size, made when it is first asked for.
+
+    \param bytes  its size
+    \param read   reads it; the same for every size in a program
+*/
+const Sample &sample(qint64 bytes, ReadSample read);

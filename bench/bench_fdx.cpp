@@ -15,38 +15,13 @@
 
 #include <benchmark/benchmark.h>
 
-#include <map>
-#include <memory>
-
 namespace {
 
-/*! One screenplay in the forms that the benchmarks start from. */
-struct Sample
+bool readSample(QIODevice *xml, QTextDocument *document,
+                QHash<QString, MVRFinalDraft::ElementSettings> *settings)
 {
-    QByteArray xml;
-    QTextDocument document;
-    QList<MVRScriptElement> elements;
-    QVector<SampleBlock> blocks;
-};
-
-const Sample &sample(qint64 bytes)
-{
-    static std::map<qint64, std::unique_ptr<Sample>> samples;
-    std::unique_ptr<Sample> &entry = samples[bytes];
-    if (!entry) {
-        entry = std::make_unique<Sample>();
-        entry->xml = sampleScreenplay(int(bytes));
-        QBuffer buffer(&entry->xml);
-        buffer.open(QIODevice::ReadOnly);
-        MVRFinalDraftReader reader;
-        QHash<QString, MVRFinalDraft::ElementSettings> settings;
-        if (!reader.load(&buffer) || !reader.read(&entry->document, {})
-            || !reader.readElements(&settings))
-            qFatal("The sample screenplay cannot be read.");
-        entry->elements = sampleElements(settings);
-        entry->blocks = sampleBlocks(entry->document);
-    }
-    return *entry;
+    MVRFinalDraftReader reader;
+    return reader.load(xml) && reader.read(document, {}) && reader.readElements(settings);
 }
 
 QDomElement appended(QDomDocument &dom, QDomElement parent, const QString &tag)
@@ -58,7 +33,7 @@ QDomElement appended(QDomDocument &dom, QDomElement parent, const QString &tag)
 
 void readFloor(benchmark::State &state)
 {
-    const Sample &input = sample(state.range(0));
+    const Sample &input = sample(state.range(0), readSample);
     for (auto _ : state) {
         QDomDocument dom;
         dom.setContent(input.xml);
@@ -71,7 +46,7 @@ void readFloor(benchmark::State &state)
 
 void read(benchmark::State &state)
 {
-    const Sample &input = sample(state.range(0));
+    const Sample &input = sample(state.range(0), readSample);
     for (auto _ : state) {
         QBuffer buffer;
         buffer.setData(input.xml);
@@ -87,7 +62,7 @@ void read(benchmark::State &state)
 
 void writeFloor(benchmark::State &state)
 {
-    const Sample &input = sample(state.range(0));
+    const Sample &input = sample(state.range(0), readSample);
     for (auto _ : state) {
         QDomDocument dom;
         QDomElement root = dom.createElement(QStringLiteral("FinalDraft"));
@@ -118,7 +93,7 @@ void writeFloor(benchmark::State &state)
 
 void write(benchmark::State &state)
 {
-    const Sample &input = sample(state.range(0));
+    const Sample &input = sample(state.range(0), readSample);
     for (auto _ : state) {
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);

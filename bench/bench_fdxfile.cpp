@@ -15,20 +15,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <map>
-#include <memory>
-
 namespace {
-
-/*! One screenplay in the forms that the benchmarks start from. */
-struct Sample
-{
-    QByteArray xml;
-    MVRFinalDraftFile file;
-    QTextDocument document;
-    QList<MVRScriptElement> elements;
-    QVector<SampleBlock> blocks;
-};
 
 bool load(MVRFinalDraftFile *file, const QByteArray &xml)
 {
@@ -38,24 +25,19 @@ bool load(MVRFinalDraftFile *file, const QByteArray &xml)
     return file->load(&buffer);
 }
 
-const Sample &sample(qint64 bytes)
+bool readSample(QIODevice *xml, QTextDocument *document,
+                QHash<QString, MVRFinalDraft::ElementSettings> *settings)
 {
-    static std::map<qint64, std::unique_ptr<Sample>> samples;
-    std::unique_ptr<Sample> &entry = samples[bytes];
-    if (entry)
-        return *entry;
-    entry = std::make_unique<Sample>();
-    entry->xml = sampleScreenplay(int(bytes));
-    if (!load(&entry->file, entry->xml) || !entry->file.read(&entry->document))
-        qFatal("The sample screenplay cannot be read.");
-    entry->elements = sampleElements(entry->file.elementSettings());
-    entry->blocks = sampleBlocks(entry->document);
-    return *entry;
+    MVRFinalDraftFile file;
+    if (!file.load(xml) || !file.read(document))
+        return false;
+    *settings = file.elementSettings();
+    return true;
 }
 
 void insertRuns(benchmark::State &state)
 {
-    const Sample &input = sample(state.range(0));
+    const Sample &input = sample(state.range(0), readSample);
     for (auto _ : state) {
         QTextDocument document;
         insertByHand(input.blocks, &document);
@@ -65,7 +47,7 @@ void insertRuns(benchmark::State &state)
 
 void loadAndRead(benchmark::State &state)
 {
-    const Sample &input = sample(state.range(0));
+    const Sample &input = sample(state.range(0), readSample);
     for (auto _ : state) {
         MVRFinalDraftFile file;
         QTextDocument document;
@@ -77,7 +59,7 @@ void loadAndRead(benchmark::State &state)
 
 void loadOnly(benchmark::State &state)
 {
-    const Sample &input = sample(state.range(0));
+    const Sample &input = sample(state.range(0), readSample);
     for (auto _ : state) {
         MVRFinalDraftFile file;
         benchmark::DoNotOptimize(load(&file, input.xml));
@@ -94,7 +76,7 @@ void write(MVRFinalDraftFile &file, const QTextDocument &document)
 
 void copyBytes(benchmark::State &state)
 {
-    const Sample &input = sample(state.range(0));
+    const Sample &input = sample(state.range(0), readSample);
     for (auto _ : state) {
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);
@@ -105,7 +87,7 @@ void copyBytes(benchmark::State &state)
 
 void writeUnchanged(benchmark::State &state)
 {
-    const Sample &input = sample(state.range(0));
+    const Sample &input = sample(state.range(0), readSample);
     MVRFinalDraftFile file;
     QTextDocument document;
     load(&file, input.xml);
@@ -116,7 +98,7 @@ void writeUnchanged(benchmark::State &state)
 
 void writeOneEdit(benchmark::State &state)
 {
-    const Sample &input = sample(state.range(0));
+    const Sample &input = sample(state.range(0), readSample);
     MVRFinalDraftFile file;
     QTextDocument document;
     load(&file, input.xml);
@@ -130,7 +112,7 @@ void writeOneEdit(benchmark::State &state)
 
 void writeThroughDocument(benchmark::State &state)
 {
-    const Sample &input = sample(state.range(0));
+    const Sample &input = sample(state.range(0), readSample);
     for (auto _ : state) {
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);
