@@ -244,13 +244,13 @@ const QVector<Operation> &operations()
              Doc::inlineFootnotesToEndNotes(&call.document, call.bytes.upTo(9), QTextCharFormat(),
                                             format);
          }},
-        {"appendDocument", Operation::EditsAsOne,
+        {"appendDocument", Operation::Replaces,
          [](Call &call) { Doc::appendDocument(call.cursor, &call.other); }},
-        {"appendDocumentPreservePageBreak", Operation::EditsAsOne,
+        {"appendDocumentPreservePageBreak", Operation::Replaces,
          [](Call &call) { Doc::appendDocumentPreservePageBreak(call.cursor, &call.other); }},
-        {"appendFragment", Operation::EditsAsOne,
+        {"appendFragment", Operation::Replaces,
          [](Call &call) { Doc::appendFragment(call.cursor, QTextDocumentFragment(&call.other)); }},
-        {"appendFragmentPreservePageBreak", Operation::EditsAsOne,
+        {"appendFragmentPreservePageBreak", Operation::Replaces,
          [](Call &call) {
              Doc::appendFragmentPreservePageBreak(call.cursor, QTextDocumentFragment(&call.other));
          }},

@@ -23,6 +23,7 @@ struct Operation
         Reads, /*!< leaves the document as it is */
         Edits, /*!< is undone and done again exactly */
         EditsAsOne, /*!< the same, in one step */
+        Replaces, /*!< the same, also where it puts in what it takes out */
         Marks, /*!< the same, and changes marks inside the selection only */
         Restarts /*!< keeps no history, or changes what has none */
     };

@@ -347,6 +347,7 @@ void TestSelections::leavesDocumentsUnmodified_data()
     row("marks that are there", [](QTextDocument *document, const QTextCursor &cursor) {
         D::setInlineFootnoteAnnotation(select(document, 0, 4), false, true);
         D::setPreserveFormatting(cursor, false);
+        D::swapBoolProperties(document, annotation, annotation, cursor);
     });
     row("no notes to move", [](QTextDocument *document, const QTextCursor &) {
         D::convertInspectorCommentsToInlineAnnotations(document, QTextCursor());
@@ -391,8 +392,8 @@ void TestSelections::leavesDocumentsUnmodified()
         QTextCharFormat unkept;
         unkept.setProperty(MVRTextFormat::PreserveFormattingProperty, false);
         QTextCursor all = select(&document, 0, 14);
-        all.mergeCharFormat(unkept);
         MVRTextDoc::setInlineFootnoteAnnotation(select(&document, 0, 4), false, true);
+        all.mergeCharFormat(unkept);
         document.setUndoRedoEnabled(recorded);
         document.clearUndoRedoStacks();
         document.setModified(false);

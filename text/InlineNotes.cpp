@@ -88,6 +88,8 @@ QTextCharFormat MVRTextDoc::setPreserveFormatting(QTextCursor cursor, bool on)
 void MVRTextDoc::swapBoolProperties(QTextDocument *document, int fromProperty, int toProperty,
                                     QTextCursor cursor)
 {
+    if (fromProperty == toProperty)
+        return;
     const FormatPattern from(fromProperty, true);
     const Selection selection = Selection::ofOperation(document, cursor);
     changeFormats(selection, [&](QTextCharFormat &format) {

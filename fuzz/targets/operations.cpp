@@ -89,14 +89,16 @@ void requireSame(const Snapshot &is, const Snapshot &was, const char *promise)
     require(is == was, promise);
 }
 
-void checkUndo(QTextDocument *document, const Snapshot &before, bool isOneStep)
+void checkUndo(QTextDocument *document, const Snapshot &before, Operation::Kind kind)
 {
+    const bool isOneStep = kind != Operation::Edits;
     const Snapshot after(*document);
     if (!document->isUndoAvailable()) {
         requireSame(after, before, "what changes is recorded");
         return;
     }
-    require(!after.isExactly(before) || !isOneStep, "what changes nothing is not recorded");
+    require(!after.isExactly(before) || !isOneStep || kind == Operation::Replaces,
+            "what changes nothing is not recorded");
     int steps = 0;
     for (; document->isUndoAvailable(); ++steps)
         document->undo();
@@ -129,7 +131,7 @@ void run(const Operation &operation, QTextDocument *document, QTextDocument *oth
     if (operation.kind == Operation::Marks && !isRectangle)
         checkMarks(marks, *document, start, end);
     if (operation.kind != Operation::Restarts)
-        checkUndo(document, before, operation.kind != Operation::Edits);
+        checkUndo(document, before, operation.kind);
 }
 
 }
