@@ -5,6 +5,7 @@
 #include <core/MVRScriptElement.h>
 #include <core/document/EditBlock_p.h>
 #include <finaldraft/MVRFinalDraftFile.h>
+#include <finaldraft/file/FdxStandards_p.h>
 
 #include <QTextBlock>
 #include <QTextCursor>
@@ -17,12 +18,12 @@ namespace {
 
 QHash<QString, ElementSettings> standardSettings()
 {
+    constexpr double margin = 72.0; // of the settings of files too
     QHash<QString, ElementSettings> all;
-    for (int type = General; type <= Shot; ++type) {
-        ElementSettings settings;
-        settings.applyFdxAppDefaults(ElementType(type));
-        settings.type = toString(ElementType(type));
-        settings.shortcut = QString::number(type - General);
+    for (ElementSettings &settings : fdxStandardSettings()) {
+        fdxCountFromMargin(&settings, margin);
+
+        settings.shortcut = QString::number(all.size());
         all.insert(settings.type, settings);
     }
     return all;
@@ -101,6 +102,8 @@ void MVRScreenplayElements::cycle(const QTextCursor &cursor, int steps) const
 
 bool MVRScreenplayElements::startNext(QTextCursor *cursor) const
 {
+    if (!cursor)
+        return false;
     const QTextBlock block = cursor->block();
     const QString name = elementOf(block);
     if (!m_settings.contains(name) || !cursor->atBlockEnd())

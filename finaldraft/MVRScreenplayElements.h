@@ -52,8 +52,8 @@ public:
         One undo step.
 
         \param cursor  stands in the new paragraph afterwards
-        \return false, with nothing done, within a paragraph and outside elements, where Return does
-                what it does everywhere
+        \return false, with nothing done, for null, within a paragraph and outside elements, where
+                Return does what it does everywhere
     */
     bool startNext(QTextCursor *cursor) const;
 

@@ -14,6 +14,7 @@
 #include <QMimeData>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextLayout>
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void filterChoosesNotes();
     void resolvedNotesStay();
     void notesAreMadeOfWords();
+    void footnotesGoToTheEnd();
     void elementsFollowTheKeys();
     void elementsKeepWhatIsTheirs();
     void notesGoOverTheClipboard();
@@ -189,6 +191,27 @@ void TestEditing::notesAreMadeOfWords()
     MVRNoteEdits::moveToText(nullptr, QTextCursor());
 }
 
+void TestEditing::footnotesGoToTheEnd()
+{
+    QTextDocument document;
+    document.setPlainText(QStringLiteral("One two three."));
+    MVRNoteEdits::footnotesToEndNotes(&document);
+    QVERIFY(!document.isUndoAvailable());
+    QCOMPARE(document.blockCount(), 1);
+
+    MVRTextDoc::setInlineFootnoteAnnotation(at(document, 8, 13), true, true);
+    MVRTextCommentLink link;
+    link.isFootnote = true;
+    link.cdata = MVRTextRtf::textToRtf(QStringLiteral("First\nsecond"), nullptr);
+    MVRTextDoc::setComment(at(document, 0, 3), link);
+    MVRNoteEdits::footnotesToEndNotes(&document);
+    QCOMPARE(document.toPlainText(), QStringLiteral("One1 two 2.\n1. First\nsecond\n2. three"));
+    QVERIFY(MVRTextDoc::notes(&document).isEmpty());
+    document.undo();
+    QCOMPARE(document.toPlainText(), QStringLiteral("One two three."));
+    QCOMPARE(MVRTextDoc::notes(&document).size(), 2);
+}
+
 void TestEditing::elementsFollowTheKeys()
 {
     QTextDocument document;
@@ -216,6 +239,11 @@ void TestEditing::elementsFollowTheKeys()
     cursor.movePosition(QTextCursor::End);
     QVERIFY(elements.startNext(&cursor));
     QCOMPARE(element(), QStringLiteral("Action"));
+    QVERIFY(!elements.startNext(nullptr));
+    elements.apply(cursor, QStringLiteral("Dialogue"));
+    QCOMPARE(cursor.blockFormat().doubleProperty(MVRTextFormat::BlockLeftIndentProperty),
+             1.5 * 72); // beside a margin of an inch
+    QCOMPARE(elements.shortcut(QStringLiteral("Cast List")), QStringLiteral("8"));
     QCOMPARE(MVRScreenplayElements().names(), QStringList());
 }
 
@@ -314,7 +342,24 @@ void TestEditing::copiesOutliveTheirPrograms()
     left = MVRRecovery::leftCopies();
     QCOMPARE(left.size(), 1);
     QVERIFY(QFileInfo(left[0].file).size() > 0);
+
+    // A record that somebody changed does not have other files offered, or deleted.
+    QTemporaryFile other;
+    QVERIFY(other.open());
+    QFile record(left[0].record);
+    QVERIFY(record.open(QIODevice::WriteOnly));
+    record.write(other.fileName().toUtf8());
+    record.close();
+    MVRRecovery::remove(MVRRecovery::leftCopies().value(0));
+    QVERIFY(other.exists());
+    QVERIFY(MVRRecovery::leftCopies().isEmpty());
     MVRRecovery::remove(left[0]);
+
+    MVRRecovery none(nullptr);
+    none.noteEdit(QString(), QStringLiteral("rtf"));
+    none.write();
+    none.wait();
+    QVERIFY(MVRRecovery::leftCopies().isEmpty());
 }
 
 int main(int argc, char *argv[])

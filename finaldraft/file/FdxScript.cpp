@@ -11,7 +11,6 @@ using MVRFinalDraft::ParagraphAttr;
 
 namespace {
 
-constexpr double pointsPerInch = 72.0;
 constexpr double standardMargin = 72.0; // points
 const char generalType[] = "General"; // of a paragraph that names none
 
@@ -19,8 +18,7 @@ const char generalType[] = "General"; // of a paragraph that names none
 ElementSettings standardSettings(const QByteArray &type, double margin)
 {
     ElementSettings settings = fdxStandardSettings(QString::fromUtf8(type), MVRFinalDraft::General);
-    settings.paragraphSpec.leftIndent -= margin / pointsPerInch;
-    settings.paragraphSpec.rightIndent -= margin / pointsPerInch;
+    fdxCountFromMargin(&settings, margin);
     return settings;
 }
 

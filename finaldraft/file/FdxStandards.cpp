@@ -76,3 +76,10 @@ QVector<ElementSettings> fdxStandardSettings()
         all.append(settingsOf(row));
     return all;
 }
+
+void fdxCountFromMargin(ElementSettings *settings, double margin)
+{
+    constexpr double pointsPerInch = 72.0;
+    settings->paragraphSpec.leftIndent -= margin / pointsPerInch;
+    settings->paragraphSpec.rightIndent -= margin / pointsPerInch;
+}

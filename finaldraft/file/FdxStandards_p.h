@@ -18,3 +18,6 @@ MVRFinalDraft::ElementSettings fdxStandardSettings(const QString &type,
 
 /*! All of them, in the order in which Final Draft lists them. */
 QVector<MVRFinalDraft::ElementSettings> fdxStandardSettings();
+
+/*! Lets indents that count from the paper's edge count from a margin of so many points. */
+void fdxCountFromMargin(MVRFinalDraft::ElementSettings *settings, double margin);
