@@ -39,32 +39,44 @@ QString firstWords(const QTextDocument &document, int blocks)
     return QString();
 }
 
-/*! What the file holds that has no place in a document, in words. */
+/*! A kind of what has no place in a document. */
+struct Loss
+{
+    int MVRFinalDraft::LeftOut::*count;
+    const char *one;
+    const char *many;
+    bool isOnPages = false;
+};
+
+using Left = MVRFinalDraft::LeftOut;
+constexpr Loss lossKinds[] = {
+    {&Left::detachedNotes, QT_TRANSLATE_NOOP("Tool", "note without a place"),
+     QT_TRANSLATE_NOOP("Tool", "notes without a place")},
+    {&Left::alternates, QT_TRANSLATE_NOOP("Tool", "alternate"),
+     QT_TRANSLATE_NOOP("Tool", "alternates")},
+    {&Left::omittedParagraphs, QT_TRANSLATE_NOOP("Tool", "paragraph of omitted scenes"),
+     QT_TRANSLATE_NOOP("Tool", "paragraphs of omitted scenes")},
+    {&Left::summaries, QT_TRANSLATE_NOOP("Tool", "scene summary"),
+     QT_TRANSLATE_NOOP("Tool", "scene summaries")},
+    {&Left::sceneTitles, QT_TRANSLATE_NOOP("Tool", "scene title"),
+     QT_TRANSLATE_NOOP("Tool", "scene titles")},
+    {&Left::headers, QT_TRANSLATE_NOOP("Tool", "header or footer"),
+     QT_TRANSLATE_NOOP("Tool", "headers and footers"), true},
+    {&Left::beats, QT_TRANSLATE_NOOP("Tool", "card of the beat board"),
+     QT_TRANSLATE_NOOP("Tool", "cards of the beat board")},
+    {&Left::characterBeats, QT_TRANSLATE_NOOP("Tool", "beat of a character's arc"),
+     QT_TRANSLATE_NOOP("Tool", "beats of characters' arcs")},
+    {&Left::hiddenTexts, QT_TRANSLATE_NOOP("Tool", "mark of hidden text, which is shown"),
+     QT_TRANSLATE_NOOP("Tool", "marks of hidden text, which is shown"), true},
+};
+
 QStringList lossWords(const MVRFinalDraft::LeftOut &leftOut, bool goesToPages)
 {
     QStringList words;
-    addCounted(&words, leftOut.detachedNotes, QT_TRANSLATE_NOOP("Tool", "note without a place"),
-               QT_TRANSLATE_NOOP("Tool", "notes without a place"));
-    addCounted(&words, leftOut.alternates, QT_TRANSLATE_NOOP("Tool", "alternate"),
-               QT_TRANSLATE_NOOP("Tool", "alternates"));
-    addCounted(&words, leftOut.omittedParagraphs,
-               QT_TRANSLATE_NOOP("Tool", "paragraph of omitted scenes"),
-               QT_TRANSLATE_NOOP("Tool", "paragraphs of omitted scenes"));
-    addCounted(&words, leftOut.summaries, QT_TRANSLATE_NOOP("Tool", "scene summary"),
-               QT_TRANSLATE_NOOP("Tool", "scene summaries"));
-    addCounted(&words, leftOut.sceneTitles, QT_TRANSLATE_NOOP("Tool", "scene title"),
-               QT_TRANSLATE_NOOP("Tool", "scene titles"));
-    addCounted(&words, goesToPages ? 0 : leftOut.headers,
-               QT_TRANSLATE_NOOP("Tool", "header or footer"),
-               QT_TRANSLATE_NOOP("Tool", "headers and footers"));
-    addCounted(&words, leftOut.beats, QT_TRANSLATE_NOOP("Tool", "card of the beat board"),
-               QT_TRANSLATE_NOOP("Tool", "cards of the beat board"));
-    addCounted(&words, leftOut.characterBeats,
-               QT_TRANSLATE_NOOP("Tool", "beat of a character's arc"),
-               QT_TRANSLATE_NOOP("Tool", "beats of characters' arcs"));
-    addCounted(&words, goesToPages ? 0 : leftOut.hiddenTexts,
-               QT_TRANSLATE_NOOP("Tool", "mark of hidden text, which is shown"),
-               QT_TRANSLATE_NOOP("Tool", "marks of hidden text, which is shown"));
+    for (const Loss &loss : lossKinds) {
+        if (!loss.isOnPages || !goesToPages)
+            addCounted(&words, leftOut.*loss.count, loss.one, loss.many);
+    }
     return words;
 }
 
