@@ -164,15 +164,23 @@ void MVRNoteEdits::footnotesToEndNotes(QTextDocument *document)
                                 QTextCursor());
     QTextCharFormat plain; // where the notes stand now they are text like any other
     plain.setProperty(MVRTextFormat::InlineFootnoteProperty, false);
-    const QList<QTextDocumentFragment> notes
-        = MVRTextDoc::inlineFootnotesToEndNotes(document, 1, plain, MVRFormat());
+    QTextDocument list;
+    list.setUndoRedoEnabled(false);
+    QTextCursor end(&list);
+    int number = 0;
+    MVRTextDoc::inlineFootnotesToEndNotes(
+        document, 1, plain, MVRFormat(), [&](const QTextDocumentFragment &note) {
+            if (number > 0)
+                end.insertBlock(QTextBlockFormat(), QTextCharFormat());
+            end.insertText(QStringLiteral("%1. ").arg(++number), QTextCharFormat());
+            MVRTextDoc::appendFragment(end, note);
+        });
     // The numbers are no footnotes.
     STextDoc::clearAllProperty(document, MVRTextFormat::InlineFootnoteProperty, true, true);
-    QTextCursor end(document);
-    for (int i = 0; i < notes.size(); ++i) {
-        end.movePosition(QTextCursor::End);
-        end.insertBlock(QTextBlockFormat(), QTextCharFormat());
-        end.insertText(QStringLiteral("%1. ").arg(i + 1));
-        MVRTextDoc::appendFragment(end, notes[i]);
-    }
+    if (number == 0)
+        return;
+    QTextCursor behind(document);
+    behind.movePosition(QTextCursor::End);
+    behind.insertBlock(QTextBlockFormat(), QTextCharFormat());
+    behind.insertFragment(QTextDocumentFragment(&list));
 }

@@ -66,7 +66,7 @@ void MVRRecovery::noteEdit(const QString &original, const QString &suffix)
 
 void MVRRecovery::write()
 {
-    if (!m_due.isValid())
+    if (!m_due.isValid() || !m_prepare)
         return;
     wait(); // for the copy before, which has had a pause to be written in
     m_pause.stop();
@@ -79,7 +79,7 @@ void MVRRecovery::write()
     const QString record = m_base + QLatin1String(recordSuffix);
     const QByteArray names = copy.toUtf8() + '\n' + m_original.toUtf8();
     m_thread.reset(QThread::create([writer = m_prepare(), copy, record, names] {
-        const QByteArray bytes = writer();
+        const QByteArray bytes = writer ? writer() : QByteArray();
         if (!bytes.isEmpty() && writeFile(copy, bytes))
             writeFile(record, names);
     }));
@@ -117,7 +117,9 @@ QVector<MVRRecovery::Copy> MVRRecovery::leftCopies()
         const QStringList lines
             = QString::fromUtf8(MVRCoreUtil::ReadBinaryFile(info.filePath(), nullptr))
                   .split(QLatin1Char('\n'));
-        copies.append({lines.first(), lines.value(1), info.filePath()});
+        // Only what lies beside a record is its copy, whatever the record says.
+        const QString copy = info.dir().filePath(QFileInfo(lines.first()).fileName());
+        copies.append({copy, lines.value(1), info.filePath()});
     }
     return copies;
 }

@@ -21,6 +21,8 @@ class QThread;
 
     A copy is due when nobody has edited for a second and a half, or for a minute of edits. It is
     taken in the thread of the text, which a copy of a document costs, and written in another one.
+    Where it cannot be written (the disk is full, the writer gave nothing), the copy before stays,
+    and the next edit makes another one due.
 
     The copies of all windows stand in one folder, "recovery" in QStandardPaths::AppDataLocation,
     each with a lock by which a copy whose program has gone is told from one that is in use.
@@ -49,7 +51,8 @@ public:
         QString record; /*!< path of what names the two */
     };
 
-    /*! \param prepare  takes what is to be written from the text as it stands */
+    /*! \param prepare  takes what is to be written from the text as it stands; null for no copies
+     */
     explicit MVRRecovery(std::function<Writer()> prepare, QObject *parent = nullptr);
     /*! Waits for the copy that is being written; copies stay. */
     ~MVRRecovery() override;
