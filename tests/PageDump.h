@@ -50,3 +50,18 @@ inline MVRScreenplay screenplayOf(const QString &name)
         return MVRScreenplay();
     return screenplay;
 }
+
+/*! A paragraph of a new script. */
+inline MVRScreenplayParagraph scriptParagraph(const QString &type, const QString &text)
+{
+    MVRScreenplayParagraph made;
+    const MVRFinalDraft::ElementSettings element = MVRScreenplay::standardElement(type);
+    made.type = type;
+    made.paginateAs = element.paginateAs;
+    made.attr = element.paragraphSpec;
+    MVRScreenplayRun run;
+    run.text = text;
+    run.attr = element.fontSpec;
+    made.runs.append(run);
+    return made;
+}

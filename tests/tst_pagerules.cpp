@@ -12,20 +12,6 @@ Q_DECLARE_METATYPE(MVRScreenplaySettings)
 
 namespace {
 
-MVRScreenplayParagraph paragraph(const QString &type, const QString &text)
-{
-    MVRScreenplayParagraph made;
-    const ElementSettings element = MVRScreenplay::standardElement(type);
-    made.type = type;
-    made.paginateAs = element.paginateAs;
-    made.attr = element.paragraphSpec;
-    MVRScreenplayRun run;
-    run.text = text;
-    run.attr = element.fontSpec;
-    made.runs.append(run);
-    return made;
-}
-
 /*! Scripts of all elements in orders and lengths that nobody would think of. */
 class RandomScript
 {
@@ -73,13 +59,15 @@ private:
     void addSpeech(QVector<MVRScreenplayParagraph> &body, int dual)
     {
         const int first = body.size();
-        body.append(paragraph(QStringLiteral("Character"),
-                              below(2) ? QStringLiteral("Anna") : QStringLiteral("TOM (V.O.)")));
+        body.append(
+            scriptParagraph(QStringLiteral("Character"),
+                            below(2) ? QStringLiteral("Anna") : QStringLiteral("TOM (V.O.)")));
         const int parts = 1 + below(3);
         for (int i = 0; i < parts; ++i) {
             if (below(3) == 0)
-                body.append(paragraph(QStringLiteral("Parenthetical"), text(1 + below(8))));
-            body.append(paragraph(QStringLiteral("Dialogue"), text(1 + below(dual ? 60 : 120))));
+                body.append(scriptParagraph(QStringLiteral("Parenthetical"), text(1 + below(8))));
+            body.append(
+                scriptParagraph(QStringLiteral("Dialogue"), text(1 + below(dual ? 60 : 120))));
         }
         for (int i = first; i < body.size(); ++i)
             body[i].dualDialogue = dual;
@@ -87,17 +75,18 @@ private:
 
     void addScene(QVector<MVRScreenplayParagraph> &body)
     {
-        body.append(paragraph(QStringLiteral("Scene Heading"), text(1 + below(12))));
+        body.append(scriptParagraph(QStringLiteral("Scene Heading"), text(1 + below(12))));
         body.last().attr.startsNewPage = below(10) == 0;
         const int parts = 1 + below(12);
         for (int i = 0; i < parts; ++i) {
             switch (below(7)) {
             case 0:
-                body.append(paragraph(QStringLiteral("Transition"), QStringLiteral("cut to:")));
+                body.append(
+                    scriptParagraph(QStringLiteral("Transition"), QStringLiteral("cut to:")));
                 break;
             case 1:
-                body.append(paragraph(QStringLiteral("Shot"), text(3)));
-                body.append(paragraph(QStringLiteral("Action"), text(below(60))));
+                body.append(scriptParagraph(QStringLiteral("Shot"), text(3)));
+                body.append(scriptParagraph(QStringLiteral("Action"), text(below(60))));
                 break;
             case 2:
                 ++m_dual;
@@ -109,7 +98,7 @@ private:
                 addSpeech(body, 0);
                 break;
             default:
-                body.append(paragraph(QStringLiteral("Action"), text(below(150))));
+                body.append(scriptParagraph(QStringLiteral("Action"), text(below(150))));
             }
         }
     }
@@ -209,10 +198,7 @@ private Q_SLOTS:
     void pagesStartWhereAsked();
     void largeLettersNeedHigherLines();
     void endsSentencesAtNoInitial();
-    void countsContinuedsByScene();
     void takesNoSpacingForSingle();
-    void keepsScenesAndPages();
-    void measuresScenes();
 };
 
 void TestPageRules::keepsRules_data()
@@ -288,11 +274,11 @@ void TestPageRules::breaksLongParagraphs()
     // One paragraph and one speech that go over hundreds of pages.
     MVRScreenplay script;
     const QString words = QStringLiteral("He waits. And waits, ").repeated(20000);
-    script.body = {paragraph(QStringLiteral("Action"), words),
-                   paragraph(QStringLiteral("Character"), QStringLiteral("ANNA")),
-                   paragraph(QStringLiteral("Dialogue"), words),
-                   paragraph(QStringLiteral("Action"), QString(200000, QLatin1Char('x'))),
-                   paragraph(QStringLiteral("Action"), QString(200000, QLatin1Char(' ')))};
+    script.body = {scriptParagraph(QStringLiteral("Action"), words),
+                   scriptParagraph(QStringLiteral("Character"), QStringLiteral("ANNA")),
+                   scriptParagraph(QStringLiteral("Dialogue"), words),
+                   scriptParagraph(QStringLiteral("Action"), QString(200000, QLatin1Char('x'))),
+                   scriptParagraph(QStringLiteral("Action"), QString(200000, QLatin1Char(' ')))};
     QVERIFY(MVRScreenplayPages(script).pages().size() > 400);
 }
 
@@ -347,8 +333,8 @@ void TestPageRules::placesWideAndLeftwardText()
     MVRScreenplay script;
     const QString hebrew = QStringLiteral("שלום עולם, ");
     const QString chinese = QStringLiteral("雨停了。船没有回来，");
-    script.body = {paragraph(QStringLiteral("Action"), hebrew.repeated(12)),
-                   paragraph(QStringLiteral("Action"), chinese.repeated(20))};
+    script.body = {scriptParagraph(QStringLiteral("Action"), hebrew.repeated(12)),
+                   scriptParagraph(QStringLiteral("Action"), chinese.repeated(20))};
     const QVector<MVRScreenplayPage> pages = MVRScreenplayPages(script).pages();
     int lines[2] = {0, 0};
     for (const MVRScreenplayLine &line : pages.first().lines) {
@@ -367,7 +353,8 @@ void TestPageRules::placesWideAndLeftwardText()
     QVERIFY(lines[1] > 1); // although it has no blanks
 
     // Letters join, however far behind the paragraph's start: as many words fit on each line.
-    script.body = {paragraph(QStringLiteral("Action"), QStringLiteral("بيبيبيبي ").repeated(90))};
+    script.body
+        = {scriptParagraph(QStringLiteral("Action"), QStringLiteral("بيبيبيبي ").repeated(90))};
     QStringList arabic;
     const MVRScreenplayPage page = MVRScreenplayPages(script).pages().first();
     for (const MVRScreenplayLine &line : page.lines) {
@@ -383,7 +370,7 @@ void TestPageRules::justifiesLines()
     MVRScreenplay script;
     const QString text = QStringLiteral("  One line of text and\tmore after the tab.\n")
         + QStringLiteral("Words of all lengths, quite some. ").repeated(9);
-    script.body = {paragraph(QStringLiteral("Action"), text.trimmed())};
+    script.body = {scriptParagraph(QStringLiteral("Action"), text.trimmed())};
     script.body[0].attr.alignment = Qt::AlignJustify;
     script.settings.pageSize.setHeight(144.0 + 12.0 * 4); // breaks in the middle
     QString seen;
@@ -432,9 +419,10 @@ void TestPageRules::goesOverWholeWhereNoSentenceEnds()
         MVRScreenplay script;
         script.settings.pageSize.setHeight(144.0 + 12.0 * 24);
         script.settings.breaksAtSentences = atSentences;
-        script.body = {paragraph(QStringLiteral("Action"),
-                                 QStringLiteral("x\n").repeated(23 - left) + QLatin1Char('x')),
-                       paragraph(QStringLiteral("Action"), QStringLiteral("word ").repeated(130))};
+        script.body
+            = {scriptParagraph(QStringLiteral("Action"),
+                               QStringLiteral("x\n").repeated(23 - left) + QLatin1Char('x')),
+               scriptParagraph(QStringLiteral("Action"), QStringLiteral("word ").repeated(130))};
         int lines = 0;
         const MVRScreenplayPage page = MVRScreenplayPages(script).pages().first();
         for (const MVRScreenplayLine &line : page.lines)
@@ -451,8 +439,8 @@ void TestPageRules::titlePageGoesOverTheMargin()
     const auto titlePages = [](int lines, int empty) {
         MVRScreenplay script;
         for (int i = 0; i < lines + empty; ++i)
-            script.titlePage.append(
-                paragraph(QStringLiteral("General"), i < lines ? QStringLiteral("x") : QString()));
+            script.titlePage.append(scriptParagraph(QStringLiteral("General"),
+                                                    i < lines ? QStringLiteral("x") : QString()));
         return MVRScreenplayPages(script).pages().size() - 1;
     };
     QCOMPARE(titlePages(57, 0), 1); // down to the footer's margin
@@ -464,7 +452,7 @@ void TestPageRules::pagesStartWhereAsked()
 {
     MVRScreenplay script;
     for (const char *type : {"Scene Heading", "Action", "Character", "Dialogue", "Dialogue"})
-        script.body.append(paragraph(QLatin1String(type), QStringLiteral("one\ntwo")));
+        script.body.append(scriptParagraph(QLatin1String(type), QStringLiteral("one\ntwo")));
     const auto pageOf = [&script](int index) {
         const QVector<MVRScreenplayPage> pages = MVRScreenplayPages(script).pages();
         const auto parts = partsOf(pages);
@@ -484,7 +472,7 @@ void TestPageRules::pagesStartWhereAsked()
 void TestPageRules::largeLettersNeedHigherLines()
 {
     MVRScreenplay script;
-    script.body = {paragraph(QStringLiteral("Action"), QStringLiteral("a\nb"))};
+    script.body = {scriptParagraph(QStringLiteral("Action"), QStringLiteral("a\nb"))};
     script.body[0].runs[0].attr.size = 18.0;
     const MVRScreenplayPage page = MVRScreenplayPages(script).pages().first();
     QCOMPARE(page.lines.last().y - page.lines.first().y, 18.0);
@@ -497,12 +485,12 @@ void TestPageRules::endsSentencesAtNoInitial()
     const auto lastWord = [](const QString &sign) {
         MVRScreenplay script;
         script.settings.pageSize.setHeight(144.0 + 12.0 * 11);
-        script.body
-            = {paragraph(QStringLiteral("Action"),
-                         QStringLiteral("word\n").repeated(4) + QLatin1Char('x')),
-               paragraph(QStringLiteral("Action"),
-                         QStringLiteral("word ").repeated(40) + sign + QStringLiteral(" Smith")
-                             + QStringLiteral(" word").repeated(40))};
+        script.body = {scriptParagraph(QStringLiteral("Action"),
+                                       QStringLiteral("word\n").repeated(4) + QLatin1Char('x')),
+                       scriptParagraph(QStringLiteral("Action"),
+                                       QStringLiteral("word ").repeated(40) + sign
+                                           + QStringLiteral(" Smith")
+                                           + QStringLiteral(" word").repeated(40))};
         QString text;
         const MVRScreenplayPage page = MVRScreenplayPages(script).pages().first();
         for (const MVRScreenplayLine &line : page.lines) {
@@ -517,33 +505,11 @@ void TestPageRules::endsSentencesAtNoInitial()
     QVERIFY(lastWord(QStringLiteral("Mr.")) != QStringLiteral("Mr."));
 }
 
-void TestPageRules::countsContinuedsByScene()
-{
-    MVRScreenplay script;
-    script.settings.continuesBrokenScene = script.settings.countsContinueds = true;
-    for (int scene = 0; scene < 2; ++scene) {
-        script.body.append(paragraph(QStringLiteral("Scene Heading"), QStringLiteral("int. room")));
-        script.body.last().attr.startsNewPage = true;
-        script.body.append(
-            paragraph(QStringLiteral("Action"), QStringLiteral("It rains again. ").repeated(500)));
-    }
-    QStringList tops;
-    const QVector<MVRScreenplayPage> pages = MVRScreenplayPages(script).pages();
-    for (const MVRScreenplayPage &page : pages) {
-        for (const MVRScreenplayLine &line : page.lines) {
-            if (line.kind == MVRScreenplayLine::SceneTop)
-                tops.append(line.text());
-        }
-    }
-    const QStringList ofScene = {QStringLiteral("CONTINUED:"), QStringLiteral("CONTINUED: (2)")};
-    QCOMPARE(tops, ofScene + ofScene);
-}
-
 void TestPageRules::takesNoSpacingForSingle()
 {
     MVRScreenplay script;
     for (const double spacing : {0.0, 1.0, 2.0}) {
-        script.body.append(paragraph(QStringLiteral("Action"), QStringLiteral("a\nb")));
+        script.body.append(scriptParagraph(QStringLiteral("Action"), QStringLiteral("a\nb")));
         script.body.last().attr.spacing = spacing;
     }
     QVector<double> heights;
@@ -553,71 +519,6 @@ void TestPageRules::takesNoSpacingForSingle()
             heights.append(line.height);
     }
     QCOMPARE(heights, QVector<double>({12, 12, 12, 12, 24, 24}));
-}
-
-void TestPageRules::keepsScenesAndPages()
-{
-    MVRScreenplay script;
-    for (const char *number : {"1", "2", "2A", "3", "4"}) {
-        script.body.append(paragraph(QStringLiteral("Scene Heading"), QStringLiteral("int. room")));
-        script.body.last().sceneNumber = QLatin1String(number);
-        script.body.append(
-            paragraph(QStringLiteral("Action"),
-                      QStringLiteral("Text of %1. ").arg(QLatin1String(number)).repeated(120)));
-    }
-    MVRScreenplayPages pages(script);
-    const int all = pages.pages().size();
-    QVERIFY(!pages.keepScenes(QStringLiteral("5"), QStringLiteral("6")));
-    QVERIFY(!pages.keepScenes(QStringLiteral("3"), QStringLiteral("2")));
-    QCOMPARE(pages.pages().size(), all);
-    QVERIFY(pages.keepScenes(QStringLiteral("2"), QStringLiteral("2a")));
-    const QByteArray sides = dumpOf(pages);
-    QVERIFY(sides.contains("Text of 2.") && sides.contains("Text of 2A."));
-    QVERIFY(!sides.contains("Text of 1.") && !sides.contains("Text of 3."));
-    QVERIFY(pages.pages().first().number > 0);
-
-    MVRScreenplayPages some(script);
-    QVERIFY(!some.keepPages(100, 200));
-    QVERIFY(some.keepPages(2, 3));
-    QCOMPARE(some.pages().size(), 2);
-    QCOMPARE(some.pages().first().number, 2);
-}
-
-void TestPageRules::measuresScenes()
-{
-    // 54 lines: a scene of 27, one of 2 (and two above it), one over the page's end.
-    MVRScreenplay script;
-    const auto line = [](int count) {
-        QStringList lines;
-        for (int i = 0; i < count; ++i)
-            lines << QStringLiteral("Line %1.").arg(i + 1);
-        return lines.join(QLatin1Char('\n'));
-    };
-    for (const int lines : {25, 1, 60}) {
-        script.body.append(paragraph(QStringLiteral("Scene Heading"), QStringLiteral("int. room")));
-        script.body.append(paragraph(QStringLiteral("Action"), line(lines)));
-    }
-    const MVRScreenplayPages pages(script);
-    const QVector<MVRScreenplayScene> scenes = pages.scenes();
-    QCOMPARE(scenes.size(), 3);
-    QCOMPARE(scenes[0].eighths, 4);
-    QCOMPARE(scenes[1].eighths, 1);
-    QCOMPARE(scenes[2].eighths, 9);
-    const QVector<MVRScreenplaySceneLength> parts = pages.sceneLengths();
-    QCOMPARE(parts.size(), 4);
-    QCOMPARE(parts[1].firstLine, 27);
-    QCOMPARE(parts[1].lastLine, 28);
-    QCOMPARE(parts[2].firstText, QStringLiteral("INT. ROOM"));
-    QCOMPARE(parts[3].page, 1);
-    QCOMPARE(parts[3].firstLine, 1);
-    QCOMPARE(parts[3].lastText, QStringLiteral("Line 60."));
-
-    // What a break brings along is no line of the script.
-    script.settings.marksBrokenScene = script.settings.continuesBrokenScene = true;
-    const QVector<MVRScreenplaySceneLength> marked = MVRScreenplayPages(script).sceneLengths();
-    QVERIFY2(marked[2].lastText.startsWith(QLatin1String("Line ")), qPrintable(marked[2].lastText));
-    QVERIFY(marked[3].firstText.startsWith(QLatin1String("Line ")));
-    QCOMPARE(marked[3].firstLine, 2);
 }
 
 QTEST_MAIN(TestPageRules)
