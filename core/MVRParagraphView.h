@@ -16,9 +16,9 @@ class QTextDocument;
     Stock Qt ignores the indents and line spacings of the application (MVRTextFormat): an imported
     screenplay stands at the left margin. As long as a view lives, each such paragraph also has the
     margins, first-line indent and line height that show the same. They follow what is edited,
-   split, joined, pasted, undone and redone: what the view adds belongs to the undo step of the edit
-   that made it necessary. They are not the document's own: the writers and
-   MVRToolkit::toStockParagraphs() look past them by ownFormat().
+    split, joined, pasted, undone and redone: what the view adds belongs to the undo step of the
+    edit that made it necessary. They are not the document's own: the writers and
+    MVRToolkit::toStockParagraphs() look past them by ownFormat().
 
     \code
     auto *view = new MVRParagraphView(edit->document());
@@ -32,7 +32,7 @@ class MVRCORE_EXPORT MVRParagraphView : public QObject
 public:
     /*!
         Begins to show the paragraphs of \a document, which becomes the parent. The document gets
-       its layout, and an undo history that was there is lost; whether it counts as modified stays.
+        its layout, and an undo history that was there is lost; whether it counts as modified stays.
         Nothing happens for null.
     */
     explicit MVRParagraphView(QTextDocument *document);
@@ -51,9 +51,10 @@ public:
 
     /*!
         Shows the lengths of all paragraphs (margins, indents, fixed line heights) larger or
-       smaller, those of stock Qt too; 1 before the first call. Qt lays text out in pixels of the
-       screen, of which a font of 12 points takes 16 at 96 dpi, and takes lengths for pixels as they
-       are: with logicalDpiY() / 72.0 both are of one measure. A change ends the undo history.
+        smaller, those of stock Qt too; 1 before the first call. Qt lays text out in pixels of the
+        screen, of which a font of 12 points takes 16 at 96 dpi, and takes lengths for pixels as
+        they are: with logicalDpiY() / 72.0 both are of one measure. A change ends the undo
+        history.
 
         \param factor  pixels per point; at most 0 is ignored
     */

@@ -76,7 +76,7 @@ public:
         margins, block indent and line spacing. A property that is not set counts as its default.
         Lengths within 0.4 points are equal, because files round them to hundredths of an inch, and
         so are spacings within a hundredth of a line. Page breaks, colours and the element name do
-       not count.
+        not count.
     */
     static bool equal(const QTextBlockFormat &elementFormat, const QTextBlockFormat &blockFormat);
 

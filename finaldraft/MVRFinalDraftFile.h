@@ -25,10 +25,10 @@ class QTextDocument;
     title page and script as a document whose paragraphs know which element they came from, write()
     puts what was changed in the document back and leaves every other byte as it was. What a
     document cannot show (revisions, tags, headers, alternates, the beat board, …) stays in the
-   file.
+    file.
 
     An object that nothing was loaded into writes whole files of its own, in version 5 of the
-   format. An object belongs to one thread. Every version is read, templates (.fdxt) too.
+    format. An object belongs to one thread. Every version is read, templates (.fdxt) too.
 
     MVRFinalDraftReader and MVRFinalDraftWriter go through a document alone instead: what that does
     not hold is lost.

@@ -103,7 +103,7 @@ public:
                const QList<MVRScriptElement> &elements);
 
     /*! Writes the blocks and tables of a frame; true. A step of write(), like the next ones, which
-       do nothing outside of it, where there is no tree. */
+        do nothing outside of it, where there is no tree. */
     bool processFrame(const QTextFrame &frame);
     /*! Writes the block or the frame that \a it is at; true. */
     bool processFrameIterator(QTextFrame::iterator it);

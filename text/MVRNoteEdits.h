@@ -10,7 +10,7 @@
     nothing changes.
 
     Notes are those that MVRTextDoc::notes() or MVRNotesModel list, their documents not edited
-   since. Null documents and cursors do nothing.
+    since. Null documents and cursors do nothing.
 */
 class MVRTEXT_EXPORT MVRNoteEdits
 {

@@ -14,8 +14,8 @@ class QTextBlock;
 
     The document stays as it is: the tint lives in the layout of its view (additional formats), so
     that nothing of it is saved, copied or undone. One edit costs the paragraphs that it touches,
-   all paragraphs together one layout of the document; Qt's own QSyntaxHighlighter has one made for
-   each paragraph. A document has one highlighter of either class.
+    all paragraphs together one layout of the document; Qt's own QSyntaxHighlighter has one made for
+    each paragraph. A document has one highlighter of either class.
 */
 class MVRTEXT_EXPORT MVRNoteHighlighter : public QObject
 {

@@ -7,7 +7,7 @@
 
 /*!
     The notes that a reader wants to see: of one kind, author or colour, with those that are
-   resolved or without. They stay in the order of the text as long as nobody sorts them.
+    resolved or without. They stay in the order of the text as long as nobody sorts them.
 */
 class MVRTEXT_EXPORT MVRNotesFilter : public QSortFilterProxyModel
 {

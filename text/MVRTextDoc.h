@@ -443,9 +443,9 @@ public:
         nothing itself. Where there is no file, or none that can be shown, the image is a
         placeholder: the application's resource ":/Icons/Application/MsgAlert", else a question
         mark of that size, smaller when it had more than 64 million pixels. The path is kept in
-       MVRTextFormat::ImageLinkProperty either way. Bitmaps of up to 50 million pixels in files of
-       up to 128 MiB are loaded, JPEG files of up to 200 million reduced to a quarter of their
-       sides. Equal images share one resource of the document.
+        MVRTextFormat::ImageLinkProperty either way. Bitmaps of up to 50 million pixels in files of
+        up to 128 MiB are loaded, JPEG files of up to 200 million reduced to a quarter of their
+        sides. Equal images share one resource of the document.
 
         Every image is an undo step of its own; as to a layout, see toInlineMarkup().
 

@@ -31,7 +31,8 @@ public:
 
     /*!
         Counts \a document, which becomes the parent, and follows its edits from now on. The
-       document gets its layout, without which Qt tells nothing of edits. Null: nothing is counted.
+        document gets its layout, without which Qt tells nothing of edits. Null: nothing is
+        counted.
     */
     explicit MVRWordCounter(QTextDocument *document);
 

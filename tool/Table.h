@@ -9,7 +9,7 @@
     A table of text in columns.
 
     Each row is one line. On a terminal, which counts columns and not characters, long cells are cut
-   so that a row fits its width; elsewhere they are whole.
+    so that a row fits its width; elsewhere they are whole.
 */
 class Table
 {

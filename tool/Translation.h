@@ -4,7 +4,7 @@
 #include <QTranslator>
 
 /*! The tool's texts in the language of the user (LC_ALL, LC_MESSAGES, LANG), while it lives.
-   English where there is no translation. */
+    English where there is no translation. */
 class Translation
 {
 public:

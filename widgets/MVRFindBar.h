@@ -15,7 +15,7 @@ class QTextEdit;
     goes back to the text.
 
     What is replaced keeps the format of the text around it, its notes included; replacing all is
-   one undo step.
+    one undo step.
 */
 class MVRFindBar : public QWidget
 {

@@ -18,8 +18,8 @@ class QTextEdit;
     The notes of a text as cards in its margin, each beside its line and joined to its words.
 
     There are cards for the notes in sight only, whatever the length of the text. A card is edited
-   in place, as rich text; what was written is one undo step. The card of the note that the text
-   cursor stands in is in front and shows all of its note.
+    in place, as rich text; what was written is one undo step. The card of the note that the text
+    cursor stands in is in front and shows all of its note.
 
     \code
     auto *margin = new MVRNoteMargin(edit, filter); // over a viewport that leaves room for it

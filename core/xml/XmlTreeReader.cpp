@@ -44,7 +44,7 @@ private:
 
 /*!
     Whether an instruction can begin with \a name: the parser looks at it only where a blank
-   follows, which is how the tree is written.
+    follows, which is how the tree is written.
 */
 bool isTarget(const QString &name)
 {

@@ -7,8 +7,8 @@
     The fonts whose letters are symbols: what stands in a file as "a" shows an alpha.
 
     Documents hold Unicode, so the symbols become the characters that they show. Symbols that
-   Unicode has not, or not in its first plane, stay where such fonts keep them, at U+F000 and the
-   byte.
+    Unicode has not, or not in its first plane, stay where such fonts keep them, at U+F000 and the
+    byte.
 */
 namespace RtfSymbolFonts {
 

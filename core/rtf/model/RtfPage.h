@@ -29,8 +29,8 @@ struct RtfPage
 
     /*!
         The page that \a document is laid out for, or else the one that it came with. A size counts
-       when both sides are set, which editors that scroll leave out; margins count from a quarter
-       inch on.
+        when both sides are set, which editors that scroll leave out; margins count from a quarter
+        inch on.
     */
     static RtfPage of(const QTextDocument &document);
 };

@@ -16,8 +16,8 @@ QString linkTarget(const QString &instruction);
 
 /*!
     \return what a field shows that has no result: the symbol of a SYMBOL, in Unicode where its font
-   is one that is known; the words of an EQ that puts a reading beside them, with the reading in
-   parentheses. Empty for other fields.
+    is one that is known; the words of an EQ that puts a reading beside them, with the reading in
+    parentheses. Empty for other fields.
 */
 QString shownText(const QString &instruction);
 
@@ -25,7 +25,7 @@ QString shownText(const QString &instruction);
 bool isPageNumber(const QString &instruction);
 
 /*! What is shown of a field that has no result: a button's text, a formula's letters, the name that
-   a reference goes to; empty for fields that show nothing. */
+    a reference goes to; empty for fields that show nothing. */
 QString textWithoutResult(const QString &instruction);
 
 }

@@ -10,7 +10,7 @@ namespace RtfOwnContentReader {
 
 /*!
     Takes a file to pieces that stands in the writer's own form: its header, then paragraphs of
-   runs, links and pictures, word for word as they are written.
+    runs, links and pictures, word for word as they are written.
 
     The file may come from anywhere, so each token has to be one that the writer writes at such a
     place, and each number one that the header explains.

@@ -12,7 +12,7 @@
 
 /*!
     Headers and footers (RTF 1.9.1, "Headers and Footers"): the first of each kind, as files of
-   their own.
+    their own.
 */
 class RtfPageTextReader
 {
