@@ -114,7 +114,7 @@ RTF = {
     "list texts": repeated(R, "{\\listtext\\tab 1.}a\\par", "}"),
     "level texts": repeated(R + "{\\*\\listtable{\\list{\\listlevel{\\leveltext ", "\\'01.",
                             ";}}\\listid1}}a}"),
-    "paragraphs": repeated(R, "a\\par", "}"),
+    "paragraphs": repeated(R, "a\\par ", "}"),
     "empty paragraphs": repeated(R, "\\par", "}"),
     "line breaks": repeated(R, "\\line", "}"),
     "page breaks": repeated(R, "\\page a\\par", "}"),
@@ -148,7 +148,7 @@ RTF = {
     "footnotes": repeated(R, "a{\\footnote b}", "}"),
     "footnotes apart": repeated(R, "a{\\footnote b} ", "}"),
     "footnotes in one word": repeated(R + "word", "{\\footnote b}", "}"),
-    "long footnote": repeated(R + "a{\\footnote ", "b\\par", "}}"),
+    "long footnote": repeated(R + "a{\\footnote ", "b\\par ", "}}"),
     "annotations": repeated(R, "a {\\*\\annotation b}", "}"),
     "annotations in one word": repeated(R + "word", "{\\*\\annotation b}", "}"),
     "annotations with ranges": repeated(
@@ -454,7 +454,8 @@ def shapes():
                        "overlapping annotations"),
         "rtf-endnotes": ("footnotes", "footnotes apart", "footnotes in one word",
                          "codes of footnotes"),
-        "rtf-pdf": ("numbers", "rows"),
+        "rtf-pdf": ("numbers", "rows", "paragraphs", "one paragraph of formats", "one word",
+                    "footnotes", "footnotes apart", "long footnote"),
         "rtf-odt": ("one paragraph of formats", "rows"),
         "rtf-md": ("footnotes apart", "one paragraph of formats", "rows"),
         "rtf-notes": ("footnotes apart", "annotations"),
@@ -466,17 +467,17 @@ def shapes():
         yield "fdx: " + name, "fdx-rtf", FDX[name]
         yield "fdx: " + name, "fdx-pdf", FDX[name]
     for command in ("html-odt", "html-pdf"):
-        for name in ("cells", "rows", "lists"):
+        for name in ("cells", "rows", "lists", "spans"):
             yield "html: " + name, command, HTML[name]
     for command in ("md-md", "md-html"):
-        for name in ("footnotes", "footnotes in one word", "comments", "emphasis"):
+        for name in ("footnotes", "footnotes in one word", "comments", "tables", "emphasis"):
             yield "md: " + name, command, MD[name]
     for command in ("html-html", "html-bbcode"):
         for name in ("spans", "links", "lists", "rows", "fonts"):
             yield "html: " + name, command, HTML[name]
-    for name in ("lines", "one line"):
+    for name in ("no-break spaces", "combining marks", "letters beyond the first plane"):
         yield "txt: " + name, "txt-pdf", TXT[name]
-    for command in ("txt-fdx", "txt-html", "txt-replace", "txt-count"):
+    for command in ("txt-fdx", "txt-html", "txt-pdf", "txt-replace", "txt-count"):
         for name in ("lines", "one line", "one word", "Thai"):
             yield "txt: " + name, command, TXT[name]
 

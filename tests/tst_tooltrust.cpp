@@ -21,6 +21,9 @@ private Q_SLOTS:
     void keepsWhatAFileMay();
     void saysThatMemoryEnds();
     void refusesLargeFilesUnread();
+    void laysOutLongWords_data();
+    void laysOutLongWords();
+    void laysOutNotesOneByOne();
 
 private:
     Run shell(const QByteArray &command) const;
@@ -247,6 +250,38 @@ void TestToolTrust::refusesLargeFilesUnread()
                           "$T convert large.txt out.rtf; $T count <large.txt --from text -");
     QCOMPARE(run.exitCode, 1);
     QCOMPARE(run.errors.count("is larger than 1 GiB"), 2);
+}
+
+void TestToolTrust::laysOutLongWords_data()
+{
+    QTest::addColumn<QByteArray>("word");
+    QTest::addColumn<int>("times");
+
+    // Took 7 s and more: for each line, the toolkit looks through the rest of a word.
+    QTest::newRow("letters") << QByteArray("abcdefghij") << 60000;
+    QTest::newRow("formats") << QByteArray("{\\b a}{\\i b}") << 30000;
+    QTest::newRow("a dictionary's words") << QByteArray("\\u3652?\\u3607?\\u3618?") << 250000;
+}
+
+void TestToolTrust::laysOutLongWords()
+{
+    QFETCH(const QByteArray, word);
+    QFETCH(const int, times);
+
+    m_folder->write(QStringLiteral("in.rtf"), "{\\rtf1 " + repeated(word, times) + "\\par}");
+    const Run run = shell("ulimit -t 4; $T info in.rtf");
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
+    QVERIFY2(!run.output.contains("pages               0"), run.output.constData());
+}
+
+void TestToolTrust::laysOutNotesOneByOne()
+{
+    if (shell("ulimit -v 4000000; $T --version").exitCode != 0)
+        QSKIP("sanitizers take more memory than can be limited");
+    m_folder->write(QStringLiteral("in.rtf"),
+                    "{\\rtf1 " + repeated("a{\\footnote b} ", 12000) + "\\par}");
+    const Run run = shell("ulimit -v 220000; $T convert in.rtf out.pdf"); // 13 KB for each note
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
 }
 
 QTEST_GUILESS_MAIN(TestToolTrust)

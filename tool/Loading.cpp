@@ -7,6 +7,7 @@
 #include <tool/Messages.h>
 #include <tool/Output.h>
 #include <tool/Progress.h>
+#include <tool/System.h>
 #include <tool/formats/Formats.h>
 #include <tool/formats/Media.h>
 #include <tool/formats/TableDepth.h>
@@ -16,6 +17,8 @@
 #include <QFont>
 
 namespace {
+
+constexpr int largeInput = 1 << 16; // bytes
 
 /*! Says what was not read, and what would keep it. */
 void reportLosses(Listener &listener, const QString &name, const ReadOptions &options,
@@ -82,6 +85,8 @@ bool loadDocument(const QString &path, const Format &format, const ReadOptions &
         listener.say(name, error);
         return false;
     }
+    if (bytes.size() > largeInput)
+        System::giveMemoryBack(); // trees of readers, which writers may have no use for
     if (!options.mediaFolder.isEmpty()) {
         const QString base
             = path == QLatin1String("-") ? QDir::currentPath() : QFileInfo(path).absolutePath();

@@ -10,6 +10,9 @@
 #include <memory>
 
 #include <fcntl.h>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -240,6 +243,13 @@ bool System::hasRoomFor(size_t size)
 {
     void *const room = mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     return room != MAP_FAILED && munmap(room, size) == 0;
+}
+
+void System::giveMemoryBack()
+{
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
 }
 
 bool System::isSameFile(const QString &one, const QString &other)

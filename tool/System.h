@@ -30,6 +30,9 @@ int terminalColumns();
 /*! Whether the program may take \a size more bytes of memory; it does not keep them. */
 bool hasRoomFor(size_t size);
 
+/*! Gives freed memory back to the system, where that does not do so by itself. */
+void giveMemoryBack();
+
 /*! Whether two paths name the same existing file, also through links. */
 bool isSameFile(const QString &one, const QString &other);
 

@@ -116,6 +116,8 @@ bool System::hasRoomFor(size_t size)
     return room != nullptr && VirtualFree(room, 0, MEM_RELEASE) != 0;
 }
 
+void System::giveMemoryBack() { }
+
 bool System::isSameFile(const QString &one, const QString &other)
 {
     BY_HANDLE_FILE_INFORMATION first = {};

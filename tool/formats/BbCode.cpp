@@ -94,7 +94,7 @@ bool writeBbCode(Document &document, const WriteOptions &options, QByteArray *by
         text.remove(0, 1);
     if (document.isScreenplay)
         dropBlankParagraphs(text);
-    *bytes = withFinalNewline(text);
+    *bytes = withFinalNewline(std::move(text));
     return true;
 }
 

@@ -73,7 +73,7 @@ bool writeHtml(Document &document, const WriteOptions &options, QByteArray *byte
     nameSimilarFaces(html);
     if (document.isScreenplay)
         limitWidth(html, options, margin);
-    *bytes = withFinalNewline(html);
+    *bytes = withFinalNewline(std::move(html));
     return true;
 }
 

@@ -40,7 +40,7 @@ bool writeText(Document &document, const WriteOptions &options, QByteArray *byte
     text.chop(1);
     text.replace(QChar::LineSeparator, QLatin1Char('\n'));
     text.remove(QChar::ObjectReplacementCharacter);
-    *bytes = withFinalNewline(text);
+    *bytes = withFinalNewline(std::move(text));
     return true;
 }
 

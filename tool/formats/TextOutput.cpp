@@ -1,13 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include <tool/formats/TextOutput.h>
 
+#include <tool/System.h>
+
 #include <QRegularExpression>
 #include <QTextBlock>
+
+namespace {
+
+constexpr int largeText = 1 << 20; // characters
+
+}
 
 QByteArray withFinalNewline(QString text)
 {
     if (!text.isEmpty() && !text.endsWith(QLatin1Char('\n')))
         text += QLatin1Char('\n');
+    if (text.size() > largeText)
+        System::giveMemoryBack(); // a text that grows leaves copies of itself behind
     return text.toUtf8();
 }
 

@@ -3,13 +3,14 @@
 
 #include <tool/pages/LayoutLimit.h>
 #include <tool/pages/Lengths.h>
-#include <tool/pages/PageSlices.h>
+#include <tool/pages/LongParagraphs.h>
 
 #include <core/MVRTextRtf.h>
 #include <core/MVRToolkit.h>
 #include <core/STextDoc.h>
 #include <text/MVRTextDoc.h>
 
+#include <QAbstractTextDocumentLayout>
 #include <QTextBlock>
 #include <QTextCursor>
 
@@ -39,8 +40,7 @@ double noteSize(QTextDocument &text, const MVRTextNote &note)
     return size > 0.0 ? qMin(size, maxNoteSize) : maxNoteSize;
 }
 
-std::unique_ptr<OfflineDocument> noteText(const MVRTextNote &note, const QString &number,
-                                          const QFont &font, double noteSize)
+std::unique_ptr<OfflineDocument> noteText(const PageFootnote &note, const QFont &font)
 {
     auto text = std::make_unique<OfflineDocument>();
     text->setUndoRedoEnabled(false);
@@ -50,12 +50,12 @@ std::unique_ptr<OfflineDocument> noteText(const MVRTextNote &note, const QString
     QTextCursor cursor(text.get());
     cursor.select(QTextCursor::Document);
     QTextCharFormat size;
-    size.setFontPointSize(noteSize);
+    size.setFontPointSize(note.fontSize);
     cursor.mergeCharFormat(size);
     cursor.movePosition(QTextCursor::Start);
     QTextCharFormat format = numberFormat(cursor.block().charFormat());
-    format.setFontPointSize(noteSize);
-    cursor.insertText(number, format);
+    format.setFontPointSize(note.fontSize);
+    cursor.insertText(note.number, format);
     if (!text->characterAt(cursor.position()).isSpace())
         cursor.insertText(QStringLiteral(" "), format);
     return text;
@@ -112,9 +112,10 @@ PageNotes takeNotes(QTextDocument &text)
                                       note.color.isValid() ? note.color : defaultColor, note.date});
         } else if (note.kind == MVRTextNote::Footnote) {
             PageFootnote footnote;
-            footnote.text = noteText(note, places.add(note.range.end), text.defaultFont(),
-                                     noteSize(text, note));
-            notes.footnotes.push_back(std::move(footnote));
+            footnote.number = places.add(note.range.end);
+            footnote.cdata = note.cdata;
+            footnote.fontSize = noteSize(text, note);
+            notes.footnotes.push_back(footnote);
         }
     }
     STextDoc::removeInspectorCommentsAndFootnotes(&text);
@@ -128,17 +129,41 @@ PageNotes takeNotes(QTextDocument &text)
     return notes;
 }
 
-bool layOutFootnote(QTextDocument &note, double width, double unitsPerPoint)
+NoteLayout::NoteLayout(const QFont &font, double width, double unitsPerPoint)
+    : m_font(font)
+    , m_width(width)
+    , m_unitsPerPoint(unitsPerPoint)
 {
-    wrapLines(note);
-    MVRToolkit::toStockParagraphs(&note, width / unitsPerPoint);
-    scaleLengths(note, unitsPerPoint);
-    note.setDocumentMargin(0.0);
-    QTextOption option = note.defaultTextOption();
+}
+
+const NoteLayout::Note *NoteLayout::layOut(const PageFootnote &note)
+{
+    if (m_number != note.number) {
+        m_note = {noteText(note, m_font), {}};
+        m_number = note.number;
+        if (!prepare(*m_note.text))
+            m_note = {};
+        else
+            m_note.items = flowItems(*m_note.text);
+    }
+    return m_note.text ? &m_note : nullptr;
+}
+
+/*! \return false for a text that is too high */
+bool NoteLayout::prepare(QTextDocument &text) const
+{
+    breakLongWords(text);
+    wrapLines(text);
+    MVRToolkit::toStockParagraphs(&text, m_width / m_unitsPerPoint);
+    scaleLengths(text, m_unitsPerPoint);
+    text.setDocumentMargin(0.0);
+    QTextOption option = text.defaultTextOption();
     option.setUseDesignMetrics(true);
-    note.setDefaultTextOption(option);
-    if (isTooHigh(note, width, unitsPerPoint))
+    text.setDefaultTextOption(option);
+    if (isTooHigh(text, m_width, m_unitsPerPoint))
         return false;
-    setLineWidth(note, width);
+    setLineWidth(text, m_width);
+    text.documentLayout()->documentSize();
+    keepLongParagraphs(text);
     return true;
 }

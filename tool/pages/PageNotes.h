@@ -1,22 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <tool/pages/PageSlices.h>
+
 #include <core/document/OfflineDocument_p.h>
 
+#include <QByteArray>
 #include <QColor>
 #include <QDateTime>
+#include <QFont>
 #include <QString>
+#include <QVector>
 
 #include <memory>
 #include <vector>
 
-/*! A footnote, ready for the foot of a page. */
+/*! A footnote at the foot of a page; its text is laid out when it is asked for, see NoteLayout. */
 struct PageFootnote
 {
     int position = 0; /*!< of its number in the text */
-    double top = 0.0; /*!< where all footnotes stand one below the other */
-    std::unique_ptr<OfflineDocument> text; /*!< laid out, number and all */
-    double height() const { return text->size().height(); }
+    QString number;
+    QByteArray cdata; /*!< of the note */
+    double fontSize = 0.0; /*!< points */
+    double top = 0.0; /*!< where all footnotes stand one below the other, in units of the layout */
+    double height = 0.0;
 };
 
 /*! A comment, and the text that it is about. */
@@ -45,7 +52,30 @@ struct PageNotes
 PageNotes takeNotes(QTextDocument &text);
 
 /*!
-    Lays a footnote's text out for the foot of pages \a width units wide.
-    \return false for one that is too high
+    Lays footnotes out, one at a time: a document and its layout take many times what a note does.
 */
-bool layOutFootnote(QTextDocument &note, double width, double unitsPerPoint);
+class NoteLayout
+{
+public:
+    /*! A note, number and all. */
+    struct Note
+    {
+        std::unique_ptr<OfflineDocument> text;
+        QVector<FlowItem> items;
+    };
+
+    /*! For pages whose lines are \a width units wide. */
+    NoteLayout(const QFont &font, double width, double unitsPerPoint);
+
+    /*! The laid out note, until another one is asked for; null for one that is too high. */
+    const Note *layOut(const PageFootnote &note);
+
+private:
+    bool prepare(QTextDocument &text) const;
+
+    QFont m_font;
+    double m_width;
+    double m_unitsPerPoint;
+    Note m_note;
+    QString m_number; // of m_note
+};

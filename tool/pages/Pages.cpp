@@ -7,6 +7,7 @@
 #include <tool/formats/Pictures.h>
 #include <tool/pages/LayoutLimit.h>
 #include <tool/pages/Lengths.h>
+#include <tool/pages/LongParagraphs.h>
 
 #include <core/MVRTextRange.h>
 #include <core/MVRToolkit.h>
@@ -64,16 +65,6 @@ void breakBehindTitlePage(Document &document)
     QTextCursor(body).setBlockFormat(format);
 }
 
-// A paragraph is taken apart again for each page that draws some of it, unless that is kept.
-void keepLongParagraphs(const QTextDocument &text)
-{
-    constexpr int linesOfPages = 200;
-    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
-        if (block.layout()->lineCount() > linesOfPages)
-            block.layout()->setCacheEnabled(true);
-    }
-}
-
 // Asked for the place of a paragraph, the layout goes as far as that.
 void layOut(const QTextDocument &text, Listener *listener)
 {
@@ -90,13 +81,12 @@ void layOut(const QTextDocument &text, Listener *listener)
 }
 
 // Where drawing the rest of a text begins.
-double drawnTopOf(const QTextDocument &text, double top)
+double drawnTopOf(const QVector<FlowItem> &items, double top)
 {
-    const QVector<FlowItem> items = flowItems(text);
-    int first = 0;
-    while (first + 1 < items.size() && items[first].top < top - 1.0)
-        ++first;
-    return drawnTop(items, first);
+    const auto first
+        = std::lower_bound(items.cbegin(), items.cend(), top - 1.0,
+                           [](const FlowItem &item, double y) { return item.top < y; });
+    return drawnTop(items, qMin(int(first - items.cbegin()), int(items.size()) - 1));
 }
 
 // Draws the part of a text and nothing else: what a clip only hides is text of the file still.
@@ -127,8 +117,9 @@ Pages::Pages(Document &document, const PageSetup &setup)
     : m_document(document)
     , m_text(document.text)
     , m_setup(setup)
-    , m_notes(takeNotes(document.text))
 {
+    breakLongWords(m_text);
+    m_notes = takeNotes(m_text);
     if (m_setup.hasCommentsInMargin && !m_notes.comments.empty())
         m_setup.margins.setRight(qMax(m_setup.margins.right(), minCommentMargin));
     m_body = QRectF(QPointF(), setup.paper).marginsRemoved(m_setup.margins);
@@ -156,10 +147,27 @@ bool Pages::prepare()
     if (isTooHigh(m_text, m_body.width(), dotsPerPoint))
         return false;
     setLineWidth(m_text, m_body.width());
-    return std::all_of(m_notes.footnotes.begin(), m_notes.footnotes.end(),
-                       [this](const PageFootnote &note) {
-                           return layOutFootnote(*note.text, m_body.width(), dotsPerPoint);
-                       });
+    return measureNotes();
+}
+
+/*! \return false where a footnote is too high */
+bool Pages::measureNotes()
+{
+    m_noteLayout = std::make_unique<NoteLayout>(m_text.defaultFont(), m_body.width(), dotsPerPoint);
+    double top = 0.0;
+    for (PageFootnote &note : m_notes.footnotes) {
+        const NoteLayout::Note *laidOut = m_noteLayout->layOut(note);
+        if (!laidOut)
+            return false;
+        note.top = top;
+        note.height = laidOut->text->size().height();
+        for (const FlowItem &line : laidOut->items) {
+            if (line.mayStartPage)
+                m_noteCuts.append(top + line.top);
+        }
+        top += note.height;
+    }
+    return true;
 }
 
 void Pages::cut()
@@ -167,22 +175,13 @@ void Pages::cut()
     layOut(m_text, m_setup.listener);
     keepLongParagraphs(m_text);
     QVector<FlowItem> items = flowItems(m_text);
-    QVector<double> noteCuts;
-    double notesHeight = 0.0;
     int item = 0;
-    for (PageFootnote &note : m_notes.footnotes) {
+    for (const PageFootnote &note : m_notes.footnotes) {
         while (item + 1 < items.size() && items[item + 1].start <= note.position)
             ++item;
-        items[item].notes += note.height();
-        note.top = notesHeight;
-        const QVector<FlowItem> lines = flowItems(*note.text);
-        for (const FlowItem &line : lines) {
-            if (line.mayStartPage)
-                noteCuts.append(note.top + line.top);
-        }
-        notesHeight += note.height();
+        items[item].notes += note.height;
     }
-    m_slices = cutPages(items, noteCuts, {m_body.height(), noteGap});
+    m_slices = cutPages(items, m_noteCuts, {m_body.height(), noteGap});
     if (m_slices.isEmpty())
         m_slices.append(PageSlice());
     m_commentsOfPage.resize(m_slices.size());
@@ -234,17 +233,18 @@ void Pages::paintFootnotes(QPainter &painter, int index) const
     const double lineY = slice.notesTop - noteGap / 3.0;
     painter.drawLine(QPointF(0.0, lineY), QPointF(m_body.width() / 3.0, lineY));
     const auto endsAbove
-        = [](const PageFootnote &note, double y) { return note.top + note.height() <= y; };
+        = [](const PageFootnote &note, double y) { return note.top + note.height <= y; };
     auto note = std::lower_bound(m_notes.footnotes.cbegin(), m_notes.footnotes.cend(),
                                  slice.notesTop + 1.0, endsAbove);
     for (; note != m_notes.footnotes.cend() && note->top < slice.notesBottom - 1.0; ++note) {
         const double top = qMax(0.0, slice.notesTop - note->top);
-        const double bottom = qMin(note->height(), slice.notesBottom - note->top);
+        const double bottom = qMin(note->height, slice.notesBottom - note->top);
         const QRectF part(0.0, top, m_body.width(), bottom - top);
         painter.save();
         painter.translate(0.0, note->top);
         painter.setClipRect(part);
-        drawPart(painter, *note->text, part, drawnTopOf(*note->text, top));
+        if (const NoteLayout::Note *laidOut = m_noteLayout->layOut(*note))
+            drawPart(painter, *laidOut->text, part, drawnTopOf(laidOut->items, top));
         painter.restore();
     }
     painter.restore();

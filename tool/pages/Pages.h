@@ -63,6 +63,7 @@ public:
 
 private:
     bool prepare();
+    bool measureNotes();
     void cut();
     QVector<QRectF> rectsOf(int start, int end) const;
     QVector<PdfArea> areasOf(int start, int end) const;
@@ -78,6 +79,8 @@ private:
     QTextDocument &m_text;
     PageSetup m_setup;
     PageNotes m_notes;
+    std::unique_ptr<NoteLayout> m_noteLayout;
+    QVector<double> m_noteCuts; // where footnotes may be cut, all one below the other
     QVector<QVector<PdfArea>> m_commentAreas; // what each is about
     QVector<QVector<int>> m_commentsOfPage; // that have an area there
     QRectF m_body; // of a page, in dots
