@@ -1,10 +1,10 @@
 # SPDX-License-Identifier: MIT
 # Builds the example program the way MODE says and runs it.
 #   cmake -DMODE=installed|subdirectory -DSOURCE=... -DBUILD=... -DWORK=... -DQT=5|6
-#         -DCORE=... -P run.cmake
+#         -DCORE=... -DCOMPILER=... -DFLAGS=... -P run.cmake
 
-# Neither optimised nor with debug information: it is to build fast and to run once.
-set(settings -G Ninja -DCMAKE_BUILD_TYPE=None)
+set(settings -G Ninja -DCMAKE_BUILD_TYPE=None -DCMAKE_CXX_COMPILER=${COMPILER}
+    "-DCMAKE_CXX_FLAGS=${FLAGS}")
 find_program(ccache ccache)
 if(ccache)
     list(APPEND settings -DCMAKE_CXX_COMPILER_LAUNCHER=${ccache})
@@ -22,7 +22,7 @@ else()
     execute_process(COMMAND ${CMAKE_COMMAND} -S ${project} -B ${WORK}/bundled ${settings}
         -DMVR_QT=${QT}
         OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
-    list(APPEND settings -DHOST_CORE=${CORE} -DMVR_QT=${QT} -DMVR_PCH=ON)
+    list(APPEND settings -DHOST_CORE=${CORE} -DMVR_QT=${QT} -DOTHER_BUILD=${BUILD})
 endif()
 
 execute_process(COMMAND ${CMAKE_COMMAND} -S ${project} -B ${WORK}/build ${settings}
