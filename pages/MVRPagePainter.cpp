@@ -4,6 +4,7 @@
 #include <pages/MVRScreenplayFace.h>
 #include <pages/ShapedText_p.h>
 
+#include <QBuffer>
 #include <QPageSize>
 #include <QPainter>
 #include <QPainterPath>
@@ -203,9 +204,11 @@ bool MVRPagePainter::writePdf(QIODevice *device, const MVRScreenplayPages &pages
                               const QString &title, const QString &watermark,
                               const std::function<void(int)> &drawn)
 {
-    if (!device)
+    if (!device || !device->isWritable())
         return false;
-    QPdfWriter writer(device);
+    QBuffer file; // the toolkit does not tell whether its device took everything
+    file.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&file);
     writer.setResolution(pdfResolution);
     writer.setPageSize(
         QPageSize(pages.pageSize(), QPageSize::Point, QString(), QPageSize::FuzzyOrientationMatch));
@@ -224,5 +227,5 @@ bool MVRPagePainter::writePdf(QIODevice *device, const MVRScreenplayPages &pages
         if (drawn)
             drawn(i + 1);
     }
-    return painter.end();
+    return painter.end() && device->write(file.data()) == file.size();
 }

@@ -27,8 +27,9 @@ void markResolved(QTextDocument *document, const MVRTextNote &note, bool isResol
 {
     QTextCharFormat mark;
     mark.setProperty(MVRTextFormat::CommentResolvedProperty, isResolved);
+    const MVRTextRange range(note.range.toTextCursor(document)); // within the document
     QTextCursor text(document);
-    mergeIntoRange(text, note.range.start, note.range.end, mark);
+    mergeIntoRange(text, range.start, range.end, mark);
 }
 
 void attach(QTextDocument *document, const MVRTextNote &note)
@@ -52,7 +53,9 @@ QTextCursor scope(const QTextCursor &selection)
 
 MVRTextRange MVRNoteEdits::add(QTextCursor at, MVRTextNote::Kind kind, const QString &author)
 {
-    if (!at.isNull() && !at.hasSelection())
+    if (at.isNull()) // one whose document is gone, too, which says that it has a selection
+        return MVRTextRange();
+    if (!at.hasSelection())
         at = word(at);
     if (!at.hasSelection())
         return MVRTextRange();

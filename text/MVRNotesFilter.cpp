@@ -8,7 +8,8 @@ MVRNotesFilter::MVRNotesFilter(MVRNotesModel *notes, QObject *parent)
     , m_notes(notes)
 {
     setSourceModel(notes);
-    connect(notes, &MVRNotesModel::notesChanged, this, &MVRNotesFilter::changed);
+    if (notes)
+        connect(notes, &MVRNotesModel::notesChanged, this, &MVRNotesFilter::changed);
 }
 
 void MVRNotesFilter::setWanted(MVRNotesModel::Column column, const QString &value)
@@ -28,7 +29,7 @@ void MVRNotesFilter::setShowsResolved(bool on)
 QStringList MVRNotesFilter::values(MVRNotesModel::Column column) const
 {
     QSet<QString> known;
-    for (int row = 0; row < m_notes->rowCount(); ++row)
+    for (int row = 0; m_notes && row < m_notes->rowCount(); ++row)
         known.insert(m_notes->index(row, column).data().toString());
     known.remove(QString());
     QStringList values = known.values();
@@ -51,7 +52,7 @@ bool MVRNotesFilter::filterAcceptsRow(int row, const QModelIndex &parent) const
 
 MVRTextNote MVRNotesFilter::note(int row) const
 {
-    return m_notes->note(mapToSource(index(row, 0)).row());
+    return !m_notes ? MVRTextNote() : m_notes->note(mapToSource(index(row, 0)).row());
 }
 
 int MVRNotesFilter::firstFrom(int position) const

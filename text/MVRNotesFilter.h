@@ -3,6 +3,7 @@
 
 #include <text/MVRNotesModel.h>
 
+#include <QPointer>
 #include <QSortFilterProxyModel>
 
 /*!
@@ -14,10 +15,10 @@ class MVRTEXT_EXPORT MVRNotesFilter : public QSortFilterProxyModel
     Q_OBJECT
 
 public:
-    /*! All notes of \a notes, which is not owned and must live as long as the filter. */
+    /*! All notes of \a notes, which is not owned; none for null, and when it is gone. */
     explicit MVRNotesFilter(MVRNotesModel *notes, QObject *parent = nullptr);
 
-    /*! All notes. */
+    /*! All notes; null when they are gone. */
     MVRNotesModel *notes() const { return m_notes; }
 
     /*! Shows notes with this text in a column only; an empty one shows all. */
@@ -44,7 +45,7 @@ protected:
     bool filterAcceptsRow(int row, const QModelIndex &parent) const override;
 
 private:
-    MVRNotesModel *m_notes;
+    QPointer<MVRNotesModel> m_notes;
     QString m_wanted[MVRNotesModel::columns];
     bool m_showsResolved = true;
 };
