@@ -6,11 +6,14 @@
 #include <core/STextDoc.h>
 #include <core/document/EditBlock_p.h>
 #include <core/document/FormatEdits_p.h>
+#include <core/document/LayoutLimit_p.h>
+#include <core/document/LongParagraphs_p.h>
 #include <core/document/NoteFormat_p.h>
 
 #include <QAbstractTextDocumentLayout>
 #include <QFont>
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QGuiApplication>
 #include <QHash>
 #include <QLoggingCategory>
@@ -314,12 +317,32 @@ void MVRToolkit::setPageSize(QAbstractTextDocumentLayout &layout, const QSizeF &
         layout.document()->setPageSize(size);
 }
 
+// A layout does not come back from a text that is higher than it can count.
+static bool canLayOut(QTextDocument &text, double lineWidth, double pageHeight)
+{
+    constexpr double unlimited = 1.0e6; // lines do not wrap
+    constexpr double pointSize = 72.0;
+    QFont font = text.defaultFont();
+    font.setPointSizeF(pointSize);
+    const double unitsPerPoint = QFontInfo(font).pixelSize() / pointSize;
+    if (isTooHigh(text, lineWidth > 0.0 ? lineWidth : unlimited, unitsPerPoint))
+        return false;
+    double pages = 1.0;
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next())
+        pages += block.blockFormat().pageBreakPolicy() == QTextFormat::PageBreak_Auto ? 0.0 : 1.0;
+    return !(pages * pageHeight > maxLayoutHeight) || pages == 1.0;
+}
+
 int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
 {
     const std::unique_ptr<QTextDocument> copy(STextDoc::cloneDocumentQtStyle(&document, nullptr));
     copy->setUndoRedoEnabled(false);
     const QTextFrameFormat margins = copy->rootFrame()->frameFormat();
-    toStockParagraphs(copy.get(), size.width() - margins.leftMargin() - margins.rightMargin());
+    const double lineWidth = size.width() - margins.leftMargin() - margins.rightMargin();
+    toStockParagraphs(copy.get(), lineWidth);
+    breakLongWords(*copy);
+    if (!canLayOut(*copy, lineWidth, size.height()))
+        return 0;
     copy->setPageSize(size.height() > 0 ? size : QSizeF(size.width(), -1));
     return copy->pageCount();
 }

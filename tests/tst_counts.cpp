@@ -21,6 +21,7 @@ private Q_SLOTS:
     void countsCharacters();
     void addsNotes();
     void countsPages();
+    void countsNoEndlessPages();
 };
 
 void TestCounts::countsWords_data()
@@ -121,6 +122,32 @@ void TestCounts::countsPages()
     all.select(QTextCursor::Document);
     all.mergeBlockFormat(spacing);
     QVERIFY(MVRTextDoc::pageCount(&document, size) > pages * 3 / 2);
+}
+
+/*! What the toolkit would never come back from, or for hours. */
+void TestCounts::countsNoEndlessPages()
+{
+    const QSizeF size(300, 200);
+    QTextDocument document;
+    document.setPlainText(QStringLiteral("line\n").repeated(400));
+    QTextCursor all(&document);
+    all.select(QTextCursor::Document);
+    QTextBlockFormat apart;
+    apart.setTopMargin(100000);
+    all.mergeBlockFormat(apart);
+    QCOMPARE(MVRTextDoc::pageCount(&document, size), 0);
+    apart.setTopMargin(0);
+    apart.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+    all.mergeBlockFormat(apart);
+    QVERIFY(MVRTextDoc::pageCount(&document, size) >= 400);
+    QCOMPARE(MVRTextDoc::pageCount(&document, QSizeF(300, 100000)), 0);
+    QVERIFY(MVRTextDoc::pageCount(&document, QSizeF(300, 0.001)) >= 0);
+
+    document.setPlainText(QString(600000, QLatin1Char('a'))); // one word
+    QElapsedTimer time;
+    time.start();
+    QVERIFY(MVRTextDoc::pageCount(&document, size) > 1000);
+    QVERIFY(time.elapsed() < 6000); // took 20 s
 }
 
 QTEST_MAIN(TestCounts)

@@ -168,6 +168,10 @@ void TestToolTrust::saysFaultsOfTheSystem_data()
         << QByteArray("ulimit -t 60; (printf '{\\\\rtf1 '; yes '\\sb200000 a\\par' | head -n 900) "
                       ">in.rtf; $T convert in.rtf out.pdf")
         << QByteArray("too long for pages");
+    QTest::newRow("paragraphs far apart in a footnote") << QByteArray(
+        "ulimit -t 60; (printf '{\\\\rtf1 a{\\\\footnote '; yes '\\sb200000 a\\par' | "
+        "head -n 900; printf '}}') >in.rtf; $T convert in.rtf out.pdf")
+                                                        << QByteArray("too long for pages");
     QTest::newRow("one paragraph of large letters")
         << QByteArray("ulimit -t 60; (printf '{\\\\rtf1\\\\fs2000 '; yes 'aaaa' | head -n 9000) "
                       ">in.rtf; $T convert in.rtf out.png")

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <tool/pages/PageNotes.h>
 
-#include <tool/pages/LayoutLimit.h>
 #include <tool/pages/Lengths.h>
-#include <tool/pages/LongParagraphs.h>
 
 #include <core/MVRTextRtf.h>
 #include <core/MVRToolkit.h>
 #include <core/STextDoc.h>
+#include <core/document/LayoutLimit_p.h>
+#include <core/document/LongParagraphs_p.h>
 #include <text/MVRTextDoc.h>
 
 #include <QAbstractTextDocumentLayout>

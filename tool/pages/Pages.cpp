@@ -5,12 +5,12 @@
 #include <tool/Messages.h>
 #include <tool/Progress.h>
 #include <tool/formats/Pictures.h>
-#include <tool/pages/LayoutLimit.h>
 #include <tool/pages/Lengths.h>
-#include <tool/pages/LongParagraphs.h>
 
 #include <core/MVRTextRange.h>
 #include <core/MVRToolkit.h>
+#include <core/document/LayoutLimit_p.h>
+#include <core/document/LongParagraphs_p.h>
 #include <pages/MVRScreenplayFace.h>
 
 #include <QAbstractTextDocumentLayout>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <tool/pages/LongParagraphs.h>
+#include <core/document/LongParagraphs_p.h>
 
 #include <QTextBlock>
 #include <QTextBoundaryFinder>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <tool/pages/LayoutLimit.h>
+#include <core/document/LayoutLimit_p.h>
 
 #include <core/document/PointSize_p.h>
 
@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr double maxHeight = 3.0e7;
 // Of any font, as parts of its size.
 constexpr double widestLetter = 1.2;
 constexpr double highestLine = 1.6;
@@ -179,13 +178,13 @@ bool isTooHigh(QTextDocument &text, double width, double unitsPerPoint)
     for (int i = 0; i < parts.size(); ++i) {
         while (next + 1 < parts.size() && parts[next].end < parts[i].end + step)
             ++next;
-        if (parts[next].bound - slack <= maxHeight)
+        if (parts[next].bound - slack <= maxLayoutHeight)
             continue;
         if (i > 0) {
             setLineWidth(text, width);
             slack = parts[i - 1].bound - bottomOf(parts[i - 1], *text.documentLayout());
         }
-        if (parts[next].bound - slack > maxHeight)
+        if (parts[next].bound - slack > maxLayoutHeight)
             return true;
     }
     return false;

@@ -3,6 +3,9 @@
 
 class QTextDocument;
 
+/*! The height that a layout can count, in its units, with room for what it adds itself. */
+constexpr double maxLayoutHeight = 3.0e7;
+
 /*!
     Whether a text becomes higher than the toolkit can count: its coordinates end at 2^25, and a
     layout that comes there never comes back.
