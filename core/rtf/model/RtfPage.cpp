@@ -41,6 +41,8 @@ QVariantMap RtfPage::toMap() const
 
 void RtfPage::setFromMap(const QVariantMap &lengths)
 {
+    if (lengths.isEmpty()) // as for each note
+        return;
     for (const LengthRow &row : lengthRows) {
         const bool isSide = row.length == &RtfPage::width || row.length == &RtfPage::height;
         const QVariant points = lengths.value(QLatin1String(row.name));

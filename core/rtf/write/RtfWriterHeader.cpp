@@ -28,6 +28,8 @@ QByteArray RtfWriter::header()
 
 QByteArray RtfWriter::pageTexts()
 {
+    if (m_pageTexts.isEmpty())
+        return QByteArray();
     static constexpr const char *words[]
         = {"header", "headerl", "headerr", "headerf", "footer", "footerl", "footerr", "footerf"};
     QByteArray texts;
