@@ -15,6 +15,19 @@ namespace {
 constexpr int linesKept = 2; // of a paragraph, on each side of a break
 constexpr int KeptTogether = QTextFormat::UserProperty + 0x3501; // of a paragraph: bool
 
+/*! Leaves room between columns: what a part of one touches is drawn with it. */
+void partColumns(QVector<RowColumn> &columns)
+{
+    std::sort(columns.begin(), columns.end(),
+              [](const RowColumn &a, const RowColumn &b) { return a.left < b.left; });
+    for (int i = 0; i < columns.size(); ++i) {
+        RowColumn &column = columns[i];
+        if (i + 1 < columns.size())
+            column.right = qMin(column.right, columns[i + 1].left - 1.0);
+        column.right = qMax(column.right, column.left + 1.0);
+    }
+}
+
 /*! Collects the items of a text's main flow. */
 class ItemCollector
 {
@@ -40,7 +53,6 @@ public:
 private:
     void append(FlowItem item)
     {
-        std::sort(item.lines.begin(), item.lines.end());
         item.startsPage = item.startsPage || m_breaksNext;
         item.mayStartPage = item.mayStartPage && !m_keepsNext;
         m_breaksNext = false;
@@ -51,10 +63,12 @@ private:
     void addBlock(const QTextBlock &block);
     void addTable(const QTextTable &table);
     void addFrame(QTextFrame &frame);
-    void addLines(QTextBlock block, int end, FlowItem &item) const;
+    RowColumn column(QTextBlock block, int end) const;
+    void addLines(const QTextBlock &block, double top, bool mayBegin, RowColumn &column) const;
 
     QAbstractTextDocumentLayout &m_layout;
     QVector<FlowItem> m_items;
+    double m_tableBottom = 0.0; // of the last one
     bool m_breaksNext = false;
     bool m_keepsNext = false; // a heading was the last
 };
@@ -83,6 +97,10 @@ void ItemCollector::addBlock(const QTextBlock &block)
             if (i + 1 < lines)
                 item.end = item.start + line.textLength();
         }
+        if (block.length() == 1) { // behind a table the toolkit has it stand beside the last row
+            item.top = qMax(item.top, m_tableBottom);
+            item.bottom = qMax(item.top, item.bottom);
+        }
         item.startsPage = i == 0 && (policy & QTextFormat::PageBreak_AlwaysBefore);
         item.continuesParagraph = i > 0;
         if (i > 0)
@@ -110,13 +128,15 @@ void ItemCollector::addTable(const QTextTable &table)
                 item.top = qMin(item.top,
                                 m_layout.blockBoundingRect(cell.firstCursorPosition().block()).top()
                                     - table.format().cellPadding() - table.format().border());
-            if (cell.row() == row) {
+            if (cell.row() == row && cell.column() == column) {
                 item.end = qMax(item.end, cell.lastPosition() + 1);
                 item.start = item.start == 0 ? cell.firstPosition()
                                              : qMin(item.start, cell.firstPosition());
-                addLines(cell.firstCursorPosition().block(), cell.lastPosition(), item);
+                item.columns.append(
+                    this->column(cell.firstCursorPosition().block(), cell.lastPosition()));
             }
         }
+        partColumns(item.columns);
         item.bottom = rect.bottom();
         if (row > 0) {
             item.top = qMax(item.top, m_items.last().top);
@@ -124,12 +144,13 @@ void ItemCollector::addTable(const QTextTable &table)
         }
         if (row == headRows)
             headBottom = headRows > 0 ? item.top : rect.top();
-        if (row > headRows && headRows > 0) {
+        if (row >= headRows && headRows > 0) {
             item.headTop = rect.top();
             item.headBottom = headBottom;
         }
         append(item);
     }
+    m_tableBottom = rect.bottom();
 }
 
 void ItemCollector::addFrame(QTextFrame &frame)
@@ -140,19 +161,47 @@ void ItemCollector::addFrame(QTextFrame &frame)
     item.bottom = rect.bottom();
     item.start = frame.firstPosition();
     item.end = frame.lastPosition() + 1;
-    addLines(frame.firstCursorPosition().block(), frame.lastPosition(), item);
+    item.columns.append(column(frame.firstCursorPosition().block(), frame.lastPosition()));
     append(item);
 }
 
-void ItemCollector::addLines(QTextBlock block, int end, FlowItem &item) const
+RowColumn ItemCollector::column(QTextBlock block, int end) const
 {
+    RowColumn column;
+    bool isBehindHeading = false;
     for (; block.isValid() && block.position() <= end; block = block.next()) {
-        const QTextLayout &layout = *block.layout();
-        const double origin = m_layout.blockBoundingRect(block).top() - layout.boundingRect().top();
-        for (int i = 0; i < layout.lineCount(); ++i) {
-            const double top = origin + layout.lineAt(i).y();
-            item.lines.append({top, top + layout.lineAt(i).height()});
+        const QRectF rect = m_layout.blockBoundingRect(block);
+        const bool isFirst = column.lines.isEmpty();
+        column.left = isFirst ? rect.left() : qMin(column.left, rect.left());
+        column.right = isFirst ? rect.right() : qMax(column.right, rect.right());
+        addLines(block, rect.top(), !isBehindHeading, column);
+        isBehindHeading = block.blockFormat().headingLevel() > 0;
+    }
+    // Those of a table in the cell stand beside each other.
+    std::stable_sort(column.lines.begin(), column.lines.end(),
+                     [](const RowLine &a, const RowLine &b) { return a.top < b.top; });
+    return column;
+}
+
+void ItemCollector::addLines(const QTextBlock &block, double top, bool mayBegin,
+                             RowColumn &column) const
+{
+    const QTextLayout &layout = *block.layout();
+    const int lines = layout.lineCount();
+    const double origin = top - layout.boundingRect().top();
+    const bool breaks = !block.blockFormat().boolProperty(KeptTogether);
+    for (int i = 0; i < lines; ++i) {
+        const QTextLine line = layout.lineAt(i);
+        RowLine made;
+        made.top = origin + line.y();
+        made.bottom = made.top + line.height();
+        made.drawnTop = made.top;
+        made.mayStartPage = i == 0 ? mayBegin : breaks && i >= linesKept && lines - i >= linesKept;
+        if (i > 0 && i + 1 < lines) {
+            const QTextLine next = layout.lineAt(i + 1);
+            made.drawnTop = origin + next.y() + next.height() / 2.0;
         }
+        column.lines.append(made);
     }
 }
 

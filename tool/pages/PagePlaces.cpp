@@ -24,6 +24,15 @@ QRectF lineRect(const QTextLine &line, int start, int end)
     return QRectF(qMin(left, right), line.y(), qAbs(right - left), line.height());
 }
 
+bool isShown(const QPointF &point, const PageSlice &slice)
+{
+    return std::any_of(slice.columns.cbegin(), slice.columns.cend(),
+                       [&point](const ColumnPart &column) {
+                           return column.left <= point.x() && point.x() <= column.right
+                               && point.y() < column.bottom;
+                       });
+}
+
 }
 
 /*! Where the text of a range stands, line by line, in the layout. */
@@ -53,7 +62,10 @@ PdfArea Pages::areaOf(const QRectF &rect) const
     const auto behind
         = std::upper_bound(m_slices.cbegin(), m_slices.cend(), rect.center().y(),
                            [](double y, const PageSlice &slice) { return y < slice.top; });
-    const int page = qMax(0, int(behind - m_slices.cbegin()) - 1);
+    int page = qMax(0, int(behind - m_slices.cbegin()) - 1);
+    // The parts of a row on two pages overlap.
+    if (page > 0 && isShown(rect.center(), m_slices[page - 1]))
+        --page;
     const PageSlice &slice = m_slices[page];
     const QRectF onPage
         = rect.translated(m_body.left(), m_body.top() + slice.headHeight() - slice.top);

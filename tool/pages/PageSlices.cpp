@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <tool/pages/HighRow.h>
 #include <tool/pages/PageSlices.h>
 
 #include <algorithm>
@@ -7,6 +8,8 @@ namespace {
 
 constexpr double maxShareOfNotes = 0.5; // of a page, while there is text
 constexpr double slack = 0.5; // units that rounding may add
+constexpr double leftmost = -1e6; // units, beyond any page
+constexpr double rightmost = 1e6;
 
 /*! The footnotes, one below the other, shown from the top on. */
 class NoteColumn
@@ -68,8 +71,11 @@ private:
             <= m_heights.body + slack;
     }
     PageSlice emptyPage(int first) const;
-    int nextFirst(const PageSlice &page, int first) const;
+    void setHead(PageSlice &page, const FlowItem &item) const;
+    int nextFirst(const PageSlice &page, int first, bool isEmpty) const;
+    int fillUp(PageSlice &page, int first) const;
     void appendHigh(PageSlice &slice, const FlowItem &item);
+    void addNotes(int first, int end);
     void append(PageSlice slice, double maxNotes);
 
     const QVector<FlowItem> &m_items;
@@ -85,22 +91,29 @@ PageSlice PageCutter::emptyPage(int first) const
     page.top = item.top;
     page.drawnTop = drawnTop(m_items, first);
     page.start = item.start;
-    page.headTop = item.headTop;
-    page.headBottom
-        = item.headBottom - item.headTop > m_heights.body / 2.0 ? item.headTop : item.headBottom;
+    setHead(page, item);
     return page;
 }
 
+void PageCutter::setHead(PageSlice &page, const FlowItem &item) const
+{
+    const bool isShown = item.headBottom - item.headTop <= m_heights.body / 2.0;
+    page.headTop = item.headTop;
+    page.headBottom = isShown ? item.headBottom : item.headTop;
+}
+
 // The item that the next page begins with: one behind the last that fits, or a better place.
-int PageCutter::nextFirst(const PageSlice &page, int first) const
+// \a first itself where the page is not empty and takes no more.
+int PageCutter::nextFirst(const PageSlice &page, int first, bool isEmpty) const
 {
     double notes = 0.0;
     int best = -1;
     int i = first;
     for (; i < m_items.size(); ++i) {
-        if (i > first && m_items[i].startsPage)
+        const bool isFirst = isEmpty && i == first;
+        if (!isFirst && m_items[i].startsPage)
             return i;
-        if (i > first && m_items[i].mayStartPage)
+        if (!isFirst && m_items[i].mayStartPage)
             best = i;
         if (!fits(page, m_items[i], notes))
             break;
@@ -108,38 +121,52 @@ int PageCutter::nextFirst(const PageSlice &page, int first) const
     }
     if (i == m_items.size())
         return i;
-    return best > first ? best : qMax(first + 1, i);
+    if (best >= first || !isEmpty)
+        return qMax(best, first);
+    // What is higher than a page stays with the head of its table, or a heading, all the same.
+    const bool goesOn = !m_items[i].mayStartPage && !m_items[i].columns.isEmpty();
+    return goesOn && m_items[i].bottom - m_items[i].top > m_heights.body ? i + 1
+                                                                         : qMax(first + 1, i);
 }
 
-// The place nearest above \a y that goes through no line of an item; y where there is none.
-double betweenLines(const FlowItem &item, double top, double y)
+/*! Puts what follows below the last part of a row; \return the item that the next page has. */
+int PageCutter::fillUp(PageSlice &page, int first) const
 {
-    double place = y;
-    auto line = std::lower_bound(item.lines.cbegin(), item.lines.cend(), qMakePair(y, 0.0));
-    while (line != item.lines.cbegin()) {
-        --line;
-        if (line->first <= top)
-            break;
-        if (line->first < place - slack && line->second > place + slack)
-            place = line->first;
-    }
-    return place;
+    const int next = nextFirst(page, first, false);
+    if (next == first)
+        return first;
+    page.bottom = m_items[next - 1].bottom;
+    page.end = m_items[next - 1].end;
+    page.columns.append(
+        {leftmost, rightmost, m_items[first].top, page.bottom, drawnTop(m_items, first)});
+    return next;
 }
 
 /*! Cuts off whole pages of what is higher than one. */
 void PageCutter::appendHigh(PageSlice &slice, const FlowItem &item)
 {
     const double most = maxShareOfNotes * m_heights.body;
-    while (slice.bottom - slice.top + slice.headHeight() + footHeight(0.0, most)
-           > m_heights.body + slack) {
-        const double room = m_heights.body - slice.headHeight();
+    HighRow row(item);
+    const auto room = [&] { return m_heights.body - slice.headHeight() - footHeight(0.0, most); };
+    while (slice.bottom - slice.top > room() + slack) {
         PageSlice part = slice;
-        part.bottom = betweenLines(item, slice.top, slice.top + room - footHeight(0.0, most));
+        part.bottom = slice.top + room();
+        part.columns = row.takePart(part.bottom);
+        if (slice.top < item.top && !part.columns.isEmpty())
+            part.columns.prepend({leftmost, rightmost, slice.top, item.top, slice.drawnTop});
         part.end = part.start;
         append(part, most);
-        slice.top = part.bottom;
-        slice.drawnTop = slice.top;
+        slice.top = slice.drawnTop = row.top();
+        setHead(slice, item);
     }
+    if (slice.top > item.top)
+        slice.columns = row.takePart(slice.bottom);
+}
+
+void PageCutter::addNotes(int first, int end)
+{
+    for (int i = first; i < end; ++i)
+        m_notes.add(m_items[i].notes);
 }
 
 void PageCutter::append(PageSlice slice, double maxNotes)
@@ -155,13 +182,18 @@ QVector<PageSlice> PageCutter::cut()
     const double most = maxShareOfNotes * m_heights.body;
     for (int first = 0; first < m_items.size();) {
         PageSlice page = emptyPage(first);
-        const int next = nextFirst(page, first);
+        int next = nextFirst(page, first, true);
         page.bottom = m_items[next - 1].bottom;
         page.end = m_items[next - 1].end;
-        appendHigh(page, m_items[first]);
-        for (; first < next; ++first)
-            m_notes.add(m_items[first].notes);
+        appendHigh(page, m_items[next - 1].columns.isEmpty() ? m_items[first] : m_items[next - 1]);
+        addNotes(first, next);
+        if (!page.columns.isEmpty()) {
+            first = next;
+            next = fillUp(page, first);
+            addNotes(first, next);
+        }
         append(page, most);
+        first = next;
     }
     while (m_notes.due() > m_notes.shown() + slack) {
         PageSlice rest;
@@ -176,8 +208,15 @@ QVector<PageSlice> PageCutter::cut()
 
 double drawnTop(const QVector<FlowItem> &items, int first)
 {
-    if (!items[first].lines.isEmpty())
-        return qMax(items[first].top, items[first].lines.first().first);
+    const QVector<RowColumn> &columns = items[first].columns;
+    if (!columns.isEmpty()) {
+        double top = items[first].bottom;
+        for (const RowColumn &column : columns) {
+            if (!column.lines.isEmpty())
+                top = qMin(top, column.lines.first().top);
+        }
+        return qMax(items[first].top, top);
+    }
     if (!items[first].continuesParagraph || first + 1 >= items.size())
         return items[first].top;
     return (items[first + 1].top + items[first + 1].bottom) / 2.0;

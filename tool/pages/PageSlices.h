@@ -1,10 +1,36 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QPair>
 #include <QVector>
 
 class QTextDocument;
+
+/*! A line of a row or frame, in the layout's units. */
+struct RowLine
+{
+    double top = 0.0;
+    double bottom = 0.0;
+    double drawnTop = 0.0; /*!< see drawnTop() */
+    bool mayStartPage = true;
+};
+
+/*! What stands in a row side by side: the lines of a cell, or of a frame, from top to bottom. */
+struct RowColumn
+{
+    double left = 0.0;
+    double right = 0.0;
+    QVector<RowLine> lines;
+};
+
+/*! What a page shows of a column of a row that is higher than a page. */
+struct ColumnPart
+{
+    double left = 0.0;
+    double right = 0.0;
+    double top = 0.0;
+    double bottom = 0.0;
+    double drawnTop = 0.0;
+};
 
 /*! What never breaks of a laid out text: a line, a row of a table or a frame. */
 struct FlowItem
@@ -19,7 +45,7 @@ struct FlowItem
     double headTop = 0.0; /*!< the rows that a table repeats where it breaks before this item */
     double headBottom = 0.0;
     double notes = 0.0; /*!< height of the footnotes that it has */
-    QVector<QPair<double, double>> lines; /*!< top and bottom of those in a row or frame, sorted */
+    QVector<RowColumn> columns; /*!< of a row or frame */
 };
 
 /*! The part of a text that one page shows. */
@@ -35,6 +61,7 @@ struct PageSlice
     double notesBottom = 0.0;
     int start = 0;
     int end = 0;
+    QVector<ColumnPart> columns; /*!< of a row of which other pages show the rest */
 
     double headHeight() const { return headBottom - headTop; }
 };
@@ -67,8 +94,9 @@ struct PageHeights
     Cuts a text into pages.
 
     Headings stay with two lines of what follows, paragraphs leave two lines on each side, tables
-    repeat their header rows. A row that is higher than a page is cut between lines. Footnotes that
-    would take more than half of a page go on at the foot of the next one.
+    repeat their header rows. Each cell of a row that is higher than a page is cut between its own
+    lines, so that the parts on two pages may overlap. Footnotes that would take more than half of
+    a page go on at the foot of the next one.
     \param noteCuts  where footnotes may be cut, all one below the other
 */
 QVector<PageSlice> cutPages(const QVector<FlowItem> &items, const QVector<double> &noteCuts,

@@ -93,6 +93,8 @@ double drawnTopOf(const QVector<FlowItem> &items, double top)
 void drawPart(QPainter &painter, const QTextDocument &text, const QRectF &part, double drawnTop)
 {
     // Lines that touch the context's clip are drawn, and the one before the first of a paragraph.
+    if (part.height() <= 2.0 * drawingSlack)
+        return;
     const double top
         = qMin(qMax(part.top(), drawnTop), part.bottom() - 2.0 * drawingSlack) + drawingSlack;
     QAbstractTextDocumentLayout::PaintContext context;
@@ -200,25 +202,35 @@ void Pages::paint(QPainter &painter, int index) const
     const PageSlice &slice = m_slices[index];
     if (m_setup.hasCommentsInMargin)
         paintComments(painter, index);
-    paintText(painter, slice.headTop, slice.headBottom, 0.0, slice.headTop);
-    paintText(painter, slice.top, slice.bottom, slice.headHeight(), slice.drawnTop);
+    PageSlice head;
+    head.top = head.drawnTop = slice.headTop;
+    head.bottom = slice.headBottom;
+    paintText(painter, head, 0.0);
+    paintText(painter, slice, slice.headHeight());
     paintFootnotes(painter, index);
     if (m_setup.hasNumbers)
         paintNumber(painter, index + 1);
 }
 
-/*! Draws the text from \a top to \a bottom, so far below the body's top. */
-void Pages::paintText(QPainter &painter, double top, double bottom, double y, double drawnTop) const
+/*! Draws the text of \a slice, so far below the body's top. */
+void Pages::paintText(QPainter &painter, const PageSlice &slice, double y) const
 {
-    if (bottom <= top)
+    const double height = slice.bottom - slice.top;
+    if (height <= 0.0)
         return;
     // What stands out at the sides is drawn; lines above and below are not.
-    const QRectF part(-m_body.left(), top, m_setup.paper.width() * dotsPerPoint, bottom - top);
+    const QRectF part(-m_body.left(), slice.top, m_setup.paper.width() * dotsPerPoint, height);
     painter.save();
-    painter.translate(m_body.left(), m_body.top() + y - top);
+    painter.translate(m_body.left(), m_body.top() + y - slice.top);
     // The borders of a row stand half outside of it.
     painter.setClipRect(part.adjusted(0.0, -borderSlack, 0.0, borderSlack));
-    drawPart(painter, m_text, part, drawnTop);
+    if (slice.columns.isEmpty())
+        drawPart(painter, m_text, part, slice.drawnTop);
+    for (const ColumnPart &column : slice.columns) {
+        const QRectF own(column.left, column.top, column.right - column.left,
+                         column.bottom - column.top);
+        drawPart(painter, m_text, own, column.drawnTop);
+    }
     painter.restore();
 }
 

@@ -70,7 +70,7 @@ private:
     PdfArea areaOf(const QRectF &rect) const;
     void addLinks(PdfExtras &extras) const;
     void addHeadings(PdfExtras &extras) const;
-    void paintText(QPainter &painter, double top, double bottom, double y, double drawnTop) const;
+    void paintText(QPainter &painter, const PageSlice &slice, double y) const;
     void paintFootnotes(QPainter &painter, int index) const;
     void paintComments(QPainter &painter, int index) const;
     void paintNumber(QPainter &painter, int number) const;

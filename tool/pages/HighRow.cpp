@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include <tool/pages/HighRow.h>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double slack = 0.5; // units that rounding may add
+constexpr double overlap = 0.2; // share of a line's height by which those above reach into it
+
+// Whether the lines above stand above: those of a table in the cell need not begin side by side.
+bool isFree(const QVector<RowLine> &lines, int from, int line)
+{
+    const RowLine &wanted = lines[line];
+    const double limit = wanted.top + overlap * (wanted.bottom - wanted.top);
+    return std::all_of(lines.cbegin() + from, lines.cbegin() + line,
+                       [limit](const RowLine &above) { return above.bottom <= limit; });
+}
+
+}
+
+HighRow::HighRow(const FlowItem &row)
+    : m_row(row)
+    , m_next(row.columns.size(), 0)
+    , m_top(row.top)
+{
+}
+
+QVector<ColumnPart> HighRow::takePart(double bottom)
+{
+    QVector<int> next = linesBehind(bottom, true);
+    if (topOf(next) <= m_top + slack) // a picture, or lines that were to stay together
+        next = linesBehind(bottom, false);
+    QVector<ColumnPart> parts;
+    for (int column = 0; column < next.size(); ++column)
+        parts.append(part(column, next[column], bottom));
+    m_next = next;
+    const double top = topOf(next);
+    m_top = top > m_top + slack ? qMin(top, bottom) : bottom;
+    return parts;
+}
+
+QVector<int> HighRow::linesBehind(double bottom, bool keepsRules) const
+{
+    QVector<int> lines;
+    for (int column = 0; column < m_next.size(); ++column)
+        lines.append(lineBehind(column, bottom, keepsRules));
+    return lines;
+}
+
+int HighRow::lineBehind(int column, double bottom, bool keepsRules) const
+{
+    const QVector<RowLine> &lines = m_row.columns[column].lines;
+    const int from = m_next[column];
+    int line = from;
+    while (line < lines.size() && lines[line].bottom <= bottom + slack)
+        ++line;
+    if (line == lines.size() || !keepsRules)
+        return line;
+    while (line > from && !(lines[line].mayStartPage && isFree(lines, from, line)))
+        --line;
+    return line;
+}
+
+double HighRow::topOf(const QVector<int> &lines) const
+{
+    double top = m_row.bottom;
+    for (int column = 0; column < lines.size(); ++column) {
+        const QVector<RowLine> &all = m_row.columns[column].lines;
+        if (lines[column] < all.size())
+            top = qMin(top, all[lines[column]].top);
+    }
+    return top;
+}
+
+ColumnPart HighRow::part(int column, int end, double bottom) const
+{
+    const RowColumn &all = m_row.columns[column];
+    ColumnPart part;
+    part.left = all.left;
+    part.right = all.right;
+    part.top = m_top;
+    part.bottom = end < all.lines.size() ? qMin(bottom, all.lines[end].top) : bottom;
+    part.drawnTop = m_top;
+    const int first = m_next[column];
+    if (first < end)
+        part.drawnTop = all.lines[first].drawnTop;
+    if (end == all.lines.size()) // what stands below the row is no part of it
+        part.bottom = first < end ? all.lines[end - 1].bottom : (m_top + bottom) / 2.0;
+    return part;
+}

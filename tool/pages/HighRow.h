@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <tool/pages/PageSlices.h>
+
+/*! Cuts a row that is higher than a page into parts, from top to bottom, each cell for itself. */
+class HighRow
+{
+public:
+    explicit HighRow(const FlowItem &row);
+
+    /*! Where the part that comes next begins: at the topmost line that no part has yet. */
+    double top() const { return m_top; }
+    /*! The next part: what of each column stands above \a bottom, by whole lines. */
+    QVector<ColumnPart> takePart(double bottom);
+
+private:
+    QVector<int> linesBehind(double bottom, bool keepsRules) const;
+    int lineBehind(int column, double bottom, bool keepsRules) const;
+    double topOf(const QVector<int> &lines) const;
+    ColumnPart part(int column, int end, double bottom) const;
+
+    const FlowItem &m_row;
+    QVector<int> m_next; // the first line of each column that no part has
+    double m_top;
+};
