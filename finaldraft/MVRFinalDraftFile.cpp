@@ -28,7 +28,7 @@ namespace {
 constexpr double defaultMargin = 72.0;
 constexpr double maxMargin = 7200.0; // beyond any paper
 
-double number(const pugi::xml_node &element, const char *name, double fallback)
+double number(const FdxElement &element, const char *name, double fallback)
 {
     bool isNumber = false;
     const double value = fdxAttribute(element, name).toDouble(&isNumber);
@@ -36,7 +36,7 @@ double number(const pugi::xml_node &element, const char *name, double fallback)
 }
 
 // The first child that a path of names leads to.
-pugi::xml_node childAt(pugi::xml_node node, const QString &path)
+FdxElement childAt(FdxElement node, const QString &path)
 {
     const QStringList names = path.split(QLatin1Char('/'));
     for (const QString &name : names)
@@ -79,7 +79,7 @@ bool MVRFinalDraftFile::Private::parse(const QByteArray &bytes)
         errorString = tree.errorString();
         return false;
     }
-    if (!fdxIs(tree.root(), "FinalDraft")) {
+    if (!tree.root().isNamed("FinalDraft")) {
         errorString = QObject::tr("Not a Final Draft file.");
         return false;
     }
@@ -100,7 +100,7 @@ void MVRFinalDraftFile::Private::findNotes(const QVector<int> &lengths)
 
 void MVRFinalDraftFile::Private::applyPageLayout(QTextDocument *document)
 {
-    const pugi::xml_node layout = tree.root().child("PageLayout");
+    const FdxElement layout = tree.root().child("PageLayout");
     const double margin = number(layout, "TopMargin", defaultMargin);
     document->setDocumentMargin(margin >= 0 && margin <= maxMargin ? margin : defaultMargin);
     MVRTextDoc::setDefaultCharFormatColors(
@@ -224,7 +224,7 @@ QHash<QString, QByteArray> MVRFinalDraftFile::settingsXml() const
     QHash<QString, QByteArray> all;
     if (!isLoaded())
         return all;
-    for (const pugi::xml_node &settings : m_d->tree.root().children("ElementSettings")) {
+    for (const FdxElement &settings : m_d->tree.root().children("ElementSettings")) {
         const FdxTree::Span span = m_d->tree.span(settings);
         all.insert(fdxAttribute(settings, "Type"),
                    m_d->tree.source().mid(span.start, span.end - span.start));
@@ -271,7 +271,7 @@ QVector<MVRFinalDraftFile::Scene> MVRFinalDraftFile::scenes() const
         const FdxParagraph &paragraph = m_d->script->paragraphs()[i];
         if (paragraph.hasBlock && !m_d->script->isTitlePage(i)
             && m_d->script->typeName(i) == "Scene Heading") {
-            const pugi::xml_node properties = paragraph.node.child("SceneProperties");
+            const FdxElement properties = paragraph.node.child("SceneProperties");
             Scene scene;
             scene.block = block;
             scene.heading = m_d->script->text(i);
@@ -328,7 +328,7 @@ bool MVRFinalDraftFile::showInvisibles() const
 
 QByteArray MVRFinalDraftFile::elementXml(const QString &name) const
 {
-    const pugi::xml_node element = childAt(m_d->tree.root(), name);
+    const FdxElement element = childAt(m_d->tree.root(), name);
     if (!element || name.isEmpty())
         return QByteArray();
     const FdxTree::Span span = m_d->tree.span(element);

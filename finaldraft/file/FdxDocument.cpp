@@ -20,11 +20,11 @@ namespace {
 using File = MVRFinalDraftFile;
 
 template <int Count>
-void setProperties(const pugi::xml_node &element, const FdxBlockAttribute (&attributes)[Count],
+void setProperties(const FdxElement &element, const FdxBlockAttribute (&attributes)[Count],
                    QTextBlockFormat *format)
 {
     for (const FdxBlockAttribute &row : attributes) {
-        if (const pugi::xml_attribute attribute = element.attribute(row.name))
+        if (const FdxSourceAttribute attribute = element.attribute(row.name))
             format->setProperty(row.property, QString::fromUtf8(attribute.value()));
     }
 }
@@ -55,7 +55,7 @@ public:
                    style.type->plain.format);
         const FdxTree &tree = m_script.tree();
         int length = 0;
-        for (const pugi::xml_node &child : m_script.paragraphs()[paragraph].node.children("Text")) {
+        for (const FdxElement &child : m_script.paragraphs()[paragraph].node.children("Text")) {
             const FdxRunStyle *runStyle = &m_script.runStyle(*style.type, child);
             const FdxTree::Span span = tree.span(child);
             if (runStyle != m_runStyle)
@@ -98,7 +98,7 @@ private:
     {
         constexpr int most = 256; // tags that are kept: no file is slower for having each but once
         const FdxTree &tree = m_script.tree();
-        const pugi::xml_node &node = m_script.paragraphs()[paragraph].node;
+        const FdxElement &node = m_script.paragraphs()[paragraph].node;
         const bool isTitlePage = m_script.isTitlePage(paragraph);
         const int start = tree.start(node);
         const std::string_view tag(tree.source().constData() + start,
@@ -123,9 +123,9 @@ private:
         const FdxParagraph &record = m_script.paragraphs()[paragraph];
         if (m_script.containerOf(paragraph).wrapper >= 0)
             format.setProperty(File::DualDialogueProperty, record.container);
-        if (const pugi::xml_node scene = record.node.child("SceneProperties")) {
+        if (const FdxElement scene = record.node.child("SceneProperties")) {
             setProperties(scene, fdxSceneAttributes, &format);
-            if (const pugi::xml_node summary = scene.child("Summary"))
+            if (const FdxElement summary = scene.child("Summary"))
                 format.setProperty(File::SceneSummaryProperty,
                                    fdxParagraphsText(m_script.tree(), summary));
         }
@@ -146,7 +146,7 @@ private:
 // Final Draft writes its times in UTC, as "20240229T235900". They are taken apart by hand: Qt's
 // parser goes through the system's local time, which now and then fails where several threads do
 // so.
-QDateTime fdxTime(const pugi::xml_node &note)
+QDateTime fdxTime(const FdxElement &note)
 {
     const QString text = fdxAttribute(note, "DateTime");
     if (text.size() != 15 || text.at(8) != QLatin1Char('T'))
@@ -162,14 +162,14 @@ QDateTime fdxTime(const pugi::xml_node &note)
 }
 
 /*! A note's paragraphs as a document. */
-void fillNote(const pugi::xml_node &note, const FdxTree &tree, QTextCursor *cursor)
+void fillNote(const FdxElement &note, const FdxTree &tree, QTextCursor *cursor)
 {
     bool isFirst = true;
-    for (const pugi::xml_node &paragraph : note.children("Paragraph")) {
+    for (const FdxElement &paragraph : note.children("Paragraph")) {
         if (!isFirst)
             cursor->insertBlock();
         isFirst = false;
-        for (const pugi::xml_node &run : paragraph.children("Text")) {
+        for (const FdxElement &run : paragraph.children("Text")) {
             const FdxTree::Span span = tree.span(run);
             const FdxLook look = FdxLook().with(run);
             cursor->insertText(fdxText(tree.source(), span.innerStart, span.innerEnd),
@@ -191,7 +191,7 @@ QVector<int> fdxInsertScript(FdxScript &script, int fileId, QTextDocument *docum
     return lengths;
 }
 
-QByteArray fdxNoteRtf(const pugi::xml_node &note, const FdxTree &tree)
+QByteArray fdxNoteRtf(const FdxElement &note, const FdxTree &tree)
 {
     QTextDocument document;
     document.setUndoRedoEnabled(false);

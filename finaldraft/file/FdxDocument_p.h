@@ -42,4 +42,4 @@ QHash<QString, int> fdxAttachNotes(const QVector<FdxNote> &notes, const FdxTree 
                                    QTextDocument *document);
 
 /*! A note's content as RTF. */
-QByteArray fdxNoteRtf(const pugi::xml_node &note, const FdxTree &tree);
+QByteArray fdxNoteRtf(const FdxElement &note, const FdxTree &tree);

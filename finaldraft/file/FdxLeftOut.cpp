@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <finaldraft/file/FdxLeftOut_p.h>
 
-#include <cstring>
-
 using MVRFinalDraft::LeftOut;
 
 namespace {
@@ -25,20 +23,20 @@ constexpr Kind kinds[] = {
     {"ListItems", "ListItem", &LeftOut::beats},
 };
 
-bool hasText(const FdxTree &tree, const pugi::xml_node &element)
+bool hasText(const FdxTree &tree, const FdxElement &element)
 {
     return !fdxParagraphsText(tree, element).trimmed().isEmpty();
 }
 
 // Nested calls go down the tree, which is shallow.
-void count(const FdxTree &tree, const pugi::xml_node &parent, LeftOut *leftOut)
+void count(const FdxTree &tree, const FdxElement &parent, LeftOut *leftOut)
 {
-    for (const pugi::xml_node &child : parent.children()) {
-        if (fdxIs(child, "SceneProperties") && *child.attribute("Title").value())
+    for (const FdxElement &child : parent.children()) {
+        if (child.isNamed("SceneProperties") && !child.attribute("Title").value().isEmpty())
             ++leftOut->sceneTitles;
         const Kind *found = nullptr;
         for (const Kind &kind : kinds) {
-            if (fdxIs(child, kind.element) && fdxIs(parent, kind.parent))
+            if (child.isNamed(kind.element) && parent.isNamed(kind.parent))
                 found = &kind;
         }
         if (!found)
@@ -55,8 +53,8 @@ LeftOut fdxLeftOut(const FdxScript &script, const QVector<FdxNote> &notes)
     const FdxTree &tree = script.tree();
     LeftOut leftOut;
     for (const FdxParagraph &paragraph : script.paragraphs()) {
-        for (const pugi::xml_node &run : paragraph.node.children("Text")) {
-            if (!std::strstr(run.attribute("Style").value(), "HiddenText"))
+        for (const FdxElement &run : paragraph.node.children("Text")) {
+            if (!run.attribute("Style").value().contains("HiddenText"))
                 continue;
             const FdxTree::Span span = tree.span(run);
             leftOut.hiddenTexts += span.innerStart < span.innerEnd ? 1 : 0;

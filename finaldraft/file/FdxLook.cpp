@@ -54,10 +54,10 @@ int styleFlags(const QByteArray &text)
     return flags;
 }
 
-double number(const char *text, double limit, double fallback)
+double number(const QByteArray &text, double limit, double fallback)
 {
     bool isNumber = false;
-    const double value = QByteArray(text).trimmed().toDouble(&isNumber);
+    const double value = text.trimmed().toDouble(&isNumber);
     return isNumber && std::abs(value) <= limit ? value : fallback;
 }
 
@@ -84,9 +84,8 @@ bool isNear(double a, double b)
 
 }
 
-QColor fdxColor(const char *text, const QColor &fallback)
+QColor fdxColor(const QByteArray &digits, const QColor &fallback)
 {
-    const QByteArray digits(text);
     bool isNumber = false;
     const quint64 channels = digits.mid(1).toULongLong(&isNumber, 16);
     if (!isNumber || digits.size() != 13 || digits[0] != '#')
@@ -95,21 +94,20 @@ QColor fdxColor(const char *text, const QColor &fallback)
                   int(channels >> 8) & 0xff);
 }
 
-FdxLook FdxLook::with(const pugi::xml_node &element) const
+FdxLook FdxLook::with(const FdxElement &element) const
 {
     FdxLook look = *this;
-    for (const pugi::xml_attribute &attribute : element.attributes()) {
-        const char *name = attribute.name();
-        const char *value = attribute.value();
-        if (qstrcmp(name, "Style") == 0)
+    for (const FdxSourceAttribute &attribute : element.attributes()) {
+        const QByteArray value = attribute.value();
+        if (attribute.isNamed("Style"))
             look.style = styleFlags(value);
-        else if (qstrcmp(name, "Font") == 0 && *value)
+        else if (attribute.isNamed("Font") && !value.isEmpty())
             look.font = QString::fromUtf8(value);
-        else if (qstrcmp(name, "Size") == 0)
+        else if (attribute.isNamed("Size"))
             look.size = number(value, maxPointSize, size);
-        else if (qstrcmp(name, "Color") == 0)
+        else if (attribute.isNamed("Color"))
             look.color = fdxColor(value, color);
-        else if (qstrcmp(name, "Background") == 0)
+        else if (attribute.isNamed("Background"))
             look.background = fdxColor(value, background);
     }
     if (look.size <= 0)
@@ -202,13 +200,12 @@ bool fdxIsSameShape(const ParagraphAttr &a, const ParagraphAttr &b)
     return fdxShapeAttributes(a, b, 0.0).isEmpty();
 }
 
-void fdxReadShape(const pugi::xml_node &element, double margin, ParagraphAttr *shape)
+void fdxReadShape(const FdxElement &element, double margin, ParagraphAttr *shape)
 {
     const double marginInches = margin / pointsPerInch;
-    for (const pugi::xml_attribute &attribute : element.attributes()) {
-        const char *name = attribute.name();
-        const char *value = attribute.value();
-        const auto isNamed = [name](const char *other) { return qstrcmp(name, other) == 0; };
+    for (const FdxSourceAttribute &attribute : element.attributes()) {
+        const QByteArray value = attribute.value();
+        const auto isNamed = [&attribute](const char *name) { return attribute.isNamed(name); };
         if (isNamed("LeftIndent"))
             shape->leftIndent
                 = number(value, maxInches, shape->leftIndent + marginInches) - marginInches;
@@ -224,7 +221,7 @@ void fdxReadShape(const pugi::xml_node &element, double margin, ParagraphAttr *s
         else if (isNamed("Alignment"))
             shape->alignment = MVRFinalDraft::toAlignment(QString::fromUtf8(value), Qt::AlignLeft);
         else if (isNamed("StartsNewPage"))
-            shape->startsNewPage = qstrcmp(value, "Yes") == 0;
+            shape->startsNewPage = value == "Yes";
     }
 }
 
@@ -275,11 +272,11 @@ QVector<FdxAttribute> fdxShapeAttributes(const ParagraphAttr &shape, const Parag
     return attributes;
 }
 
-bool fdxIsShapeAttribute(const char *name)
+bool fdxIsShapeAttribute(const FdxSourceAttribute &attribute)
 {
     static constexpr const char *names[]
         = {"Alignment",   "FirstIndent", "LeftIndent",   "RightIndent",
            "SpaceBefore", "Spacing",     "StartsNewPage"};
     return std::any_of(std::begin(names), std::end(names),
-                       [name](const char *shape) { return qstrcmp(name, shape) == 0; });
+                       [&attribute](const char *name) { return attribute.isNamed(name); });
 }

@@ -2,12 +2,12 @@
 #pragma once
 
 #include <finaldraft/MVRFinalDraft.h>
+#include <finaldraft/file/FdxElement_p.h>
 
 #include <QByteArray>
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
-
-#include <pugixml.hpp>
+#include <QVector>
 
 /*! Words of a style beyond MVRFinalDraft::FontStyleFlag. */
 constexpr int fdxSmallCaps = 0x80;
@@ -23,7 +23,7 @@ struct FdxLook
     int style = 0; /*!< flags of MVRFinalDraft::FontStyleFlag and the two above */
 
     /*! This look with what the attributes of a Text or FontSpec say; no Style leaves it. */
-    FdxLook with(const pugi::xml_node &element) const;
+    FdxLook with(const FdxElement &element) const;
     /*! This look with what a format says; what the format leaves open stays. */
     FdxLook with(const QTextCharFormat &format) const;
     /*! A format that says all in which the look differs from nothing or from \a base. */
@@ -38,14 +38,13 @@ struct FdxLook
 };
 
 /*! The colour of "#RRRRGGGGBBBB", which shows its high bytes; \a fallback for anything else. */
-QColor fdxColor(const char *text, const QColor &fallback);
+QColor fdxColor(const QByteArray &digits, const QColor &fallback);
 
 /*! The shape of a paragraph is MVRFinalDraft::ParagraphAttr without leading and style. */
 bool fdxIsSameShape(const MVRFinalDraft::ParagraphAttr &a, const MVRFinalDraft::ParagraphAttr &b);
 
 /*! Takes what the attributes of a Paragraph or ParagraphSpec say; \a margin in points. */
-void fdxReadShape(const pugi::xml_node &element, double margin,
-                  MVRFinalDraft::ParagraphAttr *shape);
+void fdxReadShape(const FdxElement &element, double margin, MVRFinalDraft::ParagraphAttr *shape);
 
 /*! \a base with what a format says; indents count from the text margin in both. */
 MVRFinalDraft::ParagraphAttr fdxShape(const QTextBlockFormat &format,
@@ -62,5 +61,5 @@ struct FdxAttribute
 QVector<FdxAttribute> fdxShapeAttributes(const MVRFinalDraft::ParagraphAttr &shape,
                                          const MVRFinalDraft::ParagraphAttr &base, double margin);
 
-/*! Whether the name is that of an attribute which says something of a paragraph's shape. */
-bool fdxIsShapeAttribute(const char *name);
+/*! Whether an attribute says something of a paragraph's shape. */
+bool fdxIsShapeAttribute(const FdxSourceAttribute &attribute);

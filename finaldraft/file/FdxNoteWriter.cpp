@@ -101,11 +101,11 @@ void FdxWriter::writeKeptNote(int index)
 FdxSplices FdxWriter::contentSplices(int index) const
 {
     FdxSplices splices;
-    const pugi::xml_node &node = m_notes[index].node;
+    const FdxElement &node = m_notes[index].node;
     const FdxDocumentNote &current = m_match.notes[m_documentNote[index]];
     const QColor color
         = current.format.property(MVRTextFormat::CommentColorProperty).value<QColor>();
-    const pugi::xml_attribute oldColor = node.attribute("Color");
+    const FdxSourceAttribute oldColor = node.attribute("Color");
     if (oldColor && color.isValid() && fdxColor(oldColor.value(), color) != color)
         addAttribute(node, "Color", fileColor(color), &splices);
     const QByteArray rtf
@@ -271,12 +271,12 @@ void FdxWriter::writeRange(int index)
 
 bool FdxWriter::isRangeFile() const
 {
-    return m_tree.root().attribute("Version").as_int() >= 5 || m_tree.root().child("ScriptNotes");
+    return m_tree.root().attribute("Version").toInt() >= 5 || m_tree.root().child("ScriptNotes");
 }
 
 bool FdxWriter::isRunFile() const
 {
-    return m_tree.root().attribute("Version").as_int() < 2;
+    return m_tree.root().attribute("Version").toInt() < 2;
 }
 
 /*! The text that a note is about; an inline one is about the word before it. */
@@ -297,7 +297,7 @@ void FdxWriter::writeNewNotes()
     QByteArray rangeNotes;
     int id = 0;
     for (const FdxNote &note : m_notes)
-        id = qMax(id, note.node.attribute("Id").as_int());
+        id = qMax(id, note.node.attribute("Id").toInt());
     for (int i = 0; i < m_match.notes.size(); ++i) {
         if (m_keptNotes.contains(i))
             continue;
@@ -318,7 +318,7 @@ void FdxWriter::writeNewNotes()
 void FdxWriter::addRangeNotes(const QByteArray &elements)
 {
     const QByteArray newLine = fdxNewLine(m_tree);
-    const pugi::xml_node notes = m_tree.root().child("ScriptNotes");
+    const FdxElement notes = m_tree.root().child("ScriptNotes");
     const FdxTree::Span span = m_tree.span(notes ? notes : m_tree.root());
     if (!notes)
         m_splices.append({span.innerEnd, span.innerEnd,

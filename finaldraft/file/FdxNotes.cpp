@@ -37,9 +37,9 @@ bool isWord(const QString &text, const MVRTextRange &stretch)
 }
 
 /*! Reads "12,34"; false for anything else. */
-bool readNumbers(const char *text, MVRTextRange *numbers)
+bool readNumbers(const QByteArray &text, MVRTextRange *numbers)
 {
-    const QList<QByteArray> parts = QByteArray(text).split(',');
+    const QList<QByteArray> parts = text.split(',');
     bool isStart = false;
     bool isEnd = false;
     const int start = parts.value(0).trimmed().toInt(&isStart);
@@ -59,7 +59,7 @@ public:
         , m_places(places)
     {
         for (const FdxContainer &container : script.containers())
-            m_own.insert(container.node.internal_object());
+            m_own.insert(container.node.index());
     }
 
     /*! Finds all of them, in the order of the file. */
@@ -68,7 +68,7 @@ public:
         for (int i = 0; i < m_script.paragraphs().size(); ++i)
             find(m_script.paragraphs()[i].node, i);
         for (const FdxContainer &container : m_script.containers()) {
-            for (const pugi::xml_node &note : container.node.children("ScriptNote"))
+            for (const FdxElement &note : container.node.children("ScriptNote"))
                 add(note, container.wrapper);
         }
         find(m_script.tree().root(), -1);
@@ -81,22 +81,22 @@ public:
 
 private:
     // Nested calls go down the tree, which is shallow. Containers are gone through by themselves.
-    void find(const pugi::xml_node &parent, int paragraph)
+    void find(const FdxElement &parent, int paragraph)
     {
-        for (const pugi::xml_node &child : parent.children()) {
-            if (fdxIs(child, "ScriptNote"))
+        for (const FdxElement &child : parent.children()) {
+            if (child.isNamed("ScriptNote"))
                 add(child, paragraph);
-            else if (!fdxIs(child, "Text") && !m_own.contains(child.internal_object()))
+            else if (!child.isNamed("Text") && !m_own.contains(child.index()))
                 find(child, paragraph);
         }
     }
 
-    void add(const pugi::xml_node &node, int paragraph)
+    void add(const FdxElement &node, int paragraph)
     {
         FdxNote note;
         note.node = node;
         note.paragraph = paragraph;
-        const pugi::xml_attribute range = node.attribute("Range");
+        const FdxSourceAttribute range = node.attribute("Range");
         note.hasNumbers = paragraph < 0 && range && readNumbers(range.value(), &note.numbers);
         if (note.hasNumbers)
             placeByNumbers(&note);
@@ -149,16 +149,17 @@ private:
     /*! How much text stands in front of the note, or of what holds it, in its paragraph. */
     int before(const FdxNote &note)
     {
-        int length = 0;
-        pugi::xml_node child = note.node;
-        while (child.parent() && child.parent() != m_script.paragraphs()[note.paragraph].node)
+        const FdxElement paragraph = m_script.paragraphs()[note.paragraph].node;
+        FdxElement child = note.node;
+        while (child.parent() && child.parent() != paragraph)
             child = child.parent();
-        for (pugi::xml_node node = child.previous_sibling(); node; node = node.previous_sibling()) {
-            if (node == m_lastChild) {
-                length += m_lastLength;
-                break;
-            }
-            if (!fdxIs(node, "Text"))
+        // On from the note that was found in the paragraph last.
+        const bool goesOn = m_lastChild && m_lastChild.parent() == paragraph
+            && m_lastChild.index() <= child.index();
+        int length = goesOn ? m_lastLength : 0;
+        for (FdxElement node = goesOn ? m_lastChild : paragraph.firstChild(); node && node != child;
+             node = node.next()) {
+            if (!node.isNamed("Text"))
                 continue;
             const FdxTree::Span span = m_script.tree().span(node);
             length += fdxTextLength(m_script.tree().source(), span.innerStart, span.innerEnd);
@@ -170,8 +171,8 @@ private:
 
     const FdxScript &m_script;
     const FdxPlaces &m_places;
-    QSet<const void *> m_own; // containers of the script
-    pugi::xml_node m_lastChild; // that a note was found in, and the text in front of it
+    QSet<int> m_own; // containers of the script
+    FdxElement m_lastChild; // that a note was found in, and the text in front of it
     int m_lastLength = 0;
 };
 
@@ -307,7 +308,7 @@ QVector<FdxNote> fdxNotes(const FdxScript &script, const FdxPlaces &places)
 MVRFinalDraftFile::Note fdxNoteRecord(const FdxNote &note, const FdxScript &script,
                                       const FdxPlaces &places)
 {
-    const pugi::xml_node &node = note.node;
+    const FdxElement &node = note.node;
     File::Note record;
     record.shape = note.shape;
     record.id = fdxAttribute(node, note.shape == File::NoteOfRange ? "Id" : "ID");

@@ -11,7 +11,7 @@
 /*! A note of a file and where it stands. */
 struct FdxNote
 {
-    pugi::xml_node node;
+    FdxElement node;
     MVRFinalDraftFile::NoteShape shape = MVRFinalDraftFile::NoteUnanchored;
     int paragraph = -1; // that it stands in, or its place does
     MVRTextRange numbers; // its Range as the file has it

@@ -75,7 +75,7 @@ struct FdxRunEdit::Change
                         // as index of middle; -1: behind the left run. -2: no element
 };
 
-FdxRunEdit::FdxRunEdit(const FdxScript &script, const pugi::xml_node &paragraph, FdxType &oldType,
+FdxRunEdit::FdxRunEdit(const FdxScript &script, const FdxElement &paragraph, FdxType &oldType,
                        FdxType &newType, const QVector<FdxNewRun> &runs)
     : m_tree(script.tree())
     , m_paragraph(paragraph)
@@ -466,13 +466,14 @@ QByteArray FdxRunEdit::newElement(const NewRun &run, const OldRun *model) const
 {
     const auto alike = std::find_if(m_old.cbegin(), m_old.cend(), [&run](const OldRun &candidate) {
         return isSameLook(candidate, run)
-            && qstrcmp(candidate.run.node.attribute("AdornmentStyle").value(), "-1") != 0
+            && candidate.run.node.attribute("AdornmentStyle").value() != "-1"
             && candidate.run.textStart < candidate.run.textEnd;
     });
     if (alike != m_old.cend())
         return startTag(*alike) + escaped(run.text) + "</Text>";
     QByteArray attributes = fdxRunAttributes(run.look, m_type);
-    const QByteArray revision = model ? model->run.node.attribute("RevisionID").value() : "";
+    const QByteArray revision
+        = model ? model->run.node.attribute("RevisionID").value() : QByteArray();
     if (!revision.isEmpty() && attributes.contains(" RevisionID=\"0\""))
         attributes.replace(" RevisionID=\"0\"", " RevisionID=\"" + revision + '"');
     else if (!revision.isEmpty() && revision != "0")

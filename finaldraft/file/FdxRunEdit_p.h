@@ -54,7 +54,7 @@ public:
         \param oldType  the type that the file gives the paragraph
         \param newType  the type that the document gives it
     */
-    FdxRunEdit(const FdxScript &script, const pugi::xml_node &paragraph, FdxType &oldType,
+    FdxRunEdit(const FdxScript &script, const FdxElement &paragraph, FdxType &oldType,
                FdxType &newType, const QVector<FdxNewRun> &runs);
 
     const FdxTextDiff &diff() const { return m_diff; }
@@ -96,7 +96,7 @@ private:
     QByteArray escaped(const QString &text) const;
 
     const FdxTree &m_tree;
-    pugi::xml_node m_paragraph;
+    FdxElement m_paragraph;
     FdxType &m_type;
     QVector<OldRun> m_old;
     QVector<NewRun> m_new;

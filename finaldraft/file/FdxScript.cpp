@@ -22,23 +22,23 @@ ElementSettings standardSettings(const QByteArray &type, double margin)
     return settings;
 }
 
-QByteArray shapeKey(const pugi::xml_node &paragraph)
+QByteArray shapeKey(const FdxElement &paragraph)
 {
     QByteArray key;
-    for (const pugi::xml_attribute &attribute : paragraph.attributes()) {
-        if (fdxIsShapeAttribute(attribute.name()))
-            key += QByteArray(attribute.name()) + '=' + attribute.value() + '\n';
+    for (const FdxSourceAttribute &attribute : paragraph.attributes()) {
+        if (fdxIsShapeAttribute(attribute))
+            key += attribute.name() + '=' + attribute.value() + '\n';
     }
     return key;
 }
 
 // Nested calls go down the tree, which is shallow.
-void appendParagraphTexts(const FdxTree &tree, const pugi::xml_node &element, QStringList *texts)
+void appendParagraphTexts(const FdxTree &tree, const FdxElement &element, QStringList *texts)
 {
-    for (const pugi::xml_node &child : element.children()) {
-        if (fdxIs(child, "Paragraph"))
+    for (const FdxElement &child : element.children()) {
+        if (child.isNamed("Paragraph"))
             texts->append(QString());
-        if (fdxIs(child, "Text")) {
+        if (child.isNamed("Text")) {
             const FdxTree::Span span = tree.span(child);
             if (texts->isEmpty())
                 texts->append(QString());
@@ -59,20 +59,20 @@ bool isBlank(const QString &text)
 FdxScript::FdxScript(const FdxTree &tree)
     : m_tree(tree)
 {
-    const pugi::xml_node root = tree.root();
-    for (const pugi::xml_node &titlePage : root.children("TitlePage")) {
-        for (const pugi::xml_node &content : titlePage.children("Content"))
+    const FdxElement root = tree.root();
+    for (const FdxElement &titlePage : root.children("TitlePage")) {
+        for (const FdxElement &content : titlePage.children("Content"))
             addContainer(content, -1, true);
     }
-    for (const pugi::xml_node &content : root.children("Content"))
+    for (const FdxElement &content : root.children("Content"))
         addContainer(content, -1, false);
-    for (const pugi::xml_node &settings : root.children("ElementSettings"))
+    for (const FdxElement &settings : root.children("ElementSettings"))
         m_settings.insert(settings.attribute("Type").value(), settings);
     setView({}, standardMargin);
 }
 
 // Nested calls go down the tree, which is shallow.
-void FdxScript::addContainer(const pugi::xml_node &node, int wrapper, bool isTitlePage)
+void FdxScript::addContainer(const FdxElement &node, int wrapper, bool isTitlePage)
 {
     const int container = m_containers.size();
     FdxContainer added;
@@ -80,7 +80,7 @@ void FdxScript::addContainer(const pugi::xml_node &node, int wrapper, bool isTit
     added.isTitlePage = isTitlePage;
     added.wrapper = wrapper;
     m_containers.append(added);
-    for (const pugi::xml_node &child : node.children("Paragraph")) {
+    for (const FdxElement &child : node.children("Paragraph")) {
         FdxParagraph paragraph;
         paragraph.node = child;
         paragraph.container = container;
@@ -90,7 +90,7 @@ void FdxScript::addContainer(const pugi::xml_node &node, int wrapper, bool isTit
         if (!paragraph.isWrapper)
             continue;
         m_paragraphs[index].hasBlock = !isBlank(text(index));
-        for (const pugi::xml_node &dual : child.children("DualDialogue"))
+        for (const FdxElement &dual : child.children("DualDialogue"))
             addContainer(dual, index, isTitlePage);
     }
 }
@@ -100,10 +100,10 @@ QVector<FdxRun> FdxScript::runs(int paragraph) const
     return runs(m_paragraphs[paragraph].node);
 }
 
-QVector<FdxRun> FdxScript::runs(const pugi::xml_node &paragraph) const
+QVector<FdxRun> FdxScript::runs(const FdxElement &paragraph) const
 {
     QVector<FdxRun> runs;
-    for (const pugi::xml_node &child : paragraph.children("Text")) {
+    for (const FdxElement &child : paragraph.children("Text")) {
         const FdxTree::Span span = m_tree.span(child);
         runs.append({child, span.innerStart, span.innerEnd});
     }
@@ -174,10 +174,9 @@ FdxType &FdxScript::type(const QByteArray &name, bool isTitlePage)
     return type;
 }
 
-const FdxRunStyle &FdxScript::runStyle(FdxType &type, const pugi::xml_node &run) const
+const FdxRunStyle &FdxScript::runStyle(FdxType &type, const FdxElement &run) const
 {
-    const pugi::xml_attribute first = run.first_attribute();
-    if (!first)
+    if (!run.firstAttribute())
         return type.plain;
     const int start = m_tree.start(run);
     const QByteArray key = m_tree.slice(start, m_tree.tagEnd(run));
@@ -208,8 +207,7 @@ QTextCharFormat FdxScript::charFormat(const FdxLook &look, const FdxLook &base,
     return format;
 }
 
-const FdxParagraphStyle &FdxScript::paragraphStyle(FdxType &type,
-                                                   const pugi::xml_node &paragraph) const
+const FdxParagraphStyle &FdxScript::paragraphStyle(FdxType &type, const FdxElement &paragraph) const
 {
     const QByteArray key = shapeKey(paragraph);
     if (key.isEmpty())
@@ -241,7 +239,7 @@ FdxScript::Settings FdxScript::settings(const QByteArray &type, bool isTitlePage
     Settings settings;
     settings.shape = standard.paragraphSpec;
     settings.look.style |= int(standard.fontSpec.style);
-    const pugi::xml_node element = m_settings.value(name);
+    const FdxElement element = m_settings.value(name);
     settings.look = settings.look.with(element.child("FontSpec"));
     fdxReadShape(element.child("ParagraphSpec"), m_margin, &settings.shape);
     if (isTitlePage)
@@ -261,7 +259,7 @@ QHash<QString, ElementSettings> FdxScript::settings() const
         settings.fontSpec.background = look.background;
         settings.fontSpec.style = QFlags<MVRFinalDraft::FontStyleFlag>(QFlag(look.style & 0x7f));
         fdxReadShape(entry->child("ParagraphSpec"), standardMargin, &settings.paragraphSpec);
-        const pugi::xml_node behavior = entry->child("Behavior");
+        const FdxElement behavior = entry->child("Behavior");
         settings.paginateAs = MVRFinalDraft::toElementType(fdxAttribute(behavior, "PaginateAs"));
         settings.returnKey = MVRFinalDraft::toElementType(fdxAttribute(behavior, "ReturnKey"));
         settings.shortcut = fdxAttribute(behavior, "Shortcut");
@@ -270,14 +268,14 @@ QHash<QString, ElementSettings> FdxScript::settings() const
     return all;
 }
 
-QStringList fdxParagraphTexts(const FdxTree &tree, const pugi::xml_node &element)
+QStringList fdxParagraphTexts(const FdxTree &tree, const FdxElement &element)
 {
     QStringList texts;
     appendParagraphTexts(tree, element, &texts);
     return texts;
 }
 
-QString fdxParagraphsText(const FdxTree &tree, const pugi::xml_node &element)
+QString fdxParagraphsText(const FdxTree &tree, const FdxElement &element)
 {
     return fdxParagraphTexts(tree, element).join(QLatin1Char('\n'));
 }

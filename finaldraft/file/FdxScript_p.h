@@ -16,7 +16,7 @@
 /*! A run of a paragraph. */
 struct FdxRun
 {
-    pugi::xml_node node;
+    FdxElement node;
     int textStart = 0; // place of its character data in the source; [n, n) for an empty tag
     int textEnd = 0;
 };
@@ -52,7 +52,7 @@ struct FdxType
 /*! What holds paragraphs: Content, or DualDialogue. */
 struct FdxContainer
 {
-    pugi::xml_node node;
+    FdxElement node;
     int wrapper = -1; // of DualDialogue: index of the paragraph that it stands in
     bool isTitlePage = false;
 };
@@ -60,7 +60,7 @@ struct FdxContainer
 /*! A Paragraph of title page or script. */
 struct FdxParagraph
 {
-    pugi::xml_node node;
+    FdxElement node;
     int container = 0;
     bool isWrapper = false; // holds dual dialogue
     bool hasBlock = true; // a wrapper seldom has text of its own
@@ -88,7 +88,7 @@ public:
 
     /*! The runs of a paragraph in order. */
     QVector<FdxRun> runs(int paragraph) const;
-    QVector<FdxRun> runs(const pugi::xml_node &paragraph) const;
+    QVector<FdxRun> runs(const FdxElement &paragraph) const;
     QString text(const FdxRun &run) const;
     QString text(int paragraph) const;
     /*! The same with the file's own breaks; see fdxPlainText(). */
@@ -103,8 +103,8 @@ public:
     QByteArray typeName(int paragraph) const;
     FdxType &type(const QByteArray &name, bool isTitlePage);
     FdxType &typeOf(int paragraph) { return type(typeName(paragraph), isTitlePage(paragraph)); }
-    const FdxRunStyle &runStyle(FdxType &type, const pugi::xml_node &run) const;
-    const FdxParagraphStyle &paragraphStyle(FdxType &type, const pugi::xml_node &paragraph) const;
+    const FdxRunStyle &runStyle(FdxType &type, const FdxElement &run) const;
+    const FdxParagraphStyle &paragraphStyle(FdxType &type, const FdxElement &paragraph) const;
 
     /*! The settings that the file has. */
     QHash<QString, MVRFinalDraft::ElementSettings> settings() const;
@@ -116,7 +116,7 @@ private:
         MVRFinalDraft::ParagraphAttr shape;
     };
 
-    void addContainer(const pugi::xml_node &node, int wrapper, bool isTitlePage);
+    void addContainer(const FdxElement &node, int wrapper, bool isTitlePage);
     Settings settings(const QByteArray &type, bool isTitlePage) const;
     QTextBlockFormat blockFormat(const FdxType &type,
                                  const MVRFinalDraft::ParagraphAttr &shape) const;
@@ -126,7 +126,7 @@ private:
     const FdxTree &m_tree;
     QVector<FdxParagraph> m_paragraphs;
     QVector<FdxContainer> m_containers;
-    QHash<QByteArray, pugi::xml_node> m_settings; // ElementSettings by type
+    QHash<QByteArray, FdxElement> m_settings; // ElementSettings by type
     QList<MVRScriptElement> m_elements;
     double m_margin = 72.0;
     QHash<QByteArray, std::shared_ptr<FdxType>> m_types;
@@ -135,6 +135,6 @@ private:
 };
 
 /*! The paragraphs of a note or summary, plain, with the file's own breaks. */
-QStringList fdxParagraphTexts(const FdxTree &tree, const pugi::xml_node &element);
+QStringList fdxParagraphTexts(const FdxTree &tree, const FdxElement &element);
 /*! The same in one text, a line a paragraph. */
-QString fdxParagraphsText(const FdxTree &tree, const pugi::xml_node &element);
+QString fdxParagraphsText(const FdxTree &tree, const FdxElement &element);

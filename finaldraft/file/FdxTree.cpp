@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <finaldraft/file/FdxTree_p.h>
 
+#include <finaldraft/file/FdxTreeBuilder_p.h>
+
 #include <QObject>
 
 #include <algorithm>
@@ -8,13 +10,10 @@
 
 namespace {
 
-// Files nest 8 deep; what is deeper was made to break something.
-constexpr int maxDepth = 256;
 constexpr int maxSize = 1 << 30; // places are ints, and what is written may be longer
 
 constexpr unsigned parseFlags = pugi::parse_cdata | pugi::parse_comments | pugi::parse_pi
-    | pugi::parse_doctype | pugi::parse_escapes | pugi::parse_wconv_attribute
-    | pugi::parse_embed_pcdata;
+    | pugi::parse_declaration | pugi::parse_doctype | pugi::parse_embed_pcdata;
 
 bool isSpace(char character)
 {
@@ -65,33 +64,35 @@ QByteArray toLatin1(const QString &text)
 
 }
 
-FdxTree::FdxTree() = default;
-FdxTree::~FdxTree() = default;
-
 bool FdxTree::load(const QByteArray &file)
 {
-    m_document.reset();
+    m_nodes.clear();
     m_errorString.clear();
     m_file = file;
     if (file.size() > maxSize)
         return fail("the file is too large", 0);
     decode();
-    m_buffer = QByteArray(m_source.constData(), m_source.size());
-    m_document = std::make_unique<pugi::xml_document>();
-    const pugi::xml_parse_result result = m_document->load_buffer_inplace(
-        m_buffer.data(), size_t(m_buffer.size()), parseFlags, pugi::encoding_utf8);
+    return parse();
+}
+
+bool FdxTree::parse()
+{
+    QByteArray buffer(m_source.constData(), m_source.size()); // is changed
+    pugi::xml_document document;
+    const pugi::xml_parse_result result = document.load_buffer_inplace(
+        buffer.data(), size_t(buffer.size()), parseFlags, pugi::encoding_utf8);
     if (!result)
         return fail(result.description(), int(result.offset));
-    if (!m_document->document_element())
+    if (!document.document_element())
         return fail("no element found", 0);
-    for (const pugi::xml_node &node : m_document->children()) {
+    for (const pugi::xml_node &node : document.children()) {
         if (node.type() == pugi::node_doctype && std::strchr(node.value(), '['))
             return fail("a document type that declares something is refused", 0);
     }
-    return isShallow() || fail("elements are nested too deep", 0);
+    return FdxTreeBuilder(this, buffer).build(document) || fail("elements are nested too deep", 0);
 }
 
-bool FdxTree::decode()
+void FdxTree::decode()
 {
     const bool isMarkedLittle = m_file.startsWith("\xff\xfe");
     const bool isMarkedBig = m_file.startsWith("\xfe\xff");
@@ -107,7 +108,6 @@ bool FdxTree::decode()
         m_source = QString::fromLatin1(m_file).toUtf8();
     else if (m_encoding != Utf8)
         m_source = fromUtf16(m_file, m_encoding == Utf16BigEndian).toUtf8();
-    return m_encoding == Utf8;
 }
 
 QByteArray FdxTree::toFileEncoding(const QByteArray &utf8) const
@@ -121,26 +121,6 @@ QByteArray FdxTree::toFileEncoding(const QByteArray &utf8) const
     return m_encoding == Latin1 ? toLatin1(text) : toUtf16(text, m_encoding == Utf16BigEndian);
 }
 
-bool FdxTree::isShallow() const
-{
-    int depth = 0;
-    pugi::xml_node node = *m_document;
-    while (node) {
-        if (const pugi::xml_node child = node.first_child()) {
-            node = child;
-            if (++depth > maxDepth)
-                return false;
-            continue;
-        }
-        while (node && !node.next_sibling()) {
-            node = node.parent();
-            --depth;
-        }
-        node = node.next_sibling();
-    }
-    return true;
-}
-
 bool FdxTree::fail(const char *message, int offset)
 {
     const int end = qBound(0, offset, m_source.size());
@@ -151,93 +131,26 @@ bool FdxTree::fail(const char *message, int offset)
                         .arg(line)
                         .arg(column)
                         .arg(QString::fromUtf8(message));
-    m_document.reset();
+    m_nodes.clear();
     return false;
 }
 
-pugi::xml_node FdxTree::root() const
+FdxElement FdxTree::next(int element) const
 {
-    return m_document ? m_document->document_element() : pugi::xml_node();
+    const FdxElement behind = at(m_nodes[element].behind);
+    return behind && m_nodes[behind.index()].parent == m_nodes[element].parent ? behind
+                                                                               : FdxElement();
 }
 
-int FdxTree::find(char character, int from) const
+FdxElement FdxTree::firstChild(int element) const
 {
-    const void *place
-        = std::memchr(m_source.constData() + from, character, size_t(m_source.size() - from));
-    return place ? int(static_cast<const char *>(place) - m_source.constData()) : m_source.size();
+    return m_nodes[element].behind > element + 1 ? at(element + 1) : FdxElement();
 }
 
-int FdxTree::start(const pugi::xml_node &element) const
+FdxTree::Span FdxTree::span(const FdxElement &element) const
 {
-    return offset(element.name()) - 1;
-}
-
-FdxTree::Span FdxTree::span(const pugi::xml_attribute &attribute) const
-{
-    Span span;
-    span.start = span.innerStart = offset(attribute.value());
-    span.end = span.innerEnd = find(m_source[span.start - 1], span.start);
-    return span;
-}
-
-int FdxTree::tagEnd(const pugi::xml_node &element) const
-{
-    const pugi::xml_attribute last = element.last_attribute();
-    const int from = last ? span(last).end : offset(element.name());
-    return find('>', from) + 1;
-}
-
-/*! The same for an element that holds text alone, as nearly all do. */
-FdxTree::Span FdxTree::leafSpan(const pugi::xml_node &element) const
-{
-    Span span;
-    span.start = start(element);
-    span.innerStart = tagEnd(element);
-    span.isEmptyTag = m_source[span.innerStart - 2] == '/';
-    span.innerEnd = span.isEmptyTag ? span.innerStart : find('<', span.innerStart);
-    span.end = span.isEmptyTag ? span.innerStart : find('>', span.innerEnd) + 1;
-    return span;
-}
-
-// Elements hold no ">" or "</" but in what is a node itself, so that the end of the last one is
-// followed by the end tag; that may take a way down, which the depth limits.
-FdxTree::Span FdxTree::span(const pugi::xml_node &element) const
-{
-    const pugi::xml_node first = element.first_child();
-    if (!first || (first.type() == pugi::node_pcdata && !first.next_sibling()))
-        return leafSpan(element);
-    QVector<pugi::xml_node> path;
-    int position = -1;
-    for (pugi::xml_node node = element; position < 0;) {
-        if (node.type() == pugi::node_element) {
-            path.append(node);
-            pugi::xml_node child = node.last_child();
-            while (child && child.type() == pugi::node_pcdata)
-                child = child.previous_sibling();
-            if (child)
-                node = child;
-            else
-                position = tagEnd(node);
-        } else if (node.type() == pugi::node_cdata) {
-            position = m_source.indexOf("]]>", offset(node.value())) + 3;
-        } else if (node.type() == pugi::node_comment) {
-            position = m_source.indexOf("-->", offset(node.value())) + 3;
-        } else {
-            position = m_source.indexOf("?>", offset(node.name())) + 2;
-        }
-    }
-    Span span;
-    for (int i = path.size(); i-- > 0;) {
-        span.start = start(path[i]);
-        const bool isLeaf = i == path.size() - 1;
-        span.isEmptyTag = isLeaf && position == tagEnd(path[i]) && m_source[position - 2] == '/';
-        span.innerEnd = span.isEmptyTag ? position : find('<', position);
-        if (!span.isEmptyTag)
-            position = find('>', span.innerEnd) + 1;
-        span.end = position;
-    }
-    span.innerStart = tagEnd(element);
-    return span;
+    const Node &node = m_nodes[element.index()];
+    return {node.start, node.innerStart, node.innerEnd, node.end, node.innerStart == node.end};
 }
 
 int FdxTree::gapStart(int position) const

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <finaldraft/file/FdxElement_p.h>
+
 #include <QByteArray>
 #include <QString>
 #include <QVector>
-
-#include <pugixml.hpp>
-
-#include <memory>
 
 /*! New bytes for the stretch [start, end) of a file. */
 struct FdxSplice
@@ -22,7 +20,8 @@ using FdxSplices = QVector<FdxSplice>;
     The source of a Final Draft file and the tree of its elements, each of which knows its place in
     the source, so that what nobody changed can be copied as it stands.
 
-    Character data is no part of the tree: it is read from the source, see FdxText_p.h.
+    Character data is no part of the tree, nor are attributes: they are read from the source, see
+    FdxText_p.h and FdxElement_p.h.
 */
 class FdxTree
 {
@@ -37,8 +36,7 @@ public:
         bool isEmptyTag = false; /*!< "<a/>": then all but start equal end */
     };
 
-    FdxTree();
-    ~FdxTree();
+    FdxTree() = default;
     Q_DISABLE_COPY_MOVE(FdxTree)
 
     /*! Parses a file in place of the one before; false when it is not well-formed or too deep. */
@@ -55,14 +53,15 @@ public:
     QByteArray spliced(FdxSplices splices) const;
 
     /*! The first element of the file; null when nothing is loaded. */
-    pugi::xml_node root() const;
+    FdxElement root() const { return at(0); }
+    FdxElement parent(int element) const { return at(m_nodes[element].parent); }
+    FdxElement next(int element) const;
+    FdxElement firstChild(int element) const;
 
-    int start(const pugi::xml_node &element) const;
-    Span span(const pugi::xml_node &element) const;
+    int start(const FdxElement &element) const { return m_nodes[element.index()].start; }
+    Span span(const FdxElement &element) const;
     /*! The end of the start tag, behind its ">". */
-    int tagEnd(const pugi::xml_node &element) const;
-    /*! Where an attribute's value stands, without the quotes. */
-    Span span(const pugi::xml_attribute &attribute) const;
+    int tagEnd(const FdxElement &element) const { return m_nodes[element.index()].innerStart; }
     /*! The start of the white space in front of \a position. */
     int gapStart(int position) const;
     /*! The source of [start, end), valid as long as the tree is. */
@@ -74,32 +73,33 @@ public:
 private:
     enum Encoding { Utf8, Utf16LittleEndian, Utf16BigEndian, Latin1 };
 
-    bool decode();
-    bool isShallow() const;
-    Span leafSpan(const pugi::xml_node &element) const;
+    /*! An element; those that it holds follow it. */
+    struct Node
+    {
+        int start;
+        int innerStart;
+        int innerEnd;
+        int end;
+        int parent;
+        int behind; // index of what follows the element and all that it holds
+    };
+
+    FdxElement at(int index) const
+    {
+        return index >= 0 && index < m_nodes.size() ? FdxElement(this, index) : FdxElement();
+    }
+    bool parse();
+    void decode();
     bool fail(const char *message, int offset);
-    int offset(const char *place) const { return int(place - m_buffer.constData()); }
-    int find(char character, int from) const;
 
     QByteArray m_file;
     QByteArray m_source;
-    QByteArray m_buffer; // the source once more: names and values of the tree point into it
     Encoding m_encoding = Utf8;
-    std::unique_ptr<pugi::xml_document> m_document;
+    QVector<Node> m_nodes; // in document order
     QString m_errorString;
+
+    friend class FdxTreeBuilder;
 };
 
 /*! \a source with splices made whose places count from \a base. */
 QByteArray fdxSpliced(const QByteArray &source, FdxSplices splices, int base = 0);
-
-/*! The element's attribute of that name as text; null when it has none. */
-inline QString fdxAttribute(const pugi::xml_node &element, const char *name)
-{
-    const pugi::xml_attribute attribute = element.attribute(name);
-    return attribute ? QString::fromUtf8(attribute.value()) : QString();
-}
-
-inline bool fdxIs(const pugi::xml_node &node, const char *name)
-{
-    return qstrcmp(node.name(), name) == 0 && node.type() == pugi::node_element;
-}

@@ -110,7 +110,7 @@ void FdxWriter::removeParagraphs()
 
 void FdxWriter::removeWrapper(int paragraph)
 {
-    const pugi::xml_node &node = m_script.paragraphs()[paragraph].node;
+    const FdxElement &node = m_script.paragraphs()[paragraph].node;
     const int entry = m_match.entryOf[paragraph];
     if (!m_alive.contains(paragraph)) {
         const FdxTree::Span span = m_tree.span(node);
@@ -179,7 +179,7 @@ void FdxWriter::placeNew(int container, const QByteArray &element)
         const int start = m_tree.start(m_script.paragraphs()[place.firstInPlace].node);
         m_splices.append({start, start, element + gapBefore(start)});
     } else {
-        const pugi::xml_node first = m_script.containers().value(container).node.first_child();
+        const FdxElement first = m_script.containers().value(container).node.firstChild();
         place.content += (first ? gapBefore(m_tree.start(first)) : fdxNewLine(m_tree)) + element;
     }
 }
@@ -190,7 +190,7 @@ void FdxWriter::fillContainers()
         const QByteArray &content = m_containers[i].content;
         if (content.isEmpty())
             continue;
-        const pugi::xml_node &node = m_script.containers()[i].node;
+        const FdxElement &node = m_script.containers()[i].node;
         const FdxTree::Span span = m_tree.span(node);
         if (span.isEmptyTag)
             m_splices.append({m_tree.gapStart(span.end - 2), span.end,
@@ -234,7 +234,7 @@ QByteArray FdxWriter::newTypeName(const FdxEntry &entry) const
 void FdxWriter::writeSettings()
 {
     QSet<QByteArray> known;
-    for (const pugi::xml_node &settings : m_tree.root().children("ElementSettings"))
+    for (const FdxElement &settings : m_tree.root().children("ElementSettings"))
         known.insert(settings.attribute("Type").value());
     for (int i = 0; i < m_script.paragraphs().size(); ++i)
         known.insert(m_script.typeName(i));
@@ -273,7 +273,7 @@ FdxType &FdxWriter::newType(const FdxEntry &entry)
 FdxSplices FdxWriter::paragraphSplices(int index)
 {
     const FdxEntry &entry = m_match.entries[index];
-    const pugi::xml_node &node = m_script.paragraphs()[entry.source].node;
+    const FdxElement &node = m_script.paragraphs()[entry.source].node;
     FdxType &type = newType(entry);
     FdxSplices splices;
     const QByteArray name = newTypeName(entry);
@@ -302,25 +302,24 @@ FdxSplices FdxWriter::paragraphSplices(int index)
     return splices;
 }
 
-void FdxWriter::addAttribute(const pugi::xml_node &element, const char *name,
-                             const QByteArray &value, FdxSplices *splices) const
+void FdxWriter::addAttribute(const FdxElement &element, const char *name, const QByteArray &value,
+                             FdxSplices *splices) const
 {
     const QByteArray text = fdxEscapedValue(QString::fromUtf8(value));
-    if (const pugi::xml_attribute attribute = element.attribute(name)) {
-        const FdxTree::Span span = m_tree.span(attribute);
-        splices->append({span.start, span.end, text});
+    if (const FdxSourceAttribute attribute = element.attribute(name)) {
+        splices->append({attribute.valueStart(), attribute.valueEnd(), text});
         return;
     }
-    const pugi::xml_attribute last = element.last_attribute();
-    const int place = last ? m_tree.span(last).end + 1
-                           : m_tree.start(element) + 1 + int(qstrlen(element.name()));
+    int place = m_tree.start(element) + 1 + element.name().size();
+    for (const FdxSourceAttribute &attribute : element.attributes())
+        place = attribute.valueEnd() + 1;
     splices->append({place, place, QByteArray(" ") + name + "=\"" + text + '"'});
 }
 
 /*! Formatting that is neither what the file says nor what the new type says goes out. */
 void FdxWriter::addShape(const FdxEntry &entry, FdxType &type, FdxSplices *splices)
 {
-    const pugi::xml_node &node = m_script.paragraphs()[entry.source].node;
+    const FdxElement &node = m_script.paragraphs()[entry.source].node;
     const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
     FdxType &oldType = m_script.typeOf(entry.source);
     const ParagraphAttr &before = m_script.paragraphStyle(oldType, node).shape;

@@ -52,7 +52,7 @@ private:
     QByteArray shapeName(const FdxEntry &entry) const;
     void writeSettings();
     FdxSplices paragraphSplices(int entry);
-    void addAttribute(const pugi::xml_node &element, const char *name, const QByteArray &value,
+    void addAttribute(const FdxElement &element, const char *name, const QByteArray &value,
                       FdxSplices *splices) const;
     void addShape(const FdxEntry &entry, FdxType &type, FdxSplices *splices);
     QByteArray element(int entry);
