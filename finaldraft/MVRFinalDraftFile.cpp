@@ -65,8 +65,8 @@ struct MVRFinalDraftFile::Private
     void findNotes(const QVector<int> &lengths = {});
     void applyPageLayout(QTextDocument *document);
     void rememberDocument(QTextDocument *document);
-    QByteArray written(const QTextDocument *document);
-    QByteArray writtenWhole(const QTextDocument *document) const;
+    bool write(QIODevice *device, const QTextDocument *document);
+    bool writeWhole(QIODevice *device, const QTextDocument *document) const;
 };
 
 bool MVRFinalDraftFile::Private::parse(const QByteArray &bytes)
@@ -108,25 +108,24 @@ void MVRFinalDraftFile::Private::applyPageLayout(QTextDocument *document)
         fdxColor(layout.attribute("BackgroundColor").value(), Qt::white));
 }
 
-QByteArray MVRFinalDraftFile::Private::written(const QTextDocument *document)
+bool MVRFinalDraftFile::Private::write(QIODevice *device, const QTextDocument *document)
 {
     if (readDocument == document && readRevision == document->revision())
-        return tree.file();
+        return device->write(tree.file()) == tree.file().size();
     findNotes();
     FdxWriter writer(*script, *places, notes, anchors, fileId, elements, document);
     writer.setSettings(settings);
-    const QByteArray source = writer.write();
-    return source == tree.source() ? tree.file() : tree.toFileEncoding(source);
+    return tree.write(device, writer.splices());
 }
 
-QByteArray MVRFinalDraftFile::Private::writtenWhole(const QTextDocument *document) const
+bool MVRFinalDraftFile::Private::writeWhole(QIODevice *device, const QTextDocument *document) const
 {
     MVRFinalDraftFile whole;
     whole.m_d->parse(fdxSkeleton());
     whole.m_d->script->setView({}, document->documentMargin());
     whole.m_d->elements = elements;
     whole.m_d->settings = settings;
-    return whole.m_d->written(document);
+    return whole.m_d->write(device, document);
 }
 
 // An edit block that is still open would hide changes: its revision was counted at its start.
@@ -205,8 +204,7 @@ bool MVRFinalDraftFile::write(QIODevice *device, const QTextDocument *document)
 {
     if (!device || !document)
         return false;
-    const QByteArray bytes = isLoaded() ? m_d->written(document) : m_d->writtenWhole(document);
-    return device->write(bytes) == bytes.size();
+    return isLoaded() ? m_d->write(device, document) : m_d->writeWhole(device, document);
 }
 
 void MVRFinalDraftFile::setElements(const QList<MVRScriptElement> &elements)

@@ -45,7 +45,8 @@ public:
         the others number and label are written back.
     */
     enum Property : int {
-        SourceParagraphProperty = 0x100200, /*!< int: index of the paragraph's element */
+        SourceParagraphProperty = 0x100200, /*!< int: index of the paragraph's element; in a script
+                                                 of more than 8192 paragraphs modulo 512 */
         SourceFileProperty = 0x100201, /*!< int: the object that it was read from */
         TitlePageProperty = 0x100202, /*!< bool: the paragraph stands on the title page */
         DualDialogueProperty = 0x100203, /*!< int: touching paragraphs of one number stand side by

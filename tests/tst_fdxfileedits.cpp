@@ -104,11 +104,16 @@ public:
     void edit()
     {
         QTextCursor cursor = place(0);
-        switch (m_random.bounded(9)) {
+        switch (m_random.bounded(10)) {
         case 0:
-        case 1:
-            cursor.insertText(word());
+        case 1: {
+            // Text without any format would take the look of its element.
+            QTextCharFormat format = cursor.charFormat();
+            if (format.isEmpty())
+                format.setFontCapitalization(QFont::MixedCase);
+            cursor.insertText(word(), format);
             break;
+        }
         case 2:
             select(12).removeSelectedText();
             break;
@@ -132,12 +137,29 @@ public:
         case 7:
             select(200).removeSelectedText();
             break;
+        case 8:
+            carryOn(place(0).block());
+            break;
         default:
             m_document->undo();
         }
     }
 
 private:
+    /*! Puts a paragraph behind the next one, or a copy of it. */
+    void carryOn(const QTextBlock &block)
+    {
+        if (!block.next().isValid() || !block.next().next().isValid())
+            return;
+        QTextCursor cursor(block);
+        cursor.setPosition(block.next().position(), QTextCursor::KeepAnchor);
+        const QTextDocumentFragment fragment(cursor);
+        QTextCursor behind(block.next().next());
+        if (m_random.bounded(2) == 0)
+            cursor.removeSelectedText();
+        behind.insertFragment(fragment);
+    }
+
     QTextCursor place(int behind)
     {
         QTextCursor cursor(m_document);

@@ -47,12 +47,10 @@ public:
     int insert(int paragraph)
     {
         Style &style = styleOf(paragraph);
-        // Its own data, which no other format shares, is cheap to change.
-        style.format.setProperty(File::SourceParagraphProperty, paragraph);
+        const QTextBlockFormat &format = markedFormat(&style, m_script.mark(paragraph));
         const bool isPlain = m_script.containerOf(paragraph).wrapper < 0
             && !m_script.paragraphs()[paragraph].node.child("SceneProperties");
-        startBlock(isPlain ? style.format : ownFormat(style.format, paragraph),
-                   style.type->plain.format);
+        startBlock(isPlain ? format : ownFormat(format, paragraph), style.type->plain.format);
         const FdxTree &tree = m_script.tree();
         int length = 0;
         for (const FdxElement &child : m_script.paragraphs()[paragraph].node.children("Text")) {
@@ -92,7 +90,23 @@ private:
     {
         FdxType *type = nullptr;
         QTextBlockFormat format; // of the last one
+        QVector<QTextBlockFormat> marked; // by mark, where several have one
     };
+
+    const QTextBlockFormat &markedFormat(Style *style, int mark) const
+    {
+        if (!m_script.hasOwnMarks() && style != &m_otherStyle) {
+            style->marked.resize(FdxScript::markRing);
+            if (!style->marked[mark].hasProperty(File::SourceParagraphProperty)) {
+                style->marked[mark] = style->format;
+                style->marked[mark].setProperty(File::SourceParagraphProperty, mark);
+            }
+            return style->marked[mark];
+        }
+        // Its own data, which no other format shares, is cheap to change.
+        style->format.setProperty(File::SourceParagraphProperty, mark);
+        return style->format;
+    }
 
     Style &styleOf(int paragraph)
     {

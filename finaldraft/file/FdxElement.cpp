@@ -4,6 +4,7 @@
 #include <finaldraft/file/FdxText_p.h>
 #include <finaldraft/file/FdxTree_p.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -80,6 +81,17 @@ QByteArray FdxSourceAttribute::name() const
 }
 
 QByteArray FdxSourceAttribute::value() const
+{
+    if (!m_source)
+        return QByteArray();
+    const char *start = m_source->constData() + m_valueStart;
+    const char *end = m_source->constData() + m_valueEnd;
+    const bool isPlain = std::none_of(
+        start, end, [](char character) { return character == '&' || uchar(character) < ' '; });
+    return isPlain ? QByteArray(start, int(end - start)) : resolvedValue();
+}
+
+QByteArray FdxSourceAttribute::resolvedValue() const
 {
     QByteArray value;
     for (int place = m_valueStart; place < m_valueEnd;) {

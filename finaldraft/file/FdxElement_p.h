@@ -28,6 +28,8 @@ public:
     bool operator!=(const FdxSourceAttribute &other) const { return m_source != other.m_source; }
 
 private:
+    QByteArray resolvedValue() const;
+
     const QByteArray *m_source = nullptr; // null: there is none
     int m_nameStart = 0;
     int m_nameEnd = 0;

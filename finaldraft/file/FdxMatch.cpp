@@ -5,6 +5,7 @@
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRange.h>
 #include <finaldraft/MVRFinalDraftFile.h>
+#include <finaldraft/file/FdxIdentity_p.h>
 
 #include <QTextDocument>
 #include <QTextFragment>
@@ -23,10 +24,27 @@ bool isInlineNote(const QTextCharFormat &format)
 
 }
 
+QVector<FdxNewRun> FdxEntry::runs() const
+{
+    QVector<FdxNewRun> runs;
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextFragment fragment = it.fragment();
+        const QTextCharFormat format = fragment.charFormat();
+        QString text = fragment.text();
+        text.remove(QChar::ObjectReplacementCharacter);
+        if (!text.isEmpty() && !isInlineNote(format))
+            runs.append({text, format});
+    }
+    return runs;
+}
+
 QString FdxEntry::text() const
 {
+    if (isPlain)
+        return block.text();
     QString text;
-    for (const FdxNewRun &run : runs)
+    const QVector<FdxNewRun> all = runs();
+    for (const FdxNewRun &run : all)
         text += run.text;
     return text;
 }
@@ -37,6 +55,7 @@ FdxMatch::FdxMatch(const FdxScript &script, int fileId, const QTextDocument *doc
 {
     entryOf.fill(-1, script.paragraphs().size());
     collect(document);
+    FdxIdentity(script, &entries).identify();
     resolveMarks();
     resolveByText();
     assignContainers();
@@ -50,7 +69,7 @@ void FdxMatch::collect(const QTextDocument *document)
     for (QTextBlock block = document->begin(); block.isValid(); block = block.next())
         readBlock(block);
     // The block that a document has at least; a file without paragraphs has none for it.
-    if (entries.size() == 1 && entries.first().length() == 0 && m_script.paragraphs().isEmpty())
+    if (entries.size() == 1 && entries.first().length == 0 && m_script.paragraphs().isEmpty())
         entries.clear();
 }
 
@@ -59,25 +78,60 @@ void FdxMatch::readBlock(const QTextBlock &block)
     FdxEntry entry;
     entry.block = block;
     entry.position = m_position;
+    entry.origin = markOf(block);
     entries.append(entry);
-    bool isStart = true;
+    const QString text = block.text();
+    const bool hasObjects = text.contains(QChar::ObjectReplacementCharacter);
+    int read = 0;
     for (auto it = block.begin(); !it.atEnd(); ++it) {
         const QTextFragment fragment = it.fragment();
-        const QTextCharFormat format = fragment.charFormat();
-        QString text = fragment.text();
-        text.remove(QChar::ObjectReplacementCharacter);
-        if (isInlineNote(format)) {
-            addInlineNote(text, !isStart || block.position() > 0);
-        } else if (!text.isEmpty()) {
-            if (format.boolProperty(MVRTextFormat::CommentLinkProperty))
-                addNote(format, m_position, m_position + text.size());
-            entries.last().runs.append({text, format});
-            m_position += text.size();
-        }
-        isStart = false;
+        if (!hasObjects && fragment.charFormatIndex() == m_plainFormat)
+            m_position += fragment.length();
+        else
+            readFragment(fragment, text.mid(read, fragment.length()),
+                         read > 0 || block.position() > 0);
+        read += fragment.length();
     }
-    entries.last().diff.newLength = m_position - entry.position;
+    entries.last().length = m_position - entry.position;
     ++m_position;
+    expectText(&entries.last(), text);
+}
+
+void FdxMatch::readFragment(const QTextFragment &fragment, QString text, bool continues)
+{
+    const QTextCharFormat format = fragment.charFormat();
+    const bool isNote = isInlineNote(format);
+    const bool isAnchor = format.boolProperty(MVRTextFormat::CommentLinkProperty);
+    text.remove(QChar::ObjectReplacementCharacter);
+    if (isNote || text.size() != fragment.length())
+        entries.last().isPlain = false;
+    if (isNote) {
+        addInlineNote(text, continues);
+    } else {
+        if (isAnchor && !text.isEmpty())
+            addNote(format, m_position, m_position + text.size());
+        m_position += text.size();
+    }
+    if (!isNote && !isAnchor)
+        m_plainFormat = fragment.charFormatIndex();
+}
+
+/*! Looks, while the text of a block is at hand, whether it is that of the paragraph to come. */
+void FdxMatch::expectText(FdxEntry *entry, const QString &text)
+{
+    constexpr int ring = FdxScript::markRing;
+    if (entry->origin < 0)
+        return;
+    const int ahead = m_script.hasOwnMarks() ? entry->origin - m_expected
+                                             : (entry->origin - m_expected % ring + ring) % ring;
+    const int paragraph = m_expected + ahead;
+    if (paragraph >= m_script.paragraphs().size())
+        return;
+    if (entry->isPlain && m_script.paragraphs()[paragraph].hasBlock
+        && m_script.hasText(paragraph, text))
+        entry->textOf = paragraph;
+    if (entry->textOf >= 0 || ahead == 0)
+        m_expected = paragraph + 1;
 }
 
 void FdxMatch::addInlineNote(const QString &text, bool continues)
@@ -85,8 +139,8 @@ void FdxMatch::addInlineNote(const QString &text, bool continues)
     const bool isTouching = continues && !notes.isEmpty() && notes.last().isInline
         && (notes.last().end == m_position || notes.last().end == m_position - 1)
         && notes.last().entry >= entries.size() - 2;
-    const bool isNewParagraph
-        = isTouching && notes.last().entry != entries.size() - 1 && entries.last().runs.isEmpty();
+    const bool isNewParagraph = isTouching && notes.last().entry != entries.size() - 1
+        && entries.last().position == m_position;
     if (!isTouching || (notes.last().entry != entries.size() - 1 && !isNewParagraph)) {
         FdxDocumentNote note;
         note.start = note.end = m_position;
@@ -125,25 +179,38 @@ void FdxMatch::addNote(const QTextCharFormat &format, int start, int end)
     notes.append(note);
 }
 
-/*! Of several blocks with one mark, the first is the paragraph, but not what was put in front. */
+/*! What a block was marked by when the file was read; -1 when it came from elsewhere. */
+int FdxMatch::markOf(const QTextBlock &block)
+{
+    const auto known = m_marks.constFind(block.blockFormatIndex());
+    if (known != m_marks.constEnd())
+        return *known;
+    const QTextBlockFormat format = MVRParagraphView::ownFormat(block.blockFormat());
+    int mark = -1;
+    if (format.intProperty(File::SourceFileProperty) == m_fileId
+        && format.hasProperty(File::SourceParagraphProperty))
+        mark = format.intProperty(File::SourceParagraphProperty);
+    if (mark >= m_script.paragraphs().size())
+        mark = -1;
+    return *m_marks.insert(block.blockFormatIndex(), mark);
+}
+
+/*! Of several blocks of one paragraph, the first is it, but not what was put in front. */
 void FdxMatch::resolveMarks()
 {
     const QVector<FdxParagraph> &paragraphs = m_script.paragraphs();
     for (int i = 0; i < entries.size(); ++i) {
         FdxEntry &entry = entries[i];
-        const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
-        if (format.intProperty(File::SourceFileProperty) != m_fileId
-            || !format.hasProperty(File::SourceParagraphProperty))
+        const int paragraph = entry.origin;
+        if (paragraph < 0 || !paragraphs[paragraph].hasBlock) {
+            entry.origin = -1;
             continue;
-        const int paragraph = format.intProperty(File::SourceParagraphProperty);
-        if (paragraph < 0 || paragraph >= paragraphs.size() || !paragraphs[paragraph].hasBlock)
-            continue;
-        entry.origin = paragraph;
+        }
         const int known = entryOf[paragraph];
         if (known >= 0) {
-            const bool isBehindNew = known == i - 1 && entry.length() > 0
-                && entry.length() != entries[known].length()
-                && entry.text() == m_script.text(paragraph);
+            const bool isBehindNew = known == i - 1 && entry.length > 0
+                && entry.length != entries[known].length
+                && m_script.hasText(paragraph, entry.text());
             if (!isBehindNew)
                 continue;
             entries[known].source = -1;
@@ -171,7 +238,7 @@ void FdxMatch::resolveByText()
                 continue;
             if (entryOf[paragraph] >= 0)
                 break;
-            if (m_script.text(paragraph) != entries[i].text())
+            if (!m_script.hasText(paragraph, entries[i].text()))
                 continue;
             entries[i].source = entries[i].origin = last = paragraph;
             entryOf[paragraph] = i;

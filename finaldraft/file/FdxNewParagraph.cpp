@@ -52,8 +52,8 @@ QByteArray FdxWriter::newDualDialogue(int first)
 QByteArray FdxWriter::newParagraph(int index)
 {
     const FdxEntry &entry = m_match.entries[index];
-    const QByteArray name = newTypeName(entry);
-    FdxType &type = newType(entry);
+    const QByteArray &name = shown(entry).typeName;
+    FdxType &type = *shown(entry).type;
     QByteArray element = "<Paragraph";
     const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
     const ParagraphAttr &inType = type.plainParagraph.shape;
@@ -93,7 +93,8 @@ QByteArray FdxWriter::newRuns(int index, FdxType &type) const
     const QVector<NewNote> notes = m_newIn.value(index);
     int next = 0; // of them
     int offset = 0;
-    for (const FdxNewRun &run : m_match.entries[index].runs) {
+    const QVector<FdxNewRun> runs = m_match.entries[index].runs();
+    for (const FdxNewRun &run : runs) {
         const FdxLook look = type.look.with(run.format);
         if (look != last)
             flush();

@@ -41,7 +41,7 @@ void FdxWriter::findKeptText()
     m_nextKept.fill(count, count + 1);
     for (int i = count; i-- > 0;) {
         const int entry = m_match.entryOf[i];
-        const FdxTextDiff diff = entry < 0 ? FdxTextDiff() : m_match.entries[entry].diff;
+        const FdxTextDiff diff = entry < 0 ? FdxTextDiff() : this->diff(entry);
         m_nextKept[i] = diff.prefix + diff.suffix > 0 ? i : m_nextKept[i + 1];
     }
 }
@@ -55,7 +55,7 @@ bool FdxWriter::hasKeptText(const MVRTextRange &range) const
         const int entry = m_match.entryOf[paragraph];
         if (entry < 0)
             return false;
-        const FdxTextDiff &diff = m_match.entries[entry].diff;
+        const FdxTextDiff diff = this->diff(entry);
         const int from = qMax(0, range.start - m_places.position(paragraph));
         const int to = qMin(diff.oldLength, range.end - m_places.position(paragraph));
         return from < to && (from < diff.prefix || to > diff.oldLength - diff.suffix);

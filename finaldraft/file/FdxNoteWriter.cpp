@@ -149,19 +149,20 @@ FdxSplices FdxWriter::childSplices(int index) const
         ends.append((ends.isEmpty() ? 0 : ends.last())
                     + fdxTextLength(m_tree.source(), run.textStart, run.textEnd));
     for (const NewNote &note : notes)
-        splices.append(childSplice(entry, note, runs, ends));
+        splices.append(childSplice(index, note, runs, ends));
     return splices;
 }
 
 /*! Puts a note behind the text that it is about, as far as that stands in the file already. */
-FdxSplice FdxWriter::childSplice(const FdxEntry &entry, const NewNote &note,
-                                 const QVector<FdxRun> &runs, const QVector<int> &ends) const
+FdxSplice FdxWriter::childSplice(int index, const NewNote &note, const QVector<FdxRun> &runs,
+                                 const QVector<int> &ends) const
 {
+    const FdxEntry &entry = m_match.entries[index];
+    const FdxTextDiff diff = this->diff(index);
     int offset = note.offset;
-    if (offset > entry.diff.prefix)
-        offset = offset > entry.diff.newLength - entry.diff.suffix
-            ? offset + entry.diff.oldLength - entry.diff.newLength
-            : -1;
+    if (offset > diff.prefix)
+        offset
+            = offset > diff.newLength - diff.suffix ? offset + diff.oldLength - diff.newLength : -1;
     const auto end = std::lower_bound(ends.cbegin(), ends.cend(), offset);
     if (offset <= 0 || end == ends.cend()) {
         const int start = m_tree.span(m_script.paragraphs()[entry.source].node).innerStart;
@@ -193,7 +194,7 @@ void FdxWriter::findNumbers()
         last = dual;
         m_numbers.append(dual >= 0 ? number - 3 : number);
         if (!container.isTitlePage && dual < 0 && !isWrapper)
-            number += entry.length() + 1;
+            number += entry.length + 1;
     }
 }
 
@@ -218,7 +219,7 @@ int FdxWriter::numberOf(int position) const
     const FdxEntry &entry = entries[index];
     const bool isDual
         = entry.container >= 0 && m_script.containers().value(entry.container).wrapper >= 0;
-    return m_numbers[index] + (isDual ? 0 : qMin(position - entry.position, entry.length()));
+    return m_numbers[index] + (isDual ? 0 : qMin(position - entry.position, entry.length));
 }
 
 /*! Where a place of the document that was read is now. */
@@ -230,7 +231,7 @@ int FdxWriter::moved(int position) const
     const int offset = position - m_places.position(paragraph);
     const int entry = m_match.entryOf[paragraph];
     if (entry >= 0)
-        return m_match.entries[entry].position + m_match.entries[entry].diff.moved(offset);
+        return m_match.entries[entry].position + diff(entry).moved(offset);
     // The paragraph is gone: what follows it has taken its place.
     while (paragraph < m_match.entryOf.size() && m_match.entryOf[paragraph] < 0)
         ++paragraph;
@@ -238,7 +239,7 @@ int FdxWriter::moved(int position) const
         return m_match.entries[m_match.entryOf[paragraph]].position;
     return m_match.entries.isEmpty()
         ? 0
-        : m_match.entries.last().position + m_match.entries.last().length();
+        : m_match.entries.last().position + m_match.entries.last().length;
 }
 
 /*! Moves the range with the text. */

@@ -124,6 +124,20 @@ QString FdxScript::text(int paragraph) const
     return text;
 }
 
+bool FdxScript::hasText(int paragraph, QStringView text) const
+{
+    int place = 0;
+    for (const FdxElement &run : m_paragraphs[paragraph].node.children("Text")) {
+        const FdxTree::Span span = m_tree.span(run);
+        const int length
+            = fdxPrefixLength(m_tree.source(), span.innerStart, span.innerEnd, text.mid(place));
+        if (length < 0)
+            return false;
+        place += length;
+    }
+    return place == text.size();
+}
+
 QString FdxScript::plainText(int paragraph) const
 {
     QString text;

@@ -84,6 +84,16 @@ public:
     {
         return m_containers[m_paragraphs[paragraph].container];
     }
+    /*! What a paragraph's block is marked by: its index, in a large script what that leaves. */
+    int mark(int paragraph) const { return hasOwnMarks() ? paragraph : paragraph % markRing; }
+    /*!
+        Whether each paragraph has a mark of its own. That gives each block a format of its own,
+        which takes as much time and memory as the rest of the block.
+    */
+    bool hasOwnMarks() const { return m_paragraphs.size() <= mostOwnMarks; }
+    static constexpr int mostOwnMarks = 8192; // the longest scripts have half as many paragraphs
+    static constexpr int markRing = 512;
+
     bool isTitlePage(int paragraph) const { return containerOf(paragraph).isTitlePage; }
 
     /*! The runs of a paragraph in order. */
@@ -91,6 +101,8 @@ public:
     QVector<FdxRun> runs(const FdxElement &paragraph) const;
     QString text(const FdxRun &run) const;
     QString text(int paragraph) const;
+    /*! Whether that is the text of a paragraph. */
+    bool hasText(int paragraph, QStringView text) const;
     /*! The same with the file's own breaks; see fdxPlainText(). */
     QString plainText(int paragraph) const;
 

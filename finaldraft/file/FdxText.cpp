@@ -239,6 +239,17 @@ QString fdxPlainText(const QByteArray &source, int start, int end)
     return decoded(source, start, end, Characters::BreaksOfFile);
 }
 
+int fdxPrefixLength(const QByteArray &source, int start, int end, QStringView text)
+{
+    const char *bytes = source.constData() + start;
+    if (contentOf(bytes, source.constData() + end) != AsciiText) {
+        const QString decoded = fdxText(source, start, end);
+        return text.startsWith(decoded) ? decoded.size() : -1;
+    }
+    const QLatin1String latin1(bytes, end - start);
+    return text.size() >= end - start && text.left(end - start) == latin1 ? end - start : -1;
+}
+
 int fdxTextLength(const QByteArray &source, int start, int end)
 {
     if (contentOf(source.constData() + start, source.constData() + end) == AsciiText)

@@ -15,6 +15,9 @@ QString fdxText(const QByteArray &source, int start, int end);
 /*! The same as the file has it: line ends as line feeds, other breaks as they are. */
 QString fdxPlainText(const QByteArray &source, int start, int end);
 
+/*! The length of fdxText() if \a text begins with that, else -1. */
+int fdxPrefixLength(const QByteArray &source, int start, int end, QStringView text);
+
 /*! How many UTF-16 units fdxText() would give. */
 int fdxTextLength(const QByteArray &source, int start, int end);
 

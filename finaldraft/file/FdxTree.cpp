@@ -3,6 +3,7 @@
 
 #include <finaldraft/file/FdxTreeBuilder_p.h>
 
+#include <QIODevice>
 #include <QObject>
 
 #include <algorithm>
@@ -48,6 +49,27 @@ QByteArray toUtf16(const QString &text, bool bigEndian)
     return bytes;
 }
 
+/*! Passes the source with splices made, piece by piece. */
+template <typename Take>
+void passPieces(const QByteArray &source, FdxSplices splices, int base, const Take &take)
+{
+    std::stable_sort(splices.begin(), splices.end(), [](const FdxSplice &a, const FdxSplice &b) {
+        return a.start < b.start || (a.start == b.start && a.end == a.start && b.end > b.start);
+    });
+    int passed = 0;
+    const auto passUpTo = [&](int end) {
+        if (passed < end)
+            take(source.constData() + passed, end - passed);
+    };
+    for (const FdxSplice &splice : qAsConst(splices)) {
+        passUpTo(splice.start - base);
+        if (!splice.bytes.isEmpty())
+            take(splice.bytes.constData(), int(splice.bytes.size()));
+        passed = qMax(passed, splice.end - base);
+    }
+    passUpTo(int(source.size()));
+}
+
 QByteArray toLatin1(const QString &text)
 {
     QByteArray bytes;
@@ -77,6 +99,16 @@ bool FdxTree::load(const QByteArray &file)
 
 bool FdxTree::parse()
 {
+    QVector<Node> nodes;
+    if (!parse(&nodes))
+        return false;
+    // A copy, which takes the place of what the parser had: else that would stay in use in part.
+    m_nodes = QVector<Node>(nodes.cbegin(), nodes.cend());
+    return true;
+}
+
+bool FdxTree::parse(QVector<Node> *nodes)
+{
     QByteArray buffer(m_source.constData(), m_source.size()); // is changed
     pugi::xml_document document;
     const pugi::xml_parse_result result = document.load_buffer_inplace(
@@ -89,7 +121,11 @@ bool FdxTree::parse()
         if (node.type() == pugi::node_doctype && std::strchr(node.value(), '['))
             return fail("a document type that declares something is refused", 0);
     }
-    return FdxTreeBuilder(this, buffer).build(document) || fail("elements are nested too deep", 0);
+    FdxTreeBuilder builder(m_source, buffer);
+    if (!builder.build(document))
+        return fail("elements are nested too deep", 0);
+    *nodes = builder.nodes();
+    return true;
 }
 
 void FdxTree::decode()
@@ -160,25 +196,25 @@ int FdxTree::gapStart(int position) const
     return position;
 }
 
-QByteArray FdxTree::spliced(FdxSplices splices) const
+bool FdxTree::write(QIODevice *device, const FdxSplices &splices) const
 {
-    return fdxSpliced(m_source, std::move(splices));
+    if (m_encoding != Utf8) {
+        const QByteArray source = fdxSpliced(m_source, splices);
+        const QByteArray file = source == m_source ? m_file : toFileEncoding(source);
+        return device->write(file) == file.size();
+    }
+    bool isWritten = true;
+    passPieces(m_source, splices, 0, [&](const char *bytes, int count) {
+        isWritten = isWritten && device->write(bytes, count) == count;
+    });
+    return isWritten;
 }
 
-QByteArray fdxSpliced(const QByteArray &source, FdxSplices splices, int base)
+QByteArray fdxSpliced(const QByteArray &source, const FdxSplices &splices, int base)
 {
-    std::stable_sort(splices.begin(), splices.end(), [](const FdxSplice &a, const FdxSplice &b) {
-        return a.start < b.start || (a.start == b.start && a.end == a.start && b.end > b.start);
-    });
     QByteArray result;
     result.reserve(source.size() + 1024);
-    int copied = 0;
-    for (const FdxSplice &splice : qAsConst(splices)) {
-        const int start = qMax(copied, splice.start - base);
-        result.append(source.constData() + copied, start - copied);
-        result += splice.bytes;
-        copied = qMax(copied, splice.end - base);
-    }
-    result.append(source.constData() + copied, source.size() - copied);
+    passPieces(source, splices, base,
+               [&](const char *bytes, int count) { result.append(bytes, count); });
     return result;
 }

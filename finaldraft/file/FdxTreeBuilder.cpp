@@ -16,23 +16,23 @@ bool FdxTreeBuilder::build(const pugi::xml_document &document)
     const int count = countElements(root);
     if (count < 0)
         return false;
-    m_tree.m_nodes.reserve(count);
+    m_nodes.reserve(count);
     int parent = -1;
     for (pugi::xml_node node = root; node;) {
         if (node.type() == pugi::node_element) {
             open(node, parent);
             if (node.first_child()) {
-                parent = m_tree.m_nodes.size() - 1;
+                parent = m_nodes.size() - 1;
                 node = node.first_child();
                 continue;
             }
-            close(m_tree.m_nodes.size() - 1);
+            close(m_nodes.size() - 1);
         } else if (node.type() != pugi::node_pcdata) {
             m_position = endOf(node);
         }
         while (node != root && !node.next_sibling()) {
             close(parent);
-            parent = m_tree.m_nodes[parent].parent;
+            parent = m_nodes[parent].parent;
             node = node.parent();
         }
         node = node == root ? pugi::xml_node() : node.next_sibling();
@@ -62,20 +62,14 @@ int FdxTreeBuilder::countElements(const pugi::xml_node &root)
 
 void FdxTreeBuilder::open(const pugi::xml_node &element, int parent)
 {
-    // The parser ended the last value, or the name, by a zero.
+    // The parser ended the last value, or the name, by a zero, and left it as it was otherwise.
     const pugi::xml_attribute last = element.last_attribute();
     const char *inside = last ? last.value() : element.name();
-    const char *end = inside;
-    if (last) {
-        const char quote = m_tree.m_source[offset(inside) - 1];
-        end = m_tree.m_source.constData() + find(quote, offset(inside));
-        end = m_buffer.constData() + (end - m_tree.m_source.constData());
-    }
     FdxTree::Node node {};
     node.start = offset(element.name()) - 1;
-    node.innerStart = find('>', offset(end)) + 1;
+    node.innerStart = find('>', offset(inside) + int(std::strlen(inside))) + 1;
     node.parent = parent;
-    m_tree.m_nodes.append(node);
+    m_nodes.append(node);
     m_position = node.innerStart;
 }
 
@@ -83,11 +77,11 @@ void FdxTreeBuilder::open(const pugi::xml_node &element, int parent)
 // followed by the end tag.
 void FdxTreeBuilder::close(int index)
 {
-    FdxTree::Node &node = m_tree.m_nodes[index];
-    const bool isEmptyTag = m_tree.m_source[node.innerStart - 2] == '/';
+    FdxTree::Node &node = m_nodes[index];
+    const bool isEmptyTag = m_source[node.innerStart - 2] == '/';
     node.innerEnd = isEmptyTag ? node.innerStart : find('<', m_position);
     node.end = isEmptyTag ? node.innerStart : find('>', node.innerEnd) + 1;
-    node.behind = m_tree.m_nodes.size();
+    node.behind = m_nodes.size();
     m_position = node.end;
 }
 
@@ -102,15 +96,14 @@ int FdxTreeBuilder::endOf(const pugi::xml_node &node) const
     constexpr End ends[] = {{pugi::node_cdata, "]]>"}, {pugi::node_comment, "-->"}};
     for (const End &row : ends) {
         if (node.type() == row.type)
-            return m_tree.m_source.indexOf(row.mark, offset(node.value())) + 3;
+            return m_source.indexOf(row.mark, offset(node.value())) + 3;
     }
-    return m_tree.m_source.indexOf("?>", offset(node.name())) + 2; // a processing instruction
+    return m_source.indexOf("?>", offset(node.name())) + 2; // a processing instruction
 }
 
 int FdxTreeBuilder::find(char character, int from) const
 {
-    const QByteArray &source = m_tree.m_source;
     const void *place
-        = std::memchr(source.constData() + from, character, size_t(source.size() - from));
-    return place ? int(static_cast<const char *>(place) - source.constData()) : source.size();
+        = std::memchr(m_source.constData() + from, character, size_t(m_source.size() - from));
+    return place ? int(static_cast<const char *>(place) - m_source.constData()) : m_source.size();
 }

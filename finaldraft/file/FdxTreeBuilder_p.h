@@ -12,15 +12,16 @@
 class FdxTreeBuilder
 {
 public:
-    /*! \a buffer is what was parsed in place: as long as the tree's source. */
-    FdxTreeBuilder(FdxTree *tree, const QByteArray &buffer)
-        : m_tree(*tree)
+    /*! \a buffer is the source as it is after it was parsed in place. */
+    FdxTreeBuilder(const QByteArray &source, const QByteArray &buffer)
+        : m_source(source)
         , m_buffer(buffer)
     {
     }
 
     /*! Takes the first element and all that it holds; false when it nests too deep. */
     bool build(const pugi::xml_document &document);
+    const QVector<FdxTree::Node> &nodes() const { return m_nodes; }
 
 private:
     static int countElements(const pugi::xml_node &root);
@@ -30,7 +31,8 @@ private:
     int offset(const char *place) const { return int(place - m_buffer.constData()); }
     int find(char character, int from) const;
 
-    FdxTree &m_tree;
+    const QByteArray &m_source;
     const QByteArray &m_buffer;
+    QVector<FdxTree::Node> m_nodes;
     int m_position = 0; // end of the markup that was passed last
 };

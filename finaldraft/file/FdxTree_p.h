@@ -7,6 +7,8 @@
 #include <QString>
 #include <QVector>
 
+class QIODevice;
+
 /*! New bytes for the stretch [start, end) of a file. */
 struct FdxSplice
 {
@@ -47,10 +49,11 @@ public:
     const QByteArray &file() const { return m_file; }
     /*! The file in UTF-8, which all places count in. */
     const QByteArray &source() const { return m_source; }
-    /*! Text in UTF-8 in the encoding of the file. */
-    QByteArray toFileEncoding(const QByteArray &utf8) const;
-    /*! The source with all of \a splices made; of those at one place, the first stands first. */
-    QByteArray spliced(FdxSplices splices) const;
+    /*!
+        Writes the file with all of \a splices made; of those at one place, the first stands first.
+        False when not all was written.
+    */
+    bool write(QIODevice *device, const FdxSplices &splices) const;
 
     /*! The first element of the file; null when nothing is loaded. */
     FdxElement root() const { return at(0); }
@@ -89,7 +92,10 @@ private:
         return index >= 0 && index < m_nodes.size() ? FdxElement(this, index) : FdxElement();
     }
     bool parse();
+    bool parse(QVector<Node> *nodes);
     void decode();
+    /*! Text in UTF-8 in the encoding of the file. */
+    QByteArray toFileEncoding(const QByteArray &utf8) const;
     bool fail(const char *message, int offset);
 
     QByteArray m_file;
@@ -102,4 +108,4 @@ private:
 };
 
 /*! \a source with splices made whose places count from \a base. */
-QByteArray fdxSpliced(const QByteArray &source, FdxSplices splices, int base = 0);
+QByteArray fdxSpliced(const QByteArray &source, const FdxSplices &splices, int base = 0);

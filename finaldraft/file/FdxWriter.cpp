@@ -8,14 +8,7 @@
 
 #include <algorithm>
 
-using MVRFinalDraft::ParagraphAttr;
 using File = MVRFinalDraftFile;
-
-namespace {
-
-const char actionType[] = "Action";
-
-}
 
 FdxWriter::FdxWriter(FdxScript &script, const FdxPlaces &places, const QVector<FdxNote> &notes,
                      const QHash<QString, int> &anchors, int fileId,
@@ -31,7 +24,7 @@ FdxWriter::FdxWriter(FdxScript &script, const FdxPlaces &places, const QVector<F
 {
 }
 
-QByteArray FdxWriter::write()
+FdxSplices FdxWriter::splices()
 {
     compareParagraphs();
     matchNotes();
@@ -42,27 +35,7 @@ QByteArray FdxWriter::write()
     writeParagraphs();
     fillContainers();
     writeSettings();
-    return m_tree.spliced(m_splices);
-}
-
-void FdxWriter::compareParagraphs()
-{
-    for (FdxEntry &entry : m_match.entries) {
-        if (entry.source < 0)
-            continue;
-        entry.diff = runEdit(entry).diff();
-    }
-}
-
-FdxRunEdit FdxWriter::runEdit(const FdxEntry &entry)
-{
-    FdxType &type = newType(entry);
-    // Runs that say nothing of their style keep saying nothing when the type changes. On the title
-    // page, though, no type counts.
-    const bool keepsPage = m_script.isTitlePage(entry.source)
-        == m_script.containers().value(entry.container).isTitlePage;
-    return FdxRunEdit(m_script, m_script.paragraphs()[entry.source].node,
-                      keepsPage ? m_script.typeOf(entry.source) : type, type, entry.runs);
+    return m_splices;
 }
 
 /*! Wrappers stay as long as anything that they hold, or text of their own. */
@@ -200,36 +173,6 @@ void FdxWriter::fillContainers()
     }
 }
 
-// Type names.
-
-/*! The name of the type that a block without a name has the shape of. */
-QByteArray FdxWriter::shapeName(const FdxEntry &entry) const
-{
-    for (const MVRScriptElement &element : m_elements) {
-        if (!element.name().isEmpty()
-            && MVRScriptElement::equal(element.blockFormat(),
-                                       MVRParagraphView::ownFormat(entry.block.blockFormat())))
-            return element.name().toUtf8();
-    }
-    return actionType;
-}
-
-QByteArray FdxWriter::newTypeName(const FdxEntry &entry) const
-{
-    const bool isTitlePage
-        = entry.container >= 0 && m_script.containers().value(entry.container).isTitlePage;
-    const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
-    const QByteArray oldName = entry.source >= 0 ? m_script.typeName(entry.source) : QByteArray();
-    if (!format.hasProperty(MVRScriptElement::NameProperty)) {
-        if (entry.source >= 0)
-            return oldName;
-        return isTitlePage ? QByteArray() : shapeName(entry);
-    }
-    const QByteArray name = format.stringProperty(MVRScriptElement::NameProperty).toUtf8();
-    // A paragraph without a type is shown as a general one and stays without.
-    return name == "General" && entry.source >= 0 && oldName.isEmpty() ? oldName : name;
-}
-
 /*! Types that come into the file bring their settings along. */
 void FdxWriter::writeSettings()
 {
@@ -240,7 +183,7 @@ void FdxWriter::writeSettings()
         known.insert(m_script.typeName(i));
     QByteArray added;
     for (const FdxEntry &entry : qAsConst(m_match.entries)) {
-        const QByteArray name = newTypeName(entry);
+        const QByteArray &name = shown(entry).typeName;
         if (known.contains(name))
             continue;
         known.insert(name);
@@ -261,33 +204,14 @@ void FdxWriter::writeSettings()
         m_splices.append({place, place, added});
 }
 
-FdxType &FdxWriter::newType(const FdxEntry &entry)
-{
-    const bool isTitlePage
-        = entry.container >= 0 && m_script.containers().value(entry.container).isTitlePage;
-    return m_script.type(newTypeName(entry), isTitlePage);
-}
-
 // Paragraphs.
 
 FdxSplices FdxWriter::paragraphSplices(int index)
 {
     const FdxEntry &entry = m_match.entries[index];
     const FdxElement &node = m_script.paragraphs()[entry.source].node;
-    FdxType &type = newType(entry);
-    FdxSplices splices;
-    const QByteArray name = newTypeName(entry);
-    if (name != m_script.typeName(entry.source))
-        addAttribute(node, "Type", name, &splices);
-    addShape(entry, type, &splices);
-    const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
-    for (const FdxBlockAttribute &row : fdxParagraphAttributes) {
-        const bool isWritten = row.property != File::BookmarkProperty;
-        const QByteArray value = format.stringProperty(row.property).toUtf8();
-        if (isWritten && format.hasProperty(row.property)
-            && value != node.attribute(row.name).value())
-            addAttribute(node, row.name, value, &splices);
-    }
+    FdxType &type = *shown(entry).type;
+    FdxSplices splices = shown(entry).isAsInFile ? FdxSplices() : attributeSplices(entry);
     const FdxTree::Span span = m_tree.span(node);
     if (span.isEmptyTag) {
         const QByteArray content = newRuns(index, type);
@@ -296,40 +220,10 @@ FdxSplices FdxWriter::paragraphSplices(int index)
                 {m_tree.gapStart(span.end - 2), span.end, '>' + content + "</Paragraph>"});
         return splices;
     }
-    if (!entry.diff.isSame())
+    if (m_diffs.contains(index))
         splices += runEdit(entry).splices();
     splices += childSplices(index);
     return splices;
-}
-
-void FdxWriter::addAttribute(const FdxElement &element, const char *name, const QByteArray &value,
-                             FdxSplices *splices) const
-{
-    const QByteArray text = fdxEscapedValue(QString::fromUtf8(value));
-    if (const FdxSourceAttribute attribute = element.attribute(name)) {
-        splices->append({attribute.valueStart(), attribute.valueEnd(), text});
-        return;
-    }
-    int place = m_tree.start(element) + 1 + element.name().size();
-    for (const FdxSourceAttribute &attribute : element.attributes())
-        place = attribute.valueEnd() + 1;
-    splices->append({place, place, QByteArray(" ") + name + "=\"" + text + '"'});
-}
-
-/*! Formatting that is neither what the file says nor what the new type says goes out. */
-void FdxWriter::addShape(const FdxEntry &entry, FdxType &type, FdxSplices *splices)
-{
-    const FdxElement &node = m_script.paragraphs()[entry.source].node;
-    const QTextBlockFormat format = MVRParagraphView::ownFormat(entry.block.blockFormat());
-    FdxType &oldType = m_script.typeOf(entry.source);
-    const ParagraphAttr &before = m_script.paragraphStyle(oldType, node).shape;
-    if (fdxIsSameShape(fdxShape(format, before), before))
-        return;
-    const ParagraphAttr &inNewType = m_script.paragraphStyle(type, node).shape;
-    const QVector<FdxAttribute> attributes
-        = fdxShapeAttributes(fdxShape(format, inNewType), inNewType, m_script.margin());
-    for (const FdxAttribute &attribute : attributes)
-        addAttribute(node, attribute.name, attribute.value, splices);
 }
 
 QByteArray FdxWriter::movedParagraph(int entry)

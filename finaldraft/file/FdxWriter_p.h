@@ -7,6 +7,9 @@
 #include <QHash>
 #include <QSet>
 
+#include <string_view>
+#include <unordered_map>
+
 /*! Puts what a document changed back into the source of its file. */
 class FdxWriter
 {
@@ -21,8 +24,8 @@ public:
     /*! Settings for types that the file has none of, as XML. */
     void setSettings(const QHash<QString, QByteArray> &settings) { m_settings = settings; }
 
-    /*! The file as the document has it, in UTF-8. */
-    QByteArray write();
+    /*! What has to be changed for the file to be as the document has it. */
+    FdxSplices splices();
 
 private:
     /*! What is known of a container while its new paragraphs are placed. */
@@ -34,8 +37,6 @@ private:
         QByteArray content; // of a container that nothing stays in
     };
 
-    void compareParagraphs();
-    FdxRunEdit runEdit(const FdxEntry &entry);
     void writeParagraphs();
     void removeParagraphs();
     void removeWrapper(int paragraph);
@@ -47,16 +48,54 @@ private:
     void fillContainers();
     QByteArray gapBefore(int position) const;
 
-    FdxType &newType(const FdxEntry &entry);
-    QByteArray newTypeName(const FdxEntry &entry) const;
-    QByteArray shapeName(const FdxEntry &entry) const;
     void writeSettings();
     FdxSplices paragraphSplices(int entry);
+    QByteArray element(int entry);
+    QByteArray movedParagraph(int entry);
+
+    // What is as the file has it, in FdxCompare.cpp.
+
+    /*! What a block's format makes of its element. */
+    struct Shown
+    {
+        QByteArray typeName;
+        FdxType *type = nullptr;
+        FdxType *oldType = nullptr; // in the file
+        bool isAsInFile = false; // no attribute of the element changes
+    };
+    struct ShownKey
+    {
+        int format; // of the block, as its document counts them
+        bool isTitlePage;
+        bool wasTitlePage;
+        std::string_view tag; // that the element begins with
+
+        bool operator==(const ShownKey &other) const
+        {
+            return format == other.format && isTitlePage == other.isTitlePage
+                && wasTitlePage == other.wasTitlePage && tag == other.tag;
+        }
+    };
+    struct ShownHash
+    {
+        size_t operator()(const ShownKey &key) const
+        {
+            return std::hash<std::string_view>()(key.tag) * 31 + size_t(key.format);
+        }
+    };
+
+    QByteArray newTypeName(const FdxEntry &entry) const;
+    QByteArray shapeName(const FdxEntry &entry) const;
+    const Shown &shown(const FdxEntry &entry);
+    FdxSplices attributeSplices(const FdxEntry &entry);
     void addAttribute(const FdxElement &element, const char *name, const QByteArray &value,
                       FdxSplices *splices) const;
     void addShape(const FdxEntry &entry, FdxType &type, FdxSplices *splices);
-    QByteArray element(int entry);
-    QByteArray movedParagraph(int entry);
+    void compareParagraphs();
+    bool isAsInFile(const FdxEntry &entry);
+    bool isShownAs(const QTextFragment &fragment, const FdxType &type, const FdxRunStyle &style);
+    FdxRunEdit runEdit(const FdxEntry &entry);
+    FdxTextDiff diff(int entry) const;
 
     // What is new to the file, in FdxNewParagraph.cpp.
 
@@ -88,7 +127,7 @@ private:
     FdxSplices contentSplices(int index) const;
     FdxSplices noteSplices(int paragraph) const;
     FdxSplices childSplices(int entry) const;
-    FdxSplice childSplice(const FdxEntry &entry, const NewNote &note, const QVector<FdxRun> &runs,
+    FdxSplice childSplice(int index, const NewNote &note, const QVector<FdxRun> &runs,
                           const QVector<int> &ends) const;
     MVRTextRange anchorOf(const FdxDocumentNote &note) const;
     QByteArray newNote(const FdxDocumentNote &note, int id) const;
@@ -108,6 +147,10 @@ private:
     QList<MVRScriptElement> m_elements; // the application's
     QHash<QString, QByteArray> m_settings; // by type, for types without
     FdxMatch m_match;
+    QHash<int, FdxTextDiff> m_diffs; // by entry, of paragraphs whose text was changed
+    std::unordered_map<ShownKey, Shown, ShownHash> m_shown;
+    const FdxRunStyle *m_sameStyle = nullptr; // that looks as the format of that index
+    int m_sameFormat = -1;
     FdxSplices m_splices;
     QVector<Container> m_containers;
     QSet<int> m_alive; // wrappers that stay, among other paragraphs
