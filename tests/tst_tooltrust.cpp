@@ -19,6 +19,10 @@ private Q_SLOTS:
     void takesAnyFileName();
     void showsNoControlCharacters();
     void keepsWhatAFileMay();
+    void followsLinks_data();
+    void followsLinks();
+    void saysWhatItMayNot_data();
+    void saysWhatItMayNot();
     void saysThatMemoryEnds();
     void refusesLargeFilesUnread();
     void laysOutLongWords_data();
@@ -227,6 +231,73 @@ void TestToolTrust::keepsWhatAFileMay()
                 "echo old >kept.txt; chmod 604 kept.txt; ln -s kept.txt link.txt;"
                 "$T convert in.rtf link.txt; stat -c %a kept.txt; cat kept.txt; ls -A | wc -l");
     QCOMPARE(run.output, QByteArray("640\n604\na b\n4\n"));
+}
+
+void TestToolTrust::followsLinks_data()
+{
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<QByteArray>("answer"); // without the names of files
+
+    QTest::newRow("to a file elsewhere")
+        << QByteArray("echo old >sub/a.txt; ln -s sub/a.txt out.txt") << QByteArray("0 sub/a.txt");
+    QTest::newRow("to a file that is not there yet")
+        << QByteArray("ln -s a.txt sub/link; ln -s sub/link out.txt") << QByteArray("0 sub/a.txt");
+    QTest::newRow("into a folder that is not there")
+        << QByteArray("ln -s no/a.txt out.txt") << QByteArray("1 No such file or directory");
+    QTest::newRow("in a circle") << QByteArray("ln -s two out.txt; ln -s out.txt two")
+                                 << QByteArray("1 Too many levels of symbolic links");
+    QTest::newRow("to a folder") << QByteArray("ln -s sub out.txt")
+                                 << QByteArray("1 Is a directory");
+    QTest::newRow("to the input") << QByteArray("ln -s in.rtf out.txt")
+                                  << QByteArray("1 is the input itself; nothing was written");
+}
+
+/*! A link stays one: what it leads to is written. */
+void TestToolTrust::followsLinks()
+{
+    QFETCH(const QByteArray, command);
+    QFETCH(const QByteArray, answer);
+    const Run run = shell(
+        "mkdir sub; " + command
+        + "; $T convert --notes inline in.rtf out.txt 2>said; code=$?; test -L out.txt && "
+          "if [ $code = 0 ]; then echo 0 $(grep -rLx old sub); else sed \"s/.*.txt: /$code /\""
+          " said; fi");
+    QCOMPARE(run.output.trimmed(), answer);
+}
+
+void TestToolTrust::saysWhatItMayNot_data()
+{
+    QTest::addColumn<QByteArray>("command");
+
+    QTest::newRow("a folder to read only")
+        << QByteArray("mkdir f; chmod 555 f; $U convert in.rtf f/a.txt");
+    QTest::newRow("a file to read only") << QByteArray(
+        "mkdir -m 777 f; echo old >f/a.txt; chmod 444 f/a.txt; $U convert in.rtf f/a.txt");
+    QTest::newRow("a file in a folder to read only") << QByteArray(
+        "mkdir f; echo old >f/a.txt; chmod 666 f/a.txt; chmod 555 f; $U convert in.rtf f/a.txt");
+    QTest::newRow("a folder that is closed")
+        << QByteArray("mkdir f; cp in.rtf f/a.txt; chmod 600 f; $U count --from rtf f/a.txt");
+    QTest::newRow("a file that nobody may read") << QByteArray(
+        "mkdir -m 777 f; cp in.rtf f/a.txt; chmod 0 f/a.txt; $U count --from rtf f/a.txt");
+}
+
+void TestToolTrust::saysWhatItMayNot()
+{
+    QFETCH(const QByteArray, command);
+    // Nothing is forbidden to root, which becomes nobody for that.
+    const QByteArray user
+        = "U=$T; [ $(id -u) != 0 ] || U=\"setpriv --reuid=65534 --regid=65534 --clear-groups $T\";"
+          "chmod 755 .; ";
+    if (shell(user + "$U --version").exitCode != 0)
+        QSKIP("no other user can run the tool");
+    const Run run = shell(user + command);
+    QCOMPARE(run.exitCode, 1);
+    QCOMPARE(run.errors, QByteArray("mvrtext: f/a.txt: Permission denied\n"));
+    QCOMPARE(
+        shell("chmod 755 f; ls -A f | grep -v '^a.txt'; cat f/a.txt | head -c 3").output.left(3),
+        command.contains("echo old")  ? QByteArray("old")
+            : command.contains("cp ") ? QByteArray("{\\r")
+                                      : QByteArray());
 }
 
 void TestToolTrust::saysThatMemoryEnds()

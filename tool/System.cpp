@@ -5,7 +5,9 @@
 #include <tool/FileName.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <memory>
 
@@ -116,6 +118,19 @@ QByteArray folderOf(const QByteArray &path)
 {
     const int slash = path.lastIndexOf('/');
     return slash < 0 ? QByteArray(".") : path.left(qMax(slash, 1));
+}
+
+/*! The path of the file that links would lead to if it were there. Links do not go in circles. */
+QByteArray missingTarget(QByteArray path)
+{
+    std::array<char, PATH_MAX> content;
+    for (;;) {
+        const ssize_t size = readlink(path.constData(), content.data(), content.size());
+        if (size < 0)
+            return path;
+        const QByteArray next(content.data(), int(size));
+        path = next.startsWith('/') ? next : folderOf(path) + '/' + next;
+    }
 }
 
 /*! What a new file may be read and written by, as the user has set it. */
@@ -266,7 +281,7 @@ int System::writeFile(const QString &path, const QByteArray &data)
     const QByteArray name = fileNameToBytes(path);
     struct stat old = {};
     if (stat(name.constData(), &old) != 0)
-        return NewFile(target(name)).write(data, newMode());
+        return errno == ENOENT ? NewFile(missingTarget(name)).write(data, newMode()) : errno;
     if (S_ISDIR(old.st_mode))
         return EISDIR;
     if (!S_ISREG(old.st_mode)) {
