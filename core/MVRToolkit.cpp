@@ -318,19 +318,19 @@ void MVRToolkit::setPageSize(QAbstractTextDocumentLayout &layout, const QSizeF &
 }
 
 // A layout does not come back from a text that is higher than it can count.
-static bool canLayOut(QTextDocument &text, double lineWidth, double pageHeight)
+static bool canLayOut(QTextDocument &text, double lineWidth, const QSizeF &page)
 {
     constexpr double unlimited = 1.0e6; // lines do not wrap
     constexpr double pointSize = 72.0;
     QFont font = text.defaultFont();
     font.setPointSizeF(pointSize);
     const double unitsPerPoint = QFontInfo(font).pixelSize() / pointSize;
-    if (isTooHigh(text, lineWidth > 0.0 ? lineWidth : unlimited, unitsPerPoint))
+    if (isTooHigh(text, lineWidth > 0.0 ? lineWidth : unlimited, page, unitsPerPoint))
         return false;
     double pages = 1.0;
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next())
         pages += block.blockFormat().pageBreakPolicy() == QTextFormat::PageBreak_Auto ? 0.0 : 1.0;
-    return !(pages * pageHeight > maxLayoutHeight) || pages == 1.0;
+    return !(pages * page.height() > maxLayoutHeight) || pages == 1.0;
 }
 
 int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
@@ -341,8 +341,12 @@ int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
     const double lineWidth = size.width() - margins.leftMargin() - margins.rightMargin();
     toStockParagraphs(copy.get(), lineWidth);
     breakLongWords(*copy);
-    if (!canLayOut(*copy, lineWidth, size.height()))
+    const bool isOnePage = !(size.height() > 0);
+    const QSizeF page(size.width(), isOnePage ? longPage : size.height());
+    if (!canLayOut(*copy, lineWidth, page))
         return 0;
-    copy->setPageSize(size.height() > 0 ? size : QSizeF(size.width(), -1));
+    if (isOnePage)
+        return 1;
+    copy->setPageSize(page);
     return copy->pageCount();
 }

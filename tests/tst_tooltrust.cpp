@@ -28,6 +28,7 @@ private Q_SLOTS:
     void laysOutLongWords_data();
     void laysOutLongWords();
     void laysOutNotesOneByOne();
+    void laysOutThousandsOfPages();
 
 private:
     Run shell(const QByteArray &command) const;
@@ -347,6 +348,16 @@ void TestToolTrust::laysOutLongWords()
     const Run run = shell("ulimit -t 4; $T info in.rtf");
     QVERIFY2(run.exitCode == 0, run.errors.constData());
     QVERIFY2(!run.output.contains("pages               0"), run.output.constData());
+}
+
+/*! A layout without pages of its own never came back from what is higher than 2^23 units. */
+void TestToolTrust::laysOutThousandsOfPages()
+{
+    const QByteArray picture = "{\\pict\\pngblip\\picwgoal9000\\pichgoal9000 89}";
+    m_folder->write(QStringLiteral("in.rtf"),
+                    "{\\rtf1 " + repeated(picture + "\\par ", 5000) + "}");
+    const Run run = shell("ulimit -t 20; $T info in.rtf");
+    QVERIFY2(run.output.contains(" 5000\n"), run.output.constData());
 }
 
 void TestToolTrust::laysOutNotesOneByOne()

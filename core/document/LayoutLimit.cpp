@@ -4,6 +4,7 @@
 #include <core/document/PointSize_p.h>
 
 #include <QAbstractTextDocumentLayout>
+#include <QSizeF>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextTable>
@@ -162,17 +163,17 @@ double bottomOf(const FlowPart &part, QAbstractTextDocumentLayout &layout)
 
 }
 
-// Qt lays a text out again for the width that it has.
-void setLineWidth(QTextDocument &text, double width)
+// Qt lays a text out again for the size that it has.
+void setPage(QTextDocument &text, const QSizeF &page)
 {
-    if (text.textWidth() != width)
-        text.setTextWidth(width);
+    if (text.pageSize() != page)
+        text.setPageSize(page);
 }
 
-bool isTooHigh(QTextDocument &text, double width, double unitsPerPoint)
+bool isTooHigh(QTextDocument &text, double lineWidth, const QSizeF &page, double unitsPerPoint)
 {
     constexpr int step = 200000; // characters that a layout goes on for at most when it is asked
-    const QVector<FlowPart> parts = flowParts(text, width, unitsPerPoint);
+    const QVector<FlowPart> parts = flowParts(text, lineWidth, unitsPerPoint);
     double slack = 0.0; // by which the bound is known to be above the height
     int next = 0; // the part that a step from this one ends in
     for (int i = 0; i < parts.size(); ++i) {
@@ -181,7 +182,7 @@ bool isTooHigh(QTextDocument &text, double width, double unitsPerPoint)
         if (parts[next].bound - slack <= maxLayoutHeight)
             continue;
         if (i > 0) {
-            setLineWidth(text, width);
+            setPage(text, page);
             slack = parts[i - 1].bound - bottomOf(parts[i - 1], *text.documentLayout());
         }
         if (parts[next].bound - slack > maxLayoutHeight)

@@ -1,10 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+class QSizeF;
 class QTextDocument;
 
 /*! The height that a layout can count, in its units, with room for what it adds itself. */
 constexpr double maxLayoutHeight = 3.0e7;
+
+/*!
+    The height of a page for texts that are laid out in one piece. A layout without pages may not
+    come back from any multiple of 2^23; one with them goes on, by a line that it moves behind it.
+*/
+constexpr double longPage = 4.0e6;
 
 /*!
     Whether a text becomes higher than the toolkit can count: its coordinates end at 2^25, and a
@@ -12,10 +19,11 @@ constexpr double maxLayoutHeight = 3.0e7;
 
     \param text          its lengths are units of the layout, which is made as far as that is safe;
                          sizes of fonts are points
-    \param width         of lines, in units
+    \param lineWidth     of lines, in units
+    \param page          what the text is laid out for
     \param unitsPerPoint for the sizes of fonts
 */
-bool isTooHigh(QTextDocument &text, double width, double unitsPerPoint);
+bool isTooHigh(QTextDocument &text, double lineWidth, const QSizeF &page, double unitsPerPoint);
 
-/*! Sets the width of lines, and has them laid out where they have another one. */
-void setLineWidth(QTextDocument &text, double width);
+/*! Sets the page size, and has the text laid out where it has another one. */
+void setPage(QTextDocument &text, const QSizeF &page);

@@ -14,6 +14,7 @@ namespace {
 
 constexpr int linesKept = 2; // of a paragraph, on each side of a break
 constexpr int KeptTogether = QTextFormat::UserProperty + 0x3501; // of a paragraph: bool
+constexpr int PageBreaks = QTextFormat::UserProperty + 0x3502; // of a paragraph: PageBreakFlags
 
 /*! Leaves room between columns: what a part of one touches is drawn with it. */
 void partColumns(QVector<RowColumn> &columns)
@@ -80,7 +81,7 @@ void ItemCollector::addBlock(const QTextBlock &block)
     const int lines = qMax(1, layout.lineCount());
     const bool isHeading = block.blockFormat().headingLevel() > 0;
     const bool breaks = !isHeading && !block.blockFormat().boolProperty(KeptTogether);
-    const auto policy = block.blockFormat().pageBreakPolicy();
+    const int policy = block.blockFormat().intProperty(PageBreaks);
     const double origin = rect.top() - layout.boundingRect().top();
     for (int i = 0; i < lines; ++i) {
         FlowItem item;
@@ -216,6 +217,26 @@ void wrapLines(QTextDocument &text)
         format.clearProperty(QTextFormat::BlockNonBreakableLines);
         format.setProperty(KeptTogether, true);
         QTextCursor(block).setBlockFormat(format);
+    }
+}
+
+void takeBreaks(QTextDocument &text)
+{
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+        QTextBlockFormat format = block.blockFormat();
+        if (!format.hasProperty(QTextFormat::PageBreakPolicy))
+            continue;
+        format.setProperty(PageBreaks, int(format.pageBreakPolicy()));
+        format.clearProperty(QTextFormat::PageBreakPolicy);
+        QTextCursor(block).setBlockFormat(format);
+    }
+    const QList<QTextFrame *> frames = text.rootFrame()->findChildren<QTextFrame *>();
+    for (QTextFrame *frame : frames) {
+        QTextFrameFormat format = frame->frameFormat();
+        if (!format.hasProperty(QTextFormat::PageBreakPolicy))
+            continue;
+        format.clearProperty(QTextFormat::PageBreakPolicy);
+        frame->setFrameFormat(format);
     }
 }
 

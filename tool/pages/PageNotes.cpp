@@ -154,15 +154,17 @@ bool NoteLayout::prepare(QTextDocument &text) const
 {
     breakLongWords(text);
     wrapLines(text);
+    takeBreaks(text);
     MVRToolkit::toStockParagraphs(&text, m_width / m_unitsPerPoint);
     scaleLengths(text, m_unitsPerPoint);
     text.setDocumentMargin(0.0);
     QTextOption option = text.defaultTextOption();
     option.setUseDesignMetrics(true);
     text.setDefaultTextOption(option);
-    if (isTooHigh(text, m_width, m_unitsPerPoint))
+    const QSizeF page(m_width, longPage);
+    if (isTooHigh(text, m_width, page, m_unitsPerPoint))
         return false;
-    setLineWidth(text, m_width);
+    setPage(text, page);
     text.documentLayout()->documentSize();
     keepLongParagraphs(text);
     return true;

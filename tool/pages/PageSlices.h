@@ -72,7 +72,13 @@ struct PageSlice
 */
 void wrapLines(QTextDocument &text);
 
-/*! The items of a text that was laid out without pages, from top to bottom. */
+/*!
+    Keeps page breaks for flowItems(), where the toolkit does not know them: it lays texts out on
+    pages of its own, as long as it can count.
+*/
+void takeBreaks(QTextDocument &text);
+
+/*! The items of a text that was laid out without breaks, from top to bottom. */
 QVector<FlowItem> flowItems(const QTextDocument &text);
 
 /*!

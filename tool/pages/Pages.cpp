@@ -136,6 +136,7 @@ bool Pages::prepare()
     nameOwnFace(m_text);
     breakBehindTitlePage(m_document);
     wrapLines(m_text);
+    takeBreaks(m_text);
     MVRToolkit::toStockParagraphs(&m_text, m_body.width() / dotsPerPoint);
     scaleLengths(m_text, dotsPerPoint);
     m_text.setDocumentMargin(0.0);
@@ -146,9 +147,10 @@ bool Pages::prepare()
     // What reaches below the line that a picture stands on needs room too.
     fitPictures(m_text, m_body.size() - QSizeF(0.0, 24.0 * dotsPerPoint),
                 dotsPerPoint * pointsPerPixel);
-    if (isTooHigh(m_text, m_body.width(), dotsPerPoint))
+    const QSizeF page(m_body.width(), longPage);
+    if (isTooHigh(m_text, m_body.width(), page, dotsPerPoint))
         return false;
-    setLineWidth(m_text, m_body.width());
+    setPage(m_text, page);
     return measureNotes();
 }
 
