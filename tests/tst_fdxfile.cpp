@@ -32,6 +32,8 @@ private Q_SLOTS:
     void otherEncodings();
     void runsKeepTheirAttributes_data();
     void runsKeepTheirAttributes();
+    void severalEdits_data();
+    void severalEdits();
     void paragraphsKeepTheirElements();
     void dualDialogue();
     void filesWithoutSettings();
@@ -189,6 +191,47 @@ void TestFdxFile::runsKeepTheirAttributes()
                "<Text> cat &#38; dog</Text><Text Style=\"Bold\" X=\"1\"> run</Text></Paragraph>"));
     opened.document.find(find).insertText(with);
     QCOMPARE(opened.written(), script("<Paragraph>" + runs + "</Paragraph>"));
+}
+
+void TestFdxFile::severalEdits_data()
+{
+    QTest::addColumn<QByteArray>("runs");
+    const auto row
+        = [](const char *name, const char *runs) { QTest::newRow(name) << QByteArray(runs); };
+    row("marked word between quotes",
+        "<Text>w1q \"</Text><Text AdornmentStyle=\"-1\">teh</Text><Text>\", w2q</Text>");
+    row("word that goes on in the next run",
+        "<Text>w1q low</Text><Text RevisionID=\"3\">er w2q</Text><Text>w, w3q</Text>");
+    row("comment and instruction",
+        "<Text>w1q a<!-- > b -->c<?p x > y?> d</Text><Text>&#8232;end</Text>");
+    row("line separator of the file", "<Text>w1q one\xe2\x80\xa8two&#10;three w2q</Text>");
+    row("CDATA beside it", "<Text>w1q &#65;</Text><Text><![CDATA[<b>]]></Text>");
+}
+
+// What stands between two edits of a paragraph stays in its run, as the file writes it.
+void TestFdxFile::severalEdits()
+{
+    QFETCH(const QByteArray, runs);
+    const auto file = [](const QByteArray &of) {
+        const QByteArray notes = "<ScriptNotes><ScriptNote Range=\"%1\"/></ScriptNotes>\n";
+        const int grown = of.contains("qq") ? 1 : 0;
+        return script("<Paragraph>" + of + "</Paragraph>",
+                      QByteArray(notes).replace("%1",
+                                                QByteArray::number(4 + grown) + ','
+                                                    + QByteArray::number(6 + grown)));
+    };
+    Opened opened(file(runs));
+    QCOMPARE(opened.file.notes().size(), 1);
+    QByteArray expected = runs;
+    for (const char *word : {"w1q", "w2q", "w3q"}) {
+        QTextCursor cursor = opened.find(word);
+        if (cursor.isNull())
+            continue;
+        cursor.setPosition(cursor.selectionEnd());
+        cursor.insertText(QStringLiteral("q"));
+        expected.replace(word, QByteArray(word) + 'q');
+    }
+    QCOMPARE(opened.written(), file(expected));
 }
 
 void TestFdxFile::paragraphsKeepTheirElements()

@@ -63,23 +63,29 @@ bool FdxWriter::hasKeptText(const MVRTextRange &range) const
     return isKeptIn(first) || (first < last && (m_nextKept[first + 1] < last || isKeptIn(last)));
 }
 
-/*! What stands in an entry where its paragraph had the characters [from, to). */
-QString FdxWriter::textInPlaceOf(int entry, int from, int to)
+const FdxWriter::Changes &FdxWriter::changes(int entry)
 {
     auto known = m_changes.find(entry);
     if (known == m_changes.end()) {
         const FdxEntry &changed = m_match.entries[entry];
         known = m_changes.insert(entry, {runEdit(changed).hunks(), changed.text()});
     }
-    for (const FdxRunEdit::Hunk &hunk : qAsConst(known->hunks)) {
+    return *known;
+}
+
+/*! What stands in an entry where its paragraph had the characters [from, to). */
+QString FdxWriter::textInPlaceOf(int entry, int from, int to)
+{
+    const Changes &all = changes(entry);
+    for (const FdxRunEdit::Hunk &hunk : all.hunks) {
         if (hunk.oldStart < to && from < hunk.oldEnd)
-            return known->text.mid(hunk.newStart, hunk.newEnd - hunk.newStart);
+            return all.text.mid(hunk.newStart, hunk.newEnd - hunk.newStart);
     }
     return QString();
 }
 
 /*! Whether text that had a note has another one of the file: they shared a word that was edited. */
-bool FdxWriter::isUnderOther(const FdxNote &note) const
+bool FdxWriter::isUnderOther(const FdxNote &note)
 {
     const int position = moved(note.attached.start);
     auto next = std::upper_bound(

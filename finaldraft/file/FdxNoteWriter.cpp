@@ -223,7 +223,7 @@ int FdxWriter::numberOf(int position) const
 }
 
 /*! Where a place of the document that was read is now. */
-int FdxWriter::moved(int position) const
+int FdxWriter::moved(int position)
 {
     int paragraph = m_places.paragraphAt(position);
     if (paragraph < 0)
@@ -231,7 +231,7 @@ int FdxWriter::moved(int position) const
     const int offset = position - m_places.position(paragraph);
     const int entry = m_match.entryOf[paragraph];
     if (entry >= 0)
-        return m_match.entries[entry].position + diff(entry).moved(offset);
+        return m_match.entries[entry].position + movedWithin(entry, offset);
     // The paragraph is gone: what follows it has taken its place.
     while (paragraph < m_match.entryOf.size() && m_match.entryOf[paragraph] < 0)
         ++paragraph;
@@ -240,6 +240,22 @@ int FdxWriter::moved(int position) const
     return m_match.entries.isEmpty()
         ? 0
         : m_match.entries.last().position + m_match.entries.last().length;
+}
+
+/*! The same within a paragraph, past each of the places where it was changed. */
+int FdxWriter::movedWithin(int entry, int offset)
+{
+    if (!m_diffs.contains(entry))
+        return offset;
+    int moved = offset;
+    for (const FdxRunEdit::Hunk &hunk : changes(entry).hunks) {
+        if (offset <= hunk.oldStart)
+            break;
+        if (offset < hunk.oldEnd)
+            return qMin(hunk.newStart + offset - hunk.oldStart, hunk.newEnd);
+        moved = offset + hunk.newEnd - hunk.oldEnd;
+    }
+    return moved;
 }
 
 /*! Moves the range with the text. */
@@ -254,10 +270,11 @@ void FdxWriter::writeRange(int index)
         // Where a note gave way to another one, the document does not show its end.
         const MVRTextRange whole = m_places.trimmed(note.range);
         const FdxDocumentNote &now = m_match.notes[m_documentNote[index]];
+        // Beyond its text a range can hold the ends of paragraphs, which no format stands on.
         if (note.attached.start == whole.start && now.start != moved(whole.start))
-            start = now.start;
+            start = now.start > moved(whole.start) ? now.start : qMin(start, now.start);
         if (note.attached.end == whole.end && now.end != moved(whole.end))
-            end = now.end;
+            end = now.end < moved(whole.end) ? now.end : qMax(end, now.end);
     }
     // Relative, for numbers that lie beyond the script or within dual dialogue.
     const int newStart

@@ -3,6 +3,8 @@
 
 #include <finaldraft/file/FdxText_p.h>
 
+#include <algorithm>
+
 namespace {
 
 QByteArray attribute(const char *name, const QByteArray &value)
@@ -10,13 +12,18 @@ QByteArray attribute(const char *name, const QByteArray &value)
     return QByteArray(" ") + name + "=\"" + value + '"';
 }
 
-/*! A word of a run, or a blank. */
+/*! A word of a run, or a character that is in none. */
 struct Word
 {
     int start; // in the paragraph's text
     int run;
     QString text;
 };
+
+bool isInWord(QChar character)
+{
+    return character.isLetterOrNumber() || character.isMark() || character.isSurrogate();
+}
 
 /*! Appends the words of a run that begins at \a position, as far as they are in [from, to). */
 void addWords(const QString &text, int position, int from, int to, int run, QVector<Word> *words)
@@ -25,10 +32,10 @@ void addWords(const QString &text, int position, int from, int to, int run, QVec
     const int end = qMin(int(text.size()), to - position);
     while (start < end) {
         int next = start;
-        while (next < end && !text.at(next).isSpace())
+        while (next < end && isInWord(text.at(next)))
             ++next;
         if (next == start)
-            ++next; // a blank is a word of its own: runs are cut on either side of it
+            ++next; // runs are cut on either side of it
         words->append({position + start, run, text.mid(start, next - start)});
         start = next;
     }
@@ -96,8 +103,9 @@ FdxRunEdit::FdxRunEdit(const FdxScript &script, const FdxElement &paragraph, Fdx
     m_new.reserve(runs.size());
     for (const FdxNewRun &run : runs) {
         const FdxLook look = newType.look.with(run.format);
-        m_new.append({run.text, look, &oldType == &newType ? look : oldType.look.with(run.format)});
         m_diff.newLength += run.text.size();
+        m_new.append({run.text, look, &oldType == &newType ? look : oldType.look.with(run.format),
+                      m_diff.newLength});
     }
     m_diff.oldLength = position;
     compare();
@@ -343,8 +351,34 @@ FdxSplices FdxRunEdit::splices() const
     FdxSplices splices;
     const QVector<Hunk> all = m_diff.isSame() ? QVector<Hunk>() : hunks();
     for (const Hunk &hunk : all)
-        addHunk(hunk, &splices);
+        addHunk(all.size() > 1 ? trimmed(hunk) : hunk, &splices);
     return splices;
+}
+
+/*!
+    A change of several without what is the same at its ends: a word that goes on in the next run
+    is two in the file and one in the document.
+*/
+FdxRunEdit::Hunk FdxRunEdit::trimmed(Hunk hunk) const
+{
+    const auto runAt = [](const auto &runs, int place) {
+        return std::upper_bound(runs.cbegin(), runs.cend(), place,
+                                [](int value, const auto &run) { return value < run.end; });
+    };
+    const auto isSame = [&](int oldPlace, int newPlace) {
+        const auto oldRun = runAt(m_old, oldPlace);
+        const auto newRun = runAt(m_new, newPlace);
+        const QChar character = oldRun->text.at(oldRun->text.size() - (oldRun->end - oldPlace));
+        return character == newRun->text.at(newRun->text.size() - (newRun->end - newPlace))
+            && !character.isSurrogate() && isSameLook(*oldRun, *newRun);
+    };
+    const auto isChange
+        = [&hunk] { return hunk.oldStart < hunk.oldEnd && hunk.newStart < hunk.newEnd; };
+    for (; isChange() && isSame(hunk.oldStart, hunk.newStart); ++hunk.oldStart)
+        ++hunk.newStart;
+    for (; isChange() && isSame(hunk.oldEnd - 1, hunk.newEnd - 1); --hunk.oldEnd)
+        --hunk.newEnd;
+    return hunk;
 }
 
 void FdxRunEdit::addHunk(const Hunk &hunk, FdxSplices *splices) const
@@ -441,10 +475,14 @@ FdxSplice FdxRunEdit::replaceText(const OldRun &run, int from, int to,
     const QByteArray &source = m_tree.source();
     const int start = run.run.textStart;
     const int end = run.run.textEnd;
-    // Between CDATA and elements inside a run nothing can be put without looking at them.
-    if (m_tree.slice(start, end).contains('<'))
+    const int first = fdxTextPlace(source, start, end, from);
+    const int last = fdxTextPlace(source, start, end, to);
+    // Within CDATA there are no references, and what stands between the places would be lost.
+    const QByteArray before = m_tree.slice(start, first);
+    const bool isInCData = before.lastIndexOf("<![CDATA[") > before.lastIndexOf("]]>");
+    if (isInCData || m_tree.slice(first, last).contains('<'))
         return {start, end, escaped(run.text.left(from)) + bytes + escaped(run.text.mid(to))};
-    return {fdxTextPlace(source, start, end, from), fdxTextPlace(source, start, end, to), bytes};
+    return {first, last, bytes};
 }
 
 FdxSplice FdxRunEdit::setText(const OldRun &run, const QString &text) const

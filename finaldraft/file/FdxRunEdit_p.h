@@ -76,6 +76,7 @@ private:
         QString text;
         FdxLook look;
         FdxLook lookInOldType;
+        int end;
     };
     struct Change; // what becomes of the runs
 
@@ -84,6 +85,7 @@ private:
     void compare();
     void alignChange(const QString &oldText);
     QVector<NewRun> changedRuns(const Hunk &hunk) const;
+    Hunk trimmed(Hunk hunk) const;
     Change assign(const Hunk &hunk) const;
     bool belongsToRight(const Hunk &hunk, const Change &change) const;
     void addHunk(const Hunk &hunk, FdxSplices *splices) const;

@@ -85,7 +85,7 @@ private:
                 m_place += 9;
                 m_isCData = true;
             } else {
-                skipBehind(startsWith("<!--") ? "-->" : ">");
+                skipBehind(startsWith("<!--") ? "-->" : startsWith("<?") ? "?>" : ">");
             }
         }
     }

@@ -116,8 +116,14 @@ private:
     bool hasMoved(const FdxNote &note, const FdxDocumentNote &now) const;
     void findKeptText();
     bool hasKeptText(const MVRTextRange &range) const;
-    bool isUnderOther(const FdxNote &note) const;
+    bool isUnderOther(const FdxNote &note);
     bool isGone(const FdxNote &note);
+    struct Changes
+    {
+        QVector<FdxRunEdit::Hunk> hunks;
+        QString text;
+    };
+    const Changes &changes(int entry);
     QString textInPlaceOf(int entry, int from, int to);
     void writeNotes();
     void writeKeptNote(int index);
@@ -137,7 +143,8 @@ private:
     void findNumbers();
     int dualDialogueOf(const FdxEntry &entry) const;
     int numberOf(int position) const;
-    int moved(int position) const;
+    int moved(int position);
+    int movedWithin(int entry, int offset);
 
     FdxScript &m_script;
     const FdxTree &m_tree;
@@ -157,12 +164,7 @@ private:
     QVector<int> m_documentNote; // for each note of the file: index in m_match.notes; -1: none
     QSet<int> m_keptNotes; // indexes in m_match.notes
     QVector<int> m_nextKept; // by paragraph: the next one with text that nobody changed
-    struct Changes
-    {
-        QVector<FdxRunEdit::Hunk> hunks;
-        QString text;
-    };
-    QHash<int, Changes> m_changes; // by entry, where notes are missing
+    QHash<int, Changes> m_changes; // by entry, where notes are missing or move
     QHash<int, QVector<int>> m_goneIn; // by paragraph: notes that go out of it
     QHash<int, QVector<int>> m_changedIn; // by paragraph: notes whose content was changed
     QHash<int, QVector<NewNote>> m_newIn; // by entry: notes that come into it
