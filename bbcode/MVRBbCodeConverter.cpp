@@ -156,7 +156,7 @@ QString MVRBbCodeConverter::fromHtml(const QString &html, QString *error)
         return QString();
     }
     walkTree(body);
-    QString text = pieces.join(QString());
+    QString text = m_pieces.join(QString());
     text.remove(QLatin1Char('\n'));
     text = cleanQuotedText(text);
     text.replace(paragraphMarker, QLatin1String("\n"));
@@ -180,15 +180,15 @@ QDomElement MVRBbCodeConverter::sanitizeElement(const QDomElement &element)
 {
     const QString tag = element.tagName();
     if (tag == QLatin1String("p") || tag == QLatin1String("br"))
-        pieces.prepend(paragraphMarker);
+        m_pieces.prepend(paragraphMarker);
     else if (tag == QLatin1String("span"))
         cleanSpanTag(element);
     else if (tag == QLatin1String("a"))
         cleanAnchorTag(element);
     else if (tag == QLatin1String("ul"))
-        pieces.prepend(QLatin1String("[list]") + listItems(element) + QLatin1String("[/list]"));
+        m_pieces.prepend(QLatin1String("[list]") + listItems(element) + QLatin1String("[/list]"));
     else if (tag == QLatin1String("ol"))
-        pieces.prepend(QLatin1String("[list=1]") + listItems(element) + QLatin1String("[/list]"));
+        m_pieces.prepend(QLatin1String("[list=1]") + listItems(element) + QLatin1String("[/list]"));
     return element;
 }
 
@@ -208,7 +208,7 @@ void MVRBbCodeConverter::cleanSpanTag(const QDomElement &span)
             tags.open += QLatin1Char(']');
         }
     });
-    pieces.prepend(tags.around(textOf(span)));
+    m_pieces.prepend(tags.around(textOf(span)));
 }
 
 void MVRBbCodeConverter::cleanAnchorTag(const QDomElement &anchor)
@@ -222,7 +222,7 @@ void MVRBbCodeConverter::cleanAnchorTag(const QDomElement &anchor)
         address = part.mid(isMail ? mailScheme.size() + 1 : 0).toString();
     });
     // The visible text follows as that of a span.
-    pieces.prepend(tags.around(tags.open.isEmpty() ? textOf(anchor) : address));
+    m_pieces.prepend(tags.around(tags.open.isEmpty() ? textOf(anchor) : address));
 }
 
 QString MVRBbCodeConverter::listItems(const QDomElement &list) const

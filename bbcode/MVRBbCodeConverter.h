@@ -47,5 +47,5 @@ private:
     QString cleanQuotedText(const QString &text) const;
 
     // In document order, though gathered from the end: a list grows at its front for nothing.
-    QStringList pieces;
+    QStringList m_pieces;
 };

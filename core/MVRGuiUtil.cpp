@@ -15,7 +15,7 @@ QString MVRGuiUtil::resourceId(const QImage &image)
         const QImage line
             = image.copy(0, y, image.width(), 1).convertToFormat(QImage::Format_ARGB32);
         hash.addData(QByteArray::fromRawData(reinterpret_cast<const char *>(line.constScanLine(0)),
-                                             line.width() * 4));
+                                             line.bytesPerLine()));
     }
     return QStringLiteral("image:%1x%2-%3")
         .arg(image.width())
