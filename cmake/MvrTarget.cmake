@@ -61,10 +61,16 @@ function(mvr_configure_target target)
     endif()
 endfunction()
 
+# A library's calls of its own functions need no look-up by name: programs start sooner.
+check_linker_flag(CXX "-Wl,-Bsymbolic-functions" mvr_has_symbolic_functions)
+
 # A shared library whose headers are included as <folder/Name.h>, in the tree and installed.
 function(mvr_configure_library target)
     mvr_configure_target(${target})
     mvr_precompile(${target})
+    if(mvr_has_symbolic_functions AND NOT MVR_SANITIZE)
+        target_link_options(${target} PRIVATE "-Wl,-Bsymbolic-functions")
+    endif()
     set_target_properties(${target} PROPERTIES
         AUTOMOC ON
         OUTPUT_NAME ${target}-qt${mvr_qt_major}
