@@ -34,4 +34,11 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
             file(RPATH_REMOVE FILE ${binary})
         endif()
     endforeach()
+
+    # CPack takes debug information out of what is linked, not out of archives.
+    file(GLOB_RECURSE archives ${root}/usr/lib/*.a)
+    foreach(archive IN LISTS archives)
+        execute_process(COMMAND strip --strip-debug --enable-deterministic-archives ${archive}
+            COMMAND_ERROR_IS_FATAL ANY)
+    endforeach()
 endforeach()
