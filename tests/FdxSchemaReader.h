@@ -32,6 +32,8 @@ public:
     QString error() const { return m_xml.hasError() ? m_xml.errorString() : QString(); }
     /*! Those of the title page, then those of the script; of dual dialogue what it holds. */
     QVector<Paragraph> paragraphs() const { return m_titlePage + m_script; }
+    /*! What stands beside them and their notes, canonical. */
+    QString rest() const { return m_rest; }
     /*! How many of them are on the title page. */
     int titlePageCount() const { return m_titlePage.size(); }
 
@@ -40,13 +42,16 @@ private:
 
     void readRoot()
     {
+        QString ignored;
         while (m_xml.readNextStartElement()) {
             if (isAt("Content"))
                 readParagraphs(&m_script);
             else if (isAt("TitlePage"))
                 readTitlePage();
-            else
+            else if (isAt("ScriptNotes") || isAt("UnanchoredScriptNotes"))
                 m_xml.skipCurrentElement();
+            else
+                m_rest += element(false, &ignored);
         }
         while (!m_xml.atEnd())
             m_xml.readNext();
@@ -124,6 +129,7 @@ private:
     }
 
     QXmlStreamReader m_xml;
+    QString m_rest;
     QVector<Paragraph> m_titlePage;
     QVector<Paragraph> m_script;
 };

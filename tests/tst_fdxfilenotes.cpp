@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "FdxOpened.h"
+#include "FdxSchemaReader.h"
 
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
@@ -27,6 +28,8 @@ private Q_SLOTS:
     void listsNotes();
     void overlappingNotes();
     void hiddenNotes();
+    void allNotesRemoved_data();
+    void allNotesRemoved();
     void notesAfterEdits();
     void notesOfEditedWords_data();
     void notesOfEditedWords();
@@ -183,6 +186,29 @@ void TestFdxFileNotes::hiddenNotes()
     QCOMPARE(opened.file.removeHiddenNotes(), 0);
     QCOMPARE(opened.file.notes().size(), 1);
     QCOMPARE(opened.written(), file({}, {}, {}));
+}
+
+void TestFdxFileNotes::allNotesRemoved_data()
+{
+    addSampleRows();
+}
+
+// Whoever else reads the file finds it as it was, but for the notes.
+void TestFdxFileNotes::allNotesRemoved()
+{
+    QFETCH(const QByteArray, bytes);
+    Opened opened(bytes);
+    MVRTextDoc::setComments(&opened.document, {});
+    opened.file.removeHiddenNotes();
+    const QByteArray output = opened.written();
+    QCOMPARE(output.count("<ScriptNote "), 0);
+    const FdxSchemaReader was(bytes);
+    const FdxSchemaReader is(output);
+    QCOMPARE(is.error(), QString());
+    QCOMPARE(is.rest(), was.rest());
+    QCOMPARE(is.paragraphs().size(), was.paragraphs().size());
+    for (int i = 0; i < is.paragraphs().size(); ++i)
+        QCOMPARE(is.paragraphs().at(i).xml, was.paragraphs().at(i).xml);
 }
 
 // Ranges move with their text; what was said of a note stays unless it was changed.

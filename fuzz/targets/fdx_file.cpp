@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Loads any bytes as a Final Draft file that is edited in place: it must come back, also after a
-// word was typed, as a file that is loaded again with the same text.
+// Loads any bytes as a Final Draft file that is edited in place: it must come back, also after
+// an edit, as a file that is loaded again with the same text.
 #include <finaldraft/MVRFinalDraftFile.h>
 #include <fuzz/Require.h>
 #include <fuzz/Targets.h>
@@ -26,6 +26,35 @@ void checkAgain(const QByteArray &bytes, const QString &text)
     require(copy.toPlainText() == text, "text comes back");
 }
 
+/*! One of the edits that a writer makes, at one of the places, by what the file is. */
+void edit(QTextDocument *document, uint seed)
+{
+    QTextCursor cursor(document);
+    cursor.setPosition(int(seed / 8 % uint(document->characterCount())));
+    if (document->characterAt(cursor.position()).isLowSurrogate())
+        cursor.movePosition(QTextCursor::NextCharacter);
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    switch (seed % 8) {
+    case 0:
+        cursor.insertBlock();
+        break;
+    case 1:
+        cursor.deletePreviousChar();
+        break;
+    case 2:
+        cursor.movePosition(QTextCursor::NextWord, QTextCursor::KeepAnchor, 3);
+        cursor.mergeCharFormat(bold);
+        break;
+    case 3:
+        cursor.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+        break;
+    default:
+        cursor.insertText(QStringLiteral("word"));
+    }
+}
+
 }
 
 void fuzz_fdx_file(const QByteArray &input)
@@ -46,6 +75,6 @@ void fuzz_fdx_file(const QByteArray &input)
     checkAgain(same, document.toPlainText());
     if (file.elementXml(QStringLiteral("Content")).isEmpty())
         return; // there is no place for a word
-    QTextCursor(&document).insertText(QStringLiteral("word"));
+    edit(&document, qHash(input));
     checkAgain(written(&file, document), document.toPlainText());
 }

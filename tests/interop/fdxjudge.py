@@ -87,6 +87,10 @@ def without_ranges(file):
     return re.sub(rb'Range="[0-9,]*"', b"", file)
 
 
+def canonical(file):
+    return without_ranges(etree.canonicalize(file.lstrip().decode()).encode())
+
+
 def without_notes(root):
     """A file as text without its notes, and without the white space that stood around them."""
     for parent in list(root.iter()):
@@ -155,6 +159,8 @@ class Judge:
             if without_ranges(back) != without_ranges(file):
                 yield f"{word} -> {new} changed more than the word"
                 continue
+            if canonical(after).replace(new.encode(), word.encode()) != canonical(file):
+                yield f"{word} -> {new} changed the canonical form beyond the word"
             yield from self.ranges(root, etree.fromstring(after.lstrip()), word, new)
 
     def ranges(self, before, after, word, new):
