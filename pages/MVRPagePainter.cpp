@@ -219,7 +219,7 @@ bool MVRPagePainter::writePdf(QIODevice *device, const MVRScreenplayPages &pages
     if (!painter.begin(&writer))
         return false;
     painter.scale(pdfResolution / 72.0, pdfResolution / 72.0);
-    const QVector<MVRScreenplayPage> all = pages.pages();
+    const QVector<MVRScreenplayPage> &all = pages.pages();
     for (int i = 0; i < all.size(); ++i) {
         if (i > 0)
             writer.newPage();

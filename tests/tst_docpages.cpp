@@ -382,8 +382,14 @@ void TestDocPages::cutsHighRowsBetweenLines()
     }
     QCOMPARE(shown, wanted);
     QCOMPARE(textsOf(lines).count(QStringLiteral("After")), 1);
-    const int heads = textsOf(lines).count(QStringLiteral("-")); // on each page with a row
-    QVERIFY2(heads == 0 || heads == made.count() - 1, QByteArray::number(made.count()));
+    if (table.contains(QLatin1String("<th>"))) {
+        const QVector<DrawnPage> pages = drawn(made);
+        for (const DrawnPage &page : pages) {
+            const QStringList texts = textsOf(page);
+            const bool hasRow = !texts.filter(QStringLiteral(".")).isEmpty();
+            QCOMPARE(texts.count(QStringLiteral("-")), hasRow ? 1 : 0);
+        }
+    }
     QVERIFY2(made.count() < 40, QByteArray::number(made.count()));
 }
 

@@ -31,20 +31,22 @@ bool saysLatin1(const QByteArray &file)
 QString fromUtf16(const QByteArray &file, bool bigEndian)
 {
     QString text(file.size() / 2, Qt::Uninitialized);
-    for (int i = 0; i < text.size(); ++i) {
-        const uchar one = uchar(file[2 * i]);
-        const uchar other = uchar(file[2 * i + 1]);
-        text[i] = bigEndian ? QChar(other, one) : QChar(one, other);
+    int at = 0;
+    for (QChar &character : text) {
+        const uchar one = uchar(file[at++]);
+        const uchar other = uchar(file[at++]);
+        character = bigEndian ? QChar(other, one) : QChar(one, other);
     }
     return text;
 }
 
 QByteArray toUtf16(const QString &text, bool bigEndian)
 {
-    QByteArray bytes(text.size() * 2, Qt::Uninitialized);
-    for (int i = 0; i < text.size(); ++i) {
-        bytes[2 * i] = char(bigEndian ? text[i].row() : text[i].cell());
-        bytes[2 * i + 1] = char(bigEndian ? text[i].cell() : text[i].row());
+    QByteArray bytes;
+    bytes.reserve(text.size() * 2);
+    for (const QChar character : text) {
+        bytes += char(bigEndian ? character.row() : character.cell());
+        bytes += char(bigEndian ? character.cell() : character.row());
     }
     return bytes;
 }
