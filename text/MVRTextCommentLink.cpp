@@ -20,8 +20,7 @@ bool isKnownKind(const QColor &color)
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream << color;
-    const int kind = static_cast<signed char>(bytes.at(0));
-    return kind >= QColor::Invalid && kind <= QColor::ExtendedRgb;
+    return static_cast<uchar>(bytes.at(0)) <= QColor::ExtendedRgb;
 }
 
 } // namespace

@@ -49,7 +49,7 @@ void CommandLine::parse(const QStringList &arguments)
 /*! Takes the option at \a at with its value; \return how many arguments these are. */
 int CommandLine::parseOption(const QStringList &arguments, int at)
 {
-    const QString word = arguments.at(at);
+    const QString &word = arguments.at(at);
     const bool isLong = word.startsWith(QLatin1String("--"));
     const int equals = isLong ? word.indexOf(QLatin1Char('=')) : -1;
     // "--name=value", "--name value", "-ovalue", "-o value"
