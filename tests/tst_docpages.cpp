@@ -30,6 +30,7 @@ private Q_SLOTS:
     void closesTablesAtBreaks();
     void cutsHighRowsBetweenLines_data();
     void cutsHighRowsBetweenLines();
+    void drawsPicturesOfThePage();
     void longFootnotesGoOn();
     void writesCommentsIntoTheMargin();
     void completesThePdf();
@@ -57,7 +58,7 @@ public:
     bool begin(QPaintDevice *) override { return true; }
     bool end() override { return true; }
     void updateState(const QPaintEngineState &now) override { m_to = now.transform(); }
-    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { }
+    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { ++pictures; }
     void drawPath(const QPainterPath &) override { }
     void drawPolygon(const QPointF *, int, PolygonDrawMode) override { }
     Type type() const override { return User; }
@@ -71,6 +72,7 @@ public:
     }
 
     DrawnPage page;
+    int pictures = 0;
 
 private:
     QTransform m_to;
@@ -391,6 +393,35 @@ void TestDocPages::cutsHighRowsBetweenLines()
         }
     }
     QVERIFY2(made.count() < 40, QByteArray::number(made.count()));
+}
+
+void TestDocPages::drawsPicturesOfThePage()
+{
+    Document document;
+    QImage image(8, 8, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    document.text.addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("p")), image);
+    QTextCursor cursor(&document.text);
+    QTextImageFormat format;
+    format.setName(QStringLiteral("p"));
+    format.setWidth(9000);
+    format.setHeight(9000);
+    for (int i = 0; i < 12; ++i) {
+        cursor.insertImage(format);
+        cursor.insertText(QStringLiteral("word "), QTextCharFormat());
+    }
+    const Pages pages(document, smallPaper());
+    int most = 0;
+    int all = 0;
+    for (int i = 0; i < pages.count(); ++i) {
+        TextDevice device;
+        QPainter painter(&device);
+        pages.paint(painter, i);
+        painter.end();
+        most = qMax(most, device.engine.pictures);
+        all += device.engine.pictures;
+    }
+    QVERIFY2(all >= 12 && most <= 2, QByteArray::number(most)); // one may be beyond an edge
 }
 
 void TestDocPages::longFootnotesGoOn()

@@ -98,7 +98,9 @@ void drawPart(QPainter &painter, const QTextDocument &text, const QRectF &part, 
     const double top
         = qMin(qMax(part.top(), drawnTop), part.bottom() - 2.0 * drawingSlack) + drawingSlack;
     QAbstractTextDocumentLayout::PaintContext context;
-    context.clip = QRectF(part.left(), top, part.width(), part.bottom() - drawingSlack - top);
+    // Without a height it would be no clip at all.
+    context.clip
+        = QRectF(part.left(), top, part.width(), qMax(1.0, part.bottom() - drawingSlack - top));
     context.palette.setColor(QPalette::Text, Qt::black);
     text.documentLayout()->draw(&painter, context);
 }
