@@ -78,6 +78,8 @@ void TestToolInput::badInputLeavesTheOutputAlone_data()
     QTest::newRow("deep elements") << "a.html" << repeated("<div>", 100000) << "nested";
     QTest::newRow("deep Markdown") << "a.md" << repeated("- ", 30000) + "x"
                                    << "nested";
+    QTest::newRow("dense emphasis") << "a.md" << repeated("*_**__a", 20000) << "emphasis";
+    QTest::newRow("dense instructions") << "a.md" << repeated("a <? ", 2000) << "emphasis";
     QTest::newRow("deep tables") << "a.html" << repeated("<table><tr><td>", 300) << "nested";
 }
 

@@ -29,6 +29,10 @@ bool readMarkdownFile(const QByteArray &bytes, const ReadOptions &options, Docum
         *error = nestingError();
         return false;
     }
+    if (result.isTooDense) {
+        *error = Tool::tr("a paragraph has too many marks of emphasis or \"<?\"");
+        return false;
+    }
     takeEmbeddedPictures(document.text);
     if (result.lacksMetadata)
         document.losses << Tool::tr("metadata other than title and author");

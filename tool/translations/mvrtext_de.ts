@@ -596,6 +596,10 @@
         <translation>keine Textdatei</translation>
     </message>
     <message>
+        <source>a paragraph has too many marks of emphasis or &quot;&lt;?&quot;</source>
+        <translation>ein Absatz hat zu viele Hervorhebungszeichen oder &quot;&lt;?&quot;</translation>
+    </message>
+    <message>
         <source>its elements are nested too deep</source>
         <translation>ihre Elemente sind zu tief verschachtelt</translation>
     </message>

@@ -30,6 +30,32 @@ bool hasDeepBlocks(const QString &source)
     return deepLine.match(source).hasMatch();
 }
 
+// The parser looks through its paragraph for the other end of each of them.
+bool hasDenseParagraph(const QString &source)
+{
+    constexpr int maxEmphases = 20000; // runs of asterisks and underscores
+    constexpr int maxInstructions = 1000; // as in "<?php"
+    int emphases = 0;
+    int instructions = 0;
+    bool isBlank = true; // the line so far
+    QChar before;
+    for (const QChar c : source) {
+        if (c == QLatin1Char('\n')) {
+            if (isBlank)
+                emphases = instructions = 0;
+            isBlank = true;
+        } else if (!c.isSpace()) {
+            isBlank = false;
+            emphases += c != before && (c == QLatin1Char('*') || c == QLatin1Char('_')) ? 1 : 0;
+            instructions += c == QLatin1Char('?') && before == QLatin1Char('<') ? 1 : 0;
+        }
+        if (emphases > maxEmphases || instructions > maxInstructions)
+            return true;
+        before = c;
+    }
+    return false;
+}
+
 CmarkTree parse(const QString &source, const MarkdownOptions &options)
 {
     cmark_gfm_core_extensions_ensure_registered();
@@ -133,7 +159,8 @@ MarkdownResult readMarkdown(const QString &text, const MarkdownOptions &options,
     const MarkdownFrontMatter frontMatter = MarkdownFrontMatter::take(&source);
     result.lacksMetadata = frontMatter.hasMore;
     result.isTooDeep = hasDeepBlocks(source);
-    if (result.isTooDeep)
+    result.isTooDense = hasDenseParagraph(source);
+    if (result.isTooDeep || result.isTooDense)
         return result;
     const CmarkTree tree = parse(MarkdownMarks::marked(source), options);
     MarkdownBuilder builder(document);

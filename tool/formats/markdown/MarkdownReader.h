@@ -16,6 +16,7 @@ struct MarkdownOptions
 struct MarkdownResult
 {
     bool isTooDeep = false; /*!< lists and quotes in each other: nothing was read */
+    bool isTooDense = false; /*!< marks in one paragraph: nothing was read */
     bool lacksMetadata = false; /*!< it says more of itself than title and author */
     int lostNotes = 0; /*!< marks of notes that are repeated too often */
 };
