@@ -341,6 +341,7 @@ int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
     const double lineWidth = size.width() - margins.leftMargin() - margins.rightMargin();
     toStockParagraphs(copy.get(), lineWidth);
     breakLongWords(*copy);
+    boundFloats(*copy);
     const bool isOnePage = !(size.height() > 0);
     const QSizeF page(size.width(), isOnePage ? longPage : size.height());
     if (!canLayOut(*copy, lineWidth, page))

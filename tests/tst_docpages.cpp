@@ -31,6 +31,7 @@ private Q_SLOTS:
     void cutsHighRowsBetweenLines_data();
     void cutsHighRowsBetweenLines();
     void drawsPicturesOfThePage();
+    void tooManyFloatsStandInTheFlow();
     void longFootnotesGoOn();
     void writesCommentsIntoTheMargin();
     void completesThePdf();
@@ -422,6 +423,19 @@ void TestDocPages::drawsPicturesOfThePage()
         all += device.engine.pictures;
     }
     QVERIFY2(all >= 12 && most <= 2, QByteArray::number(most)); // one may be beyond an edge
+}
+
+void TestDocPages::tooManyFloatsStandInTheFlow()
+{
+    const auto pagesWith = [](int floats) {
+        Document document;
+        document.text.setHtml(
+            QStringLiteral("<table style='float:left'><tr><td>.</td></tr></table>").repeated(floats)
+            + QLatin1String("<p>text</p>"));
+        return Pages(document, smallPaper()).count();
+    };
+    QCOMPARE(pagesWith(150), 1); // beside each other
+    QVERIFY(pagesWith(300) > 10);
 }
 
 void TestDocPages::longFootnotesGoOn()

@@ -164,6 +164,28 @@ double bottomOf(const FlowPart &part, QAbstractTextDocumentLayout &layout)
 }
 
 // Qt lays a text out again for the size that it has.
+void boundFloats(QTextDocument &text)
+{
+    constexpr int maxFloats = 200;
+    QVector<QTextFrame *> floats;
+    QVector<QTextFrame *> open {text.rootFrame()};
+    while (!open.isEmpty()) {
+        const QList<QTextFrame *> children = open.takeLast()->childFrames();
+        for (QTextFrame *child : children) {
+            open.append(child);
+            if (child->frameFormat().position() != QTextFrameFormat::InFlow)
+                floats.append(child);
+        }
+    }
+    if (floats.size() <= maxFloats)
+        return;
+    for (QTextFrame *frame : qAsConst(floats)) {
+        QTextFrameFormat format = frame->frameFormat();
+        format.setPosition(QTextFrameFormat::InFlow);
+        frame->setFrameFormat(format);
+    }
+}
+
 void setPage(QTextDocument &text, const QSizeF &page)
 {
     if (text.pageSize() != page)

@@ -25,5 +25,11 @@ constexpr double longPage = 4.0e6;
 */
 bool isTooHigh(QTextDocument &text, double lineWidth, const QSizeF &page, double unitsPerPoint);
 
+/*!
+    Lets tables and frames of a text stand in its flow where more of them float than anybody sets:
+    for each line the toolkit looks through those that it may stand beside.
+*/
+void boundFloats(QTextDocument &text);
+
 /*! Sets the page size, and has the text laid out where it has another one. */
 void setPage(QTextDocument &text, const QSizeF &page);

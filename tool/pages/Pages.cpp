@@ -135,6 +135,7 @@ Pages::Pages(Document &document, const PageSetup &setup)
 bool Pages::prepare()
 {
     boundFontSizes(m_text);
+    boundFloats(m_text);
     nameOwnFace(m_text);
     breakBehindTitlePage(m_document);
     wrapLines(m_text);
