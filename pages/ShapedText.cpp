@@ -16,6 +16,7 @@ constexpr double courierWidth = 0.6; // of the size: ten letters to the inch at 
 constexpr double maxSize = 400.0; // points; beyond any page
 constexpr double defaultSize = 12.0;
 constexpr int longestSegment = 64; // characters that are measured at once
+constexpr int longestPiece = 2000; // characters in which places for breaks are looked for at once
 
 double sizeOf(const TextAttr &attr)
 {
@@ -103,15 +104,39 @@ void ShapedText::findBreaks()
 {
     m_breaks.fill(false, m_text.size());
     if (m_needsShaping) {
-        QTextBoundaryFinder finder(QTextBoundaryFinder::Line, m_text);
-        for (int i = int(finder.toNextBoundary()); i > 0 && i < m_text.size();
-             i = int(finder.toNextBoundary()))
-            m_breaks[i] = !hangs(m_text[i]) && m_text[i] != QLatin1Char('\n');
+        for (int start = 0; start < m_text.size();)
+            start = findBreaksFrom(start);
         return;
     }
     for (int i = 1; i < m_text.size(); ++i)
         m_breaks[i] = breaksBetween(m_text[i - 1], m_text[i],
                                     i > 1 ? m_text[i - 2] : QChar(QLatin1Char(' ')));
+}
+
+/*! Finds those of a piece; \return where the next one begins: at the last place that was found. */
+int ShapedText::findBreaksFrom(int start)
+{
+    const QString piece = m_text.mid(start, longestPiece); // words of some scripts cost its square
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Line, piece);
+    const int end = start + int(piece.size());
+    int last = end;
+    for (int i = start + int(finder.toNextBoundary()); i > start && i < end;
+         i = start + int(finder.toNextBoundary())) {
+        m_breaks[i] = !hangs(m_text[i]) && m_text[i] != QLatin1Char('\n');
+        last = i;
+    }
+    return end < m_text.size() ? last : end;
+}
+
+/*! Where the letter ends that the character in front of \a place belongs to. */
+int ShapedText::letterEnd(int place) const
+{
+    const int start = qMax(0, place - longestSegment);
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme,
+                               m_text.mid(start, 2 * longestSegment));
+    finder.setPosition(place - start);
+    const int end = finder.isAtBoundary() ? -1 : int(finder.toNextBoundary());
+    return end > 0 ? start + end : place;
 }
 
 void ShapedText::measure()
@@ -126,14 +151,12 @@ void ShapedText::measure()
     }
     if (!m_needsShaping)
         return;
-    QTextBoundaryFinder letters(QTextBoundaryFinder::Grapheme, m_text);
     for (int from = 0; from < m_text.size();) {
         int to = from + 1;
         while (to < m_text.size() && !m_breaks[to] && to - from < longestSegment)
             ++to;
-        letters.setPosition(to);
-        if (to < m_text.size() && !letters.isAtBoundary() && letters.toNextBoundary() > 0)
-            to = int(letters.position());
+        if (to < m_text.size() && !m_breaks[to])
+            to = letterEnd(to);
         measureSegment({from, to});
         from = to;
     }

@@ -57,6 +57,8 @@ public:
 private:
     void append(const MVRScreenplayRun &run);
     void findBreaks();
+    int findBreaksFrom(int start);
+    int letterEnd(int place) const;
     void measure();
     void measureSegment(const TextSpan &segment);
     bool isSentenceStart(int i) const;

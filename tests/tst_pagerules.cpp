@@ -191,6 +191,7 @@ private Q_SLOTS:
     void survivesAnySettings_data();
     void survivesAnySettings();
     void placesWideAndLeftwardText();
+    void breaksLongTextOfAnyScript();
     void justifiesLines();
     void tellsColumnsApart();
     void goesOverWholeWhereNoSentenceEnds();
@@ -363,6 +364,33 @@ void TestPageRules::placesWideAndLeftwardText()
     }
     QVERIFY(arabic.size() > 3);
     QCOMPARE(arabic[2], arabic[0]);
+}
+
+// It is looked through in pieces, between which no place for a break is lost or made up.
+void TestPageRules::breaksLongTextOfAnyScript()
+{
+    const QString sentences = QStringLiteral("ภาษาไทยไม่มีช่องว่าง “Naïve” 日本語の文章、"
+                                             "e\u0301tude well-known 12.5 % ");
+    QString text = sentences.repeated(200);
+    MVRScreenplay script;
+    script.body.append(scriptParagraph(QStringLiteral("Action"), text));
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Line, text);
+    const MVRScreenplayPages pages(script);
+    QString shown;
+    for (const MVRScreenplayPage &page : pages.pages()) {
+        for (const MVRScreenplayLine &line : page.lines) {
+            if (line.kind != MVRScreenplayLine::Text)
+                continue;
+            while (shown.size() < text.size() && text[shown.size()] == QLatin1Char(' '))
+                shown += QLatin1Char(' ');
+            finder.setPosition(shown.size());
+            QVERIFY2(finder.isAtBoundary(), qPrintable(line.text()));
+            shown += line.text();
+            while (shown.endsWith(QLatin1Char(' ')))
+                shown.chop(1);
+        }
+    }
+    QCOMPARE(shown.trimmed(), text.trimmed());
 }
 
 void TestPageRules::justifiesLines()
