@@ -97,7 +97,7 @@ void MVRScreenplayElements::cycle(const QTextCursor &cursor, int steps) const
     const int count = m_names.size();
     const int at = m_names.indexOf(elementOf(cursor.block()));
     if (at >= 0)
-        apply(cursor, m_names[((at + steps) % count + count) % count]);
+        apply(cursor, m_names[(at + steps % count + count) % count]);
 }
 
 bool MVRScreenplayElements::startNext(QTextCursor *cursor) const
