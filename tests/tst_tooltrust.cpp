@@ -126,6 +126,10 @@ void TestToolTrust::boundsHtml_data()
         "a");
     row("pictures of one paragraph", repeated("a<img src='x'>", 30000), 0, "pictures", "a");
     row("pictures of many", repeated("<p>a<img src='x'>", 10000), 0, "", "a");
+    QByteArray backgrounds;
+    for (int i = 0; i < 45000; ++i)
+        backgrounds += "<p style='background:URL(" + QByteArray::number(i) + ")'>a";
+    row("pictures behind text", backgrounds, 0, "", "a");
     row("nested", repeated("<div>", 1001), 1, "nested", "");
     row("style rules",
         "<style>" + repeated("p.x{color:red}", 6000) + "</style>" + repeated("<p>a", 6000), 0,

@@ -32,6 +32,9 @@ constexpr qint64 maxComparisons = 30000000;
 constexpr qint64 maxBeforePictures = 60000000;
 constexpr qint64 charactersPerTag = 6;
 
+// Qt compares the picture behind a paragraph with all others.
+constexpr int maxBackgrounds = 500;
+
 QSet<QString> namesIn(const char *names)
 {
     const QStringList list = QString::fromLatin1(names).split(QLatin1Char(' '));
@@ -95,9 +98,22 @@ public:
 private:
     void addTag(const HtmlTag &tag);
     void addPicture(const HtmlTag &tag);
+    void addBackgrounds(const HtmlTag &tag);
     void addTableTag(const QString &name, const HtmlTag &tag);
     void addListTag(const QString &name, bool isEnd);
     int skipStyle(int start);
+    bool isNamed(const HtmlAttribute &attribute, const char *name) const
+    {
+        return QStringView(m_html)
+                   .mid(attribute.start, attribute.nameEnd - attribute.start)
+                   .compare(QLatin1String(name), Qt::CaseInsensitive)
+            == 0;
+    }
+    QStringView valueOf(const HtmlAttribute &attribute) const
+    {
+        return QStringView(m_html).mid(attribute.valueStart,
+                                       attribute.valueEnd - attribute.valueStart);
+    }
     Span span(const HtmlTag &tag, const char *name) const;
     void closeTable();
     QString rewritten() const;
@@ -115,6 +131,7 @@ private:
     QVector<Span> m_spans; // to be rewritten
     QVector<QPair<int, int>> m_styles; // what stands in style elements
     QVector<QPair<int, int>> m_unused; // tags to be left out
+    QVector<int> m_backgrounds; // where style attributes name pictures
     int m_lastTagEnd = 0;
     qint64 m_paragraph = 0; // its characters so far, and its tags
     qint64 m_beforePictures = 0;
@@ -171,7 +188,9 @@ void HtmlCheck::addTag(const HtmlTag &tag)
         ++m_elements;
     if (name == QLatin1String("img"))
         addPicture(tag);
-    else if (beginsParagraph(name) || (!m_open.isEmpty() && name == QLatin1String("td")))
+    else
+        addBackgrounds(tag);
+    if (beginsParagraph(name) || (!m_open.isEmpty() && name == QLatin1String("td")))
         m_paragraph = 0;
     if (isNesting(name))
         m_depth = qMax(0, m_depth + (tag.isEnd ? -1 : 1));
@@ -185,6 +204,19 @@ void HtmlCheck::addPicture(const HtmlTag &tag)
     m_beforePictures += m_paragraph;
     if (m_beforePictures > maxBeforePictures)
         m_unused.append({tag.start, tag.end});
+}
+
+void HtmlCheck::addBackgrounds(const HtmlTag &tag)
+{
+    static const QLatin1String picture("url(");
+    for (const HtmlAttribute &attribute : tag.attributes) {
+        if (!isNamed(attribute, "style"))
+            continue;
+        const QStringView value = valueOf(attribute);
+        for (auto at = value.indexOf(picture, 0, Qt::CaseInsensitive); at >= 0;
+             at = value.indexOf(picture, at + 1, Qt::CaseInsensitive))
+            m_backgrounds.append(attribute.valueStart + int(at));
+    }
 }
 
 void HtmlCheck::addListTag(const QString &name, bool isEnd)
@@ -222,15 +254,10 @@ Span HtmlCheck::span(const HtmlTag &tag, const char *name) const
 {
     Span span {-1, -1, 1};
     for (const HtmlAttribute &attribute : tag.attributes) {
-        if (QStringView(m_html)
-                .mid(attribute.start, attribute.nameEnd - attribute.start)
-                .compare(QLatin1String(name), Qt::CaseInsensitive)
-            != 0)
+        if (!isNamed(attribute, name))
             continue;
-        const QStringView value = QStringView(m_html).mid(
-            attribute.valueStart, attribute.valueEnd - attribute.valueStart);
         bool isNumber = false;
-        const int number = value.trimmed().toString().toInt(&isNumber);
+        const int number = valueOf(attribute).trimmed().toString().toInt(&isNumber);
         span
             = {attribute.valueStart, attribute.valueEnd, isNumber ? qBound(1, number, maxSpan) : 1};
     }
@@ -289,6 +316,10 @@ QString HtmlCheck::rewritten() const
     if (m_ruleParts * m_elements > maxComparisons) {
         for (const QPair<int, int> &style : m_styles)
             edits.append({style.first, style.second, QString()});
+    }
+    for (const int at : m_backgrounds) {
+        if (m_backgrounds.size() > maxBackgrounds)
+            edits.append({at, at + 4, QStringLiteral("none(")});
     }
     for (const QPair<int, int> &tag : m_unused)
         edits.append({tag.first, tag.second, QString()});
