@@ -54,10 +54,12 @@ bool canBeShown(QByteArray file)
 
 QByteArray asPng(const QImage &image)
 {
+    constexpr QSize maxSize(100000, 100000); // PNG files of a million pixels in a row are refused
+    const QSize size = image.size().boundedTo(maxSize);
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
+    (size == image.size() ? image : image.scaled(size)).save(&buffer, "PNG");
     return bytes;
 }
 
