@@ -120,6 +120,7 @@ RTF = {
     "page breaks": repeated(R, "\\page a\\par", "}"),
     "sections": repeated(R, "\\sect\\sectd a", "}"),
     "tabs": repeated(R + "\\pard", "\\tx%d", " a}"),
+    "tabs in a paragraph": repeated(R, "\\tab ", "}"),
     "paragraph formats": repeated(R, "\\pard\\li%d a\\par", "}"),
     "character formats": repeated(R, "{\\fs2%d a}", "}"),
     "one paragraph of formats": repeated(R, "{\\b a}{\\i b}", "}"),
@@ -457,7 +458,7 @@ def shapes():
         "rtf-pdf": ("numbers", "rows", "paragraphs", "one paragraph of formats", "one word",
                     "footnotes", "footnotes apart", "long footnote"),
         "rtf-odt": ("one paragraph of formats", "rows"),
-        "rtf-md": ("footnotes apart", "one paragraph of formats", "rows"),
+        "rtf-md": ("footnotes apart", "one paragraph of formats", "rows", "tabs in a paragraph"),
         "rtf-notes": ("footnotes apart", "annotations"),
         "rtf-count": ("footnotes", "text", "one paragraph of formats"),
     }.items():

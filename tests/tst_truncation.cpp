@@ -5,6 +5,7 @@
 
 #include <QBuffer>
 #include <QDir>
+#include <QRandomGenerator>
 #include <QTextDocument>
 #include <QtTest>
 
@@ -16,6 +17,8 @@ class TestTruncation : public QObject
 private Q_SLOTS:
     void answersAtEveryByte_data();
     void answersAtEveryByte();
+    void answersToDamage_data() { answersAtEveryByte_data(); }
+    void answersToDamage();
     void keepsTheTextBeforeTheCut();
     void refusesACutScreenplay();
 
@@ -79,6 +82,32 @@ void TestTruncation::answersAtEveryByte()
             = isRtf ? MVRTextDoc::fromRtf(cut, &document) : readFdx(cut, &document, &error);
         QVERIFY2(isRead || isRtf || !error.isEmpty(), qPrintable(QString::number(size)));
         QVERIFY2(!isRead || !isRtf || size >= 5, qPrintable(QString::number(size)));
+    }
+}
+
+/*! Cut off, with some bits of the rest turned over. */
+void TestTruncation::answersToDamage()
+{
+    QFETCH(const QString, path);
+    const QByteArray bytes = read(path);
+    const bool isRtf = path.endsWith(QLatin1String(".rtf"));
+    QRandomGenerator random(20261122); // the same damage in each run
+    for (int cut = 0; cut < maxCuts; ++cut) {
+        QByteArray damaged = bytes.left(1 + int(random.bounded(int(bytes.size()))));
+        for (int bits = 1 + int(random.bounded(4)); bits > 0; --bits) {
+            const int place = int(random.bounded(int(damaged.size())));
+            damaged[place] = char(damaged.at(place) ^ (1 << random.bounded(8)));
+        }
+        QTextDocument document;
+        QString error;
+        if (isRtf) { // what is read is written, and read again
+            const bool isRead = MVRTextDoc::fromRtf(damaged, &document);
+            QTextDocument again;
+            QVERIFY(!isRead || MVRTextDoc::fromRtf(MVRTextDoc::toRtf(&document), &again));
+            QCOMPARE(again.characterCount(), isRead ? document.characterCount() : 1);
+        } else {
+            QVERIFY(readFdx(damaged, &document, &error) || !error.isEmpty());
+        }
     }
 }
 

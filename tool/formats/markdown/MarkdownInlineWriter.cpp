@@ -96,9 +96,11 @@ void MarkdownInlineWriter::trim()
         } else if (isAtStart && !(piece.style.bits & Code)) {
             const auto isTrimmed
                 = [](QChar c) { return c == QLatin1Char(' ') || c == QLatin1Char('\t'); };
-            while (!piece.text.isEmpty()
-                   && isTrimmed(fromEnd ? piece.text.back() : piece.text.front()))
-                piece.text.remove(fromEnd ? int(piece.text.size()) - 1 : 0, 1);
+            const int size = int(piece.text.size());
+            int count = 0;
+            while (count < size && isTrimmed(piece.text.at(fromEnd ? size - 1 - count : count)))
+                ++count;
+            piece.text.remove(fromEnd ? size - count : 0, count);
             isAtStart = piece.text.isEmpty();
         } else {
             isAtStart = false;
