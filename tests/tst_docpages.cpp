@@ -35,6 +35,7 @@ private Q_SLOTS:
     void longFootnotesGoOn();
     void writesCommentsIntoTheMargin();
     void completesThePdf();
+    void linksHaveAnyTarget();
     void takesPaperAndMarginsOfRtf();
 };
 
@@ -533,6 +534,22 @@ void TestDocPages::completesThePdf()
     const double top = comment.getKey("/Rect").getArrayItem(3).getNumericValue();
     QVERIFY2(top > 640.0 && top < 690.0, QByteArray::number(top));
     QCOMPARE(comment.getKey("/QuadPoints").getArrayNItems(), 8);
+}
+
+void TestDocPages::linksHaveAnyTarget()
+{
+    const ToolFolder folder;
+    folder.write(QStringLiteral("in.md"),
+                 "[a](<http://a.b/x_(y>) [b](<http://a.b/y\\\\>) [c](http://a.b/(z))\n");
+    const Run run
+        = mvrtext({QStringLiteral("convert"), QStringLiteral("in.md"), QStringLiteral("out.pdf")},
+                  QByteArray(), folder.path());
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.errors.isEmpty(), run.errors.constData()); // libqpdf warns of a damaged file
+    QPDF pdf;
+    pdf.processFile(QFile::encodeName(folder.path(QStringLiteral("out.pdf"))).constData());
+    QVERIFY(!pdf.anyWarnings());
+    QCOMPARE(pdf.getAllPages().size(), size_t(1));
 }
 
 void TestDocPages::takesPaperAndMarginsOfRtf()

@@ -10,6 +10,7 @@
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextLayout>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -108,7 +109,9 @@ void Pages::addLinks(PdfExtras &extras) const
     for (const Link &link : qAsConst(links)) {
         PdfLink made;
         if (link.target.startsWith(QLatin1Char('#'))) {
-            const int place = names.value(link.target.mid(1), -1);
+            const QString name = link.target.mid(1);
+            const QString decoded = QUrl::fromPercentEncoding(name.toUtf8());
+            const int place = names.value(name, names.value(decoded, -1));
             const QVector<PdfArea> target
                 = place < 0 ? QVector<PdfArea>() : areasOf(place, place + 1);
             if (target.isEmpty())

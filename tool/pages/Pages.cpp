@@ -9,6 +9,7 @@
 
 #include <core/MVRTextRange.h>
 #include <core/MVRToolkit.h>
+#include <core/document/FormatEdits_p.h>
 #include <core/document/LayoutLimit_p.h>
 #include <core/document/LongParagraphs_p.h>
 #include <pages/MVRScreenplayFace.h>
@@ -51,6 +52,19 @@ void nameOwnFace(QTextDocument &text)
     MVRToolkit::setFontFamily(&ownFace, MVRScreenplayFace::family());
     for (const MVRTextRange &place : qAsConst(places))
         place.toTextCursor(&text).mergeCharFormat(ownFace);
+}
+
+// Qt's PDF writer puts a link's target between parentheses as it is: one of its own ends it.
+void encodeLinks(QTextDocument &text)
+{
+    changeAllFormats(&text, [](QTextCharFormat &format) {
+        QString target = format.anchorHref();
+        target.replace(QLatin1Char('('), QLatin1String("%28"))
+            .replace(QLatin1Char(')'), QLatin1String("%29"))
+            .replace(QLatin1Char('\\'), QLatin1String("%5C"));
+        if (target != format.anchorHref())
+            format.setAnchorHref(target);
+    });
 }
 
 void breakBehindTitlePage(Document &document)
@@ -134,6 +148,7 @@ Pages::Pages(Document &document, const PageSetup &setup)
 
 bool Pages::prepare()
 {
+    encodeLinks(m_text);
     boundFontSizes(m_text);
     boundFloats(m_text);
     nameOwnFace(m_text);
