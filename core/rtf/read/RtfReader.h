@@ -96,6 +96,8 @@ public:
     void addBookmark();
     void beginNote(MVRTextRtfNote::Kind kind, const RtfDestination &note);
     void finishNote();
+    /*! Where the text of a note begins or ends. */
+    void addNoteEdge(bool isStart);
     void beginPageText(const QString &word, const RtfDestination &text);
     void finishPageText();
     void addPageNumber();

@@ -171,6 +171,13 @@ void RtfReader::finishNote()
     m_notes.finish(&m_story);
 }
 
+void RtfReader::addNoteEdge(bool isStart)
+{
+    const QString reference = takeValue();
+    if (m_story.builder == &m_body) // in headers and text boxes, there is nothing to mark
+        m_notes.addEdge(reference, m_story, isStart);
+}
+
 void RtfReader::beginPageText(const QString &word, const RtfDestination &text)
 {
     const bool isBody = group().isBody() && !group().chars.deleted && !m_notes.isInNote()
