@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <QScopedPointer>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -66,6 +67,26 @@ public:
 
 private:
     QTemporaryDir m_folder;
+};
+
+/*! Tests of the tool that have a folder for the files of each function; see newFolder(). */
+class ToolTest : public QObject
+{
+protected:
+    /*! For init(): \return false where there is no folder. */
+    bool newFolder()
+    {
+        m_folder.reset(new ToolFolder);
+        return m_folder->isValid();
+    }
+    QString path(const QString &name) const { return m_folder->path(name); }
+    QString write(const QString &name, const QByteArray &content) const
+    {
+        return m_folder->write(name, content);
+    }
+    QByteArray read(const QString &name) const { return m_folder->read(name); }
+
+    QScopedPointer<ToolFolder> m_folder;
 };
 
 /*! The example screenplay. */

@@ -12,7 +12,7 @@
 #include <QRegularExpression>
 #include <QtTest>
 
-class TestTool : public QObject
+class TestTool : public ToolTest
 {
     Q_OBJECT
 
@@ -36,22 +36,11 @@ private Q_SLOTS:
     void readsTextOfAnyEncoding();
     void convertsStreams();
     void listsNotes();
-
-private:
-    QString path(const QString &name) const { return m_folder->path(name); }
-    QString write(const QString &name, const QByteArray &content) const
-    {
-        return m_folder->write(name, content);
-    }
-    QByteArray read(const QString &name) const { return m_folder->read(name); }
-
-    QScopedPointer<ToolFolder> m_folder;
 };
 
 void TestTool::init()
 {
-    m_folder.reset(new ToolFolder);
-    QVERIFY(m_folder->isValid());
+    QVERIFY(newFolder());
 }
 
 void TestTool::exitCodes_data()

@@ -5,7 +5,7 @@
 #include <QtTest>
 
 /*! The command line itself: its words, settings, help and completion, and batches. */
-class TestToolCommands : public QObject
+class TestToolCommands : public ToolTest
 {
     Q_OBJECT
 
@@ -35,8 +35,6 @@ private:
     QStringList files(const QString &folder) const;
     QList<QByteArray> completedInFish(const QString &fish, const QString &script,
                                       const QString &words) const;
-
-    QScopedPointer<ToolFolder> m_folder;
 };
 
 /*! All files below a folder of the test, sorted. */
@@ -52,8 +50,7 @@ QStringList TestToolCommands::files(const QString &folder) const
 
 void TestToolCommands::init()
 {
-    m_folder.reset(new ToolFolder);
-    QVERIFY(m_folder->isValid());
+    QVERIFY(newFolder());
     qputenv("XDG_CONFIG_HOME", m_folder->path(QStringLiteral("config")).toUtf8());
     m_folder->write(QStringLiteral("a.txt"), "one two");
     m_folder->write(QStringLiteral("b.txt"), "three");

@@ -9,7 +9,7 @@
 #include <QtTest>
 
 /*! The commands that count, replace in and append documents. */
-class TestToolDocuments : public QObject
+class TestToolDocuments : public ToolTest
 {
     Q_OBJECT
 
@@ -21,22 +21,11 @@ private Q_SLOTS:
     void appendsScreenplays();
     void tellsFigures();
     void writesOdt();
-
-private:
-    QString path(const QString &name) const { return m_folder->path(name); }
-    QString write(const QString &name, const QByteArray &content) const
-    {
-        return m_folder->write(name, content);
-    }
-    QByteArray read(const QString &name) const { return m_folder->read(name); }
-
-    QScopedPointer<ToolFolder> m_folder;
 };
 
 void TestToolDocuments::init()
 {
-    m_folder.reset(new ToolFolder);
-    QVERIFY(m_folder->isValid());
+    QVERIFY(newFolder());
 }
 
 void TestToolDocuments::countsFiles()

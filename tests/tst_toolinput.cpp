@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 /*! The tool with input that is broken, hostile, or its own output. */
-class TestToolInput : public QObject
+class TestToolInput : public ToolTest
 {
     Q_OBJECT
 
@@ -23,16 +23,6 @@ private Q_SLOTS:
     void survivesHostileFiles_data();
     void survivesHostileFiles();
     void fetchesNoPictures();
-
-private:
-    QString path(const QString &name) const { return m_folder->path(name); }
-    QString write(const QString &name, const QByteArray &content) const
-    {
-        return m_folder->write(name, content);
-    }
-    QByteArray read(const QString &name) const { return m_folder->read(name); }
-
-    QScopedPointer<ToolFolder> m_folder;
 };
 
 namespace {
@@ -46,8 +36,7 @@ QByteArray repeated(const QByteArray &text, int count)
 
 void TestToolInput::init()
 {
-    m_folder.reset(new ToolFolder);
-    QVERIFY(m_folder->isValid());
+    QVERIFY(newFolder());
 }
 
 void TestToolInput::badInputLeavesTheOutputAlone_data()

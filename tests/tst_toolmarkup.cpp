@@ -5,7 +5,7 @@
 #include <QtTest>
 
 /*! The commands that write and read codes and make end notes. */
-class TestToolMarkup : public QObject
+class TestToolMarkup : public ToolTest
 {
     Q_OBJECT
 
@@ -18,9 +18,6 @@ private Q_SLOTS:
     void writesNotesOfABook();
     void readsBackMultiMarkdown();
     void drawsPicturesInTheirSize();
-
-private:
-    QScopedPointer<ToolFolder> m_folder;
 };
 
 namespace {
@@ -35,8 +32,7 @@ const char manuscript[]
 
 void TestToolMarkup::init()
 {
-    m_folder.reset(new ToolFolder);
-    QVERIFY(m_folder->isValid());
+    QVERIFY(newFolder());
     m_folder->write(QStringLiteral("in.rtf"), manuscript);
     QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("sub")));
     m_folder->write(QStringLiteral("sub/in.rtf"), manuscript);

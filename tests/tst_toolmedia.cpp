@@ -29,7 +29,7 @@ QByteArray rtfWithPictures()
 } // namespace
 
 /*! What the tool does with pictures, and with lists that a forum would show twice. */
-class TestToolMedia : public QObject
+class TestToolMedia : public ToolTest
 {
     Q_OBJECT
 
@@ -44,15 +44,11 @@ private Q_SLOTS:
     void takesPicturesFromPages();
     void showsNestedListsOnce();
     void makesPunctuationTypographic();
-
-private:
-    QScopedPointer<ToolFolder> m_folder;
 };
 
 void TestToolMedia::init()
 {
-    m_folder.reset(new ToolFolder);
-    QVERIFY(m_folder->isValid());
+    QVERIFY(newFolder());
     m_folder->write(QStringLiteral("in.rtf"), rtfWithPictures());
 }
 

@@ -7,7 +7,7 @@
 #include <QtTest>
 
 /*! The commands that list and change notes and links. */
-class TestToolNotes : public QObject
+class TestToolNotes : public ToolTest
 {
     Q_OBJECT
 
@@ -27,8 +27,6 @@ private Q_SLOTS:
 
 private:
     QStringList kinds(const char *file) const;
-
-    QScopedPointer<ToolFolder> m_folder;
 };
 
 namespace {
@@ -43,8 +41,7 @@ const char manuscript[]
 
 void TestToolNotes::init()
 {
-    m_folder.reset(new ToolFolder);
-    QVERIFY(m_folder->isValid());
+    QVERIFY(newFolder());
     m_folder->write(QStringLiteral("in.rtf"), manuscript);
 }
 

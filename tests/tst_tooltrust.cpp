@@ -4,7 +4,7 @@
 #include <QtTest>
 
 /*! What comes from outside: hostile documents, odd names, and a system that refuses. */
-class TestToolTrust : public QObject
+class TestToolTrust : public ToolTest
 {
     Q_OBJECT
 
@@ -32,8 +32,6 @@ private Q_SLOTS:
 
 private:
     Run shell(const QByteArray &command) const;
-
-    QScopedPointer<ToolFolder> m_folder;
 };
 
 namespace {
@@ -52,8 +50,7 @@ QByteArray repeated(const QByteArray &part, int times)
 
 void TestToolTrust::init()
 {
-    m_folder.reset(new ToolFolder);
-    QVERIFY(m_folder->isValid());
+    QVERIFY(newFolder());
     m_folder->write(QStringLiteral("in.rtf"), hostile);
 }
 
