@@ -540,7 +540,8 @@ void TestDocPages::linksHaveAnyTarget()
 {
     const ToolFolder folder;
     folder.write(QStringLiteral("in.md"),
-                 "[a](<http://a.b/x_(y>) [b](<http://a.b/y\\\\>) [c](http://a.b/(z))\n");
+                 "[a](<http://a.b/x_(y>) [b](<http://a.b/y\\\\>) [c](http://a.b/(z)) [^n]\n\n"
+                 "[^n]: [d](<http://a.b/n_(o>)\n");
     const Run run
         = mvrtext({QStringLiteral("convert"), QStringLiteral("in.md"), QStringLiteral("out.pdf")},
                   QByteArray(), folder.path());

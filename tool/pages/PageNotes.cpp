@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <tool/pages/PageNotes.h>
 
-#include <tool/pages/Lengths.h>
+#include <tool/pages/PageText.h>
 
 #include <core/MVRTextRtf.h>
 #include <core/MVRToolkit.h>
 #include <core/STextDoc.h>
-#include <core/document/LayoutLimit_p.h>
 #include <core/document/LongParagraphs_p.h>
 #include <text/MVRTextDoc.h>
 
@@ -153,18 +152,9 @@ const NoteLayout::Note *NoteLayout::layOut(const PageFootnote &note)
 bool NoteLayout::prepare(QTextDocument &text) const
 {
     breakLongWords(text);
-    wrapLines(text);
-    takeBreaks(text);
-    MVRToolkit::toStockParagraphs(&text, m_width / m_unitsPerPoint);
-    scaleLengths(text, m_unitsPerPoint);
-    text.setDocumentMargin(0.0);
-    QTextOption option = text.defaultTextOption();
-    option.setUseDesignMetrics(true);
-    text.setDefaultTextOption(option);
-    const QSizeF page(m_width, longPage);
-    if (isTooHigh(text, m_width, page, m_unitsPerPoint))
+    preparePageText(text, m_width, m_unitsPerPoint);
+    if (!setLongPage(text, m_width, m_unitsPerPoint))
         return false;
-    setPage(text, page);
     text.documentLayout()->documentSize();
     keepLongParagraphs(text);
     return true;

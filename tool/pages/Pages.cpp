@@ -6,11 +6,10 @@
 #include <tool/Progress.h>
 #include <tool/formats/Pictures.h>
 #include <tool/pages/Lengths.h>
+#include <tool/pages/PageText.h>
 
 #include <core/MVRTextRange.h>
 #include <core/MVRToolkit.h>
-#include <core/document/FormatEdits_p.h>
-#include <core/document/LayoutLimit_p.h>
 #include <core/document/LongParagraphs_p.h>
 #include <pages/MVRScreenplayFace.h>
 
@@ -52,19 +51,6 @@ void nameOwnFace(QTextDocument &text)
     MVRToolkit::setFontFamily(&ownFace, MVRScreenplayFace::family());
     for (const MVRTextRange &place : qAsConst(places))
         place.toTextCursor(&text).mergeCharFormat(ownFace);
-}
-
-// Qt's PDF writer puts a link's target between parentheses as it is: one of its own ends it.
-void encodeLinks(QTextDocument &text)
-{
-    changeAllFormats(&text, [](QTextCharFormat &format) {
-        QString target = format.anchorHref();
-        target.replace(QLatin1Char('('), QLatin1String("%28"))
-            .replace(QLatin1Char(')'), QLatin1String("%29"))
-            .replace(QLatin1Char('\\'), QLatin1String("%5C"));
-        if (target != format.anchorHref())
-            format.setAnchorHref(target);
-    });
 }
 
 void breakBehindTitlePage(Document &document)
@@ -148,28 +134,17 @@ Pages::Pages(Document &document, const PageSetup &setup)
 
 bool Pages::prepare()
 {
-    encodeLinks(m_text);
     boundFontSizes(m_text);
-    boundFloats(m_text);
     nameOwnFace(m_text);
     breakBehindTitlePage(m_document);
-    wrapLines(m_text);
-    takeBreaks(m_text);
-    MVRToolkit::toStockParagraphs(&m_text, m_body.width() / dotsPerPoint);
-    scaleLengths(m_text, dotsPerPoint);
-    m_text.setDocumentMargin(0.0);
+    preparePageText(m_text, m_body.width(), dotsPerPoint);
     QTextOption option = m_text.defaultTextOption();
-    option.setUseDesignMetrics(true);
     option.setTabStopDistance(tabDistance * resolution);
     m_text.setDefaultTextOption(option);
     // What reaches below the line that a picture stands on needs room too.
     fitPictures(m_text, m_body.size() - QSizeF(0.0, 24.0 * dotsPerPoint),
                 dotsPerPoint * pointsPerPixel);
-    const QSizeF page(m_body.width(), longPage);
-    if (isTooHigh(m_text, m_body.width(), page, dotsPerPoint))
-        return false;
-    setPage(m_text, page);
-    return measureNotes();
+    return setLongPage(m_text, m_body.width(), dotsPerPoint) && measureNotes();
 }
 
 /*! \return false where a footnote is too high */
