@@ -9,14 +9,9 @@
 
 namespace {
 
-bool isSpace(char character)
-{
-    return character == ' ' || character == '\n' || character == '\r' || character == '\t';
-}
-
 bool endsName(char character)
 {
-    return isSpace(character) || character == '=' || character == '>' || character == '/';
+    return fdxIsSpace(character) || character == '=' || character == '>' || character == '/';
 }
 
 // Whether a name stands at a place, which is in well-formed source.
@@ -35,7 +30,7 @@ int nameEnd(const QByteArray &source, int place)
 
 int skipSpace(const QByteArray &source, int place)
 {
-    while (isSpace(source[place]))
+    while (fdxIsSpace(source[place]))
         ++place;
     return place;
 }
@@ -104,7 +99,7 @@ QByteArray FdxSourceAttribute::resolvedValue() const
         }
         const bool isFirstOfTwo = character == '\r' && m_source->at(place + 1) == '\n';
         if (!isFirstOfTwo)
-            value += isSpace(character) ? ' ' : character;
+            value += fdxIsSpace(character) ? ' ' : character;
         ++place;
     }
     return value;

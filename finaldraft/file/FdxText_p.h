@@ -5,6 +5,12 @@
 #include <QString>
 #include <QStringView>
 
+/*! White space of XML 1.0. */
+inline bool fdxIsSpace(char character)
+{
+    return character == ' ' || character == '\n' || character == '\r' || character == '\t';
+}
+
 /*!
     The character data of XML source as a document takes it: references resolved, line ends and
     other breaks as line separators, what a document cannot hold as U+FFFD. Markup inside is

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <finaldraft/file/FdxTree_p.h>
 
+#include <finaldraft/file/FdxText_p.h>
 #include <finaldraft/file/FdxTreeBuilder_p.h>
 
 #include <QIODevice>
@@ -15,11 +16,6 @@ constexpr int maxSize = 1 << 30; // places are ints, and what is written may be 
 
 constexpr unsigned parseFlags = pugi::parse_cdata | pugi::parse_comments | pugi::parse_pi
     | pugi::parse_declaration | pugi::parse_doctype | pugi::parse_embed_pcdata;
-
-bool isSpace(char character)
-{
-    return character == ' ' || character == '\n' || character == '\r' || character == '\t';
-}
 
 bool saysLatin1(const QByteArray &file)
 {
@@ -193,7 +189,7 @@ FdxTree::Span FdxTree::span(const FdxElement &element) const
 
 int FdxTree::gapStart(int position) const
 {
-    while (position > 0 && isSpace(m_source[position - 1]))
+    while (position > 0 && fdxIsSpace(m_source[position - 1]))
         --position;
     return position;
 }
