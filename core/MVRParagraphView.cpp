@@ -24,6 +24,7 @@ constexpr int scaledProperties[]
     = {QTextFormat::BlockLeftMargin, QTextFormat::BlockRightMargin, QTextFormat::TextIndent,
        QTextFormat::BlockTopMargin, QTextFormat::BlockBottomMargin};
 constexpr int viewedCount = int(std::size(viewedProperties));
+constexpr int keptCount = 2 * viewedCount; // as they were, and as the view has them
 
 void setOrClear(QTextBlockFormat &format, int property, const QVariant &value)
 {
@@ -84,7 +85,7 @@ QTextBlockFormat MVRParagraphView::ownFormat(const QTextBlockFormat &format)
     const QVariantList kept = format.property(MVRTextFormat::ParagraphViewProperty).toList();
     QTextBlockFormat own = format;
     own.clearProperty(MVRTextFormat::ParagraphViewProperty);
-    if (kept.size() != viewedCount + viewedCount)
+    if (kept.size() != keptCount)
         return own;
     for (int i = 0; i < viewedCount; ++i) {
         if (format.property(viewedProperties[i]) == kept[viewedCount + i])

@@ -51,8 +51,7 @@ public:
         QString record; /*!< path of what names the two */
     };
 
-    /*! \param prepare  takes what is to be written from the text as it stands; null for no copies
-     */
+    /*! \param prepare  takes what is to be written from the text as it stands; null: no copies */
     explicit MVRRecovery(std::function<Writer()> prepare, QObject *parent = nullptr);
     /*! Waits for the copy that is being written; copies stay. */
     ~MVRRecovery() override;

@@ -22,7 +22,7 @@ class MVRFindBar : public QWidget
     Q_OBJECT
 
 public:
-    /*! \param edit  the text, which may get other documents */
+    /*! \param edit  the text, not null, which may get other documents */
     explicit MVRFindBar(QTextEdit *edit, QWidget *parent = nullptr);
 
     /*! Shows the bar, with what is selected as the text to find. */

@@ -34,8 +34,8 @@ public:
     static constexpr int width = 264; /*!< pixels */
 
     /*!
-        \param edit    the text, which becomes the parent
-        \param filter  the notes to show, of the document that \a edit shows
+        \param edit    the text, not null, which becomes the parent
+        \param filter  the notes to show, not null, of the document that \a edit shows
     */
     MVRNoteMargin(QTextEdit *edit, MVRNotesFilter *filter);
 

@@ -14,7 +14,7 @@ class MVRNotesList : public QWidget
     Q_OBJECT
 
 public:
-    /*! \param filter  which notes are seen; the choice changes it */
+    /*! \param filter  which notes are seen, not null; the choice changes it */
     explicit MVRNotesList(MVRNotesFilter *filter, QWidget *parent = nullptr);
 
 Q_SIGNALS:

@@ -163,7 +163,6 @@ double bottomOf(const FlowPart &part, QAbstractTextDocumentLayout &layout)
 
 }
 
-// Qt lays a text out again for the size that it has.
 void boundFloats(QTextDocument &text)
 {
     constexpr int maxFloats = 200;
@@ -186,6 +185,7 @@ void boundFloats(QTextDocument &text)
     }
 }
 
+// Qt lays a text out again for the size that it has.
 void setPage(QTextDocument &text, const QSizeF &page)
 {
     if (text.pageSize() != page)

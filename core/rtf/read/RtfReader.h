@@ -96,7 +96,7 @@ public:
     void addBookmark();
     void beginNote(MVRTextRtfNote::Kind kind, const RtfDestination &note);
     void finishNote();
-    /*! Where the text of a note begins or ends. */
+    /*! The text of the note that the value names begins or ends here. */
     void addNoteEdge(bool isStart);
     void beginPageText(const QString &word, const RtfDestination &text);
     void finishPageText();
