@@ -265,6 +265,11 @@ void TestRtfNotes::readsOtherPrograms_data()
         one("f a: x/c/y"));
     row("deleted", "a{\\deleted b{\\footnote n}}c", "ac", {});
     row("cut off", "a{\\footnote note{\\b b", "a", one("f a: noteb"));
+    row("what nobody knows in the middle", "a{\\footnote b\\*\\zzz c} d", "a d", one("f a: b"));
+    row("another destination in the middle", "a{\\footnote b\\shpinst c} d", "a d", one("f a: b"));
+    row("a value in the middle", "a{\\footnote b\\atnid c} d", "a d", one("f a: bc"));
+    row("cut off in a box", "a{\\*\\atrfstart 1}{\\shp{\\shptxt b{\\footnote c\\shpinst d", "b\na",
+        one("f b: c"));
     row("half a pair around", "\\u-10179?{\\footnote n}\\u-8704?b",
         "\xef\xbf\xbd(Linked Footnote)\xef\xbf\xbd"
         "b",
@@ -412,6 +417,7 @@ void TestRtfNotes::keepsContentInItsGroup_data()
     row("binary data to the end", "a\\bin999 ");
     row("deep", QByteArray(30000, '{') + 'a' + QByteArray(30000, '}'));
     row("section", "a\\sect b\\page");
+    row("what nobody knows", "a\\*\\zzz b");
     row("row of a table", "a\\cell\\row b");
     row("header", "{\\header out}a");
     row("another note", "{\\footnote in{\\footnote deeper}}a");

@@ -262,6 +262,7 @@ void TestRtfStructure::textBoxes_data()
     row("box in a box", "{\\shp{\\shptxt x" + box + "}}y", "box\ntwo\nx\ny");
     row("cut off", "a{\\shp{\\shptxt b{\\b c", "bc\na");
     row("hidden", "a{\\v" + box + "}", "a");
+    row("what nobody knows inside", "a{\\shp{\\shptxt b\\*\\zzz c}}d\\par e", "b\nad\ne");
     row("group of shapes",
         "a{\\shpgrp{\\*\\shpinst{\\sp{\\sn n}{\\sv v}}" + box + "{\\shpgrp{\\*\\shpinst" + box
             + "}}}{\\shprslt old}}b",

@@ -81,6 +81,8 @@ struct RtfGroup
     bool isIn(RtfDestination::Kind kind) const { return destination->kind == kind; }
     /*! Text of the document, of a note or of a text box. */
     bool isBody() const { return destination->isBody(); }
+    /*! Began a text of its own, which ends with the group, whatever else its words say. */
+    bool beginsText() const { return opensDestination && isBody() && !isIn(RtfDestination::Body); }
     /*! Body text that a reader of the file would see: neither hidden nor a deleted revision. */
     bool isVisible() const { return isBody() && !chars.hidden && !chars.deleted; }
 

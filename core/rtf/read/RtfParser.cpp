@@ -154,10 +154,6 @@ bool RtfParser::popGroup()
 {
     m_reader.text().setFallback(0);
     m_reader.text().flush();
-    RtfGroups &groups = m_reader.groups();
-    const RtfGroup &group = groups.current();
-    if (!groups.isTooDeep() && !groups.isEmpty() && group.opensDestination
-        && group.destination->close)
-        group.destination->close(m_reader);
-    return groups.pop();
+    m_reader.closeDestination();
+    return m_reader.groups().pop();
 }

@@ -53,9 +53,18 @@ bool RtfReader::openDestination(const RtfDestination &destination)
     }
     if (!m_groups.isNested())
         return false; // the document itself is no destination
+    if (group().beginsText())
+        return false;
     group().destination = &destination;
     group().opensDestination = true;
     return true;
+}
+
+void RtfReader::closeDestination()
+{
+    if (!m_groups.isTooDeep() && !m_groups.isEmpty() && group().opensDestination
+        && group().destination->close)
+        group().destination->close(*this);
 }
 
 void RtfReader::skipDestination()
@@ -65,6 +74,7 @@ void RtfReader::skipDestination()
     m_tokens.skipGroup();
     m_text.setFallback(0);
     m_text.flush();
+    closeDestination(); // the word may stand in the middle of one
     m_groups.pop();
 }
 
@@ -74,7 +84,8 @@ void RtfReader::openUnicodeAlternative()
         skipDestination();
         return;
     }
-    group().destination = std::exchange(group().uprOuter, nullptr);
+    if (!group().beginsText())
+        group().destination = std::exchange(group().uprOuter, nullptr);
 }
 
 void RtfReader::addByte(int byte)
@@ -378,9 +389,8 @@ void RtfReader::finishDestinations()
         m_groups.pop();
     while ((!group().isBody() || m_notes.isInNote() || m_shapes.isInBox() || m_pageTexts.isOpen())
            && m_groups.isNested()) {
-        const RtfDestination &destination = *group().destination;
-        if (group().opensDestination && destination.isBody() && destination.close)
-            destination.close(*this);
+        if (group().isBody())
+            closeDestination();
         m_groups.pop();
     }
 }

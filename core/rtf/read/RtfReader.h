@@ -55,6 +55,8 @@ public:
     /*! \return false when the group's text goes somewhere else, or has been skipped */
     bool openDestination(const RtfDestination &destination);
     void skipDestination();
+    /*! Ends what the group began; to be called before the group goes. */
+    void closeDestination();
     void openUnicodeAlternative();
 
     // Text

@@ -27,7 +27,8 @@ void RtfReader::beginFieldResult(const RtfDestination &ignored)
     if (shown.isEmpty())
         return;
     m_text.addCharacters(QStringView(shown));
-    group().destination = &ignored;
+    if (!group().beginsText())
+        group().destination = &ignored;
 }
 
 void RtfReader::beginPicture(const RtfDestination &picture)
