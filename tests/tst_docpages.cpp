@@ -551,6 +551,18 @@ void TestDocPages::linksHaveAnyTarget()
     pdf.processFile(QFile::encodeName(folder.path(QStringLiteral("out.pdf"))).constData());
     QVERIFY(!pdf.anyWarnings());
     QCOMPARE(pdf.getAllPages().size(), size_t(1));
+    QPDFObjectHandle page = pdf.getAllPages().at(0);
+    std::vector<QPDFObjectHandle> links = page.getKey("/Annots").getArrayAsVector();
+    QStringList targets;
+    for (QPDFObjectHandle &link : links)
+        targets += QString::fromStdString(link.getKey("/A").getKey("/URI").getStringValue());
+    const QStringList expected {QStringLiteral("http://a.b/x_(y"),
+                                QStringLiteral("http://a.b/y%5C"), QStringLiteral("http://a.b/(z)"),
+                                QStringLiteral("http://a.b/n_(o")};
+    QCOMPARE(targets, expected);
+    // That of the footnote stands at the foot, above the margin of an inch.
+    const double bottom = links.back().getKey("/Rect").getArrayItem(1).getNumericValue();
+    QVERIFY2(bottom > 70.0 && bottom < 80.0, QByteArray::number(bottom));
 }
 
 void TestDocPages::takesPaperAndMarginsOfRtf()

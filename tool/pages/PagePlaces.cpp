@@ -4,26 +4,52 @@
 #include <tool/Document.h>
 
 #include <core/MVRTextRtf.h>
+#include <core/document/TextFragments_p.h>
 
 #include <QAbstractTextDocumentLayout>
 #include <QHash>
 #include <QTextBlock>
 #include <QTextDocument>
-#include <QTextLayout>
 #include <QUrl>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
 constexpr double pointsPerDot = 72.0 / Pages::resolution;
 
-QRectF lineRect(const QTextLine &line, int start, int end)
+PdfArea onPage(int page, const QRectF &rect)
 {
-    const double left = line.cursorToX(start);
-    const double right = line.cursorToX(end);
-    return QRectF(qMin(left, right), line.y(), qAbs(right - left), line.height());
+    return {page, QRectF(rect.topLeft() * pointsPerDot, rect.size() * pointsPerDot)};
 }
+
+/*! Tells where links lead to. */
+class LinkResolver
+{
+public:
+    explicit LinkResolver(const QHash<QString, PdfArea> &named)
+        : m_named(named)
+    {
+    }
+
+    /*! The link that stands at \a area; none to a place that there is not. */
+    std::optional<PdfLink> resolve(const QString &target, const PdfArea &area) const
+    {
+        if (!target.startsWith(QLatin1Char('#')))
+            return PdfLink {area, target, PdfArea()};
+        const QString name = target.mid(1);
+        auto place = m_named.constFind(name);
+        if (place == m_named.constEnd())
+            place = m_named.constFind(QUrl::fromPercentEncoding(name.toUtf8()));
+        if (place == m_named.constEnd())
+            return std::nullopt;
+        return PdfLink {area, QString(), *place};
+    }
+
+private:
+    const QHash<QString, PdfArea> m_named;
+};
 
 bool isShown(const QPointF &point, const PageSlice &slice)
 {
@@ -36,28 +62,6 @@ bool isShown(const QPointF &point, const PageSlice &slice)
 
 }
 
-/*! Where the text of a range stands, line by line, in the layout. */
-QVector<QRectF> Pages::rectsOf(int start, int end) const
-{
-    QVector<QRectF> rects;
-    for (QTextBlock block = m_text.findBlock(start); block.isValid() && block.position() < end;
-         block = block.next()) {
-        const QTextLayout &layout = *block.layout();
-        const QPointF origin = m_text.documentLayout()->blockBoundingRect(block).topLeft()
-            - layout.boundingRect().topLeft();
-        const int from = qMax(0, start - block.position());
-        const int to = qMin(block.length() - 1, end - block.position());
-        for (int i = 0; i < layout.lineCount(); ++i) {
-            const QTextLine line = layout.lineAt(i);
-            const int first = qMax(from, line.textStart());
-            const int last = qMin(to, line.textStart() + line.textLength());
-            if (first < last)
-                rects.append(lineRect(line, first, last).translated(origin));
-        }
-    }
-    return rects;
-}
-
 PdfArea Pages::areaOf(const QRectF &rect) const
 {
     const auto behind
@@ -68,63 +72,54 @@ PdfArea Pages::areaOf(const QRectF &rect) const
     if (page > 0 && isShown(rect.center(), m_slices[page - 1]))
         --page;
     const PageSlice &slice = m_slices[page];
-    const QRectF onPage
-        = rect.translated(m_body.left(), m_body.top() + slice.headHeight() - slice.top);
-    return {page, QRectF(onPage.topLeft() * pointsPerDot, onPage.size() * pointsPerDot)};
+    return onPage(page,
+                  rect.translated(m_body.left(), m_body.top() + slice.headHeight() - slice.top));
 }
 
-QVector<PdfArea> Pages::areasOf(int start, int end) const
+QVector<PdfArea> Pages::areasOf(TextPlaces &places, int start, int end) const
 {
     QVector<PdfArea> areas;
-    const QVector<QRectF> rects = rectsOf(start, end);
+    const QVector<QRectF> rects = places.rects(start, end);
     for (const QRectF &rect : rects)
         areas.append(areaOf(rect));
     return areas;
 }
 
-void Pages::addLinks(PdfExtras &extras) const
+/*! The places that links of the document may name. */
+QHash<QString, PdfArea> Pages::namedPlaces() const
 {
-    QHash<QString, int> names;
-    struct Link
-    {
-        int start;
-        int end;
-        QString target;
-    };
-    QVector<Link> links;
-    for (QTextBlock block = m_text.begin(); block.isValid(); block = block.next()) {
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            const QTextFragment fragment = it.fragment();
-            const QTextCharFormat format = fragment.charFormat();
-            const QStringList own = format.anchorNames();
-            for (const QString &name : own) {
-                if (!names.contains(name))
-                    names.insert(name, fragment.position());
-            }
-            if (!format.anchorHref().isEmpty())
-                links.append({fragment.position(), fragment.position() + fragment.length(),
-                              format.anchorHref()});
+    QHash<QString, PdfArea> named;
+    TextPlaces places(m_text);
+    for (FragmentWalker walker(&m_text, 0); walker.isValid(); walker.next()) {
+        const QStringList names = walker.format().anchorNames();
+        for (const QString &name : names) {
+            const QVector<PdfArea> areas = areasOf(places, walker.start(), walker.start() + 1);
+            if (!named.contains(name) && !areas.isEmpty())
+                named.insert(name, areas.first());
         }
     }
-    for (const Link &link : qAsConst(links)) {
-        PdfLink made;
-        if (link.target.startsWith(QLatin1Char('#'))) {
-            const QString name = link.target.mid(1);
-            const QString decoded = QUrl::fromPercentEncoding(name.toUtf8());
-            const int place = names.value(name, names.value(decoded, -1));
-            const QVector<PdfArea> target
-                = place < 0 ? QVector<PdfArea>() : areasOf(place, place + 1);
-            if (target.isEmpty())
-                continue;
-            made.target = target.first();
-        } else {
-            made.url = link.target;
-        }
-        const QVector<PdfArea> areas = areasOf(link.start, link.end);
-        for (const PdfArea &area : areas) {
-            made.area = area;
-            extras.links.append(made);
-        }
+    return named;
+}
+
+void Pages::addLinks(PdfExtras &extras) const
+{
+    const LinkResolver resolver(namedPlaces());
+    const auto add = [&](const TextLink &link, const PdfArea &area) {
+        if (const std::optional<PdfLink> made = resolver.resolve(link.target, area))
+            extras.links.append(*made);
+    };
+    const QVector<TextLink> links = linksOf(m_text);
+    for (const TextLink &link : links)
+        add(link, areaOf(link.rect));
+    int page = 0;
+    for (const TextLink &link : m_noteLinks) {
+        const double y = link.rect.center().y();
+        while (page < m_slices.size() && m_slices[page].notesBottom <= y)
+            ++page;
+        if (page == m_slices.size())
+            return;
+        const double top = m_body.bottom() - m_slices[page].notesBottom;
+        add(link, onPage(page, link.rect.translated(m_body.left(), top)));
     }
 }
 

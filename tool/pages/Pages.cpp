@@ -162,8 +162,16 @@ bool Pages::measureNotes()
             if (line.mayStartPage)
                 m_noteCuts.append(top + line.top);
         }
+        const QVector<TextLink> links = linksOf(*laidOut->text);
+        for (const TextLink &link : links)
+            m_noteLinks.append({link.rect.translated(0.0, top), link.target});
         top += note.height;
     }
+    // The cells of a row stand side by side.
+    std::stable_sort(m_noteLinks.begin(), m_noteLinks.end(),
+                     [](const TextLink &one, const TextLink &other) {
+                         return one.rect.center().y() < other.rect.center().y();
+                     });
     return true;
 }
 
@@ -182,9 +190,10 @@ void Pages::cut()
     if (m_slices.isEmpty())
         m_slices.append(PageSlice());
     m_commentsOfPage.resize(m_slices.size());
+    TextPlaces places(m_text);
     for (int i = 0; i < int(m_notes.comments.size()); ++i) {
         const PageComment &comment = m_notes.comments[size_t(i)];
-        m_commentAreas.append(areasOf(comment.start, comment.end));
+        m_commentAreas.append(areasOf(places, comment.start, comment.end));
         for (const PdfArea &area : qAsConst(m_commentAreas.last())) {
             if (!m_commentsOfPage[area.page].endsWith(i))
                 m_commentsOfPage[area.page].append(i);

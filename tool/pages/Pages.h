@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <tool/pages/PageLinks.h>
 #include <tool/pages/PageNotes.h>
 #include <tool/pages/PageSlices.h>
 #include <tool/pages/PdfCompletion.h>
 
+#include <QHash>
 #include <QMarginsF>
 #include <QPageSize>
 #include <QSizeF>
@@ -65,8 +67,8 @@ private:
     bool prepare();
     bool measureNotes();
     void cut();
-    QVector<QRectF> rectsOf(int start, int end) const;
-    QVector<PdfArea> areasOf(int start, int end) const;
+    QVector<PdfArea> areasOf(TextPlaces &places, int start, int end) const;
+    QHash<QString, PdfArea> namedPlaces() const;
     PdfArea areaOf(const QRectF &rect) const;
     void addLinks(PdfExtras &extras) const;
     void addHeadings(PdfExtras &extras) const;
@@ -81,6 +83,7 @@ private:
     PageNotes m_notes;
     std::unique_ptr<NoteLayout> m_noteLayout;
     QVector<double> m_noteCuts; // where footnotes may be cut, all one below the other
+    QVector<TextLink> m_noteLinks; // in the same coordinates, from top to bottom
     QVector<QVector<PdfArea>> m_commentAreas; // what each is about
     QVector<QVector<int>> m_commentsOfPage; // that have an area there
     QRectF m_body; // of a page, in dots

@@ -10,6 +10,8 @@
 #include <QUrl>
 
 #include <exception>
+#include <map>
+#include <string>
 #include <vector>
 
 namespace {
@@ -22,9 +24,6 @@ public:
         : m_pdf(pdf)
         , m_pages(pdf.getAllPages())
     {
-        // The toolkit makes web links of all links, also of those within the document.
-        for (QPDFObjectHandle &page : m_pages)
-            page.removeKey("/Annots");
     }
 
     QPDF &pdf() { return m_pdf; }
@@ -84,25 +83,50 @@ QPDFObjectHandle newAnnotation(const char *kind)
     return annotation;
 }
 
-void addLink(PdfPages &pages, const PdfLink &link)
+/*! Adds links, which there may be thousands of: what they have in common is one object. */
+class LinkWriter
 {
-    if (!pages.has(link.area) || (link.url.isEmpty() && !pages.has(link.target)))
-        return;
-    QPDFObjectHandle annotation = newAnnotation("/Link");
-    annotation.replaceKey("/Rect", pages.rectangle(link.area));
-    annotation.replaceKey("/Border", QPDFObjectHandle::parse("[0 0 0]"));
-    if (link.url.isEmpty()) {
-        annotation.replaceKey("/Dest", pages.destination(link.target));
-    } else {
-        QPDFObjectHandle action = QPDFObjectHandle::newDictionary();
-        action.replaceKey("/S", QPDFObjectHandle::newName("/URI"));
-        action.replaceKey("/URI",
-                          QPDFObjectHandle::newString(
-                              QUrl(link.url).toEncoded(QUrl::FullyEncoded).toStdString()));
-        annotation.replaceKey("/A", action);
+public:
+    explicit LinkWriter(PdfPages &pages)
+        : m_pages(pages)
+    {
     }
-    pages.annotate(link.area, annotation);
-}
+
+    void add(const PdfLink &link)
+    {
+        if (!m_pages.has(link.area) || (link.url.isEmpty() && !m_pages.has(link.target)))
+            return;
+        std::map<std::string, QPDFObjectHandle> annotation = m_common;
+        annotation["/Rect"] = m_pages.rectangle(link.area);
+        if (link.url.isEmpty())
+            annotation["/Dest"] = m_pages.destination(link.target);
+        else
+            annotation["/A"] = action(link.url);
+        m_pages.annotate(link.area, QPDFObjectHandle::newDictionary(annotation));
+    }
+
+private:
+    QPDFObjectHandle action(const QString &url)
+    {
+        if (url != m_url) {
+            m_url = url;
+            const QByteArray encoded = QUrl(url).toEncoded(QUrl::FullyEncoded);
+            m_action = QPDFObjectHandle::newDictionary(
+                {{"/S", m_actionKind},
+                 {"/URI", QPDFObjectHandle::newString(encoded.toStdString())}});
+        }
+        return m_action;
+    }
+
+    PdfPages &m_pages;
+    const std::map<std::string, QPDFObjectHandle> m_common
+        = {{"/Type", QPDFObjectHandle::newName("/Annot")},
+           {"/Subtype", QPDFObjectHandle::newName("/Link")},
+           {"/Border", QPDFObjectHandle::parse("[0 0 0]")}};
+    const QPDFObjectHandle m_actionKind = QPDFObjectHandle::newName("/URI");
+    QString m_url; // of m_action
+    QPDFObjectHandle m_action;
+};
 
 // The corners of the marked lines, as readers expect them: left before right, top before bottom.
 QPDFObjectHandle corners(const PdfPages &pages, const QVector<PdfArea> &areas)
@@ -252,8 +276,9 @@ bool completePdf(QByteArray *pdf, const PdfExtras &extras)
         QPDF file;
         file.processMemoryFile("pages", pdf->constData(), size_t(pdf->size()));
         PdfPages pages(file);
+        LinkWriter links(pages);
         for (const PdfLink &link : extras.links)
-            addLink(pages, link);
+            links.add(link);
         for (const PdfComment &comment : extras.comments)
             addComment(pages, comment);
         addOutline(pages, extras.outline);
