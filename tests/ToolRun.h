@@ -86,6 +86,18 @@ protected:
     }
     QByteArray read(const QString &name) const { return m_folder->read(name); }
 
+    /*! Runs a command line of the shell in which $T is the tool. */
+    Run shell(const QByteArray &command) const
+    {
+        QProcess process;
+        process.setWorkingDirectory(m_folder->path());
+        process.start(QStringLiteral("/bin/sh"),
+                      {QStringLiteral("-c"),
+                       QStringLiteral("T='") + QStringLiteral(MVR_TOOL) + QStringLiteral("'; ")
+                           + QString::fromUtf8(command)});
+        return finished(process);
+    }
+
     QScopedPointer<ToolFolder> m_folder;
 };
 

@@ -21,6 +21,10 @@ QStringList arguments(int argc, char *argv[]);
     closed from being given to files: reading and writing these is to fail. */
 void prepareStandardStreams();
 
+/*! Makes a signal that ends the program take what it has half written away first, and what is
+    beyond the size that the user allows for files a fault of writing. */
+void prepareSignals();
+
 /*! Whether somebody sees what goes to the standard output or the standard error. */
 bool isTerminal(FILE *stream);
 
@@ -33,14 +37,23 @@ bool hasRoomFor(size_t size);
 /*! Gives freed memory back to the system, where that does not do so by itself. */
 void giveMemoryBack();
 
+/*! What tells an existing file from all others, whichever path leads to it; empty for none. */
+QByteArray fileIdentity(const QString &path);
+
 /*! Whether two paths name the same existing file, also through links. */
-bool isSameFile(const QString &one, const QString &other);
+inline bool isSameFile(const QString &one, const QString &other)
+{
+    const QByteArray identity = fileIdentity(one);
+    return !identity.isEmpty() && identity == fileIdentity(other);
+}
 
 /*! Reads a file to its end; EFBIG when it is longer than \a maxSize bytes. */
 int readFile(const QString &path, qint64 maxSize, QByteArray *data);
 int readStandardInput(qint64 maxSize, QByteArray *data);
 
-/*! Writes a file in one step: it holds what it held before unless everything could be written. */
+/*! Writes a file in one step: it holds what it held before unless everything could be written. Into
+    pipes, devices and files that the program has open already ("/dev/stdout") it goes as it comes.
+ */
 int writeFile(const QString &path, const QByteArray &data);
 int writeStandardOutput(const QByteArray &data);
 

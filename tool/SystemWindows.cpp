@@ -66,13 +66,6 @@ int writeBeside(const QString &path, const QByteArray &data)
     return fault == 0 && _commit(_fileno(file.get())) != 0 ? errno : fault;
 }
 
-/*! What tells a file from all others. */
-bool findIdentity(const QString &path, BY_HANDLE_FILE_INFORMATION *identity)
-{
-    const File file = openFile(path, L"rbN");
-    return file && GetFileInformationByHandle(handleOf(file.get()), identity) != 0;
-}
-
 }
 
 // Those that the system hands over are cut to its code page.
@@ -93,6 +86,9 @@ void System::prepareStandardStreams()
         _setmode(_fileno(stream), _O_BINARY);
     SetConsoleOutputCP(CP_UTF8);
 }
+
+// No signal ends a program there but Ctrl+C, and no user limits the sizes of files.
+void System::prepareSignals() { }
 
 bool System::isTerminal(FILE *stream)
 {
@@ -118,14 +114,15 @@ bool System::hasRoomFor(size_t size)
 
 void System::giveMemoryBack() { }
 
-bool System::isSameFile(const QString &one, const QString &other)
+QByteArray System::fileIdentity(const QString &path)
 {
-    BY_HANDLE_FILE_INFORMATION first = {};
-    BY_HANDLE_FILE_INFORMATION second = {};
-    return findIdentity(one, &first) && findIdentity(other, &second)
-        && first.dwVolumeSerialNumber == second.dwVolumeSerialNumber
-        && first.nFileIndexHigh == second.nFileIndexHigh
-        && first.nFileIndexLow == second.nFileIndexLow;
+    BY_HANDLE_FILE_INFORMATION found = {};
+    const File file = openFile(path, L"rbN");
+    if (!file || GetFileInformationByHandle(handleOf(file.get()), &found) == 0)
+        return {};
+    return QByteArray::number(qulonglong(found.dwVolumeSerialNumber)) + ':'
+        + QByteArray::number(qulonglong(found.nFileIndexHigh)) + ':'
+        + QByteArray::number(qulonglong(found.nFileIndexLow));
 }
 
 int System::readFile(const QString &path, qint64 maxSize, QByteArray *data)

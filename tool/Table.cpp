@@ -2,6 +2,7 @@
 #include <tool/Table.h>
 
 #include <tool/Columns.h>
+#include <tool/FileName.h>
 #include <tool/System.h>
 
 #include <algorithm>
@@ -22,7 +23,7 @@ void Table::addRow(const QStringList &cells)
 {
     QStringList row;
     for (const QString &cell : cells)
-        row << cell.simplified();
+        row << shownOnTerminal(cell.simplified());
     m_rows.append(row);
 }
 

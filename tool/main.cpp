@@ -162,6 +162,7 @@ int runProgram(int argc, char *argv[])
 int main(int argc, char *argv[])
 {
     System::prepareStandardStreams();
+    System::prepareSignals();
     std::set_terminate(endUnexpectedly);
     try {
         return runProgram(argc, argv);

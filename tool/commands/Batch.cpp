@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <tool/commands/Batch.h>
 
+#include <tool/FileName.h>
 #include <tool/Messages.h>
 #include <tool/Progress.h>
 
@@ -8,9 +9,11 @@
 #include <QThread>
 
 #include <atomic>
+#include <exception>
 #include <memory>
 #include <mutex>
 #include <new>
+#include <system_error>
 #include <vector>
 
 namespace {
@@ -46,6 +49,8 @@ public:
         }
         for (const auto &thread : threads)
             thread->wait();
+        if (m_fault)
+            std::rethrow_exception(m_fault);
     }
 
     int failed() const { return m_failed; }
@@ -73,7 +78,7 @@ private:
             QString line = file.input + QLatin1String(" -> ") + file.output;
             if (!messages.isEmpty())
                 line += QLatin1String(" (") + messages + QLatin1Char(')');
-            m_progress.print(line + QLatin1Char('\n'));
+            print(shownOnTerminal(line) + QLatin1Char('\n'));
         } else {
             m_progress.say(file.input, messages);
             ++m_failed;
@@ -83,6 +88,16 @@ private:
         m_progress.setShare(m_done, int(m_files.size()));
     }
 
+    // A line that cannot be printed is told when all is done; a thread must not throw.
+    void print(const QString &line)
+    {
+        try {
+            m_progress.print(line);
+        } catch (const std::system_error &) {
+            m_fault = std::current_exception();
+        }
+    }
+
     const QVector<BatchFile> &m_files;
     const BatchStep &m_convert;
     std::atomic<int> m_next {0};
@@ -90,6 +105,7 @@ private:
     Progress m_progress;
     int m_done = 0;
     int m_failed = 0;
+    std::exception_ptr m_fault;
 };
 
 QString countedFiles(int count)

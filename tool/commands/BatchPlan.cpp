@@ -1,35 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include <tool/commands/BatchPlan.h>
 
+#include <tool/Folders.h>
 #include <tool/Loading.h>
 #include <tool/Messages.h>
+#include <tool/System.h>
 #include <tool/formats/Formats.h>
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFileInfo>
 #include <QHash>
 #include <QSet>
 
 namespace {
 
-QStringList filesBelow(const QString &folder, bool ofAnySuffix)
+/*! The documents below a folder, and what could not be looked into. */
+QStringList documentsBelow(const QString &folder, bool ofAnySuffix)
 {
-    QStringList files;
-    QDirIterator all(folder, QDir::Files, QDirIterator::Subdirectories);
-    while (all.hasNext()) {
-        const QString file = all.next();
+    QStringList documents;
+    const QStringList files = Folders::filesBelow(folder, &documents);
+    for (const QString &file : files) {
         const Format *format = formatOfFile(file);
         if (ofAnySuffix || (format && format->read))
-            files << file;
+            documents << file;
     }
-    files.sort();
-    return files;
-}
-
-QString absolutePath(const QString &path)
-{
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    return documents;
 }
 
 /*! The deepest folder that holds all inputs; a folder among them holds itself. */
@@ -37,9 +32,8 @@ QString sharedFolder(const QStringList &inputs)
 {
     QString shared;
     for (const QString &input : inputs) {
-        const QFileInfo info(input);
-        const QString folder
-            = QDir::cleanPath(info.isDir() ? info.absoluteFilePath() : info.absolutePath());
+        const QString path = Folders::absolutePath(input);
+        const QString folder = Folders::isFolder(input) ? path : QFileInfo(path).path();
         if (shared.isEmpty())
             shared = folder;
         while (folder != shared && shared != QDir::rootPath()
@@ -57,26 +51,26 @@ QString outputFor(const QString &input, const BatchWish &wish, const QString &sh
         name = info.fileName();
     QDir folder(wish.into);
     if (wish.keepsTree)
-        folder.setPath(
-            folder.filePath(QDir(shared).relativeFilePath(QFileInfo(absolutePath(input)).path())));
+        folder.setPath(folder.filePath(
+            QDir(shared).relativeFilePath(QFileInfo(Folders::absolutePath(input)).path())));
     return QDir::cleanPath(folder.filePath(name + QLatin1Char('.') + QLatin1String(wish.to->name)));
 }
 
 QStringList findCollisions(const QVector<BatchFile> &files)
 {
     QStringList collisions;
-    QSet<QString> inputs;
+    QSet<QByteArray> inputs;
     for (const BatchFile &file : files)
-        inputs.insert(QFileInfo(file.input).canonicalFilePath());
+        inputs.insert(System::fileIdentity(file.input));
     QHash<QString, QString> inputOf; // by output
     for (const BatchFile &file : files) {
-        const QString output = absolutePath(file.output);
+        const QString output = Folders::absolutePath(file.output);
         const auto other = inputOf.constFind(output);
         if (other != inputOf.constEnd())
             collisions
                 << Tool::tr("%1 and %2 would both become %3").arg(*other, file.input, file.output);
         inputOf.insert(output, file.input);
-        const QString existing = QFileInfo(output).canonicalFilePath();
+        const QByteArray existing = System::fileIdentity(file.output);
         if (!existing.isEmpty() && inputs.contains(existing))
             collisions << Tool::tr("%1 would be written over an input").arg(file.output);
     }
@@ -89,8 +83,8 @@ BatchPlan planBatch(const BatchWish &wish)
 {
     QStringList inputs;
     for (const QString &input : wish.inputs) {
-        if (QFileInfo(input).isDir())
-            inputs += filesBelow(input, !wish.from.isEmpty());
+        if (Folders::isFolder(input))
+            inputs += documentsBelow(input, !wish.from.isEmpty());
         else
             inputs << input;
     }
@@ -100,7 +94,10 @@ BatchPlan planBatch(const BatchWish &wish)
         BatchFile file;
         file.input = input;
         file.output = outputFor(input, wish, shared);
-        file.from = readableFormat(input, wish.from, &file.error);
+        if (Folders::isFolder(input))
+            file.error = Tool::tr("the folder cannot be looked into");
+        else
+            file.from = readableFormat(input, wish.from, &file.error);
         plan.files.append(file);
     }
     plan.collisions = findCollisions(plan.files);

@@ -2,6 +2,7 @@
 #include <tool/CommandLine.h>
 #include <tool/CommonOptions.h>
 #include <tool/Document.h>
+#include <tool/Folders.h>
 #include <tool/Loading.h>
 #include <tool/Messages.h>
 #include <tool/Output.h>
@@ -15,7 +16,6 @@
 
 #include <core/MVRSettings.h>
 
-#include <QDir>
 #include <QFileInfo>
 #include <QThread>
 
@@ -90,7 +90,7 @@ bool convertInBatch(const BatchFile &file, const Conversion &conversion, Listene
         return false;
     }
     const QString folder = QFileInfo(file.output).path();
-    if (!QDir().mkpath(folder)) {
+    if (!Folders::make(folder)) {
         listener.say(file.input, Tool::tr("the folder %1 cannot be made").arg(folder));
         return false;
     }

@@ -2,6 +2,7 @@
 #include <tool/CommandLine.h>
 #include <tool/CommonOptions.h>
 #include <tool/Document.h>
+#include <tool/Folders.h>
 #include <tool/Loading.h>
 #include <tool/Messages.h>
 #include <tool/Notes.h>
@@ -214,7 +215,8 @@ bool isSafe(const CommandLine &commandLine, const Rewriting &rewriting, const En
     const QString &file = endNotes.notesFile;
     if (file.isEmpty()
         || (!System::isSameFile(file, commandLine.file(0))
-            && !System::isSameFile(file, rewriting.output()) && file != rewriting.output()))
+            && !System::isSameFile(file, rewriting.output())
+            && Folders::absolutePath(file) != Folders::absolutePath(rewriting.output())))
         return true;
     printMessage(file, Tool::tr("is the input or output itself; nothing was written"));
     return false;

@@ -2,6 +2,7 @@
 #include <tool/formats/Media.h>
 
 #include <tool/Document.h>
+#include <tool/Folders.h>
 #include <tool/Messages.h>
 #include <tool/Output.h>
 #include <tool/Progress.h>
@@ -110,13 +111,15 @@ QString HeldPictures::written(const PictureFile &file)
     const QString name
         = QStringLiteral("picture-") + QString::fromLatin1(sum.left(12) + '.' + file.suffix);
     const QString path = QDir(m_folder).filePath(name);
-    if (!QDir().mkpath(m_folder))
+    if (!Folders::make(m_folder))
         m_error = Tool::tr("the folder %1 cannot be made").arg(m_folder);
     else
         writeOutput(path, file.bytes, &m_error);
     if (m_path == QLatin1String("-"))
         return path;
-    return QFileInfo(m_path).absoluteDir().relativeFilePath(QFileInfo(path).absoluteFilePath());
+    return QFileInfo(Folders::absolutePath(m_path))
+        .dir()
+        .relativeFilePath(Folders::absolutePath(path));
 }
 
 /*! Empty for a picture that is left out. */

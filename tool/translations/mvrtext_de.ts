@@ -152,6 +152,10 @@
         <translation>der Ordner %1 lässt sich nicht anlegen</translation>
     </message>
     <message>
+        <source>the folder cannot be looked into</source>
+        <translation>in den Ordner kann nicht gesehen werden</translation>
+    </message>
+    <message>
         <source>--into goes with --to FORMAT</source>
         <translation>--into gehört zu --to FORMAT</translation>
     </message>
