@@ -109,14 +109,10 @@ bool drawPages(const Pages &pages, const PageSetup &setup, int first, int last, 
     return painter.end();
 }
 
-bool writePdf(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
+/*! Draws the pages of a document that is no screenplay, and says what they have beside. */
+bool drawDocument(Document &document, const WriteOptions &options, QByteArray *bytes,
+                  PdfExtras *extras, QString *error)
 {
-    if (document.isScreenplay)
-        return writeScreenplay(document, options, bytes, error);
-    if (!options.firstScene.isEmpty()) {
-        *error = Tool::tr("is no screenplay: it has no scenes");
-        return false;
-    }
     const PageSetup setup = pageSetupFor(document, options);
     const Pages pages(document, setup);
     if (pages.count() == 0) {
@@ -130,9 +126,27 @@ bool writePdf(Document &document, const WriteOptions &options, QByteArray *bytes
         *error = Tool::tr("has no pages %1-%2").arg(options.firstPage).arg(options.lastPage);
         return false;
     }
-    PdfExtras extras = pages.extras();
-    moveAreas(extras, first);
-    if (drawPages(pages, setup, first, last, bytes) && completePdf(bytes, extras))
+    *extras = pages.extras();
+    moveAreas(*extras, first);
+    if (drawPages(pages, setup, first, last, bytes))
+        return true;
+    *error = Tool::tr("cannot be written as PDF");
+    return false;
+}
+
+bool writePdf(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
+{
+    if (document.isScreenplay)
+        return writeScreenplay(document, options, bytes, error);
+    if (!options.firstScene.isEmpty()) {
+        *error = Tool::tr("is no screenplay: it has no scenes");
+        return false;
+    }
+    PdfExtras extras;
+    if (!drawDocument(document, options, bytes, &extras, error))
+        return false;
+    document.text.clear(); // thousands of links and comments take as much as the text
+    if (completePdf(bytes, extras))
         return true;
     *error = Tool::tr("cannot be written as PDF");
     return false;

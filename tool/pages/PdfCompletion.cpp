@@ -16,6 +16,9 @@
 
 namespace {
 
+/*! Of a dictionary. */
+using PdfEntries = std::map<std::string, QPDFObjectHandle>;
+
 /*! The pages of a file and what is known of each. */
 class PdfPages
 {
@@ -75,14 +78,6 @@ QPDFObjectHandle textString(const QString &text)
     return QPDFObjectHandle::newUnicodeString(text.toStdString());
 }
 
-QPDFObjectHandle newAnnotation(const char *kind)
-{
-    QPDFObjectHandle annotation = QPDFObjectHandle::newDictionary();
-    annotation.replaceKey("/Type", QPDFObjectHandle::newName("/Annot"));
-    annotation.replaceKey("/Subtype", QPDFObjectHandle::newName(kind));
-    return annotation;
-}
-
 /*! Adds links, which there may be thousands of: what they have in common is one object. */
 class LinkWriter
 {
@@ -96,7 +91,7 @@ public:
     {
         if (!m_pages.has(link.area) || (link.url.isEmpty() && !m_pages.has(link.target)))
             return;
-        std::map<std::string, QPDFObjectHandle> annotation = m_common;
+        PdfEntries annotation = m_common;
         annotation["/Rect"] = m_pages.rectangle(link.area);
         if (link.url.isEmpty())
             annotation["/Dest"] = m_pages.destination(link.target);
@@ -119,10 +114,9 @@ private:
     }
 
     PdfPages &m_pages;
-    const std::map<std::string, QPDFObjectHandle> m_common
-        = {{"/Type", QPDFObjectHandle::newName("/Annot")},
-           {"/Subtype", QPDFObjectHandle::newName("/Link")},
-           {"/Border", QPDFObjectHandle::parse("[0 0 0]")}};
+    const PdfEntries m_common = {{"/Type", QPDFObjectHandle::newName("/Annot")},
+                                 {"/Subtype", QPDFObjectHandle::newName("/Link")},
+                                 {"/Border", QPDFObjectHandle::parse("[0 0 0]")}};
     const QPDFObjectHandle m_actionKind = QPDFObjectHandle::newName("/URI");
     QString m_url; // of m_action
     QPDFObjectHandle m_action;
@@ -143,39 +137,61 @@ QPDFObjectHandle corners(const PdfPages &pages, const QVector<PdfArea> &areas)
     return corners;
 }
 
-void addComment(PdfPages &pages, const PdfComment &comment)
+/*! Adds comments as marks over their text, with what they have in common as one object. */
+class CommentWriter
 {
-    // An annotation belongs to a page; what a comment marks on the next ones stays unmarked.
-    PdfArea whole;
-    QVector<PdfArea> areas;
-    for (const PdfArea &area : comment.areas) {
-        if (!pages.has(area) || (!areas.isEmpty() && area.page != whole.page))
-            continue;
-        whole.page = area.page;
-        whole.rect = whole.rect.united(area.rect);
-        areas.append(area);
+public:
+    explicit CommentWriter(PdfPages &pages)
+        : m_pages(pages)
+    {
     }
-    if (areas.isEmpty())
-        return;
-    QPDFObjectHandle annotation = newAnnotation("/Highlight");
-    annotation.replaceKey("/Rect", pages.rectangle(whole));
-    annotation.replaceKey("/QuadPoints", corners(pages, areas));
-    annotation.replaceKey("/Contents", textString(comment.text));
-    annotation.replaceKey("/F", QPDFObjectHandle::newInteger(4)); // printed
-    if (!comment.author.isEmpty())
-        annotation.replaceKey("/T", textString(comment.author));
-    if (comment.date.isValid())
-        annotation.replaceKey(
-            "/M",
-            QPDFObjectHandle::newString(
-                comment.date.toString(QStringLiteral("'D:'yyyyMMddhhmmss")).toStdString()));
-    QPDFObjectHandle color = QPDFObjectHandle::newArray();
-    for (const double channel :
-         {comment.color.redF(), comment.color.greenF(), comment.color.blueF()})
-        color.appendItem(QPDFObjectHandle::newReal(channel));
-    annotation.replaceKey("/C", color);
-    pages.annotate(areas.first(), annotation);
-}
+
+    void add(const PdfComment &comment)
+    {
+        // An annotation belongs to a page; what a comment marks on the next ones stays unmarked.
+        PdfArea whole;
+        QVector<PdfArea> areas;
+        for (const PdfArea &area : comment.areas) {
+            if (!m_pages.has(area) || (!areas.isEmpty() && area.page != whole.page))
+                continue;
+            whole.page = area.page;
+            whole.rect = whole.rect.united(area.rect);
+            areas.append(area);
+        }
+        if (areas.isEmpty())
+            return;
+        PdfEntries annotation = m_common;
+        annotation["/Rect"] = m_pages.rectangle(whole);
+        annotation["/QuadPoints"] = corners(m_pages, areas);
+        annotation["/Contents"] = textString(comment.text);
+        annotation["/C"] = color(comment.color);
+        if (!comment.author.isEmpty())
+            annotation["/T"] = textString(comment.author);
+        if (comment.date.isValid())
+            annotation["/M"] = QPDFObjectHandle::newString(
+                comment.date.toString(QStringLiteral("'D:'yyyyMMddhhmmss")).toStdString());
+        m_pages.annotate(areas.first(), QPDFObjectHandle::newDictionary(annotation));
+    }
+
+private:
+    QPDFObjectHandle color(const QColor &color)
+    {
+        if (m_color != color) {
+            m_color = color;
+            m_channels = QPDFObjectHandle::newArray();
+            for (const double channel : {color.redF(), color.greenF(), color.blueF()})
+                m_channels.appendItem(QPDFObjectHandle::newReal(channel));
+        }
+        return m_channels;
+    }
+
+    PdfPages &m_pages;
+    const PdfEntries m_common = {{"/Type", QPDFObjectHandle::newName("/Annot")},
+                                 {"/Subtype", QPDFObjectHandle::newName("/Highlight")},
+                                 {"/F", QPDFObjectHandle::newInteger(4)}}; // printed
+    QColor m_color; // of m_channels
+    QPDFObjectHandle m_channels = QPDFObjectHandle::newArray();
+};
 
 /*! Puts entries of an outline below each other as their levels say. */
 class OutlineBuilder
@@ -279,8 +295,9 @@ bool completePdf(QByteArray *pdf, const PdfExtras &extras)
         LinkWriter links(pages);
         for (const PdfLink &link : extras.links)
             links.add(link);
+        CommentWriter comments(pages);
         for (const PdfComment &comment : extras.comments)
-            addComment(pages, comment);
+            comments.add(comment);
         addOutline(pages, extras.outline);
         addMetadata(file, extras);
         QPDFWriter writer(file);
