@@ -24,6 +24,7 @@ COMMANDS = {
     "html-pdf": ("html", ["convert", "{source}", "{folder}/out.pdf"]),
     "md-md": ("md", ["convert", "{source}", "{folder}/out.md"]),
     "md-html": ("md", ["convert", "{source}", "{folder}/out.html"]),
+    "md-pdf": ("md", ["convert", "{source}", "{folder}/out.pdf"]),
     "md": ("md", ["convert", "{source}", "{folder}/out.rtf"]),
     "txt": ("txt", ["convert", "{source}", "{folder}/out.rtf"]),
     "txt-fdx": ("txt", ["convert", "{source}", "{folder}/out.fdx"]),
@@ -424,6 +425,10 @@ MD = {
     "nested quotes": nested("", ">", " a", ""),
     "lists": repeated("", "* a\n"),
     "numbered lists": repeated("", "1. a\n"),
+    "lists of one item": repeated("", "- a\n\n+ a\n\n"),
+    "nested items": repeated("", "> 1. > - " * 20 + "a\n\n"),
+    "lists apart": repeated("", "- a\n\n<!-- a word or two -->\n\n"),
+    "references in pictures": halves("", "[a%d]: /x\n", "\n", "![[a%d]][a1] "),
     "headings": repeated("", "# a\n"),
     "tables": repeated("|a|b|\n|-|-|\n", "|c|d|\n"),
     "wide table": repeated("", "|a"),
@@ -473,6 +478,9 @@ def shapes():
     for command in ("md-md", "md-html"):
         for name in ("footnotes", "footnotes in one word", "comments", "tables", "emphasis"):
             yield "md: " + name, command, MD[name]
+    for name in ("footnotes", "references used", "references in pictures", "lists apart"):
+        yield "md: " + name, "md-pdf", MD[name]
+    yield "html: links", "html-pdf", HTML["links"]
     for command in ("html-html", "html-bbcode"):
         for name in ("spans", "links", "lists", "rows", "fonts"):
             yield "html: " + name, command, HTML[name]

@@ -21,6 +21,7 @@ class TestMarkdown : public QObject
 private Q_SLOTS:
     void reads_data();
     void reads();
+    void readsLongLists();
     void keepsWriting_data();
     void keepsWriting();
     void keepsText_data();
@@ -391,6 +392,15 @@ void TestMarkdown::reads()
 {
     QFETCH(const QString, markdown);
     QTEST(dumped(markdown), "expected");
+}
+
+// An item has a paragraph of its own: what marks its words does not add up.
+void TestMarkdown::readsLongLists()
+{
+    QTextDocument document;
+    const QString items = QStringLiteral("* **word** _word_\n").repeated(10001);
+    QCOMPARE(readMarkdown(items, MarkdownOptions(), &document).refusal, MarkdownResult::NotRefused);
+    QCOMPARE(document.blockCount(), 10001);
 }
 
 void TestMarkdown::keepsWriting_data()

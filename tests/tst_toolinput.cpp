@@ -69,6 +69,10 @@ void TestToolInput::badInputLeavesTheOutputAlone_data()
                                    << "nested";
     QTest::newRow("dense emphasis") << "a.md" << repeated("*_**__a", 20000) << "emphasis";
     QTest::newRow("dense instructions") << "a.md" << repeated("a <? ", 2000) << "emphasis";
+    QTest::newRow("dense emphasis that looks like items")
+        << "a.md"
+        << "a\n" + repeated("    * _b_*c*\n", 10000) << "emphasis";
+    QTest::newRow("lists of one item") << "a.md" << repeated("- a\n\n+ a\n\n", 10000) << "lists";
     QTest::newRow("deep tables") << "a.html" << repeated("<table><tr><td>", 300) << "nested";
 }
 

@@ -14,6 +14,13 @@
 
 namespace {
 
+QString refusalText(MarkdownResult::Refusal refusal)
+{
+    if (refusal == MarkdownResult::TooDense)
+        return Tool::tr("a paragraph has too many marks of emphasis or \"<?\"");
+    return refusal == MarkdownResult::TooDeep ? nestingError() : Tool::tr("it has too many lists");
+}
+
 bool readMarkdownFile(const QByteArray &bytes, const ReadOptions &options, Document &document,
                       QString *error)
 {
@@ -25,12 +32,8 @@ bool readMarkdownFile(const QByteArray &bytes, const ReadOptions &options, Docum
     MarkdownOptions markdownOptions;
     markdownOptions.hasSmartPunctuation = options.hasSmartPunctuation;
     const MarkdownResult result = readMarkdown(text, markdownOptions, &document.text);
-    if (result.isTooDeep) {
-        *error = nestingError();
-        return false;
-    }
-    if (result.isTooDense) {
-        *error = Tool::tr("a paragraph has too many marks of emphasis or \"<?\"");
+    if (result.refusal != MarkdownResult::NotRefused) {
+        *error = refusalText(result.refusal);
         return false;
     }
     takeEmbeddedPictures(document.text);

@@ -604,6 +604,10 @@
         <translation>ein Absatz hat zu viele Hervorhebungszeichen oder &quot;&lt;?&quot;</translation>
     </message>
     <message>
+        <source>it has too many lists</source>
+        <translation>sie hat zu viele Listen</translation>
+    </message>
+    <message>
         <source>its elements are nested too deep</source>
         <translation>ihre Elemente sind zu tief verschachtelt</translation>
     </message>

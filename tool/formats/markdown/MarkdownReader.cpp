@@ -30,28 +30,80 @@ bool hasDeepBlocks(const QString &source)
     return deepLine.match(source).hasMatch();
 }
 
+/*! A blank line, or the first one of an item of a list. */
+bool beginsParagraph(QStringView line)
+{
+    const QStringView text = line.trimmed();
+    const bool isItem = text.size() > 2 && QStringView(u"*+-").contains(text[0])
+        && text[1].isSpace() && line.indexOf(text[0]) < 4;
+    return text.isEmpty() || isItem;
+}
+
+/*! Runs of asterisks and underscores; those between blanks are no marks of emphasis. */
+int emphases(QStringView line)
+{
+    const auto isMark = [](QChar c) { return c == QLatin1Char('*') || c == QLatin1Char('_'); };
+    const auto isBlank
+        = [&line](int place) { return place < 0 || place >= line.size() || line[place].isSpace(); };
+    int count = 0;
+    int start = 0;
+    for (int i = 0; i < line.size(); ++i) {
+        if (i > 0 && line[i] != line[i - 1])
+            start = i;
+        const bool isLast = i + 1 == line.size() || line[i + 1] != line[i];
+        count += isMark(line[i]) && isLast && !(isBlank(start - 1) && isBlank(i + 1)) ? 1 : 0;
+    }
+    return count;
+}
+
+int instructions(QStringView line)
+{
+    const QLatin1String opening("<?");
+    int count = 0;
+    for (auto at = line.indexOf(opening); at >= 0; at = line.indexOf(opening, at + 2))
+        ++count;
+    return count;
+}
+
 // The parser looks through its paragraph for the other end of each of them.
 bool hasDenseParagraph(const QString &source)
 {
-    constexpr int maxEmphases = 20000; // runs of asterisks and underscores
+    constexpr int maxEmphases = 20000;
     constexpr int maxInstructions = 1000; // as in "<?php"
-    int emphases = 0;
-    int instructions = 0;
-    bool isBlank = true; // the line so far
-    QChar before;
-    for (const QChar c : source) {
-        if (c == QLatin1Char('\n')) {
-            if (isBlank)
-                emphases = instructions = 0;
-            isBlank = true;
-        } else if (!c.isSpace()) {
-            isBlank = false;
-            emphases += c != before && (c == QLatin1Char('*') || c == QLatin1Char('_')) ? 1 : 0;
-            instructions += c == QLatin1Char('?') && before == QLatin1Char('<') ? 1 : 0;
-        }
-        if (emphases > maxEmphases || instructions > maxInstructions)
+    int emphasisCount = 0;
+    int instructionCount = 0;
+    for (int start = 0; start < source.size();) {
+        const int found = int(source.indexOf(QLatin1Char('\n'), start));
+        const int end = found < 0 ? int(source.size()) : found;
+        const QStringView line = QStringView(source).mid(start, end - start);
+        if (beginsParagraph(line))
+            emphasisCount = instructionCount = 0;
+        emphasisCount += emphases(line);
+        instructionCount += instructions(line);
+        if (emphasisCount > maxEmphases || instructionCount > maxInstructions)
             return true;
-        before = c;
+        start = end + 1;
+    }
+    return false;
+}
+
+MarkdownResult::Refusal refusalOf(const QString &source)
+{
+    if (hasDeepBlocks(source))
+        return MarkdownResult::TooDeep;
+    return hasDenseParagraph(source) ? MarkdownResult::TooDense : MarkdownResult::NotRefused;
+}
+
+// A list in a document takes a hundred times what the shortest one takes in a file.
+bool hasTooManyLists(cmark_node *root, qint64 sourceSize)
+{
+    qint64 left = 10000 + sourceSize / 40;
+    const CmarkIterator iterator(cmark_iter_new(root));
+    for (cmark_event_type event; (event = cmark_iter_next(iterator.get())) != CMARK_EVENT_DONE;) {
+        const bool isList
+            = cmark_node_get_type(cmark_iter_get_node(iterator.get())) == CMARK_NODE_LIST;
+        if (event == CMARK_EVENT_ENTER && isList && --left < 0)
+            return true;
     }
     return false;
 }
@@ -158,17 +210,21 @@ MarkdownResult readMarkdown(const QString &text, const MarkdownOptions &options,
     QString source = text;
     const MarkdownFrontMatter frontMatter = MarkdownFrontMatter::take(&source);
     result.lacksMetadata = frontMatter.hasMore;
-    result.isTooDeep = hasDeepBlocks(source);
-    result.isTooDense = hasDenseParagraph(source);
-    if (result.isTooDeep || result.isTooDense)
+    result.refusal = refusalOf(source);
+    if (result.refusal != MarkdownResult::NotRefused)
         return result;
     const CmarkTree tree = parse(MarkdownMarks::marked(source), options);
+    if (hasTooManyLists(tree.get(), source.size())) {
+        result.refusal = MarkdownResult::TooManyLists;
+        return result;
+    }
     MarkdownBuilder builder(document);
     {
         const EditBlock edit(document);
-        result.isTooDeep = !builder.build(tree.get());
+        if (!builder.build(tree.get()))
+            result.refusal = MarkdownResult::TooDeep;
     }
-    if (result.isTooDeep)
+    if (result.refusal != MarkdownResult::NotRefused)
         return result;
     attachNotes(document, builder, source.size(), &result);
     if (!frontMatter.title.isEmpty())

@@ -15,8 +15,14 @@ struct MarkdownOptions
 /*! What became of a file. */
 struct MarkdownResult
 {
-    bool isTooDeep = false; /*!< lists and quotes in each other: nothing was read */
-    bool isTooDense = false; /*!< marks in one paragraph: nothing was read */
+    enum Refusal {
+        NotRefused,
+        TooDeep, /*!< lists and quotes in each other */
+        TooDense, /*!< marks in one paragraph */
+        TooManyLists
+    };
+
+    Refusal refusal = NotRefused; /*!< why nothing was read */
     bool lacksMetadata = false; /*!< it says more of itself than title and author */
     int lostNotes = 0; /*!< marks of notes that are repeated too often */
 };
