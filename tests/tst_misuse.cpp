@@ -213,7 +213,9 @@ void TestMisuse::allowsNoOddPictures()
         QVERIFY(!gone.allows(path));
         QVERIFY(!MVRPicturePolicy::nowhere().allows(path));
     }
-    QVERIFY(!MVRPicturePolicy::anywhere().allows(QString()));
+    QVERIFY(!MVRPicturePolicy::below(below).allows(nul));
+    for (const char *share : {"", "//host/a", "\\\\host\\a", "/\\host/a", "\\/host/a", "//?/C:/a"})
+        QVERIFY(!MVRPicturePolicy::anywhere().allows(QLatin1String(share)));
     QVERIFY(!MVRPicturePolicy::below(below).allows(below + QStringLiteral("/../x.png")));
 }
 

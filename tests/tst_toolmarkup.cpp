@@ -34,6 +34,12 @@ void TestToolMarkup::init()
 {
     QVERIFY(newFolder());
     m_folder->write(QStringLiteral("in.rtf"), manuscript);
+    m_folder->write(QStringLiteral("no.png"), "no picture");
+    m_folder->write(QStringLiteral("odd.txt"),
+                    "{$MVRImageLink[w:3;h:2]=none.png}"
+                    "{$MVRImageLink[w:3;h:2]=no.png}"
+                    "{$MVRImageLink[w:3;h:2]=/\\host/a.png}"
+                    "{$MVRImageLink[w:3;h:2]=a.png}");
     QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("sub")));
     m_folder->write(QStringLiteral("sub/in.rtf"), manuscript);
     QVERIFY(QImage(3, 2, QImage::Format_RGB32).save(m_folder->path(QStringLiteral("a.png"))));
@@ -63,6 +69,14 @@ void TestToolMarkup::runs_data()
     QTest::newRow("picture anywhere") << "markup --read --media anywhere sub/in.rtf -o a.rtf"
                                       << "a.rtf"
                                       << "\\pngblip";
+    for (const char *where : {"", "--media anywhere "}) {
+        QTest::addRow("pictures that are not there %s", where)
+            << QStringLiteral("markup --read %1odd.txt -o a.rtf").arg(QLatin1String(where)) << ""
+            << "2 pictures not opened: not there, or no pictures\n";
+    }
+    QTest::newRow("picture of another machine") << "markup --read --media anywhere odd.txt -o a.rtf"
+                                                << ""
+                                                << "1 picture not opened: of another machine\n";
     QTest::newRow("numbers") << "endnotes --first 7 in.rtf -o a.txt"
                              << "a.txt"
                              << "Some text [said] and more7 end[aside]"

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void countsWhatIsLeftOut_data();
     void countsWhatIsLeftOut();
     void opensPicturesThatAreAskedFor();
+    void opensNothingButPictures();
     void takesPicturesFromPages();
     void showsNestedListsOnce();
     void makesPunctuationTypographic();
@@ -133,6 +134,17 @@ void TestToolMedia::opensPicturesThatAreAskedFor()
     const QByteArray rtf = m_folder->read(QStringLiteral("art.rtf"));
     QVERIFY2(rtf.count("\\picw6\\pich4") == 1, rtf.constData());
     QVERIFY2(run.errors.contains("1 picture not opened: not in"), run.errors.constData());
+}
+
+/*! A pipe waits for who writes into it, and a drawing can name other files. */
+void TestToolMedia::opensNothingButPictures()
+{
+    write(QStringLiteral("drawing.png"),
+          "<svg xmlns='http://www.w3.org/2000/svg' width='9' "
+          "height='9'></svg>");
+    write(QStringLiteral("in.md"), "![a](pipe.png) ![b](drawing.png)\n");
+    const Run run = shell("mkfifo pipe.png; timeout 20 $T convert --media-from . in.md out.rtf");
+    QVERIFY2(run.errors.contains("2 pictures not opened"), run.errors.constData());
 }
 
 // What the tool itself writes into a page, and others do.

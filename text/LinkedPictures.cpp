@@ -104,6 +104,16 @@ bool isOfSystem(const QString &path)
     });
 }
 
+// Pipes and devices would wait or never end; files of the system itself claim to be empty.
+bool isReadable(const QFileInfo &file)
+{
+    return !isOfSystem(file.canonicalFilePath()) && file.isFile() && file.size() > 0
+        && file.size() <= maxFileSize;
+}
+
+// Goes with the picture, also into copies of the document.
+const char placeholderKey[] = "mvrPlaceholder";
+
 QImage questionMark(const QSize &size)
 {
     QImage image(size, QImage::Format_RGB32);
@@ -146,10 +156,7 @@ QString LinkedPictures::addFile(const QString &path, const QSize &shown)
     const auto known = m_pictures.constFind(key);
     if (known != m_pictures.constEnd())
         return *known;
-    // Pipes and devices would wait or never end; files of the system itself claim to be empty.
-    const bool isReadable
-        = !isOfSystem(key) && info.isFile() && info.size() > 0 && info.size() <= maxFileSize;
-    const QString name = addResource(isReadable ? load(path, shown) : QImage());
+    const QString name = addResource(isReadable(info) ? load(path, shown) : QImage());
     m_pictures.insert(key, name);
     return name;
 }
@@ -165,11 +172,31 @@ QImage LinkedPictures::load(const QString &path, const QSize &shown)
     return image;
 }
 
+QSize LinkedPictures::sizeOf(const File &file)
+{
+    if (!file.exists || !isReadable(QFileInfo(file.path)))
+        return {};
+    QImageReader reader(file.path);
+    reader.setDecideFormatFromContent(true);
+    return isBitmapFormat(reader.format()) ? reader.size() : QSize();
+}
+
+bool LinkedPictures::isPlaceholder(const QImage &image)
+{
+    return !image.text(QLatin1String(placeholderKey)).isEmpty();
+}
+
+QString LinkedPictures::addPlaceholder(QImage image)
+{
+    image.setText(QLatin1String(placeholderKey), QStringLiteral("1"));
+    return addResource(image);
+}
+
 QString LinkedPictures::addPlaceholder(const QSize &shown)
 {
     if (!m_triedAlertIcon) {
         m_triedAlertIcon = true;
-        m_alertIcon = addResource(QImage(QStringLiteral(":/Icons/Application/MsgAlert")));
+        m_alertIcon = addPlaceholder(QImage(QStringLiteral(":/Icons/Application/MsgAlert")));
     }
     if (!m_alertIcon.isEmpty())
         return m_alertIcon;
@@ -180,7 +207,7 @@ QString LinkedPictures::addPlaceholder(const QSize &shown)
         size = fitted(shown, minPlaceholderSide);
     QString &name = m_placeholders[{size.width(), size.height()}];
     if (name.isEmpty()) {
-        name = addResource(questionMark(size));
+        name = addPlaceholder(questionMark(size));
         m_placeholderPixelsLeft -= area(size);
     }
     return name;

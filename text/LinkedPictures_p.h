@@ -45,11 +45,19 @@ public:
     */
     QString add(const File &file, const QSize &shown);
 
+    /*! The size that the head of a bitmap tells; invalid for what is none, or is not there. */
+    static QSize sizeOf(const File &file);
+
+    /*! Whether a resource that add() has made stands for a file that was not opened, or is no
+        picture. */
+    static bool isPlaceholder(const QImage &image);
+
 private:
     bool exists(const QString &path) const;
     QImage load(const QString &path, const QSize &shown);
     QString addFile(const QString &path, const QSize &shown);
     QString addPlaceholder(const QSize &shown);
+    QString addPlaceholder(QImage image);
     QString addResource(const QImage &image);
 
     QTextDocument *m_document;

@@ -6,9 +6,15 @@
 
 namespace {
 
+bool isSlash(QChar character)
+{
+    return character == QLatin1Char('/') || character == QLatin1Char('\\');
+}
+
+// Windows takes either slash for the other.
 bool isShare(const QString &path)
 {
-    return path.startsWith(QLatin1String("//")) || path.startsWith(QLatin1String("\\\\"));
+    return path.size() > 1 && isSlash(path.at(0)) && isSlash(path.at(1));
 }
 
 QString withSlash(const QString &folder)

@@ -12,11 +12,14 @@
 
 #include <core/MVRTextFormat.h>
 #include <core/document/FormatEdits_p.h>
+#include <core/document/Pictures_p.h>
+#include <text/LinkedPictures_p.h>
 #include <text/MVRPicturePolicy.h>
 #include <text/MVRTextDoc.h>
 
 #include <QDir>
 #include <QFileInfo>
+#include <QImage>
 
 namespace {
 
@@ -81,30 +84,52 @@ MVRPicturePolicy picturePolicy(const CommandLine &commandLine)
                                                                : QFileInfo(input).absolutePath());
 }
 
-/*! Says how many pictures were left alone. */
-void reportRefused(const QTextDocument &text, const MVRPicturePolicy &policy, const QString &name,
-                   Listener &listener)
+/*! How many pictures of codes are only placeholders, for one reason or the other. */
+struct Unopened
 {
-    int count = 0;
+    int outside = 0; // of the folder for pictures
+    int missing = 0;
+};
+
+Unopened unopened(const QTextDocument &text, const MVRPicturePolicy &policy)
+{
+    Unopened unopened;
     for (FragmentWalker walker(&text, 0); walker.isValid(); walker.next()) {
         const QTextCharFormat format = walker.format();
-        if (isLinkedPicture(format)
-            && !policy.allows(format.stringProperty(MVRTextFormat::ImageLinkProperty)))
-            count += walker.end() - walker.start();
+        if (!isLinkedPicture(format)
+            || !LinkedPictures::isPlaceholder(
+                picture(text, format.toImageFormat().name()).value<QImage>()))
+            continue;
+        const bool isOutside
+            = !policy.allows(format.stringProperty(MVRTextFormat::ImageLinkProperty));
+        (isOutside ? unopened.outside : unopened.missing) += walker.end() - walker.start();
     }
-    if (count > 0)
-        listener.say(name,
-                     Tool::tr("%1 not opened, outside of the folder for pictures; see --media-from "
-                              "and --media")
-                         .arg(counted(count, QT_TRANSLATE_NOOP("Tool", "picture"),
-                                      QT_TRANSLATE_NOOP("Tool", "pictures"))));
+    return unopened;
 }
 
-void readMarkup(QTextDocument &text, const Format &output, const MVRPicturePolicy &policy,
+/*! Says how many pictures were left alone, and why. */
+void reportUnopened(const Unopened &unopened, bool isAnywhere, const QString &name,
+                    Listener &listener)
+{
+    const auto say = [&](int count, const QString &reason) {
+        if (count > 0)
+            listener.say(name,
+                         reason.arg(counted(count, QT_TRANSLATE_NOOP("Tool", "picture"),
+                                            QT_TRANSLATE_NOOP("Tool", "pictures"))));
+    };
+    say(unopened.outside,
+        isAnywhere ? Tool::tr("%1 not opened: of another machine")
+                   : Tool::tr("%1 not opened, outside of the folder for pictures; see --media-from "
+                              "and --media"));
+    say(unopened.missing, Tool::tr("%1 not opened: not there, or no pictures"));
+}
+
+void readMarkup(QTextDocument &text, const Format &output, const CommandLine &commandLine,
                 const QString &name, Listener &listener)
 {
+    const MVRPicturePolicy policy = picturePolicy(commandLine);
     MVRTextDoc::fromInlineMarkup(&text, policy);
-    reportRefused(text, policy, name, listener);
+    reportUnopened(unopened(text, policy), commandLine.isSet("media"), name, listener);
     text.setUndoRedoEnabled(false); // reading has switched it on
     sizePicturesInPoints(text);
     // In the text they would be codes again.
@@ -138,7 +163,7 @@ int runMarkup(const CommandLine &commandLine)
     if (commandLine.isSet("write"))
         writeMarkup(document.text, name, progress);
     else
-        readMarkup(document.text, output, picturePolicy(commandLine), name, progress);
+        readMarkup(document.text, output, commandLine, name, progress);
     // What was spelled out so as not to be lost is not to be lost now.
     return rewriting.saveWithNotes(true, document, progress) ? Success : Failure;
 }

@@ -171,7 +171,7 @@ void openPictures(Document &document, const QString &folder, const QString &base
         LinkedPictures::File file = pictures.find(QDir(base).absoluteFilePath(name));
         if (!file.exists)
             file = pictures.find(QDir(base).absoluteFilePath(decoded(name)));
-        const QSize size = file.exists ? QImageReader(file.path).size() : QSize();
+        const QSize size = LinkedPictures::sizeOf(file);
         if (!size.isEmpty())
             names.insert(name, pictures.add(file, size));
     }

@@ -896,6 +896,14 @@
         <translation>%1 nicht geöffnet, außerhalb des Ordners für Bilder; siehe --media-from und --media</translation>
     </message>
     <message>
+        <source>%1 not opened: of another machine</source>
+        <translation>%1 nicht geöffnet: auf einem anderen Rechner</translation>
+    </message>
+    <message>
+        <source>%1 not opened: not there, or no pictures</source>
+        <translation>%1 nicht geöffnet: nicht da oder keine Bilder</translation>
+    </message>
+    <message>
         <source>no Content in the Final Draft file</source>
         <translation>in der Final-Draft-Datei fehlt Content</translation>
     </message>
