@@ -541,6 +541,8 @@ void TestDocPages::linksHaveAnyTarget()
     const ToolFolder folder;
     folder.write(QStringLiteral("in.md"),
                  "[a](<http://a.b/x_(y>) [b](<http://a.b/y\\\\>) [c](http://a.b/(z)) [^n]\n\n"
+                 "[no](<JavaScript:x\\(\\)>) [no](<&#1;vbscript:x>) [no](<data:text/html,x>)"
+                 " [no](<http://a b/>)\n\n"
                  "[^n]: [d](<http://a.b/n_(o>)\n");
     const Run run
         = mvrtext({QStringLiteral("convert"), QStringLiteral("in.md"), QStringLiteral("out.pdf")},

@@ -62,8 +62,10 @@ void TestToolSystem::showsNoControlCharacters()
     QVERIFY2(batch.output.startsWith("\\x1bx.rtf -> f/\\x1bx.txt"), batch.output.constData());
     // One of them moves cursors, too, and comes with a text.
     const Run table
-        = shell("printf '{\\\\rtf1 a{\\\\footnote x\\\\u155?y}}' >in.rtf; $T notes in.rtf");
-    QVERIFY2(table.output.contains("x\\x9by"), table.output.constData());
+        = shell("printf '{\\\\rtf1{\\\\info{\\\\title t\\\\u155?}}a{\\\\footnote x\\\\u155?y}}' "
+                ">in.rtf; $T notes in.rtf; $T info in.rtf");
+    QVERIFY2(table.output.contains("x\\x9by") && table.output.contains("t\\x9b\n"),
+             table.output.constData());
 }
 
 void TestToolSystem::keepsWhatAFileMay()

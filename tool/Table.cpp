@@ -16,7 +16,7 @@ constexpr int minCutWidth = 8;
 
 Table::Table(const QStringList &heads)
 {
-    m_rows.append(heads);
+    addRow(heads);
 }
 
 void Table::addRow(const QStringList &cells)

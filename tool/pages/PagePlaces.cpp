@@ -4,6 +4,7 @@
 #include <tool/Document.h>
 
 #include <core/MVRTextRtf.h>
+#include <core/document/SafeHtml_p.h>
 #include <core/document/TextFragments_p.h>
 
 #include <QAbstractTextDocumentLayout>
@@ -33,11 +34,14 @@ public:
     {
     }
 
-    /*! The link that stands at \a area; none to a place that there is not. */
+    /*! The link that stands at \a area; none to a place that there is not, nor to a script. */
     std::optional<PdfLink> resolve(const QString &target, const PdfArea &area) const
     {
-        if (!target.startsWith(QLatin1Char('#')))
+        if (!target.startsWith(QLatin1Char('#'))) {
+            if (isScriptLink(target) || !QUrl(target).isValid())
+                return std::nullopt;
             return PdfLink {area, target, PdfArea()};
+        }
         const QString name = target.mid(1);
         auto place = m_named.constFind(name);
         if (place == m_named.constEnd())
