@@ -50,7 +50,7 @@ void flattenLists(QTextDocument &text)
         cursor.setPosition(block.position());
         if (list && list->count() < maxItems)
             list->add(block);
-        else if (list || known.contains(own))
+        else if (known.contains(own))
             list = cursor.createList(list ? list->format() : own->format());
         else
             list = own;
