@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QImage>
+#include <QRandomGenerator>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void floatingPicture();
     void textBoxes_data();
     void textBoxes();
+    void keepsTextBehindAnyGroup();
     void bookmarks();
     void headings();
     void title();
@@ -275,6 +277,47 @@ void TestRtfStructure::textBoxes()
     QTextDocument document;
     QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 " + body + '}', &document));
     QTEST(document.toPlainText(), "text");
+}
+
+namespace {
+
+QByteArray randomGroup(QRandomGenerator &random, int depth)
+{
+    static const char *const pieces[]
+        = {"\\*\\zzz ",   "\\*",           "\\footnote ",     "\\*\\annotation ",
+           "\\header ",   "\\shp ",        "\\shptxt ",       "\\shpinst ",
+           "\\field ",    "\\*\\fldinst ", "\\fldrslt ",      "\\upr ",
+           "\\*\\ud ",    "\\pict ",       "\\nonshppict ",   "\\*\\shppict ",
+           "\\*\\atnid ", "\\info ",       "\\*\\atrfstart ", "\\listtext ",
+           "\\*\\pn ",    "\\fonttbl ",    "\\*\\mvrnote ",   "\\v ",
+           "\\deleted ",  "\\cell ",       "\\row ",          "\\intbl ",
+           "\\par ",      "a 1;"};
+    QByteArray group("{");
+    for (int left = random.bounded(7); left > 0; --left) {
+        if (depth < 6 && random.bounded(3) == 0)
+            group += randomGroup(random, depth + 1);
+        else
+            group += pieces[random.bounded(int(std::size(pieces)))];
+    }
+    return group + '}';
+}
+
+}
+
+// A group ends what it began, wherever its words stand and whatever is left out of it.
+void TestRtfStructure::keepsTextBehindAnyGroup()
+{
+    QRandomGenerator random(1);
+    for (int i = 0; i < 2000; ++i) {
+        const QByteArray rtf = "{\\rtf1 first" + randomGroup(random, 0) + randomGroup(random, 0)
+            + "\\pard\\plain last}";
+        QTextDocument document;
+        MVRTextRtfNotes notes;
+        QVERIFY(MVRTextRtf::fromRtfCData(rtf, &document, &notes));
+        const QString text = document.toPlainText();
+        QVERIFY2(text.contains(QLatin1String("first")) && text.endsWith(QLatin1String("last")),
+                 rtf);
+    }
 }
 
 void TestRtfStructure::bookmarks()
