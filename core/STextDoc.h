@@ -123,6 +123,7 @@ public:
     static QTextDocument *cloneDocumentQtStyle(const QTextDocument *document, QObject *parent);
     /*! Makes a document that the caller has a copy of another one, as cloneDocumentQtStyle() does.
 
-        \param target  without text; null, like a null \a document, does nothing */
+        \param target  without text; null, or \a document itself, does nothing, like a null
+                       \a document */
     static void copyDocument(const QTextDocument *document, QTextDocument *target);
 };

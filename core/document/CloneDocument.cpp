@@ -71,7 +71,7 @@ void copyContent(const QTextDocument &document, QTextDocument *clone)
 
 void STextDoc::copyDocument(const QTextDocument *document, QTextDocument *target)
 {
-    if (!document || !target)
+    if (!document || !target || document == target)
         return;
     target->setUndoRedoEnabled(false);
     copySettings(*document, target);
