@@ -57,11 +57,11 @@ void TestMisuseValues::takesOddNumbers()
         QVERIFY(!settings.contains(odd));
         QVERIFY(!settings.stored(odd).isValid());
         settings.key(odd);
-        settings.value(MVRSettings::BoolSetting(odd & 0xff));
-        settings.defaultValue(MVRSettings::FontSetting(odd & 0xff));
-        settings.value(MVRSettings::ColorSetting(odd & 0xff));
-        MVRFormat::isEBook(MVRFormat::Format(odd & 0x3f));
-        MVRFormat::isMmdVariant(MVRFormat::Format(odd & 0x3f));
+        settings.value(MVRSettings::BoolSetting(odd & 7));
+        settings.defaultValue(MVRSettings::FontSetting(odd & 15));
+        settings.value(MVRSettings::ColorSetting(odd & 31));
+        MVRFormat::isEBook(MVRFormat::Format(odd & 7));
+        MVRFormat::isMmdVariant(MVRFormat::Format(odd & 7));
         MVRToolkit::propertyOfStored(MVRToolkit::storedProperty(odd));
         MVRToolkit::weightOfStored(MVRToolkit::storedWeight(odd));
         MVRTextNote::property(MVRTextNote::Kind(odd & 3));

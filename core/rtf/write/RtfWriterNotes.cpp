@@ -16,10 +16,12 @@ void RtfWriter::setNotes(const MVRTextRtfNotes &notes, RtfContentSource contents
     m_contents = std::move(contents);
     m_edges.reserve(static_cast<std::size_t>(notes.size()) * 2);
     for (int i = 0; i < notes.size(); ++i) {
-        const MVRTextRtfNote &note = notes.at(i);
+        MVRTextRtfNote &note = m_notes[i];
+        note.start = qMax(0, note.start);
+        note.end = qMax(note.start, note.end);
         if (note.kind == MVRTextRtfNote::Comment && note.start < note.end)
             m_edges.push_back({note.start, true, i});
-        m_edges.push_back({qMax(note.start, note.end), false, i});
+        m_edges.push_back({note.end, false, i});
     }
     // Where notes touch, the one ends before the other begins.
     std::sort(m_edges.begin(), m_edges.end(), [](const NoteEdge &a, const NoteEdge &b) {
