@@ -36,6 +36,9 @@ private Q_SLOTS:
     void severalEdits();
     void paragraphsKeepTheirElements();
     void dualDialogue();
+    void textBesideDualDialogue();
+    void filesWithoutScript_data();
+    void filesWithoutScript();
     void filesWithoutSettings();
     void wholeFile();
 };
@@ -317,6 +320,49 @@ void TestFdxFile::dualDialogue()
     cursor.movePosition(QTextCursor::Start);
     cursor.insertFragment(fragment);
     QCOMPARE(opened.written().count("<DualDialogue>"), 1);
+}
+
+// The paragraph that dual dialogue is in has text of its own, which is read before it.
+void TestFdxFile::textBesideDualDialogue()
+{
+    const QByteArray dual
+        = "<DualDialogue><Paragraph Type=\"Character\"><Text>ADA</Text></Paragraph></DualDialogue>";
+    Opened opened(script("<Paragraph>" + dual + dual + "<Text>onetwo</Text></Paragraph>\n"));
+    QTextCursor cursor = opened.find("two");
+    cursor.setPosition(cursor.selectionStart());
+    cursor.insertBlock();
+    cursor = opened.find("ADA");
+    cursor.setPosition(cursor.selectionEnd());
+    cursor.insertBlock();
+    cursor.insertText(QStringLiteral("three"));
+    const QString text = opened.document.toPlainText();
+    QCOMPARE(text, QStringLiteral("one\ntwo\nADA\nthree\nADA"));
+    Opened again(opened.written());
+    QCOMPARE(again.document.toPlainText(), text);
+}
+
+void TestFdxFile::filesWithoutScript_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QByteArray>("expected");
+    const QByteArray root = "<FinalDraft DocumentType=\"Script\" Version=\"5\"";
+    const QByteArray content = "\n  <Content>\n    <Paragraph Type=\"Action\"><Text>one"
+                               "</Text></Paragraph>\n    <Paragraph "
+                               "Type=\"Action\"><Text>two</Text></Paragraph>\n  </Content>";
+    QTest::newRow("nothing") << root + "/>" << root + '>' + content + "\n</FinalDraft>";
+    QTest::newRow("something else") << root + ">\n  <Macros/>\n</FinalDraft>"
+                                    << root + '>' + content + "\n  <Macros/>\n</FinalDraft>";
+}
+
+// What a host puts in goes into the file.
+void TestFdxFile::filesWithoutScript()
+{
+    QFETCH(const QByteArray, file);
+    Opened opened(file);
+    QVERIFY(opened.isRead);
+    QCOMPARE(opened.written(), file);
+    QTextCursor(&opened.document).insertText(QStringLiteral("one\ntwo"));
+    QTEST(opened.written(), "expected");
 }
 
 // Many programs write paragraphs and nothing else.

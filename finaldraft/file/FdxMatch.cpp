@@ -290,9 +290,45 @@ void FdxMatch::assignContainers()
 }
 
 /*!
-    What touches the paragraphs of dual dialogue that stay in place and belongs to them stays with
-    them, and so does all between. What strayed becomes dual dialogue of its own, or none.
+    The dual dialogue that each entry belongs to, by container; -1: none. What touches the
+    paragraphs of dual dialogue that stay in place and belongs to them stays with them, and so does
+    all between, also between them and the text of the paragraph that they are in.
 */
+QVector<int> FdxMatch::dualContainers() const
+{
+    QVector<MVRTextRange> kept(m_script.containers().size(), MVRTextRange(-1, -1));
+    for (int i = 0; i < entries.size(); ++i) {
+        if (!entries[i].isInPlace)
+            continue;
+        MVRTextRange &range = kept[entries[i].container];
+        range = MVRTextRange(range.start < 0 ? i : range.start, i);
+    }
+    QVector<int> containers(entries.size(), -1);
+    const auto isPartOf = [&](int i, int wrapper) {
+        return entries[i].source == wrapper
+            || (containers[i] >= 0 && m_script.containers()[containers[i]].wrapper == wrapper);
+    };
+    for (int container = 0; container < kept.size(); ++container) {
+        const int wrapper = m_script.containers()[container].wrapper;
+        if (wrapper < 0 || kept[container].start < 0)
+            continue;
+        MVRTextRange range = kept[container];
+        while (range.start > 0 && entries[range.start - 1].container == container)
+            --range.start;
+        while (range.end + 1 < entries.size() && entries[range.end + 1].container == container)
+            ++range.end;
+        int before = range.start - 1;
+        while (before >= 0 && !entries[before].isInPlace && containers[before] < 0)
+            --before;
+        if (before >= 0 && isPartOf(before, wrapper))
+            range.start = before + 1;
+        for (int i = range.start; i <= range.end; ++i)
+            containers[i] = container;
+    }
+    return containers;
+}
+
+/*! What strayed from dual dialogue becomes dual dialogue of its own, or none. */
 void FdxMatch::gatherDualDialogue()
 {
     const auto dualNumber = [this](int i) {
@@ -301,24 +337,7 @@ void FdxMatch::gatherDualDialogue()
             ? format.intProperty(File::DualDialogueProperty)
             : -1;
     };
-    QVector<MVRTextRange> kept(m_script.containers().size(), MVRTextRange(-1, -1));
-    for (int i = 0; i < entries.size(); ++i) {
-        MVRTextRange &range = kept[entries[i].container];
-        if (entries[i].isInPlace)
-            range = MVRTextRange(range.start < 0 ? i : range.start, i);
-    }
-    QVector<int> containers(entries.size(), -1);
-    for (int container = 0; container < kept.size(); ++container) {
-        if (m_script.containers()[container].wrapper < 0 || kept[container].start < 0)
-            continue;
-        MVRTextRange range = kept[container];
-        while (range.start > 0 && entries[range.start - 1].container == container)
-            --range.start;
-        while (range.end + 1 < entries.size() && entries[range.end + 1].container == container)
-            ++range.end;
-        for (int i = range.start; i <= range.end; ++i)
-            containers[i] = container;
-    }
+    const QVector<int> containers = dualContainers();
     for (int i = 0; i < entries.size(); ++i) {
         const int wrapper = m_script.containers().value(entries[i].container).wrapper;
         if (containers[i] >= 0)

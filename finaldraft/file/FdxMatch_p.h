@@ -68,6 +68,7 @@ private:
     void assignContainers();
     int ownContainer(const FdxEntry &entry) const;
     void separateTitlePage();
+    QVector<int> dualContainers() const;
     void gatherDualDialogue();
     void findInPlace();
 

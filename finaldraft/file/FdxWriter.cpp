@@ -143,8 +143,10 @@ QByteArray FdxWriter::gapBefore(int position) const
 
 void FdxWriter::placeNew(int container, const QByteArray &element)
 {
-    if (container < 0 || container >= m_containers.size()) // a file without content has no place
+    if (container < 0) {
+        m_newContent += fdxNewLine(m_tree) + "    " + element;
         return;
+    }
     Container &place = m_containers[container];
     if (place.behind >= 0) {
         m_splices.append({place.behind, place.behind, gapBefore(place.modelStart) + element});
@@ -159,18 +161,25 @@ void FdxWriter::placeNew(int container, const QByteArray &element)
 
 void FdxWriter::fillContainers()
 {
-    for (int i = 0; i < m_containers.size(); ++i) {
-        const QByteArray &content = m_containers[i].content;
-        if (content.isEmpty())
-            continue;
-        const FdxElement &node = m_script.containers()[i].node;
-        const FdxTree::Span span = m_tree.span(node);
-        if (span.isEmptyTag)
-            m_splices.append({m_tree.gapStart(span.end - 2), span.end,
-                              '>' + content + fdxNewLine(m_tree) + "</" + node.name() + '>'});
-        else
-            m_splices.append({span.innerStart, span.innerStart, content});
-    }
+    for (int i = 0; i < m_containers.size(); ++i)
+        fill(m_script.containers()[i].node, m_containers[i].content);
+    if (!m_newContent.isEmpty()) // the file had no script
+        fill(m_tree.root(),
+             fdxNewLine(m_tree) + "  <Content>" + m_newContent + fdxNewLine(m_tree)
+                 + "  </Content>");
+}
+
+/*! Puts content in front of all that an element holds. */
+void FdxWriter::fill(const FdxElement &node, const QByteArray &content)
+{
+    if (content.isEmpty())
+        return;
+    const FdxTree::Span span = m_tree.span(node);
+    if (span.isEmptyTag)
+        m_splices.append({m_tree.gapStart(span.end - 2), span.end,
+                          '>' + content + fdxNewLine(m_tree) + "</" + node.name() + '>'});
+    else
+        m_splices.append({span.innerStart, span.innerStart, content});
 }
 
 /*! Types that come into the file bring their settings along. */

@@ -46,6 +46,7 @@ private:
     void placeNew(int container, const QByteArray &element);
     void passInPlace(int entry);
     void fillContainers();
+    void fill(const FdxElement &node, const QByteArray &content);
     QByteArray gapBefore(int position) const;
 
     void writeSettings();
@@ -160,6 +161,7 @@ private:
     int m_sameFormat = -1;
     FdxSplices m_splices;
     QVector<Container> m_containers;
+    QByteArray m_newContent; // of a file that has no container
     QSet<int> m_alive; // wrappers that stay, among other paragraphs
     QVector<int> m_documentNote; // for each note of the file: index in m_match.notes; -1: none
     QSet<int> m_keptNotes; // indexes in m_match.notes
