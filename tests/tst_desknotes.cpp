@@ -114,6 +114,8 @@ void TestDeskNotes::cardsMakeRoomForTheActiveOne_data()
         << List {100, 100, 100} << List {50, 20, 50} << 2 << List {20, 75, 100};
     QTest::newRow("one between") << List {100, 110, 120} << List {50, 60, 50} << 1
                                  << List {55, 110, 175};
+    QTest::newRow("one that is not there") << List {0, 0} << List {50} << 7 << List {0, 55};
+    QTest::newRow("no heights") << List {0, 0, 9} << List() << 2 << List {-5, 0, 9};
 }
 
 void TestDeskNotes::cardsMakeRoomForTheActiveOne()

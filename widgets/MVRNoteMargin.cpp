@@ -249,10 +249,10 @@ QVector<int> MVRNoteMargin::tops(const QVector<int> &wanted, const QVector<int> 
                                  int active, int distance)
 {
     QVector<int> tops = wanted;
-    const int fixed = qMax(0, active);
+    const int fixed = active < tops.size() ? qMax(0, active) : 0;
     for (int i = fixed + 1; i < tops.size(); ++i)
-        tops[i] = qMax(tops[i], tops[i - 1] + heights[i - 1] + distance);
+        tops[i] = qMax(tops[i], tops[i - 1] + heights.value(i - 1) + distance);
     for (int i = fixed - 1; i >= 0; --i)
-        tops[i] = qMin(tops[i], tops[i + 1] - distance - heights[i]);
+        tops[i] = qMin(tops[i], tops[i + 1] - distance - heights.value(i));
     return tops;
 }
