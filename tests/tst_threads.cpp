@@ -3,16 +3,27 @@
 #include "MarkedText.h"
 
 #include <bbcode/MVRBbCodeConverter.h>
+#include <core/MVRCoreUtil.h>
 #include <core/MVRDomDoc.h>
 #include <core/MVRFormat.h>
+#include <core/MVRParagraphView.h>
 #include <core/MVRSettings.h>
+#include <core/MVRTextFinder.h>
 #include <core/MVRTextRtf.h>
+#include <core/MVRTextUtil.h>
 #include <core/MVRTextXhtmlExporter.h>
 #include <core/MVRToolkit.h>
 #include <core/STextDoc.h>
+#include <finaldraft/MVRFinalDraftFile.h>
 #include <finaldraft/MVRFinalDraftReader.h>
 #include <finaldraft/MVRFinalDraftWriter.h>
+#include <finaldraft/MVRScreenplayElements.h>
+#include <pages/MVRPagePainter.h>
+#include <text/MVRNoteEdits.h>
+#include <text/MVRNoteHighlighter.h>
+#include <text/MVRNotesFilter.h>
 #include <text/MVRTextDoc.h>
+#include <text/MVRWordCounter.h>
 
 #include <QBuffer>
 #include <QLoggingCategory>
@@ -39,6 +50,7 @@ private Q_SLOTS:
     void initTestCase();
     void worksInManyThreads_data();
     void worksInManyThreads();
+    void readsSettingsThatChange();
 
 private:
     QTemporaryDir m_dir;
@@ -157,6 +169,55 @@ QString screenplays()
     return QString::number(isRead + isWritten + isXml) + script.toPlainText().left(2000);
 }
 
+/*! Files that stay themselves, and their pages. */
+QString pages()
+{
+    QFile file(QStringLiteral(MVR_SOURCE_DIR "/examples/screenplay.fdx"));
+    MVRFinalDraftFile script;
+    QTextDocument document;
+    const bool isRead
+        = file.open(QIODevice::ReadOnly) && script.load(&file) && script.read(&document);
+    QTextCursor(&document).insertText(QStringLiteral("x"));
+    QBuffer written;
+    QBuffer pdf;
+    MVRScreenplay screenplay;
+    const bool isWritten = written.open(QIODevice::WriteOnly) && pdf.open(QIODevice::WriteOnly)
+        && script.write(&written, &document)
+        && MVRScreenplay::fromFinalDraft(&script, &document, &screenplay, nullptr);
+    MVRScreenplayPages composed(screenplay);
+    composed.keepPages(1, 2);
+    const bool isPdf = MVRPagePainter::writePdf(&pdf, composed, QStringLiteral("title"));
+    const MVRScreenplayElements elements(script.elementSettings());
+    elements.cycle(QTextCursor(&document), 1);
+    return QString::number(isRead + isWritten + isPdf) + QString::number(composed.pages().size())
+        + QString::fromUtf8(written.data()) + MVRScreenplayElements::elementOf(document.begin());
+}
+
+/*! What shows and edits the notes of a document, in the document's thread. */
+QString views()
+{
+    QTextDocument document;
+    fillWithNotes(&document);
+    MVRNotesModel model;
+    model.setDocument(&document);
+    MVRNotesFilter filter(&model);
+    const MVRNoteHighlighter highlighter(&document);
+    const MVRWordCounter counter(&document);
+    MVRParagraphView view(&document);
+    view.setTextWidth(300);
+    MVRNoteEdits::add(select(&document, 24, 27), MVRTextNote::Comment, QStringLiteral("new"));
+    MVRNoteEdits::moveToText(&document, QTextCursor());
+    MVRNoteEdits::trim(&document);
+    MVRNoteEdits::footnotesToEndNotes(&document);
+    const MVRTextNotes notes = MVRTextDoc::notes(&document);
+    QString said = QString::number(filter.rowCount()) + QString::number(counter.words().all);
+    for (const MVRTextNote &note : notes)
+        said += note.text(document) + note.contentHtml(document);
+    MVRTextFinder::findAllAnchors(QTextCursor(&document), false);
+    MVRTextUtil::trim(&document, true, 0, 0, nullptr);
+    return said + document.toPlainText() + QString::number(MVRCoreUtil::CreateUUID().size());
+}
+
 QString documents()
 {
     QTextDocument document;
@@ -192,7 +253,38 @@ void TestThreads::worksInManyThreads_data()
     QTest::newRow("markup") << Job(markup);
     QTest::newRow("RTF") << Job(rtf);
     QTest::newRow("screenplays") << Job(screenplays);
+    QTest::newRow("pages") << Job(pages);
+    QTest::newRow("views") << Job(views);
     QTest::newRow("documents") << Job(documents);
+}
+
+/*! One thread changes settings while the others read them. */
+void TestThreads::readsSettingsThatChange()
+{
+    mvrOptions().setFileName(m_dir.filePath(QStringLiteral("changing.ini")));
+    const QColor colors[] = {Qt::red, Qt::green};
+    std::atomic<bool> isEnding {false};
+    std::thread writer([&] {
+        for (int i = 0; !isEnding; ++i) {
+            mvrOptions().setValue(MVRSettings::CommentColorSetting, colors[i % 2]);
+            mvrOptions().setValue(MVRSettings::WordSearchSetting, i % 3 == 0);
+            if (i % 7 == 0)
+                mvrOptions().remove(MVRSettings::WordSearchSetting);
+        }
+    });
+    std::atomic<int> odd {0};
+    mvrOptions().setValue(MVRSettings::CommentColorSetting, colors[0]);
+    runTogether([&] {
+        for (int i = 0; i < 200; ++i) {
+            const QColor color = mvrOptions().value(MVRSettings::CommentColorSetting);
+            odd += color != colors[0] && color != colors[1];
+            notes();
+        }
+        return QString();
+    });
+    isEnding = true;
+    writer.join();
+    QCOMPARE(odd.load(), 0);
 }
 
 void TestThreads::worksInManyThreads()
