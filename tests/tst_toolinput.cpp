@@ -22,6 +22,8 @@ private Q_SLOTS:
     void neverOverwritesItsInput();
     void survivesHostileFiles_data();
     void survivesHostileFiles();
+    void boundsMarkdown_data();
+    void boundsMarkdown();
     void fetchesNoPictures();
 };
 
@@ -173,6 +175,42 @@ void TestToolInput::fetchesNoPictures()
                  .exitCode,
              0);
     QVERIFY(QImage(output).allGray());
+}
+
+void TestToolInput::boundsMarkdown_data()
+{
+    QTest::addColumn<QByteArray>("markdown");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("says");
+
+    const auto row
+        = [](const char *name, const QByteArray &markdown, const QByteArray &text,
+             const QByteArray &says) { QTest::newRow(name) << markdown << text << says; };
+    row("notes with a thousand marks",
+        repeated("a[^1]", 50000) + "\n\n[^1]: " + repeated("note ", 1000) + '\n', "aaa",
+        " repeated notes");
+    row("cells of a line", '|' + repeated("a|", 1500) + "\n|" + repeated("-|", 1500) + '\n',
+        "|a|a|", "");
+    row("cells that are not there",
+        '|' + repeated("a|", 900) + "\n|" + repeated("-|", 900) + '\n' + repeated("|b|\n", 1000),
+        "|b|", "");
+    row("pictures of a paragraph", repeated("![a](b) ", 1500), "!a !a", "1000 pictures");
+    row("title with a thousand lines", "---\n" + repeated("title: x\n", 1500) + "---\n\na",
+        "title: x", "");
+}
+
+/*! What goes beyond is text, or left out, which is said. */
+void TestToolInput::boundsMarkdown()
+{
+    QFETCH(const QByteArray, markdown);
+    QFETCH(const QByteArray, text);
+    QFETCH(const QByteArray, says);
+
+    write(QStringLiteral("a.md"), markdown);
+    const Run run = mvrtext("convert a.md a.txt", m_folder->path());
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY(read(QStringLiteral("a.txt")).contains(text));
+    QVERIFY2(run.errors.contains(says), run.errors.constData());
 }
 
 QTEST_GUILESS_MAIN(TestToolInput)

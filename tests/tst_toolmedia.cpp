@@ -42,6 +42,7 @@ private Q_SLOTS:
     void countsWhatIsLeftOut();
     void opensPicturesThatAreAskedFor();
     void opensNothingButPictures();
+    void boundsPicturesOfAPage();
     void takesPicturesFromPages();
     void showsNestedListsOnce();
     void makesPunctuationTypographic();
@@ -145,6 +146,24 @@ void TestToolMedia::opensNothingButPictures()
     write(QStringLiteral("in.md"), "![a](pipe.png) ![b](drawing.png)\n");
     const Run run = shell("mkfifo pipe.png; timeout 20 $T convert --media-from . in.md out.rtf");
     QVERIFY2(run.errors.contains("2 pictures not opened"), run.errors.constData());
+}
+
+/*! A page that shows a picture often holds it as often. */
+void TestToolMedia::boundsPicturesOfAPage()
+{
+    QImage noise(300, 300, QImage::Format_RGB32);
+    quint32 next = 1;
+    for (int y = 0; y < noise.height(); ++y) {
+        for (int x = 0; x < noise.width(); ++x) {
+            next = next * 1664525 + 1013904223;
+            noise.setPixel(x, y, next >> 8);
+        }
+    }
+    QVERIFY(noise.save(path(QStringLiteral("noise.png"))));
+    write(QStringLiteral("in.md"), QByteArray("a ![b](noise.png)\n\n").repeated(1000));
+    const Run run = mvrtext("convert --media-from . in.md out.html", m_folder->path());
+    QVERIFY2(run.errors.contains("1000 pictures left out"), run.errors.constData());
+    QVERIFY(read(QStringLiteral("out.html")).size() < 1000000);
 }
 
 // What the tool itself writes into a page, and others do.

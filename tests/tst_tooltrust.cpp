@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "ToolRun.h"
 
+#include <QRegularExpression>
 #include <QtTest>
 
 /*! What comes from outside: hostile documents, and a system that refuses. */
@@ -12,6 +13,8 @@ private Q_SLOTS:
     void init();
     void writesNoForeignMarkup_data();
     void writesNoForeignMarkup();
+    void keepsTargets_data();
+    void keepsTargets();
     void boundsHtml_data();
     void boundsHtml();
     void saysFaultsOfTheSystem_data();
@@ -72,6 +75,43 @@ void TestToolTrust::writesNoForeignMarkup()
     QVERIFY2(!written.contains("&quot;a&quot;"), written.constData());
     if (file.endsWith(QLatin1String("html")))
         QVERIFY2(written.contains("<title>T &amp; J&lt;/title"), written.constData());
+}
+
+void TestToolTrust::keepsTargets_data()
+{
+    QTest::addColumn<QString>("format");
+    for (const char *format : {"rtf", "md", "html"})
+        QTest::newRow(format) << QString::fromLatin1(format);
+}
+
+/*! What would end a target in a format comes back from it. */
+void TestToolTrust::keepsTargets()
+{
+    QFETCH(const QString, format);
+    const QByteArrayList targets {
+        "http://a/\"q\"", "http://a/b\\c\\", "http://a/}{b}",         "http://a/b c",
+        "\\\\host\\l",    "x\" \\o \"y",     "http://a/\xc3\xbc)(<>", "\\l"};
+    QByteArray html;
+    for (const QByteArray &target : targets) {
+        html += "<p>a <a href=\"" + QString::fromUtf8(target).toHtmlEscaped().toUtf8()
+            + "\">b</a> c</p>";
+    }
+    write(QStringLiteral("in.html"), html);
+    const Run run = shell("$T convert in.html a." + format.toUtf8() + " && $T convert a."
+                          + format.toUtf8() + " out.html");
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
+    QByteArrayList found;
+    const QString written = QString::fromUtf8(read(QStringLiteral("out.html")));
+    const QRegularExpression link(QStringLiteral("<a href=\"([^\"]*)\""));
+    for (auto links = link.globalMatch(written); links.hasNext();) {
+        found << links.next()
+                     .captured(1)
+                     .toUtf8()
+                     .replace("&lt;", "<")
+                     .replace("&gt;", ">")
+                     .replace("&quot;", "\"");
+    }
+    QCOMPARE(found, targets);
 }
 
 void TestToolTrust::boundsHtml_data()
