@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/MVRDomDoc.h>
 
+#include <core/document/Devices_p.h>
 #include <core/xml/XmlText_p.h>
 #include <core/xml/XmlTreeReader_p.h>
 #include <core/xml/XmlTreeWriter_p.h>
@@ -209,5 +210,5 @@ bool MVRDomDoc::setAttr(const QString &name, int value, const QString &path, boo
 bool MVRDomDoc::save(QIODevice &device) const
 {
     const QByteArray text = xmlTreeText(m_document);
-    return device.write(text) == text.size();
+    return device.write(text) == text.size() && isFlushed(device);
 }

@@ -10,6 +10,7 @@
 #include <finaldraft/file/FdxWriter_p.h>
 
 #include <core/STextDoc.h>
+#include <core/document/Devices_p.h>
 #include <core/document/EditBlock_p.h>
 #include <core/document/UndoRecordingOff_p.h>
 #include <text/MVRTextDoc.h>
@@ -204,7 +205,9 @@ bool MVRFinalDraftFile::write(QIODevice *device, const QTextDocument *document)
 {
     if (!device || !document)
         return false;
-    return isLoaded() ? m_d->write(device, document) : m_d->writeWhole(device, document);
+    const bool isWritten
+        = isLoaded() ? m_d->write(device, document) : m_d->writeWhole(device, document);
+    return isWritten && isFlushed(*device);
 }
 
 void MVRFinalDraftFile::setElements(const QList<MVRScriptElement> &elements)

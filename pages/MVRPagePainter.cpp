@@ -4,6 +4,8 @@
 #include <pages/MVRScreenplayFace.h>
 #include <pages/ShapedText_p.h>
 
+#include <core/document/Devices_p.h>
+
 #include <QBuffer>
 #include <QPageSize>
 #include <QPainter>
@@ -227,5 +229,5 @@ bool MVRPagePainter::writePdf(QIODevice *device, const MVRScreenplayPages &pages
         if (drawn)
             drawn(i + 1);
     }
-    return painter.end() && device->write(file.data()) == file.size();
+    return painter.end() && device->write(file.data()) == file.size() && isFlushed(*device);
 }

@@ -6,6 +6,7 @@
 #include <core/MVRParagraphView.h>
 #include <core/MVRTextFinder.h>
 #include <finaldraft/MVRFinalDraftFile.h>
+#include <finaldraft/MVRFinalDraftWriter.h>
 #include <finaldraft/MVRScreenplayElements.h>
 #include <pages/MVRPagePainter.h>
 #include <text/MVRNoteEdits.h>
@@ -20,6 +21,7 @@
 #include <QStandardPaths>
 #include <QtTest>
 
+#include <functional>
 #include <limits>
 #include <memory>
 
@@ -48,6 +50,7 @@ private Q_SLOTS:
     void setsUpNoElements();
     void opensNoFile();
     void showsNoParagraphs();
+    void saysThatTheDiskIsFull();
     void composesOddPages_data();
     void composesOddPages();
 };
@@ -310,6 +313,31 @@ void TestMisuse::showsNoParagraphs()
     QCOMPARE(document.toPlainText(), QStringLiteral("one"));
 }
 
+/*! A file keeps the last of what is written back: it is told all the same. */
+void TestMisuse::saysThatTheDiskIsFull()
+{
+    QTextDocument document(QStringLiteral("INT. HOUSE\nSome words of action."));
+    const auto write = [&](const std::function<bool(QIODevice *)> &writer) {
+        QFile full(QStringLiteral("/dev/full"));
+        return full.open(QIODevice::WriteOnly) && writer(&full);
+    };
+    if (!QFile::exists(QStringLiteral("/dev/full")))
+        QSKIP("no disk is full");
+    QVERIFY(
+        !write([&](QIODevice *device) { return MVRFinalDraftFile().write(device, &document); }));
+    QVERIFY(!write(
+        [&](QIODevice *device) { return MVRFinalDraftWriter().write(device, &document, {}); }));
+    QVERIFY(!MVRFinalDraftWriter().write(QStringLiteral("/dev/full"), &document, {}));
+    QVERIFY(!write([&](QIODevice *device) {
+        const MVRScreenplayPages pages(MVRScreenplay::fromDocument(document, 0));
+        return MVRPagePainter::writePdf(device, pages, QString());
+    }));
+    QVERIFY(!write([](QIODevice *device) {
+        MVRDomDoc tree;
+        return tree.setContent(QStringLiteral("<a/>")) && tree.save(*device);
+    }));
+}
+
 void TestMisuse::composesOddPages_data()
 {
     QTest::addColumn<double>("length");
@@ -343,9 +371,6 @@ void TestMisuse::composesOddPages()
     QBuffer pdf;
     QVERIFY(pdf.open(QIODevice::WriteOnly));
     MVRPagePainter::writePdf(&pdf, pages, QString(), QStringLiteral("x"));
-    QFile full(QStringLiteral("/dev/full"));
-    if (full.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        QVERIFY(!MVRPagePainter::writePdf(&full, pages, QString()));
 }
 
 QTEST_MAIN(TestMisuse)
