@@ -135,6 +135,8 @@ RTF = {
     "unicode with long fallback": repeated(R + "\\uc99", "\\u1087?", "}"),
     "fallback counts": repeated(R, "\\uc%d\\u1087?", "}"),
     "fallback of groups": repeated(R + "\\uc1000000\\u1087 ", "{a}", "}"),
+    "no paper": repeated(R + "\\paperw1\\paperh9 ", "a\\par ", "}"),
+    "pages of an inch": repeated(R + "\\paperw1440\\paperh1440 ", "{\\b a}\\par ", "}"),
     "half pairs": repeated(R, "\\u-10179?", "}"),
     "bytes": repeated(R, "\\bin3 abc", "}"),
     "bytes without end": repeated(R, "\\bin2000000000 a"),
@@ -321,6 +323,10 @@ HTML = {
     "spans over rows": repeated(H + "<table>", "<tr><td rowspan=1000>a</td></tr>", "</table>"),
     "rows and a wide row": halves(H + "<table>", "<tr><td>a</td></tr>", "<tr>", "<td>b</td>",
                                   "</tr></table>"),
+    "cells of odd spacing": repeated(
+        H, "<table cellspacing=-1e308 cellpadding=-%d><tr><td style='padding:1e%dpx'>a</table>"),
+    "deep lists": repeated(H, "<ul style='-qt-list-indent:%d99999'><li>a</ul>"),
+    "halves of pairs": repeated(H, "<b>&#xD83D;</b>a"),
     "column groups": repeated(H + "<table>", "<col span=999>", "<tr><td>a</td></tr></table>"),
     "style rules": repeated("<style>", "p.c%d{color:red}", "</style>" + H + "<p>a</p>"),
     "style rules and paragraphs": halves("<style>", "p.c%d{color:red}", "</style>" + H,
@@ -461,7 +467,8 @@ def shapes():
         "rtf-endnotes": ("footnotes", "footnotes apart", "footnotes in one word",
                          "codes of footnotes"),
         "rtf-pdf": ("numbers", "rows", "paragraphs", "one paragraph of formats", "one word",
-                    "footnotes", "footnotes apart", "long footnote"),
+                    "footnotes", "footnotes apart", "long footnote", "no paper",
+                    "pages of an inch"),
         "rtf-odt": ("one paragraph of formats", "rows"),
         "rtf-md": ("footnotes apart", "one paragraph of formats", "rows", "tabs in a paragraph"),
         "rtf-notes": ("footnotes apart", "annotations"),
@@ -473,7 +480,8 @@ def shapes():
         yield "fdx: " + name, "fdx-rtf", FDX[name]
         yield "fdx: " + name, "fdx-pdf", FDX[name]
     for command in ("html-odt", "html-pdf"):
-        for name in ("cells", "rows", "lists", "spans"):
+        for name in ("cells", "rows", "lists", "spans", "cells of odd spacing", "deep lists",
+                     "halves of pairs"):
             yield "html: " + name, command, HTML[name]
     for command in ("md-md", "md-html"):
         for name in ("footnotes", "footnotes in one word", "comments", "tables", "emphasis"):

@@ -2,6 +2,7 @@
 #include "ToolRun.h"
 
 #include <QRegularExpression>
+#include <QXmlStreamReader>
 #include <QtTest>
 
 /*! What comes from outside: hostile documents, and a system that refuses. */
@@ -25,6 +26,9 @@ private Q_SLOTS:
     void laysOutLongWords();
     void laysOutNotesOneByOne();
     void laysOutThousandsOfPages();
+    void takesAnyLength_data();
+    void takesAnyLength();
+    void writesAnyTextAsXml();
 };
 
 namespace {
@@ -304,6 +308,67 @@ void TestToolTrust::laysOutNotesOneByOne()
                     "{\\rtf1 " + repeated("a{\\footnote b} ", 12000) + "\\par}");
     const Run run = shell("ulimit -v 220000; $T convert in.rtf out.pdf"); // 13 KB for each note
     QVERIFY2(run.exitCode == 0, run.errors.constData());
+}
+
+void TestToolTrust::takesAnyLength_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("pages");
+
+    const auto rtf = [](const char *name, const QByteArray &body, int pages) {
+        QTest::newRow(name) << "rtf" << QByteArray("{\\rtf1 " + body + "}") << pages;
+    };
+    const auto cell = [](const char *name, const QByteArray &table, const QByteArray &own) {
+        QTest::newRow(name) << "html"
+                            << "<table " + table + "><tr><td " + own + ">a</table>" << 1;
+    };
+    rtf("no paper", "\\paperw1\\paperh9 a", 1);
+    rtf("paper of less than nothing", "\\paperw0\\paperh-360 a", 1);
+    rtf("paper as high as margins", "\\paperw14400\\paperh2880 a", 1);
+    rtf("more pages than any text has", "\\paperw14400\\paperh1440 " + repeated("a\\par ", 15000),
+        0);
+    cell("spacing", "cellspacing=-1e308", "");
+    cell("padding", "cellpadding=-1e308", "");
+    cell("no number", "cellspacing=nan", "");
+    cell("padding of a cell", "", "style='padding:-1e308px'");
+    QTest::newRow("depth of a list")
+        << "html" << QByteArray("<ul style='-qt-list-indent:99999999'><li>a</ul>") << 1;
+}
+
+/*! A layout takes minutes and all memory for some, and so does the toolkit's writer of ODT. */
+void TestToolTrust::takesAnyLength()
+{
+    QFETCH(const QString, format);
+    QFETCH(const QByteArray, content);
+    QFETCH(const int, pages);
+
+    m_folder->write(QStringLiteral("in.") + format, content);
+    const Run run = shell("ulimit -t 20; $T info in." + format.toLatin1() + " && $T convert in."
+                          + format.toLatin1() + " out.odt");
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
+    QVERIFY2(run.output.contains("pages               " + QByteArray::number(pages) + '\n'),
+             run.output.constData());
+}
+
+void TestToolTrust::writesAnyTextAsXml()
+{
+    m_folder->write(QStringLiteral("in.html"),
+                    "<p>a&#xFFFF;<a href='x&#xFFFE;y'>b</a>&#xDFFF;c<b>d&#xD83D;</b>e&#128512;");
+    Run run = shell("$T convert in.html out.fdx && $T convert in.html out.odt");
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
+    QVERIFY(m_folder->read(QStringLiteral("out.fdx")).contains(">a\xef\xbf\xbd"));
+    run = shell("python3 -m zipfile -e out.odt odt");
+    if (!run.errors.isEmpty())
+        QSKIP("There is no python3 to unpack the file.");
+    QXmlStreamReader xml(m_folder->read(QStringLiteral("odt/content.xml")));
+    QString text;
+    while (!xml.atEnd()) {
+        if (xml.readNext() == QXmlStreamReader::Characters)
+            text += xml.text();
+    }
+    QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+    QVERIFY2(text.contains(QStringLiteral("abcde\U0001F600")), qPrintable(text));
 }
 
 QTEST_GUILESS_MAIN(TestToolTrust)

@@ -285,7 +285,7 @@ QByteArray fdxEscaped(QStringView text, const QByteArray &newLine)
             escaped += QLatin1String("&gt;");
         else if (code == lineSeparator)
             escaped += QString::fromLatin1(newLine);
-        else if (code < 0x20 && code != '\t') // XML has no way to write them
+        else if ((code < 0x20 && code != '\t') || code >= 0xfffe) // XML cannot write them
             escaped += QChar(QChar::ReplacementCharacter);
         else
             escaped += character;

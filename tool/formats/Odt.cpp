@@ -10,10 +10,15 @@
 #include <core/document/FormatEdits_p.h>
 #include <core/document/PointSize_p.h>
 #include <core/document/SafeHtml_p.h>
+#include <core/xml/XmlText_p.h>
 
 #include <QBuffer>
+#include <QSet>
 #include <QTextDocumentWriter>
+#include <QTextList>
 #include <QTextTable>
+
+#include <algorithm>
 
 namespace {
 
@@ -55,11 +60,81 @@ void leaveWidthsOfManyColumns(QTextDocument *text)
     }
 }
 
+QVariant withoutOddCharacters(const QVariant &value)
+{
+    if (value.userType() == QMetaType::QString)
+        return xmlText(value.toString());
+    if (value.userType() != QMetaType::QStringList)
+        return value;
+    QStringList texts = value.toStringList();
+    std::transform(texts.begin(), texts.end(), texts.begin(), xmlText);
+    return texts;
+}
+
+/*! A part of the text that XML cannot hold as it is. */
+struct OddText
+{
+    int start;
+    int end;
+    QString text;
+    QTextCharFormat format;
+};
+
+// Qt's writer gets out of step at half a surrogate pair, and writes control characters.
+void dropOddCharacters(QTextDocument *text)
+{
+    changeAllFormats(text, [](QTextCharFormat &format) {
+        const QMap<int, QVariant> properties = format.properties();
+        for (auto property = properties.cbegin(); property != properties.cend(); ++property)
+            format.setProperty(property.key(), withoutOddCharacters(*property));
+    });
+    QVector<OddText> odd;
+    for (QTextBlock block = text->begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment part = it.fragment();
+            const QString clean = xmlText(part.text());
+            if (clean.size() != part.length())
+                odd.append(
+                    {part.position(), part.position() + part.length(), clean, part.charFormat()});
+        }
+    }
+    const EditBlock edit(text); // outside of one, Qt looks through the paragraph for each change
+    QTextCursor cursor(text);
+    for (auto part = odd.crbegin(); part != odd.crend(); ++part) {
+        cursor.setPosition(part->start);
+        cursor.setPosition(part->end, QTextCursor::KeepAnchor);
+        cursor.insertText(part->text, part->format);
+    }
+}
+
+// Qt's writer opens a list in a list for each step of an indent.
+void boundLists(QTextDocument *text)
+{
+    constexpr int deepest = 10; // of the levels of ODT
+    QSet<QTextList *> seen;
+    for (QTextBlock block = text->begin(); block.isValid(); block = block.next()) {
+        QTextList *list = block.textList();
+        if (!list || seen.contains(list))
+            continue;
+        seen.insert(list);
+        QTextListFormat format = list->format();
+        format.setIndent(qMin(format.indent(), deepest));
+        for (const int affix : {QTextFormat::ListNumberPrefix, QTextFormat::ListNumberSuffix}) {
+            if (format.hasProperty(affix))
+                format.setProperty(affix, xmlText(format.stringProperty(affix)));
+        }
+        if (format != list->format())
+            list->setFormat(format);
+    }
+}
+
 bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
 {
     prepareForQt(document, options.paperOrLetter(), pixelsPerPoint);
     dropScriptLinks(&document.text);
     nameFonts(&document.text);
+    dropOddCharacters(&document.text);
+    boundLists(&document.text);
     leaveWidthsOfManyColumns(&document.text);
     QBuffer buffer(bytes);
     buffer.open(QIODevice::WriteOnly);

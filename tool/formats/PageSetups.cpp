@@ -19,10 +19,16 @@ PageSetup pageSetupFor(const Document &document, const WriteOptions &options)
     const QMarginsF margins(
         length("left", setup.margins.left()), length("top", setup.margins.top()),
         length("right", setup.margins.right()), length("bottom", setup.margins.bottom()));
-    // Margins of another paper may leave nothing of this one.
-    if (margins.left() + margins.right() <= setup.paper.width() * 2.0 / 3.0
-        && margins.top() + margins.bottom() <= setup.paper.height() * 2.0 / 3.0)
+    // Margins of another paper may leave nothing of this one, nor those of an inch of a small one.
+    const double mostBeside = setup.paper.width() / 3.0;
+    const double mostAbove = setup.paper.height() / 3.0;
+    if (margins.left() + margins.right() <= 2.0 * mostBeside
+        && margins.top() + margins.bottom() <= 2.0 * mostAbove)
         setup.margins = margins;
+    else
+        setup.margins = QMarginsF(
+            qMin(setup.margins.left(), mostBeside), qMin(setup.margins.top(), mostAbove),
+            qMin(setup.margins.right(), mostBeside), qMin(setup.margins.bottom(), mostAbove));
     setup.hasNumbers = options.hasPageNumbers;
     setup.hasCommentsInMargin = options.hasCommentsInMargin;
     setup.watermark = options.watermark;

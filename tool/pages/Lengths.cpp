@@ -15,6 +15,14 @@
 
 namespace {
 
+constexpr double maxLength = 1.0e5; // of any unit: more than paper has
+
+// HTML takes any number for a length. A layout does not come back from all of them.
+double bounded(double length, double least = -maxLength)
+{
+    return std::isnan(length) ? 0.0 : qBound(least, length, maxLength);
+}
+
 struct Span
 {
     int start;
@@ -28,45 +36,48 @@ QTextBlockFormat scaled(QTextBlockFormat format, double factor)
          {QTextFormat::BlockLeftMargin, QTextFormat::BlockRightMargin, QTextFormat::BlockTopMargin,
           QTextFormat::BlockBottomMargin, QTextFormat::TextIndent}) {
         if (format.hasProperty(length))
-            format.setProperty(length, format.doubleProperty(length) * factor);
+            format.setProperty(length, bounded(format.doubleProperty(length) * factor));
     }
     QList<QTextOption::Tab> tabs = format.tabPositions();
     if (!tabs.isEmpty()) {
         for (QTextOption::Tab &tab : tabs)
-            tab.position *= factor;
+            tab.position = bounded(tab.position * factor);
         format.setTabPositions(tabs);
     }
     const int heightType = format.lineHeightType();
     if (heightType != QTextBlockFormat::SingleHeight
         && heightType != QTextBlockFormat::ProportionalHeight)
-        format.setLineHeight(format.lineHeight() * factor, heightType);
+        format.setLineHeight(bounded(format.lineHeight() * factor), heightType);
     return format;
 }
 
-void scaleProperties(QTextFormat &format, std::initializer_list<int> properties, double factor)
+void scaleProperties(QTextFormat &format, std::initializer_list<int> properties, double factor,
+                     double least)
 {
     for (const int property : properties) {
         const QVariant value = format.property(property);
         if (value.userType() == QMetaType::Double)
-            format.setProperty(property, value.toDouble() * factor);
+            format.setProperty(property, bounded(value.toDouble() * factor, least));
     }
 }
 
 QTextLength scaled(const QTextLength &length, double factor)
 {
-    return length.type() == QTextLength::FixedLength
-        ? QTextLength(QTextLength::FixedLength, length.rawValue() * factor)
-        : length;
+    const bool isFixed = length.type() == QTextLength::FixedLength;
+    return QTextLength(length.type(), bounded(length.rawValue() * (isFixed ? factor : 1.0)));
 }
 
 void scaleFrame(QTextFrameFormat &format, double factor)
 {
     scaleProperties(format,
-                    {QTextFormat::FrameBorder, QTextFormat::FrameMargin, QTextFormat::FramePadding,
-                     QTextFormat::FrameTopMargin, QTextFormat::FrameBottomMargin,
-                     QTextFormat::FrameLeftMargin, QTextFormat::FrameRightMargin,
+                    {QTextFormat::FrameMargin, QTextFormat::FrameTopMargin,
+                     QTextFormat::FrameBottomMargin, QTextFormat::FrameLeftMargin,
+                     QTextFormat::FrameRightMargin},
+                    factor, -maxLength);
+    scaleProperties(format,
+                    {QTextFormat::FrameBorder, QTextFormat::FramePadding,
                      QTextFormat::TableCellSpacing, QTextFormat::TableCellPadding},
-                    factor);
+                    factor, 0.0);
     format.setWidth(scaled(format.width(), factor));
     format.setHeight(scaled(format.height(), factor));
 }
@@ -83,7 +94,7 @@ void scaleCells(QTextTable &table, double factor)
                              QTextFormat::TableCellLeftPadding, QTextFormat::TableCellRightPadding,
                              QTextFormat::TableCellTopBorder, QTextFormat::TableCellBottomBorder,
                              QTextFormat::TableCellLeftBorder, QTextFormat::TableCellRightBorder},
-                            factor);
+                            factor, 0.0);
             const bool isOwn = cell.row() == row && cell.column() == column;
             if (isOwn && format != before)
                 cell.setFormat(format);
@@ -122,7 +133,7 @@ void scalePictures(QTextDocument &document, double factor)
             return;
         for (const int side : {QTextFormat::ImageWidth, QTextFormat::ImageHeight}) {
             if (format.doubleProperty(side) > 0.0)
-                format.setProperty(side, format.doubleProperty(side) * factor);
+                format.setProperty(side, bounded(format.doubleProperty(side) * factor));
         }
     });
 }

@@ -11,6 +11,7 @@ constexpr double pointsPerPixel = 72.0 / 96.0;
 /*!
     Multiplies margins, indents, tab stops and fixed line heights of all paragraphs, the widths,
     margins and borders of tables and frames, the step of indents, and the sizes that pictures say.
+    None becomes longer than paper can be, and no border, padding or spacing less than nothing.
 */
 void scaleLengths(QTextDocument &document, double factor);
 

@@ -59,6 +59,7 @@ public:
     QVector<PageSlice> cut();
 
 private:
+    bool isFull() const { return m_slices.size() > mostPages; }
     double footHeight(double notes, double most) const
     {
         const double height = m_notes.nextHeight(notes, most);
@@ -148,7 +149,7 @@ void PageCutter::appendHigh(PageSlice &slice, const FlowItem &item)
     const double most = maxShareOfNotes * m_heights.body;
     HighRow row(item);
     const auto room = [&] { return m_heights.body - slice.headHeight() - footHeight(0.0, most); };
-    while (slice.bottom - slice.top > room() + slack) {
+    while (slice.bottom - slice.top > room() + slack && !isFull()) {
         PageSlice part = slice;
         part.bottom = slice.top + room();
         part.columns = row.takePart(part.bottom);
@@ -180,7 +181,7 @@ void PageCutter::append(PageSlice slice, double maxNotes)
 QVector<PageSlice> PageCutter::cut()
 {
     const double most = maxShareOfNotes * m_heights.body;
-    for (int first = 0; first < m_items.size();) {
+    for (int first = 0; first < m_items.size() && !isFull();) {
         PageSlice page = emptyPage(first);
         int next = nextFirst(page, first, true);
         page.bottom = m_items[next - 1].bottom;
@@ -195,7 +196,7 @@ QVector<PageSlice> PageCutter::cut()
         append(page, most);
         first = next;
     }
-    while (m_notes.due() > m_notes.shown() + slack) {
+    while (m_notes.due() > m_notes.shown() + slack && !isFull()) {
         PageSlice rest;
         rest.top = rest.bottom = rest.drawnTop = m_slices.last().bottom;
         rest.start = rest.end = m_slices.last().end;

@@ -189,6 +189,10 @@ void Pages::cut()
     m_slices = cutPages(items, m_noteCuts, {m_body.height(), noteGap});
     if (m_slices.isEmpty())
         m_slices.append(PageSlice());
+    if (m_slices.size() > mostPages) {
+        m_slices.clear();
+        return;
+    }
     m_commentsOfPage.resize(m_slices.size());
     TextPlaces places(m_text);
     for (int i = 0; i < int(m_notes.comments.size()); ++i) {

@@ -23,6 +23,11 @@ constexpr LengthRow lengthRows[]
     = {{"width", &RtfPage::width}, {"height", &RtfPage::height}, {"left", &RtfPage::left},
        {"right", &RtfPage::right}, {"top", &RtfPage::top},       {"bottom", &RtfPage::bottom}};
 
+double leastOf(const LengthRow &row)
+{
+    return row.length == &RtfPage::width || row.length == &RtfPage::height ? minPage : 0.0;
+}
+
 void setLength(double points, double min, double max, int *twips)
 {
     if (points >= min && points <= max)
@@ -31,11 +36,15 @@ void setLength(double points, double min, double max, int *twips)
 
 } // namespace
 
+// A side that no paper has would make pages without end.
 QVariantMap RtfPage::toMap() const
 {
+    RtfPage page;
     QVariantMap lengths;
-    for (const LengthRow &row : lengthRows)
-        lengths.insert(QLatin1String(row.name), this->*row.length / 20.0);
+    for (const LengthRow &row : lengthRows) {
+        setLength(this->*row.length / 20.0, leastOf(row), maxPage, &(page.*row.length));
+        lengths.insert(QLatin1String(row.name), page.*row.length / 20.0);
+    }
     return lengths;
 }
 
@@ -44,10 +53,9 @@ void RtfPage::setFromMap(const QVariantMap &lengths)
     if (lengths.isEmpty()) // as for each note
         return;
     for (const LengthRow &row : lengthRows) {
-        const bool isSide = row.length == &RtfPage::width || row.length == &RtfPage::height;
         const QVariant points = lengths.value(QLatin1String(row.name));
         if (points.isValid())
-            setLength(points.toDouble(), isSide ? minPage : 0, maxPage, &(this->*row.length));
+            setLength(points.toDouble(), leastOf(row), maxPage, &(this->*row.length));
     }
 }
 

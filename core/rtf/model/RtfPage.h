@@ -20,7 +20,7 @@ struct RtfPage
     int top = 1440;
     int bottom = 1440;
 
-    /*! As MVRTextRtf::pageProperty holds it, in points. */
+    /*! As MVRTextRtf::pageProperty holds it, in points; letter's sides for those out of range. */
     QVariantMap toMap() const;
     /*! What is out of range or missing stays as it is here. */
     void setFromMap(const QVariantMap &lengths);
