@@ -79,7 +79,10 @@ QTextCharFormat RunInserter::charFormat(const TextAttr &attr, const QTextCharFor
     }
     if (m_formats.size() == maxFormats)
         m_formats.clear();
-    QTextCharFormat format = attr.toCharFormat();
+    TextAttr shown = attr;
+    if (!m_fonts.take(attr.font))
+        shown.font.clear();
+    QTextCharFormat format = shown.toCharFormat();
     format.merge(elementFormat);
     m_formats.append({attr, elementFormat, format});
     return format;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <core/document/BoundedNames_p.h>
 #include <finaldraft/MVRFinalDraft.h>
 
 #include <QTextCursor>
@@ -58,4 +59,5 @@ private:
     QString m_pendingText;
     QTextCharFormat m_charFormat; // of the pending text, or that inserted last
     QVector<MadeFormat> m_formats;
+    BoundedNames m_fonts;
 };

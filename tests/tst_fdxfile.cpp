@@ -32,6 +32,7 @@ private Q_SLOTS:
     void otherEncodings();
     void runsKeepTheirAttributes_data();
     void runsKeepTheirAttributes();
+    void manyFonts();
     void severalEdits_data();
     void severalEdits();
     void paragraphsKeepTheirElements();
@@ -194,6 +195,20 @@ void TestFdxFile::runsKeepTheirAttributes()
                "<Text> cat &#38; dog</Text><Text Style=\"Bold\" X=\"1\"> run</Text></Paragraph>"));
     opened.document.find(find).insertText(with);
     QCOMPARE(opened.written(), script("<Paragraph>" + runs + "</Paragraph>"));
+}
+
+// More fonts than a document is given are in the file still.
+void TestFdxFile::manyFonts()
+{
+    QByteArray runs;
+    for (int i = 0; i < 1100; ++i)
+        runs += QByteArray("<Text Font=\"Font #\">w#.</Text>").replace('#', QByteArray::number(i));
+    const QByteArray bytes = script("<Paragraph>" + runs + "</Paragraph>\n");
+    Opened opened(bytes);
+    opened.find("w1080").insertText(QStringLiteral("word"));
+    QByteArray expected = bytes;
+    expected.replace("w1080", "word");
+    QCOMPARE(opened.written(), expected);
 }
 
 void TestFdxFile::severalEdits_data()

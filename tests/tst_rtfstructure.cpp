@@ -32,6 +32,7 @@ private Q_SLOTS:
     void pageAndItsTexts();
     void lookAlikes_data();
     void lookAlikes();
+    void boundsFonts();
     void sizes_data();
     void sizes();
 };
@@ -456,6 +457,7 @@ void TestRtfStructure::lookAlikes_data()
     QTest::newRow("widths") << QByteArray("\\trowd\\cellx#\\intbl x\\cell\\row\\pard x\\par ");
     QTest::newRow("names that are exact")
         << QByteArray("{\\*\\mvrprops 1fe1l:#,;}\\pard\\plain\\mvrx# x\\par ");
+    QTest::newRow("fonts") << QByteArray("{\\fonttbl{\\f# F#;}}\\f# x");
     QTest::newRow("frames") << QByteArray("x\\par{\\*\\mvrframe0}x\\par{\\*\\mvrframeend}");
     QTest::newRow("styles") << QByteArray("{\\stylesheet{\\s#\\sbasedon1#\\fs# S;}}\\s# x");
 }
@@ -471,6 +473,20 @@ void TestRtfStructure::lookAlikes()
     QTextDocument document;
     QVERIFY(MVRTextRtf::fromRtfCData(rtf + "x}", &document));
     QVERIFY(document.characterCount() > (body.contains('x') ? count : 1));
+}
+
+void TestRtfStructure::boundsFonts()
+{
+    QByteArray rtf = "{\\rtf1{\\fonttbl";
+    for (int i = 0; i < 1100; ++i)
+        rtf += QByteArray("{\\f#Font #;}").replace('#', QByteArray::number(i) + ' ');
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData(rtf + "}{\\f0 a}{\\f1099 b}{\\f999 c}}", &document));
+    QStringList families;
+    for (auto it = document.begin().begin(); !it.atEnd(); ++it)
+        families += MVRToolkit::fontFamily(it.fragment().charFormat());
+    const QStringList expected {QStringLiteral("Font 0"), QString(), QStringLiteral("Font 999")};
+    QCOMPARE(families, expected);
 }
 
 QTEST_MAIN(TestRtfStructure)

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void keepsTargets();
     void boundsHtml_data();
     void boundsHtml();
+    void keepsPlacesOfLinks();
     void saysFaultsOfTheSystem_data();
     void saysFaultsOfTheSystem();
     void saysThatMemoryEnds();
@@ -145,6 +146,18 @@ void TestToolTrust::boundsHtml_data()
         "a");
     row("pictures of one paragraph", repeated("a<img src='x'>", 30000), 0, "pictures", "a");
     row("pictures of many", repeated("<p>a<img src='x'>", 10000), 0, "", "a");
+    const auto numbered = [](const QByteArray &part, int times) {
+        QByteArray all;
+        for (int i = 0; i < times; ++i)
+            all += QByteArray(part).replace('#', QByteArray::number(i));
+        return all;
+    };
+    row("places", numbered("<p id='n#'>a", 30000) + "<a href='&#35;n1'>b</a>", 0, "", "a");
+    row("places of links", numbered("<p id=n#><a href=$n#>a</a>", 3000).replace('$', '#'), 0,
+        "places that links lead to", "a");
+    row("widths of columns", numbered("<table><tr><td width=#>a</table>", 9000), 0, "", "a");
+    row("fonts", numbered("<font face='A,F#'>a</font><b style='font-family:A,G#'>b</b>", 9000), 0,
+        "", "a");
     QByteArray backgrounds;
     for (int i = 0; i < 45000; ++i)
         backgrounds += "<p style='background:URL(" + QByteArray::number(i) + ")'>a";
@@ -167,6 +180,20 @@ void TestToolTrust::boundsHtml()
     QVERIFY2(run.exitCode == exitCode, run.errors.constData());
     QVERIFY2(run.errors.contains(says), run.errors.constData());
     QVERIFY(m_folder->read(QStringLiteral("out.txt")).contains(text));
+}
+
+// Of many names, those that links of the document lead to are needed most.
+void TestToolTrust::keepsPlacesOfLinks()
+{
+    QByteArray html = "<a href='#n2001'>a</a>";
+    for (int i = 0; i <= 2001; ++i)
+        html += "<p id='n" + QByteArray::number(i) + "'>b";
+    m_folder->write(QStringLiteral("in.html"), html);
+    const Run run = mvrtext("convert in.html out.html", m_folder->path());
+    QVERIFY2(run.exitCode == 0 && run.errors.isEmpty(), run.errors.constData());
+    const QByteArray written = m_folder->read(QStringLiteral("out.html"));
+    QVERIFY(written.contains("name=\"n2001\""));
+    QVERIFY(!written.contains("name=\"n2000\""));
 }
 
 void TestToolTrust::saysFaultsOfTheSystem_data()

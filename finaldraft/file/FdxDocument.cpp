@@ -179,13 +179,16 @@ QDateTime fdxTime(const FdxElement &note)
 void fillNote(const FdxElement &note, const FdxTree &tree, QTextCursor *cursor)
 {
     bool isFirst = true;
+    BoundedNames fonts;
     for (const FdxElement &paragraph : note.children("Paragraph")) {
         if (!isFirst)
             cursor->insertBlock();
         isFirst = false;
         for (const FdxElement &run : paragraph.children("Text")) {
             const FdxTree::Span span = tree.span(run);
-            const FdxLook look = FdxLook().with(run);
+            FdxLook look = FdxLook().with(run);
+            if (!fonts.take(look.font))
+                look.font = FdxLook().font;
             cursor->insertText(fdxText(tree.source(), span.innerStart, span.innerEnd),
                                look.toCharFormat(FdxLook()));
         }

@@ -198,7 +198,9 @@ const FdxRunStyle &FdxScript::runStyle(FdxType &type, const FdxElement &run) con
         return *known;
     const auto made = std::make_shared<FdxRunStyle>();
     FdxRunStyle &style = *made;
-    const FdxLook look = type.look.with(run);
+    FdxLook look = type.look.with(run);
+    if (!m_fonts.take(look.font))
+        look.font = type.look.font;
     style.format = charFormat(look, type.look, type.element);
     style.look = type.look.with(style.format);
     type.runs.insert(QByteArray(key.constData(), key.size()), made);

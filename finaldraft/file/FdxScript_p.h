@@ -2,6 +2,7 @@
 #pragma once
 
 #include <core/MVRScriptElement.h>
+#include <core/document/BoundedNames_p.h>
 #include <finaldraft/file/FdxLook_p.h>
 #include <finaldraft/file/FdxTree_p.h>
 
@@ -143,6 +144,7 @@ private:
     double m_margin = 72.0;
     QHash<QByteArray, std::shared_ptr<FdxType>> m_types;
     QHash<QByteArray, std::shared_ptr<FdxType>> m_titleTypes;
+    mutable BoundedNames m_fonts; // of runs
     mutable QVector<QTextCharFormat> m_charFormats; // the first ones that were made
 };
 

@@ -51,6 +51,8 @@ bool readHtml(const QByteArray &bytes, const ReadOptions &options, Document &doc
     }
     if (bounded.hasLostStyles)
         document.losses.append(Tool::tr("style rules, of which there are too many"));
+    if (bounded.hasLostPlaces)
+        document.losses.append(Tool::tr("places that links lead to, of which there are too many"));
     if (bounded.hasLostPictures)
         document.losses.append(Tool::tr("pictures, of which a paragraph has too many"));
     document.text.setHtml(bounded.html);

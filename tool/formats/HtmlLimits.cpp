@@ -2,6 +2,7 @@
 #include <tool/formats/HtmlLimits.h>
 
 #include <tool/Messages.h>
+#include <tool/formats/HtmlLookAlikes.h>
 #include <tool/formats/TextDecoding.h>
 
 #include <core/html/HtmlTokens_p.h>
@@ -90,6 +91,7 @@ class HtmlCheck
 public:
     explicit HtmlCheck(const QString &html)
         : m_html(html)
+        , m_lookAlikes(html)
     {
     }
 
@@ -119,6 +121,7 @@ private:
     QString rewritten() const;
 
     const QString &m_html;
+    HtmlLookAlikes m_lookAlikes;
     int m_depth = 0;
     int m_deepest = 0;
     qint64 m_elements = 0;
@@ -160,6 +163,7 @@ BoundedHtml HtmlCheck::run()
     }
     while (!m_open.isEmpty())
         closeTable();
+    m_lookAlikes.finish();
 
     BoundedHtml result;
     if (m_deepest > maxElementDepth)
@@ -171,6 +175,7 @@ BoundedHtml HtmlCheck::run()
     else
         result.html = rewritten();
     result.hasLostStyles = m_ruleParts * m_elements > maxComparisons;
+    result.hasLostPlaces = m_lookAlikes.hasLostPlaces();
     result.hasLostPictures = m_beforePictures > maxBeforePictures;
     return result;
 }
@@ -197,6 +202,7 @@ void HtmlCheck::addTag(const HtmlTag &tag)
     m_deepest = qMax(m_deepest, m_depth);
     addTableTag(name, tag);
     addListTag(name, tag.isEnd);
+    m_lookAlikes.addTag(tag, name);
 }
 
 void HtmlCheck::addPicture(const HtmlTag &tag)
@@ -321,6 +327,9 @@ QString HtmlCheck::rewritten() const
         if (m_backgrounds.size() > maxBackgrounds)
             edits.append({at, at + 4, QStringLiteral("none(")});
     }
+    const QVector<QPair<int, int>> unnamed = m_lookAlikes.unnamed();
+    for (const QPair<int, int> &name : unnamed)
+        edits.append({name.first, name.second, QStringLiteral("x")});
     for (const QPair<int, int> &tag : m_unused)
         edits.append({tag.first, tag.second, QString()});
     std::sort(edits.begin(), edits.end(),
@@ -329,6 +338,8 @@ QString HtmlCheck::rewritten() const
     html.reserve(m_html.size());
     int copied = 0;
     for (const Edit &edit : edits) {
+        if (edit.start < copied) // in a tag that is left out
+            continue;
         html.append(m_html.constData() + copied, edit.start - copied);
         html += edit.text;
         copied = edit.end;

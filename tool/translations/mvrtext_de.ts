@@ -732,6 +732,10 @@
         <translation>Bilder, von denen ein Absatz zu viele hat</translation>
     </message>
     <message>
+        <source>places that links lead to, of which there are too many</source>
+        <translation>Stellen, zu denen Links führen, von denen es zu viele gibt</translation>
+    </message>
+    <message>
         <source>style rules, of which there are too many</source>
         <translation>Stilregeln, von denen es zu viele gibt</translation>
     </message>

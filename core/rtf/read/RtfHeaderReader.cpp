@@ -57,6 +57,8 @@ void RtfFontTable::finish()
     }
     if (m_font.codePage == RtfCodePages::SymbolFont) // other fonts have these characters too
         m_font.family.clear();
+    if (m_number >= 0 && !m_families.take(m_font.family))
+        m_font.family.clear();
     if (m_number >= 0)
         m_resources->fonts.insert(m_number, m_font);
     m_font = RtfFont();

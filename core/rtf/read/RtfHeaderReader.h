@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <core/document/BoundedNames_p.h>
 #include <core/rtf/lex/RtfCodePages.h>
 #include <core/rtf/model/RtfNoteWords.h>
 #include <core/rtf/model/RtfPage.h>
@@ -31,6 +32,7 @@ public:
 private:
     RtfResources *m_resources;
     RtfFont m_font;
+    BoundedNames m_families;
     int m_number = -1;
     bool m_faces = false;
 };
