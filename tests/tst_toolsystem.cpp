@@ -63,8 +63,9 @@ void TestToolSystem::showsNoControlCharacters()
     // One of them moves cursors, too, and comes with a text.
     const Run table
         = shell("printf '{\\\\rtf1{\\\\info{\\\\title t\\\\u155?}}a{\\\\footnote x\\\\u155?y}}' "
-                ">in.rtf; $T notes in.rtf; $T info in.rtf");
-    QVERIFY2(table.output.contains("x\\x9by") && table.output.contains("t\\x9b\n"),
+                ">in.rtf; $T notes in.rtf; $T info in.rtf; $T notes --json in.rtf");
+    QVERIFY2(table.output.contains("x\\x9by") && table.output.contains("t\\x9b\n")
+                 && table.output.contains("\"x\\u009by\""),
              table.output.constData());
 }
 

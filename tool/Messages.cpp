@@ -3,6 +3,8 @@
 
 #include <tool/FileName.h>
 
+#include <QJsonDocument>
+
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
@@ -30,6 +32,19 @@ void printOutput(const QString &text)
 {
     if (!print(stdout, text))
         throw std::system_error(errno, std::generic_category());
+}
+
+QString jsonText(const QJsonDocument &document)
+{
+    QString text;
+    const QString json = QString::fromUtf8(document.toJson());
+    for (const QChar character : json) {
+        if (character.unicode() >= 0x7f && character.category() == QChar::Other_Control)
+            text += QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'));
+        else
+            text += character;
+    }
+    return text;
 }
 
 QString displayName(const QString &path, const QString &nameOfStream)

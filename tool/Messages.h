@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+class QJsonDocument;
+
 /*! The context of all texts that the tool shows; tr() translates them. */
 class Tool
 {
@@ -24,6 +26,9 @@ void printMessage(const QString &file, const QString &text);
     or only in part, so that no command ends well whose report was lost.
 */
 void printOutput(const QString &text);
+
+/*! The text of a report for programs. Control characters that JSON lets stand are escaped. */
+QString jsonText(const QJsonDocument &document);
 
 /*! What messages call a file: its name, or what "-" stands for. */
 QString displayName(const QString &path, const QString &nameOfStream);

@@ -69,7 +69,7 @@ void printJson(const QVector<Count> &counts)
     }
     QJsonObject object = toJson(totalOf(counts));
     object.insert(QStringLiteral("files"), files);
-    printOutput(QString::fromUtf8(QJsonDocument(object).toJson()));
+    printOutput(jsonText(QJsonDocument(object)));
 }
 
 void printTable(const QVector<Count> &counts)

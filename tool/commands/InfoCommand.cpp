@@ -131,7 +131,7 @@ int runInfo(const CommandLine &commandLine)
         figures = figuresOf(document, progress);
     }
     if (commandLine.isSet("json"))
-        printOutput(QString::fromUtf8(QJsonDocument(toJson(figures, document)).toJson()));
+        printOutput(jsonText(QJsonDocument(toJson(figures, document))));
     else
         printTable(figures, document);
     return Success;

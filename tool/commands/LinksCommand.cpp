@@ -39,7 +39,7 @@ void print(const MVRTextInternalLinkMap &map, QTextDocument &document, bool asJs
         object.insert(QStringLiteral("text"), text);
         array.append(object);
     }
-    printOutput(asJson ? QString::fromUtf8(QJsonDocument(array).toJson()) : table.toString());
+    printOutput(asJson ? jsonText(QJsonDocument(array)) : table.toString());
 }
 
 int list(const CommandLine &commandLine, const Rewriting &rewriting)

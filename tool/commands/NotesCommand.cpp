@@ -102,7 +102,7 @@ int list(const CommandLine &commandLine, const Rewriting &rewriting)
         for (const Note &note : qAsConst(notes))
             array.append(toJson(note, document.text));
     }
-    printOutput(QString::fromUtf8(QJsonDocument(array).toJson()));
+    printOutput(jsonText(QJsonDocument(array)));
     return Success;
 }
 

@@ -103,7 +103,7 @@ int runPages(const CommandLine &commandLine)
         return Failure;
     }
     if (commandLine.isSet("json"))
-        printOutput(QString::fromUtf8(QJsonDocument(toJson(*pages)).toJson()));
+        printOutput(jsonText(QJsonDocument(toJson(*pages))));
     else
         printOutput(toTable(*pages));
     return Success;
