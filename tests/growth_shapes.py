@@ -497,7 +497,8 @@ def shapes():
             yield "md: " + name, command, MD[name]
     for name in ("footnotes", "references used", "references in pictures", "lists apart"):
         yield "md: " + name, "md-pdf", MD[name]
-    yield "html: links", "html-pdf", HTML["links"]
+    for name in ("links", "headings", "names", "places and links"):
+        yield "html: " + name, "html-pdf", HTML[name]
     for command in ("html-html", "html-bbcode"):
         for name in ("spans", "links", "lists", "rows", "fonts"):
             yield "html: " + name, command, HTML[name]

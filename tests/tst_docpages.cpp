@@ -35,6 +35,7 @@ private Q_SLOTS:
     void longFootnotesGoOn();
     void writesCommentsIntoTheMargin();
     void completesThePdf();
+    void boundsTheOutline();
     void linksHaveAnyTarget();
     void takesPaperAndMarginsOfRtf();
 };
@@ -534,6 +535,21 @@ void TestDocPages::completesThePdf()
     const double top = comment.getKey("/Rect").getArrayItem(3).getNumericValue();
     QVERIFY2(top > 640.0 && top < 690.0, QByteArray::number(top));
     QCOMPARE(comment.getKey("/QuadPoints").getArrayNItems(), 8);
+}
+
+void TestDocPages::boundsTheOutline()
+{
+    const ToolFolder folder;
+    folder.write(QStringLiteral("in.html"),
+                 "<h1>a</h1>" + QByteArray("<h2>b</h2>").repeated(10000) + "<h1>c</h1>");
+    QCOMPARE(mvrtext("convert in.html out.pdf", folder.path()).exitCode, 0);
+    QPDF pdf;
+    pdf.processFile(QFile::encodeName(folder.path(QStringLiteral("out.pdf"))).constData());
+    QPDFObjectHandle outline = pdf.getRoot().getKey("/Outlines");
+    QCOMPARE(outline.getKey("/First").getKey("/Title").getUTF8Value(), std::string("a"));
+    QCOMPARE(outline.getKey("/First").getKey("/Next").getKey("/Title").getUTF8Value(),
+             std::string("c"));
+    QVERIFY(!outline.getKey("/First").hasKey("/First"));
 }
 
 void TestDocPages::linksHaveAnyTarget()

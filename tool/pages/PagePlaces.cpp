@@ -25,6 +25,19 @@ PdfArea onPage(int page, const QRectF &rect)
     return {page, QRectF(rect.topLeft() * pointsPerDot, rect.size() * pointsPerDot)};
 }
 
+// An entry takes 2.5 KB: of very many headings, the lowest ones stay out of the outline.
+void boundOutline(QVector<PdfHeading> &headings)
+{
+    constexpr int maxHeadings = 10000;
+    constexpr int lowest = 6;
+    for (int level = lowest; level > 1 && headings.size() > maxHeadings; --level) {
+        const auto isLow = [level](const PdfHeading &heading) { return heading.level >= level; };
+        headings.erase(std::remove_if(headings.begin(), headings.end(), isLow), headings.end());
+    }
+    if (headings.size() > maxHeadings)
+        headings.resize(maxHeadings);
+}
+
 /*! Tells where links lead to. */
 class LinkResolver
 {
@@ -136,6 +149,7 @@ void Pages::addHeadings(PdfExtras &extras) const
             extras.outline.append(
                 {text, level, areaOf(m_text.documentLayout()->blockBoundingRect(block))});
     }
+    boundOutline(extras.outline);
 }
 
 PdfExtras Pages::extras() const
