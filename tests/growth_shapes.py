@@ -136,6 +136,8 @@ RTF = {
     "unicode with long fallback": repeated(R + "\\uc99", "\\u1087?", "}"),
     "fallback counts": repeated(R, "\\uc%d\\u1087?", "}"),
     "fallback of groups": repeated(R + "\\uc1000000\\u1087 ", "{a}", "}"),
+    "row of many pages": halves(R + "\\trowd", "\\cellx%d0", "\\intbl ", "\\sb200000 a\\par ",
+                                "\\cell\\row}"),
     "no paper": repeated(R + "\\paperw1\\paperh9 ", "a\\par ", "}"),
     "pages of an inch": repeated(R + "\\paperw1440\\paperh1440 ", "{\\b a}\\par ", "}"),
     "half pairs": repeated(R, "\\u-10179?", "}"),
@@ -328,6 +330,8 @@ HTML = {
                                   "</tr></table>"),
     "cells of odd spacing": repeated(
         H, "<table cellspacing=-1e308 cellpadding=-%d><tr><td style='padding:1e%dpx'>a</table>"),
+    "text in tables": repeated(H + "<table><tr><td>" * 10, "<p>a"),
+    "cells in tables": repeated(H + "<table><tr><td>" * 7, "<tr><td>a"),
     "deep lists": repeated(H, "<ul style='-qt-list-indent:%d99999'><li>a</ul>"),
     "halves of pairs": repeated(H, "<b>&#xD83D;</b>a"),
     "column groups": repeated(H + "<table>", "<col span=999>", "<tr><td>a</td></tr></table>"),
@@ -477,7 +481,7 @@ def shapes():
                          "codes of footnotes"),
         "rtf-pdf": ("numbers", "rows", "paragraphs", "one paragraph of formats", "one word",
                     "footnotes", "footnotes apart", "long footnote", "no paper",
-                    "pages of an inch"),
+                    "pages of an inch", "row of many pages"),
         "rtf-odt": ("one paragraph of formats", "rows"),
         "rtf-md": ("footnotes apart", "one paragraph of formats", "rows", "tabs in a paragraph"),
         "rtf-notes": ("footnotes apart", "annotations"),
@@ -490,8 +494,9 @@ def shapes():
         yield "fdx: " + name, "fdx-pdf", FDX[name]
     for command in ("html-odt", "html-pdf"):
         for name in ("cells", "rows", "lists", "spans", "cells of odd spacing", "deep lists",
-                     "halves of pairs"):
+                     "halves of pairs", "cells in tables"):
             yield "html: " + name, command, HTML[name]
+    yield "html: text in tables", "html-pdf", HTML["text in tables"]
     for command in ("md-md", "md-html"):
         for name in ("footnotes", "footnotes in one word", "comments", "tables", "emphasis"):
             yield "md: " + name, command, MD[name]

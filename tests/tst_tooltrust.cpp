@@ -29,6 +29,7 @@ private Q_SLOTS:
     void laysOutThousandsOfPages();
     void takesAnyLength_data();
     void takesAnyLength();
+    void drawsRowsOfManyPages();
     void writesAnyTextAsXml();
 };
 
@@ -361,6 +362,11 @@ void TestToolTrust::takesAnyLength_data()
     cell("padding of a cell", "", "style='padding:-1e308px'");
     QTest::newRow("depth of a list")
         << "html" << QByteArray("<ul style='-qt-list-indent:99999999'><li>a</ul>") << 1;
+    // Each table around it doubles the time for all of the text.
+    QTest::newRow("text in tables")
+        << "html" << repeated("<table><tr><td>", 12) + repeated("<p>abc def", 3000) << 0;
+    QTest::newRow("cells in tables")
+        << "html" << repeated("<table><tr><td>", 12) + repeated("<td>a", 3000) << 0;
 }
 
 /*! A layout takes minutes and all memory for some, and so does the toolkit's writer of ODT. */
@@ -376,6 +382,22 @@ void TestToolTrust::takesAnyLength()
     QVERIFY2(run.exitCode == 0, run.errors.constData());
     QVERIFY2(run.output.contains("pages               " + QByteArray::number(pages) + '\n'),
              run.output.constData());
+}
+
+/*! All cells of a row are gone through for each part that a page shows of it. */
+void TestToolTrust::drawsRowsOfManyPages()
+{
+    QByteArray row = "\\trowd";
+    for (int cell = 1; cell <= 500; ++cell)
+        row += "\\cellx" + QByteArray::number(cell * 10);
+    row += "\\intbl " + repeated("\\sb200000 a\\par ", 20) + "\\cell "
+        + repeated("\\sb0 a\\cell ", 499) + "\\row";
+    m_folder->write(QStringLiteral("in.rtf"), "{\\rtf1 " + row + "}");
+    Run run = shell("ulimit -t 20; $T convert in.rtf out.pdf");
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
+    m_folder->write(QStringLiteral("in.rtf"), "{\\rtf1 " + repeated(row, 4) + "}");
+    run = shell("ulimit -t 20; $T convert in.rtf out.pdf");
+    QVERIFY2(run.errors.contains("too long for pages"), run.errors.constData());
 }
 
 void TestToolTrust::writesAnyTextAsXml()

@@ -127,6 +127,43 @@ double HeightBound::ofFrame(const QTextFrame &frame, double width) const
     return std::max(ofParts(frame.begin(), width), format.height().value(0.0)) + edges;
 }
 
+/*! A frame whose parts are gone through. */
+struct OpenFrame
+{
+    QTextFrame::iterator place;
+    double passes; // over its text
+};
+
+// A layout measures a table once for itself and once more for the one around it.
+bool hasTooMuchInTables(const QTextDocument &text)
+{
+    constexpr double perParagraph = 30.0; // what it takes besides its letters, each some 0.2 us
+    constexpr double mostPasses = 16.0;
+    constexpr double allowance = 3.0e7;
+    double effort = 0.0;
+    double once = 0.0;
+    QVector<OpenFrame> open {{text.rootFrame()->begin(), 1.0}};
+    while (!open.isEmpty()) {
+        if (open.last().place.atEnd()) {
+            open.removeLast();
+            continue;
+        }
+        const QTextFrame *frame = open.last().place.currentFrame();
+        double passes = open.last().passes;
+        double part = open.last().place.currentBlock().length() + perParagraph;
+        ++open.last().place;
+        if (const auto *table = qobject_cast<const QTextTable *>(frame)) {
+            passes *= 2.0;
+            part = perParagraph * table->rows() * table->columns(); // those that others span too
+        }
+        if (frame)
+            open.append({frame->begin(), passes});
+        effort += part * passes;
+        once += part;
+    }
+    return effort > allowance + mostPasses * once;
+}
+
 /*! A paragraph, table or frame of the main flow. */
 struct FlowPart
 {
@@ -194,6 +231,8 @@ void setPage(QTextDocument &text, const QSizeF &page)
 
 bool isTooHigh(QTextDocument &text, double lineWidth, const QSizeF &page, double unitsPerPoint)
 {
+    if (hasTooMuchInTables(text))
+        return true;
     constexpr int step = 200000; // characters that a layout goes on for at most when it is asked
     const QVector<FlowPart> parts = flowParts(text, lineWidth, unitsPerPoint);
     double slack = 0.0; // by which the bound is known to be above the height

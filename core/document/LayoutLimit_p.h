@@ -15,7 +15,8 @@ constexpr double longPage = 4.0e6;
 
 /*!
     Whether a text becomes higher than the toolkit can count: its coordinates end at 2^25, and a
-    layout that comes there never comes back.
+    layout that comes there never comes back. So does one that has so much text in tables in tables
+    that its layout takes minutes.
 
     \param text          its lengths are units of the layout, which is made as far as that is safe;
                          sizes of fonts are points

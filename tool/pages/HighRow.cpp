@@ -8,6 +8,13 @@ namespace {
 constexpr double slack = 0.5; // units that rounding may add
 constexpr double overlap = 0.2; // share of a line's height by which those above reach into it
 
+constexpr int mostParts = 64; // beyond, a page ends at one height in all columns
+
+bool isAsHigh(const ColumnPart &one, const ColumnPart &other)
+{
+    return one.top == other.top && one.bottom == other.bottom && one.drawnTop == other.drawnTop;
+}
+
 // Whether the lines above stand above: those of a table in the cell need not begin side by side.
 bool isFree(const QVector<RowLine> &lines, int from, int line)
 {
@@ -31,13 +38,36 @@ QVector<ColumnPart> HighRow::takePart(double bottom)
     QVector<int> next = linesBehind(bottom, true);
     if (topOf(next) <= m_top + slack) // a picture, or lines that were to stay together
         next = linesBehind(bottom, false);
-    QVector<ColumnPart> parts;
-    for (int column = 0; column < next.size(); ++column)
-        parts.append(part(column, next[column], bottom));
+    const QVector<ColumnPart> parts = joinedParts(next, bottom);
     m_next = next;
     const double top = topOf(next);
     m_top = top > m_top + slack ? qMin(top, bottom) : bottom;
     return parts;
+}
+
+// For each part the toolkit goes through all cells of the row.
+QVector<ColumnPart> HighRow::joinedParts(const QVector<int> &next, double bottom) const
+{
+    QVector<ColumnPart> parts;
+    for (int column = 0; column < next.size(); ++column) {
+        const ColumnPart own = part(column, next[column], bottom);
+        if (parts.isEmpty() || !isAsHigh(own, parts.last())) {
+            parts.append(own);
+            continue;
+        }
+        parts.last().left = qMin(parts.last().left, own.left);
+        parts.last().right = qMax(parts.last().right, own.right);
+    }
+    if (parts.size() <= mostParts)
+        return parts;
+    ColumnPart all = parts.first();
+    for (const ColumnPart &other : qAsConst(parts)) {
+        all.left = qMin(all.left, other.left);
+        all.right = qMax(all.right, other.right);
+        all.drawnTop = qMin(all.drawnTop, other.drawnTop);
+    }
+    all.bottom = bottom;
+    return {all};
 }
 
 QVector<int> HighRow::linesBehind(double bottom, bool keepsRules) const

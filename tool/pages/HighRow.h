@@ -18,6 +18,7 @@ private:
     QVector<int> linesBehind(double bottom, bool keepsRules) const;
     int lineBehind(int column, double bottom, bool keepsRules) const;
     double topOf(const QVector<int> &lines) const;
+    QVector<ColumnPart> joinedParts(const QVector<int> &next, double bottom) const;
     ColumnPart part(int column, int end, double bottom) const;
 
     const FlowItem &m_row;

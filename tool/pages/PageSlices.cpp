@@ -10,6 +10,8 @@ constexpr double maxShareOfNotes = 0.5; // of a page, while there is text
 constexpr double slack = 0.5; // units that rounding may add
 constexpr double leftmost = -1e6; // units, beyond any page
 constexpr double rightmost = 1e6;
+constexpr int mostPages = 12000;
+constexpr int mostCellParts = 500000; // of high rows: each takes some 4 us to draw
 
 /*! The footnotes, one below the other, shown from the top on. */
 class NoteColumn
@@ -59,7 +61,7 @@ public:
     QVector<PageSlice> cut();
 
 private:
-    bool isFull() const { return m_slices.size() > mostPages; }
+    bool isFull() const { return m_slices.size() > mostPages || m_cellParts > mostCellParts; }
     double footHeight(double notes, double most) const
     {
         const double height = m_notes.nextHeight(notes, most);
@@ -83,6 +85,7 @@ private:
     NoteColumn m_notes;
     PageHeights m_heights;
     QVector<PageSlice> m_slices;
+    int m_cellParts = 0;
 };
 
 PageSlice PageCutter::emptyPage(int first) const
@@ -153,6 +156,7 @@ void PageCutter::appendHigh(PageSlice &slice, const FlowItem &item)
         PageSlice part = slice;
         part.bottom = slice.top + room();
         part.columns = row.takePart(part.bottom);
+        m_cellParts += item.columns.size();
         if (slice.top < item.top && !part.columns.isEmpty())
             part.columns.prepend({leftmost, rightmost, slice.top, item.top, slice.drawnTop});
         part.end = part.start;
@@ -202,7 +206,7 @@ QVector<PageSlice> PageCutter::cut()
         rest.start = rest.end = m_slices.last().end;
         append(rest, m_heights.body - m_heights.noteGap);
     }
-    return m_slices;
+    return isFull() ? QVector<PageSlice>() : m_slices;
 }
 
 }

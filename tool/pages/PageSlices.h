@@ -96,17 +96,16 @@ struct PageHeights
     double noteGap = 0.0; /*!< between text and footnotes */
 };
 
-/*! What is longer is no text of pages. */
-constexpr int mostPages = 12000;
-
 /*!
     Cuts a text into pages.
 
     Headings stay with two lines of what follows, paragraphs leave two lines on each side, tables
     repeat their header rows. Each cell of a row that is higher than a page is cut between its own
     lines, so that the parts on two pages may overlap. Footnotes that would take more than half of
-    a page go on at the foot of the next one. Ends behind mostPages.
+    a page go on at the foot of the next one.
     \param noteCuts  where footnotes may be cut, all one below the other
+    \return nothing where there would be more than 12,000 pages, or rows that are higher than a page
+            have too many cells for all the pages that they are on
 */
 QVector<PageSlice> cutPages(const QVector<FlowItem> &items, const QVector<double> &noteCuts,
                             const PageHeights &heights);

@@ -187,12 +187,10 @@ void Pages::cut()
         items[item].notes += note.height;
     }
     m_slices = cutPages(items, m_noteCuts, {m_body.height(), noteGap});
-    if (m_slices.isEmpty())
+    if (items.isEmpty())
         m_slices.append(PageSlice());
-    if (m_slices.size() > mostPages) {
-        m_slices.clear();
+    if (m_slices.isEmpty())
         return;
-    }
     m_commentsOfPage.resize(m_slices.size());
     TextPlaces places(m_text);
     for (int i = 0; i < int(m_notes.comments.size()); ++i) {

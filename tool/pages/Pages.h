@@ -54,7 +54,7 @@ public:
     /*! Lays \a document out; it is changed for that, and must outlive the pages. */
     Pages(Document &document, const PageSetup &setup);
 
-    /*! 0 for a text that is too high for a layout, or has more than mostPages. */
+    /*! 0 for a text that is too high for a layout, or has too many pages; see cutPages(). */
     int count() const { return int(m_slices.size()); }
 
     /*! Draws the page \a index, counted from 0. */
