@@ -34,6 +34,7 @@ private Q_SLOTS:
     void lookAlikes();
     void boundsFonts();
     void sizes_data();
+    void boundsWhatNests();
     void sizes();
 };
 
@@ -488,6 +489,39 @@ void TestRtfStructure::boundsFonts()
         families += MVRToolkit::fontFamily(it.fragment().charFormat());
     const QStringList expected {QStringLiteral("Font 0"), QString(), QStringLiteral("Font 999")};
     QCOMPARE(families, expected);
+}
+
+/*! Beyond what any writer makes, groups share their settings and styles end their chain. */
+void TestRtfStructure::boundsWhatNests()
+{
+    const auto isBold = [](const QByteArray &body, int position) {
+        QTextDocument document;
+        if (!MVRTextRtf::fromRtfCData("{\\rtf1" + body + '}', &document))
+            return false;
+        QTextCursor cursor(&document);
+        cursor.setPosition(position + 1);
+        return cursor.charFormat().fontWeight() > QFont::Normal;
+    };
+    QVERIFY(!isBold(QByteArray(1900, '{') + "\\b a}b", 1));
+    QVERIFY(isBold(QByteArray(2100, '{') + "\\b a}b", 1));
+
+    QByteArray styles;
+    for (int i = 1; i < 40; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        styles += "{\\s" + number + "\\sbasedon" + QByteArray::number(i + 1) + " n" + number + ";}";
+    }
+    styles = "{\\stylesheet" + styles + "{\\s40\\b n40;}}";
+    QVERIFY(isBold(styles + "\\s20 a", 0));
+    QVERIFY(!isBold(styles + "\\s1 a", 0));
+
+    // A footnote in a footnote, and so on: what lies deeper than four is left out.
+    QByteArray notes = "n";
+    for (int i = 0; i < 6; ++i)
+        notes = "x{\\footnote " + notes + '}';
+    QTextDocument document;
+    MVRTextRtfNotes found;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1 " + notes + '}', &document, &found, nullptr));
+    QCOMPARE(int(found.size()), 4);
 }
 
 QTEST_MAIN(TestRtfStructure)
