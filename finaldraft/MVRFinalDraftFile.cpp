@@ -47,7 +47,7 @@ FdxElement childAt(FdxElement node, const QString &path)
 
 }
 
-struct MVRFinalDraftFile::Private
+struct Q_DECL_HIDDEN MVRFinalDraftFile::Private
 {
     FdxTree tree;
     std::optional<FdxScript> script; // empty: nothing is loaded

@@ -14,6 +14,7 @@ private Q_SLOTS:
     void showsNoControlCharacters();
     void keepsWhatAFileMay();
     void writesBehindWhatIsThere();
+    void waitsForSlowPipes();
     void leavesNothingBehindWhenEnded_data();
     void leavesNothingBehindWhenEnded();
     void followsLinks_data();
@@ -92,6 +93,22 @@ void TestToolSystem::writesBehindWhatIsThere()
         = shell("(echo head; $T convert in.rtf /dev/stdout --to txt) >one;"
                 "echo old >two; $T convert in.rtf /dev/fd/5 --to txt 5>>two; cat one two");
     QCOMPARE(run.output, QByteArray("head\na b\nold\na b\n"));
+}
+
+/*! A pipe that its owner has made non-blocking, and that is full for a while. */
+void TestToolSystem::waitsForSlowPipes()
+{
+    const QByteArray trace = "strace -f -o said -e inject=write:error=EAGAIN:when=1 ";
+    if (shell("strace -o said true").exitCode != 0)
+        QSKIP("needs strace");
+    const Run text = shell(trace + "$T convert in.rtf - --to txt");
+    QCOMPARE(text.output, QByteArray("a b\n"));
+    QCOMPARE(text.exitCode, 0);
+    QCOMPARE(shell(trace + "$T count in.rtf").exitCode, 0);
+    QCOMPARE(shell("strace -f -o said -e inject=read:error=EAGAIN:when=1 -P in.rtf"
+                   " $T convert in.rtf - --to txt")
+                 .output,
+             QByteArray("a b\n"));
 }
 
 void TestToolSystem::leavesNothingBehindWhenEnded_data()

@@ -2,20 +2,20 @@
 #include <tool/Messages.h>
 
 #include <tool/FileName.h>
+#include <tool/System.h>
 
 #include <QJsonDocument>
 
-#include <cerrno>
 #include <cstdio>
 #include <system_error>
 
 namespace {
 
-bool print(std::FILE *stream, const QString &text)
+void print(std::FILE *stream, const QString &text)
 {
     const QByteArray bytes = text.toUtf8();
-    const size_t size = static_cast<size_t>(bytes.size());
-    return std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
+    std::fflush(stream);
 }
 
 }
@@ -30,8 +30,8 @@ void printMessage(const QString &file, const QString &text)
 
 void printOutput(const QString &text)
 {
-    if (!print(stdout, text))
-        throw std::system_error(errno, std::generic_category());
+    if (const int fault = System::writeStandardOutput(text.toUtf8()))
+        throw std::system_error(fault, std::generic_category());
 }
 
 QString jsonText(const QJsonDocument &document)
