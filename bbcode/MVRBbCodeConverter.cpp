@@ -2,6 +2,7 @@
 #include <bbcode/MVRBbCodeConverter.h>
 
 #include <bbcode/XhtmlLimits_p.h>
+#include <bbcode/XhtmlSegments_p.h>
 #include <core/MVRQtCompat.h>
 #include <core/MVRTextXhtmlExporter.h>
 
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -121,10 +123,6 @@ QString parseError(int line, int column, const QString &message)
 /*! Parses XHTML; on failure the element is null and \a error receives a message. */
 QDomElement parsedBody(const QString &xhtml, QDomDocument *tree, QString *error)
 {
-    if (const std::optional<XhtmlFault> fault = findXhtmlFault(xhtml)) {
-        *error = parseError(fault->line, fault->column, fault->message);
-        return QDomElement();
-    }
     QString message;
     int line = 0;
     int column = 0;
@@ -143,24 +141,55 @@ QDomElement parsedBody(const QString &xhtml, QDomDocument *tree, QString *error)
 
 QString MVRBbCodeConverter::fromHtml(const QString &html, QString *error)
 {
-    // Goes last: behind its many small pieces, a large string takes long to be freed.
-    QDomDocument tree;
     const QString xhtml = html.isEmpty() ? QString() : MVRTextXhtmlExporter::htmlToXhtml(html);
     if (xhtml.isEmpty())
         return QString();
     QString message;
-    const QDomElement body = parsedBody(xhtml, &tree, &message);
-    if (body.isNull()) {
+    if (const std::optional<XhtmlFault> fault = findXhtmlFault(xhtml))
+        message = parseError(fault->line, fault->column, fault->message);
+    else if (!gatherInSegments(xhtml))
+        gather(xhtml, &message);
+    if (!message.isNull()) {
         if (error)
             *error = message;
         return QString();
     }
-    walkTree(body);
     QString text = m_pieces.join(QString());
     text.remove(QLatin1Char('\n'));
     text = cleanQuotedText(text);
     text.replace(paragraphMarker, QLatin1String("\n"));
     return text.isNull() ? QStringLiteral("") : text;
+}
+
+/*! Gathers the pieces of all of the text; \a message receives what is wrong with it. */
+void MVRBbCodeConverter::gather(const QString &xhtml, QString *message)
+{
+    QDomDocument tree;
+    const QDomElement body = parsedBody(xhtml, &tree, message);
+    if (!body.isNull())
+        walkTree(body);
+}
+
+/*!
+    The same for a long text, of which a tree takes a hundred times as much memory. False, nothing
+    being gathered, for a short one and where a segment cannot be read: then gather() tells why.
+*/
+bool MVRBbCodeConverter::gatherInSegments(const QString &xhtml)
+{
+    constexpr int segmentSize = 1 << 17;
+    if (xhtml.size() < 2 * segmentSize || xhtml.count(QLatin1String("<body")) != 1)
+        return false;
+    const QStringList earlier = std::exchange(m_pieces, {});
+    QStringList pieces;
+    QString message;
+    for (XhtmlSegments segments(xhtml, segmentSize); !segments.atEnd() && message.isNull();) {
+        gather(segments.next(), &message);
+        // What goes on begins no line; these elements are the outermost ones.
+        pieces += m_pieces.mid(segments.openLines());
+        m_pieces.clear();
+    }
+    m_pieces = (message.isNull() ? pieces : QStringList()) + earlier;
+    return message.isNull();
 }
 
 /*! Gathers the pieces of all elements of a tree, the last one first and parents last. */
@@ -179,7 +208,7 @@ QDomNode MVRBbCodeConverter::walkTree(const QDomNode &node)
 QDomElement MVRBbCodeConverter::sanitizeElement(const QDomElement &element)
 {
     const QString tag = element.tagName();
-    if (tag == QLatin1String("p") || tag == QLatin1String("br"))
+    if (beginsLine(tag))
         m_pieces.prepend(paragraphMarker);
     else if (tag == QLatin1String("span"))
         cleanSpanTag(element);

@@ -39,6 +39,8 @@ public:
     QString fromHtml(const QString &html, QString *error);
 
 private:
+    bool gatherInSegments(const QString &xhtml);
+    void gather(const QString &xhtml, QString *message);
     QDomNode walkTree(const QDomNode &node);
     QDomElement sanitizeElement(const QDomElement &element);
     void cleanSpanTag(const QDomElement &span);

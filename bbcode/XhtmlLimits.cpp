@@ -19,14 +19,6 @@ constexpr int maxAttributes = 256;
 constexpr qint64 maxGrowth = 16;
 constexpr qint64 growthAllowance = 65536;
 
-constexpr const char *copyingElements[] = {"span", "ul", "ol", "a"};
-
-bool copiesText(QStringView name)
-{
-    return std::any_of(std::begin(copyingElements), std::end(copyingElements),
-                       [&](const char *element) { return name == QLatin1String(element); });
-}
-
 /*! Goes through the tags of a text and remembers which elements are open. */
 class LimitCheck
 {
@@ -104,6 +96,18 @@ void LimitCheck::leave()
     --m_depth;
 }
 
+}
+
+bool copiesText(QStringView name)
+{
+    constexpr const char *elements[] = {"span", "ul", "ol", "a"};
+    return std::any_of(std::begin(elements), std::end(elements),
+                       [&](const char *element) { return name == QLatin1String(element); });
+}
+
+bool beginsLine(QStringView name)
+{
+    return name == QLatin1String("p") || name == QLatin1String("br");
 }
 
 std::optional<XhtmlFault> findXhtmlFault(const QString &xhtml)

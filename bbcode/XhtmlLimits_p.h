@@ -13,6 +13,12 @@ struct XhtmlFault
     int column; /*!< counted from 1 */
 };
 
+/*! Whether all text in an element of that name is taken at once, besides that of elements in it. */
+bool copiesText(QStringView name);
+
+/*! Whether each element of that name begins a line. */
+bool beginsLine(QStringView name);
+
 /*!
     Finds what no document has and no parser or walk of a tree survives: hundreds of elements in
     each other, or of attributes in one element, and nesting that makes the BBCode many times as

@@ -30,6 +30,8 @@ private Q_SLOTS:
     void survivesHostileText_data();
     void survivesHostileText();
     void convertsAToolkitDocument();
+    void convertsLongTexts_data();
+    void convertsLongTexts();
     void losesNoText();
 };
 
@@ -380,6 +382,58 @@ void TestBbCode::convertsAToolkitDocument()
     Documents of a few paragraphs as chance puts them: in shared lists, in tables, with unbreakable
     lines, headings, blanks and control characters between the words.
 */
+void TestBbCode::convertsLongTexts_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("part"); // stands there often
+    QTest::addColumn<QString>("behind");
+    const auto row
+        = [](const char *name, const char *before, const char *part, const char *behind) {
+              QTest::newRow(name) << QString::fromLatin1(before) << QString::fromLatin1(part)
+                                  << QString::fromLatin1(behind);
+          };
+    const char bold[] = "a<span style=\"font-weight:600;\">b <i>c</i></span><br />d";
+    row("paragraphs", "", "<p class=\"x\">a<span>b</span>c</p>\n", "");
+    row("one paragraph", "<p>", bold, "</p><p>e</p>");
+    row("paragraphs in each other", "<p><div><p><br>", bold, "</br></p></div></p>");
+    row("cells", "<table><tr>", "<td><p><a href=\"x\">a</a><!-- <p> --></p></td>", "</tr></table>");
+    row("lists", "", "<ul><li>a</li><li><ol><li>b</li></ol></li></ul>", "");
+    row("one list", "<ul>", "<li>a</li>", "</ul>");
+}
+
+// Read in segments, they come as if they were read as a whole.
+void TestBbCode::convertsLongTexts()
+{
+    QFETCH(const QString, before);
+    QFETCH(const QString, part);
+    QFETCH(const QString, behind);
+    constexpr int longEnough = 1000000;
+    const int count = longEnough / part.size();
+    const auto converted = [&](int times) {
+        QString error;
+        const QString html = asToolkits(before + part.repeated(times) + behind);
+        return fromHtml(html, &error) + error;
+    };
+    // What the second of two parts is, all others are.
+    const QString two = converted(2);
+    const QString three = converted(3);
+    int place = 0;
+    while (place < two.size() && two[place] == three[place])
+        ++place;
+    const int length = three.size() - two.size();
+    const QString added = three.mid(place - length, length);
+    QVERIFY(length > 0);
+    QString expected = two;
+    expected.insert(place, added.repeated(count - 2));
+    QVERIFY(converted(count) == expected);
+
+    // A fault is found where it is, and nothing comes of a text that has one.
+    const QString broken = part.repeated(count) + QStringLiteral("\n<b>");
+    QString error;
+    QVERIFY(fromHtml(asToolkits(before + broken + behind), &error).isNull());
+    QVERIFY2(error.contains(QLatin1String("Error Line")), qPrintable(error));
+}
+
 void TestBbCode::losesNoText()
 {
     for (uint seed = 0; seed < 500; ++seed) {
