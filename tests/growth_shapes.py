@@ -397,6 +397,7 @@ TXT = {
     "dashes": repeated("", "a\u2014"),
     "form feeds": repeated("", "a\f"),
     "letters beyond the first plane": repeated("", "\U0001F600"),
+    "signs of objects": repeated("", "a\ufffc"),
     "Thai": repeated("", "\u0e44\u0e17\u0e22"),
 }
 
@@ -496,6 +497,7 @@ def shapes():
         for name in ("cells", "rows", "lists", "spans", "cells of odd spacing", "deep lists",
                      "halves of pairs", "cells in tables"):
             yield "html: " + name, command, HTML[name]
+    yield "txt: signs of objects", "txt-html", TXT["signs of objects"]
     yield "html: text in tables", "html-pdf", HTML["text in tables"]
     for command in ("md-md", "md-html"):
         for name in ("footnotes", "footnotes in one word", "comments", "tables", "emphasis"):

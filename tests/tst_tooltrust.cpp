@@ -31,6 +31,7 @@ private Q_SLOTS:
     void takesAnyLength();
     void drawsRowsOfManyPages();
     void writesAnyTextAsXml();
+    void writesSignsOfObjects();
 };
 
 namespace {
@@ -418,6 +419,17 @@ void TestToolTrust::writesAnyTextAsXml()
     }
     QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
     QVERIFY2(text.contains(QStringLiteral("abcde\U0001F600")), qPrintable(text));
+}
+
+/*! Where one is no object, the toolkit leaves out the text beside it. */
+void TestToolTrust::writesSignsOfObjects()
+{
+    m_folder->write(QStringLiteral("in.txt"), "one \xef\xbf\xbc two");
+    for (const char *name : {"out.html", "out.bbcode"}) {
+        const Run run = mvrtext(QByteArray("convert in.txt ").append(name), m_folder->path());
+        QVERIFY2(run.exitCode == 0, run.errors.constData());
+        QVERIFY2(m_folder->read(QLatin1String(name)).contains("one  two"), name);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestToolTrust)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <core/document/FormatEdits_p.h>
+#include <core/document/TextEdits_p.h>
 
 #include <QFont>
 #include <QSet>
@@ -97,6 +98,16 @@ inline void makeListAffixesQuotable(QTextDocument *document)
     }
 }
 
+/*! Takes the sign of an object from text that is none: the toolkit leaves out all of its run. */
+inline void dropStrayObjects(QTextDocument *document)
+{
+    changeTexts(document, [](QString text, const QTextCharFormat &format) {
+        if (format.objectType() == QTextFormat::NoObject)
+            text.remove(QChar::ObjectReplacementCharacter);
+        return text;
+    });
+}
+
 /*!
     Changes a document of which nothing is needed but its HTML: neither text, title nor names, which
     may come from anybody, become markup, style or script when QTextDocument::toHtml() writes it.
@@ -108,6 +119,7 @@ inline void makeSafeForHtml(QTextDocument *document)
     dropScriptLinks(document);
     makeFontNamesQuotable(document);
     makeListAffixesQuotable(document);
+    dropStrayObjects(document);
     const QString title = document->metaInformation(QTextDocument::DocumentTitle);
     document->setMetaInformation(QTextDocument::DocumentTitle, title.toHtmlEscaped());
 }

@@ -10,6 +10,7 @@
 #include <core/document/FormatEdits_p.h>
 #include <core/document/PointSize_p.h>
 #include <core/document/SafeHtml_p.h>
+#include <core/document/TextEdits_p.h>
 #include <core/xml/XmlText_p.h>
 
 #include <QBuffer>
@@ -71,15 +72,6 @@ QVariant withoutOddCharacters(const QVariant &value)
     return texts;
 }
 
-/*! A part of the text that XML cannot hold as it is. */
-struct OddText
-{
-    int start;
-    int end;
-    QString text;
-    QTextCharFormat format;
-};
-
 // Qt's writer gets out of step at half a surrogate pair, and writes control characters.
 void dropOddCharacters(QTextDocument *text)
 {
@@ -88,23 +80,7 @@ void dropOddCharacters(QTextDocument *text)
         for (auto property = properties.cbegin(); property != properties.cend(); ++property)
             format.setProperty(property.key(), withoutOddCharacters(*property));
     });
-    QVector<OddText> odd;
-    for (QTextBlock block = text->begin(); block.isValid(); block = block.next()) {
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            const QTextFragment part = it.fragment();
-            const QString clean = xmlText(part.text());
-            if (clean.size() != part.length())
-                odd.append(
-                    {part.position(), part.position() + part.length(), clean, part.charFormat()});
-        }
-    }
-    const EditBlock edit(text); // outside of one, Qt looks through the paragraph for each change
-    QTextCursor cursor(text);
-    for (auto part = odd.crbegin(); part != odd.crend(); ++part) {
-        cursor.setPosition(part->start);
-        cursor.setPosition(part->end, QTextCursor::KeepAnchor);
-        cursor.insertText(part->text, part->format);
-    }
+    changeTexts(text, [](const QString &part, const QTextCharFormat &) { return xmlText(part); });
 }
 
 // Qt's writer opens a list in a list for each step of an indent.
