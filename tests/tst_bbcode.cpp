@@ -392,10 +392,10 @@ void TestBbCode::convertsLongTexts_data()
               QTest::newRow(name) << QString::fromLatin1(before) << QString::fromLatin1(part)
                                   << QString::fromLatin1(behind);
           };
-    const char bold[] = "a<span style=\"font-weight:600;\">b <i>c</i></span><br />d";
+    const char styled[] = "a<span style=\"font-weight:600;\">b <i>c</i></span><br />d";
     row("paragraphs", "", "<p class=\"x\">a<span>b</span>c</p>\n", "");
-    row("one paragraph", "<p>", bold, "</p><p>e</p>");
-    row("paragraphs in each other", "<p><div><p><br>", bold, "</br></p></div></p>");
+    row("one paragraph", "<p>", styled, "</p><p>e</p>");
+    row("paragraphs in each other", "<p><div><p><br>", styled, "</br></p></div></p>");
     row("cells", "<table><tr>", "<td><p><a href=\"x\">a</a><!-- <p> --></p></td>", "</tr></table>");
     row("lists", "", "<ul><li>a</li><li><ol><li>b</li></ol></li></ul>", "");
     row("one list", "<ul>", "<li>a</li>", "</ul>");
