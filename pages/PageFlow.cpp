@@ -13,6 +13,7 @@ namespace {
 constexpr double pointsPerInch = 72.0;
 constexpr double maxIndent = 100.0; // inches; beyond any paper
 constexpr double narrowest = 7.2; // points; a letter
+constexpr double minSpacing = 0.1;
 constexpr double maxSpacing = 100.0;
 constexpr int maxSpace = 10000; // points
 
@@ -108,7 +109,8 @@ FlowParagraph PageFlow::paragraph(const MVRScreenplayParagraph &source, int inde
     paragraph.box = boxOf(source, settings.pageSize.width());
     // Larger letters than those of a typewriter need higher lines.
     const double grown = qMax(1.0, paragraph.text->largestSize() / 12.0);
-    const double spacing = source.attr.spacing > 0.0 ? qMin(source.attr.spacing, maxSpacing) : 1.0;
+    const double spacing
+        = source.attr.spacing > 0.0 ? qBound(minSpacing, source.attr.spacing, maxSpacing) : 1.0;
     paragraph.lineHeight = settings.lineHeight * spacing * grown;
     paragraph.spaceBefore
         = qBound(0, source.attr.spaceBefore, maxSpace) * settings.lineHeight / 12.0;

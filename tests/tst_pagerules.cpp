@@ -314,6 +314,7 @@ void TestPageRules::survivesAnySettings()
     script.body[1].attr.leftIndent = qInf();
     script.body[2].attr.rightIndent = -50.0;
     script.body[3].attr.spacing = 1e9;
+    script.body[7].attr.spacing = 4.9e-324;
     script.body[4].runs.first().attr.size = 1e9;
     script.body[5].attr.spaceBefore = 1000000000;
     script.body[6].runs.first().attr.size = 390.0;
