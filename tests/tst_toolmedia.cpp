@@ -40,6 +40,7 @@ private Q_SLOTS:
     void writesPicturesAsFiles();
     void countsWhatIsLeftOut_data();
     void countsWhatIsLeftOut();
+    void keepsNotesOnPictures();
     void opensPicturesThatAreAskedFor();
     void opensNothingButPictures();
     void boundsPicturesOfAPage();
@@ -115,6 +116,18 @@ void TestToolMedia::countsWhatIsLeftOut()
     QCOMPARE(run.exitCode, 0);
     QVERIFY2(run.errors.contains(message), run.errors.constData());
     QVERIFY(m_folder->read(name).contains("one"));
+}
+
+void TestToolMedia::keepsNotesOnPictures()
+{
+    m_folder->write(QStringLiteral("in.rtf"),
+                    "{\\rtf1 a {\\*\\atrfstart 1}{\\pict\\pngblip " + pngOf({6, 4}).toHex()
+                        + "}{\\*\\atrfend 1}{\\*\\annotation{\\*\\atnref 1}remark} b\\par}");
+    const Run run = mvrtext("convert in.rtf out.fdx", m_folder->path());
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
+    const QByteArray fdx = m_folder->read(QStringLiteral("out.fdx"));
+    QVERIFY2(fdx.contains(">a [picture] b<"), fdx.constData());
+    QVERIFY2(fdx.contains("Range=\"2,11\"") && fdx.contains("remark"), fdx.constData());
 }
 
 void TestToolMedia::opensPicturesThatAreAskedFor()

@@ -8,7 +8,10 @@
 #include <tool/formats/ScreenplayElements.h>
 #include <tool/formats/ScreenplayPages.h>
 
+#include <core/MVRTextFormat.h>
 #include <core/document/EditBlock_p.h>
+#include <core/document/Pictures_p.h>
+#include <core/document/TextFragments_p.h>
 #include <finaldraft/MVRFinalDraftFile.h>
 
 #include <QBuffer>
@@ -147,6 +150,27 @@ void markTitlePage(Document &document)
     }
 }
 
+// A note on a picture would go with it.
+void nameNotedPictures(QTextDocument &text)
+{
+    QVector<QPair<int, QTextCharFormat>> pictures;
+    for (FragmentWalker walker(&text, 0); walker.isValid(); walker.next()) {
+        const QTextCharFormat format = walker.format();
+        if (!format.isImageFormat() || !format.hasProperty(MVRTextFormat::CommentLinkProperty))
+            continue;
+        for (int place = walker.start(); place < walker.end(); ++place)
+            pictures.append({place, format});
+    }
+    QTextCursor cursor(&text);
+    const EditBlock edit(cursor);
+    for (auto picture = pictures.rbegin(); picture != pictures.rend(); ++picture) {
+        clearPicture(picture->second);
+        cursor.setPosition(picture->first);
+        cursor.deleteChar();
+        cursor.insertText(Tool::tr("[picture]"), picture->second);
+    }
+}
+
 bool writeFdx(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
 {
     QBuffer buffer(bytes);
@@ -154,6 +178,7 @@ bool writeFdx(Document &document, const WriteOptions &options, QByteArray *bytes
     if (!document.script) {
         document.script = std::make_shared<MVRFinalDraftFile>();
         markTitlePage(document);
+        nameNotedPictures(document.text);
         nameElements(document.text, options.elements);
         addMappedElements(document, options.elements);
     }

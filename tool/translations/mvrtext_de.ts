@@ -584,6 +584,10 @@
         <translation>Seite</translation>
     </message>
     <message>
+        <source>[picture]</source>
+        <translation>[Bild]</translation>
+    </message>
+    <message>
         <source>is too long for pages</source>
         <translation>ist zu lang für Seiten</translation>
     </message>
