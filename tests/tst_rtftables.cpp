@@ -21,6 +21,7 @@ private Q_SLOTS:
     void tables_data();
     void tables();
     void tableFormats();
+    void joinsSoManyCells();
     void tableBorders_data();
     void tableBorders();
     void writesTables();
@@ -273,6 +274,22 @@ void TestRtfTables::tableFormats()
     QCOMPARE(
         table->cellAt(0, 1).begin().currentBlock().begin().fragment().charFormat().fontWeight(),
         int(QFont::Bold));
+}
+
+// For each cell that is joined, Qt goes through the whole table.
+void TestRtfTables::joinsSoManyCells()
+{
+    QByteArray row("\\trowd\\clmgf\\cellx100\\clmrg\\cellx200");
+    for (int i = 3; i <= 60; ++i)
+        row += "\\cellx" + QByteArray::number(100 * i);
+    row += "\\intbl a" + QByteArray("\\cell").repeated(60) + "\\row ";
+    QTextDocument document;
+    QVERIFY(MVRTextRtf::fromRtfCData("{\\rtf1" + row.repeated(600) + "\\pard b}", &document));
+    const auto *table = qobject_cast<QTextTable *>(document.rootFrame()->childFrames().value(0));
+    QVERIFY(table);
+    QCOMPARE(table->rows(), 600);
+    QCOMPARE(table->cellAt(0, 0).columnSpan(), 2);
+    QCOMPARE(table->cellAt(599, 0).columnSpan(), 1);
 }
 
 void TestRtfTables::tableBorders_data()
