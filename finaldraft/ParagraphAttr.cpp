@@ -128,8 +128,8 @@ bool ParagraphAttr::fromDomElement(const QDomElement &element, double leftMargin
     if (MVRDomDoc::getAttr(QStringLiteral("Leading"), &text, element))
         leading = toLeadingParStyle(text);
     int space = 0;
-    if (MVRDomDoc::getAttr(QStringLiteral("SpaceBefore"), &space, element)
-        && qAbs(space) <= maxSpace)
+    if (MVRDomDoc::getAttr(QStringLiteral("SpaceBefore"), &space, element) && space >= -maxSpace
+        && space <= maxSpace) // there is no qAbs() of the least int
         spaceBefore = space;
     readNumber(element, QStringLiteral("Spacing"), maxSpacing, &spacing);
     MVRDomDoc::getAttr(QStringLiteral("StartsNewPage"), &startsNewPage, element);

@@ -265,6 +265,9 @@ void TestFdxVocabulary::refusesAbsurdNumbers()
     QCOMPARE(attr.spaceBefore, 0);
     QCOMPARE(attr.spacing, 1.0);
     QVERIFY(!attr.startsNewPage);
+    parse(&dom, "<P SpaceBefore='-2147483648'/>");
+    attr.fromDomElement(dom.currentElement(), 0);
+    QCOMPARE(attr.spaceBefore, 0);
 
     QTextBlockFormat format;
     format.setTopMargin(1e300);
