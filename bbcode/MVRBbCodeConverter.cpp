@@ -177,7 +177,7 @@ void MVRBbCodeConverter::gather(const QString &xhtml, QString *message)
 bool MVRBbCodeConverter::gatherInSegments(const QString &xhtml)
 {
     constexpr int segmentSize = 1 << 17;
-    if (xhtml.size() < 2 * segmentSize || xhtml.count(QLatin1String("<body")) != 1)
+    if (xhtml.size() / 2 < segmentSize || xhtml.count(QLatin1String("<body")) != 1)
         return false;
     const QStringList earlier = std::exchange(m_pieces, {});
     QStringList pieces;
