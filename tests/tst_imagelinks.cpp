@@ -267,6 +267,19 @@ void TestImageLinks::namesEqualImagesAlike()
     image.setPixelColor(1, 1, QColor(0, 0, 254));
     QVERIFY(MVRGuiUtil::resourceId(equal) != MVRGuiUtil::resourceId(image));
     QVERIFY(MVRGuiUtil::resourceId(QImage()).isEmpty());
+
+    QImage tall(1, 70000, QImage::Format_RGB32);
+    tall.fill(Qt::white);
+    const QString white = MVRGuiUtil::resourceId(tall);
+    tall.setPixelColor(0, 69999, Qt::red);
+    QVERIFY(MVRGuiUtil::resourceId(tall) != white);
+    tall.fill(Qt::white);
+    tall.setPixelColor(0, 65535, Qt::red);
+    const QString before = MVRGuiUtil::resourceId(tall);
+    QVERIFY(before != white);
+    tall.fill(Qt::white);
+    tall.setPixelColor(0, 65536, Qt::red);
+    QVERIFY(MVRGuiUtil::resourceId(tall) != before);
 }
 
 QTEST_MAIN(TestImageLinks)
