@@ -175,6 +175,18 @@ void TestToolInput::fetchesNoPictures()
                  .exitCode,
              0);
     QVERIFY(QImage(output).allGray());
+
+    // Nor for the notes of a document.
+    write(QStringLiteral("in.md"), "a[^1]\n\n[^1]: note ![x](" + file + ")\n");
+    write(QStringLiteral("note.html"),
+          "<p>a {\\Mvrn_fn=note <img src=\"" + file + "\">\\end_Mvrn_fn}</p>");
+    for (const char *command : {"convert in.md out.rtf", "convert --notes inline in.md out.rtf",
+                                "markup --read note.html -o out.rtf"}) {
+        QCOMPARE(mvrtext(command, m_folder->path()).exitCode, 0);
+        const QByteArray written = read(QStringLiteral("out.rtf"));
+        QVERIFY(written.contains("note"));
+        QVERIFY2(!written.contains("\\picw40"), command);
+    }
 }
 
 void TestToolInput::boundsMarkdown_data()

@@ -46,7 +46,7 @@ void MVRTextDoc::copyMimeData(QMimeData *data, const QTextCursor &selection)
 {
     if (!data || !selection.hasSelection())
         return;
-    QTextDocument selected;
+    QTextDocument selected(selection.document()); // which opens pictures, or does not
     QTextCursor(&selected).insertFragment(selection.selection());
     const QByteArray rtf = toRtf(&selected);
     for (const char *type : rtfTypes)

@@ -4,6 +4,7 @@
 #include <core/MVRSettings.h>
 #include <core/MVRTextRtf.h>
 #include <core/document/EditBlock_p.h>
+#include <core/document/OfflineDocument_p.h>
 #include <text/MVRTextDoc.h>
 #include <text/NoteLabel_p.h>
 #include <text/RtfAttachments_p.h>
@@ -17,11 +18,11 @@ namespace {
 /*! What several notes on one text say, one after the other. */
 QByteArray joinedContent(const MVRTextRtfNotes &notes, const QVector<int> &numbers)
 {
-    QTextDocument joined;
+    OfflineDocument joined;
     joined.setUndoRedoEnabled(false);
     QTextCursor cursor(&joined);
     for (const int number : numbers) {
-        QTextDocument content;
+        OfflineDocument content;
         content.setUndoRedoEnabled(false);
         MVRTextRtf::fromRtfCData(notes.at(number).rtf, &content);
         if (!cursor.atStart())
@@ -35,7 +36,7 @@ QByteArray joinedContent(const MVRTextRtfNotes &notes, const QVector<int> &numbe
 
 QByteArray markdownCommentContent(const MarkdownRuns &comment)
 {
-    QTextDocument content;
+    OfflineDocument content;
     content.setUndoRedoEnabled(false);
     QTextCursor cursor(&content);
     for (const MarkdownRun &run : comment) {

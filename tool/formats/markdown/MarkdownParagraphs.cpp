@@ -8,6 +8,7 @@
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
 #include <core/document/NoteFormat_p.h>
+#include <core/document/OfflineDocument_p.h>
 #include <core/document/SafeHtml_p.h>
 #include <text/MVRTextDoc.h>
 
@@ -112,7 +113,7 @@ void MarkdownParagraphs::collectMarks()
 /*! The content of a comment or annotation; each of its paragraphs is a line. */
 QString MarkdownParagraphs::commentMarkup(const MVRTextNote &note) const
 {
-    QTextDocument content;
+    OfflineDocument content;
     content.setUndoRedoEnabled(false);
     if (note.isInline())
         content.setPlainText(note.contentText(m_document));

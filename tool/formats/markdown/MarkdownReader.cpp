@@ -8,6 +8,7 @@
 
 #include <core/MVRTextRtf.h>
 #include <core/document/EditBlock_p.h>
+#include <core/document/OfflineDocument_p.h>
 
 #include <QRegularExpression>
 #include <QSet>
@@ -146,13 +147,13 @@ private:
     /*! Notes in a note follow its content, each once. */
     QByteArray build(int first)
     {
-        QTextDocument content;
+        OfflineDocument content;
         content.setUndoRedoEnabled(false);
         QTextCursor cursor(&content);
         QVector<int> numbers {first};
         QSet<int> known {first};
         for (int i = 0; i < numbers.size(); ++i) {
-            QTextDocument part;
+            OfflineDocument part;
             part.setUndoRedoEnabled(false);
             MarkdownBuilder builder(&part);
             if (!builder.build(m_definitions.at(numbers.at(i))))

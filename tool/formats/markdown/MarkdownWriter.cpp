@@ -9,6 +9,7 @@
 #include <tool/formats/markdown/MarkdownTables.h>
 
 #include <core/MVRTextRtf.h>
+#include <core/document/OfflineDocument_p.h>
 
 #include <QTextDocument>
 #include <QTextTable>
@@ -161,7 +162,7 @@ QString writeMarkdown(const QTextDocument &document)
     text += text.isEmpty() ? withSafeStart(writer.write()) : writer.write();
     int number = 0;
     for (const MVRTextNote &note : writer.footnotes()) {
-        QTextDocument content;
+        OfflineDocument content;
         content.setUndoRedoEnabled(false);
         if (note.isInline())
             content.setPlainText(note.contentText(document));
