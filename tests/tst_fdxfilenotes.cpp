@@ -33,6 +33,7 @@ private Q_SLOTS:
     void notesAfterEdits();
     void notesOfEditedWords_data();
     void notesOfEditedWords();
+    void rangesThatNoScriptHas();
     void newNotes_data();
     void newNotes();
     void inlineAnnotationsBecomeNotes();
@@ -292,6 +293,18 @@ void TestFdxFileNotes::notesOfEditedWords()
         QCOMPARE(note.content(), QStringLiteral("First.\n\nLa st"));
     }
     QTEST(found.isEmpty() ? QStringList(QString()) : found, "texts");
+}
+
+void TestFdxFileNotes::rangesThatNoScriptHas()
+{
+    const QByteArray body = "<Paragraph><Text>one</Text></Paragraph>";
+    Opened opened(script(body,
+                         "<ScriptNotes>" + note("Range=\"1,2147483647\"")
+                             + note("Range=\"-2147483648,2\"") + "</ScriptNotes>"));
+    QVERIFY(opened.isRead);
+    QTextCursor(&opened.document).insertText(QStringLiteral("two "));
+    const QByteArray written = opened.written();
+    QVERIFY2(written.contains("Range=\"5,2147483647\""), written.constData());
 }
 
 void TestFdxFileNotes::newNotes_data()

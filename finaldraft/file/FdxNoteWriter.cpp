@@ -10,6 +10,7 @@
 #include <QTextDocument>
 
 #include <algorithm>
+#include <limits>
 
 using File = MVRFinalDraftFile;
 
@@ -277,9 +278,13 @@ void FdxWriter::writeRange(int index)
             end = now.end < moved(whole.end) ? now.end : qMax(end, now.end);
     }
     // Relative, for numbers that lie beyond the script or within dual dialogue.
-    const int newStart
-        = qMax(0, note.numbers.start + numberOf(start) - m_places.offsetOf(oldStart));
-    const int newEnd = qMax(newStart, note.numbers.end + numberOf(end) - m_places.offsetOf(oldEnd));
+    const auto shifted = [](int number, int by) {
+        constexpr qint64 most = std::numeric_limits<int>::max();
+        return int(qBound<qint64>(0, qint64(number) + by, most));
+    };
+    const int newStart = shifted(note.numbers.start, numberOf(start) - m_places.offsetOf(oldStart));
+    const int newEnd
+        = qMax(newStart, shifted(note.numbers.end, numberOf(end) - m_places.offsetOf(oldEnd)));
     if (newStart != note.numbers.start || newEnd != note.numbers.end)
         addAttribute(note.node, "Range",
                      QByteArray::number(newStart) + ',' + QByteArray::number(newEnd), &m_splices);
