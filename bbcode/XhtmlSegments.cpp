@@ -2,7 +2,6 @@
 #include <bbcode/XhtmlSegments_p.h>
 
 #include <bbcode/XhtmlLimits_p.h>
-#include <core/html/HtmlTokens_p.h>
 
 QString XhtmlSegments::next()
 {
@@ -30,20 +29,19 @@ void XhtmlSegments::pass()
     m_position = markup < 0 ? m_xhtml.size() : htmlPassageEnd(m_xhtml, markup);
     if (m_position >= 0)
         return;
-    HtmlTag tag;
     if (!isHtmlTagStart(m_xhtml, markup)) {
         m_position = markup + 1;
         return;
     }
-    if (!readHtmlTag(m_xhtml, markup, &tag)) {
+    if (!readHtmlTag(m_xhtml, markup, &m_tag)) {
         m_position = m_xhtml.size();
         return;
     }
-    m_position = tag.end;
-    if (tag.isSelfClosed)
+    m_position = m_tag.end;
+    if (m_tag.isSelfClosed)
         return;
-    if (!tag.isEnd) {
-        m_open.append(m_xhtml.mid(tag.nameStart, tag.nameEnd - tag.nameStart));
+    if (!m_tag.isEnd) {
+        m_open.append(m_xhtml.mid(m_tag.nameStart, m_tag.nameEnd - m_tag.nameStart));
         m_copying += m_copying > 0 || copiesText(m_open.last()) ? 1 : 0;
     } else if (!m_open.isEmpty()) {
         m_open.removeLast();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <core/html/HtmlTokens_p.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -36,4 +38,5 @@ private:
     QStringList m_open; // names of elements
     int m_copying = 0; // how many of the innermost are not to be cut
     int m_openLines = 0;
+    HtmlTag m_tag; // that was read last, whose room is used again
 };

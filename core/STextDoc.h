@@ -123,7 +123,7 @@ public:
     static QTextDocument *cloneDocumentQtStyle(const QTextDocument *document, QObject *parent);
     /*! Makes a document that the caller has a copy of another one, as cloneDocumentQtStyle() does.
 
-        \param target  without text; null, or \a document itself, does nothing, like a null
-                       \a document */
+        \param target  without text; nothing is done where it or \a document is null, or both are
+                       the same */
     static void copyDocument(const QTextDocument *document, QTextDocument *target);
 };

@@ -46,7 +46,8 @@ void MVRTextDoc::copyMimeData(QMimeData *data, const QTextCursor &selection)
 {
     if (!data || !selection.hasSelection())
         return;
-    QTextDocument selected(selection.document()); // which opens pictures, or does not
+    // A child asks its parent for pictures, and opens none.
+    QTextDocument selected(selection.document());
     QTextCursor(&selected).insertFragment(selection.selection());
     const QByteArray rtf = toRtf(&selected);
     for (const char *type : rtfTypes)

@@ -258,7 +258,7 @@ void moveToInspector(QTextDocument *document, const MVRTextRange &note, const In
                      WordsAhead &wordsAhead)
 {
     QTextCursor cursor = note.toTextCursor(document);
-    QTextDocument content(document); // which opens pictures, or does not
+    QTextDocument content(document); // a child asks its parent for pictures, and opens none
     content.setUndoRedoEnabled(false);
     QTextCursor(&content).insertFragment(cursor.selection());
     MVRTextUtil::trim(&content, false, 0, 0, nullptr);
