@@ -177,6 +177,7 @@ bool Pages::measureNotes()
 
 void Pages::cut()
 {
+    m_pictures = std::make_unique<PagePictures>(m_document.text);
     layOut(m_text, m_setup.listener);
     keepLongParagraphs(m_text);
     QVector<FlowItem> items = flowItems(m_text);
@@ -230,11 +231,13 @@ void Pages::paintText(QPainter &painter, const PageSlice &slice, double y) const
     painter.translate(m_body.left(), m_body.top() + y - slice.top);
     // The borders of a row stand half outside of it.
     painter.setClipRect(part.adjusted(0.0, -borderSlack, 0.0, borderSlack));
+    m_pictures->setPart(part);
     if (slice.columns.isEmpty())
         drawPart(painter, m_text, part, slice.drawnTop);
     for (const ColumnPart &column : slice.columns) {
         const QRectF own(column.left, column.top, column.right - column.left,
                          column.bottom - column.top);
+        m_pictures->setPart(own);
         drawPart(painter, m_text, own, column.drawnTop);
     }
     painter.restore();

@@ -3,6 +3,7 @@
 
 #include <tool/pages/PageLinks.h>
 #include <tool/pages/PageNotes.h>
+#include <tool/pages/PagePictures.h>
 #include <tool/pages/PageSlices.h>
 #include <tool/pages/PdfCompletion.h>
 
@@ -80,6 +81,7 @@ private:
     Document &m_document;
     QTextDocument &m_text;
     PageSetup m_setup;
+    std::unique_ptr<PagePictures> m_pictures;
     PageNotes m_notes;
     std::unique_ptr<NoteLayout> m_noteLayout;
     QVector<double> m_noteCuts; // where footnotes may be cut, all one below the other
