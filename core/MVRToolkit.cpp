@@ -330,6 +330,9 @@ static bool canLayOut(QTextDocument &text, double lineWidth, const QSizeF &page)
     double pages = 1.0;
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next())
         pages += block.blockFormat().pageBreakPolicy() == QTextFormat::PageBreak_Auto ? 0.0 : 1.0;
+    const QList<QTextFrame *> frames = text.findChildren<QTextFrame *>();
+    for (const QTextFrame *frame : frames)
+        pages += frame->frameFormat().pageBreakPolicy() == QTextFormat::PageBreak_Auto ? 0.0 : 1.0;
     return !(pages * page.height() > maxLayoutHeight) || pages == 1.0;
 }
 

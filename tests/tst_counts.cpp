@@ -141,6 +141,11 @@ void TestCounts::countsNoEndlessPages()
     all.mergeBlockFormat(apart);
     QVERIFY(MVRTextDoc::pageCount(&document, size) >= 400);
     QCOMPARE(MVRTextDoc::pageCount(&document, QSizeF(300, 100000)), 0);
+    QTextDocument tables;
+    tables.setHtml(
+        QStringLiteral("<table style='page-break-before:always'><tr><td>a</table>").repeated(400));
+    QVERIFY(MVRTextDoc::pageCount(&tables, size) >= 400);
+    QCOMPARE(MVRTextDoc::pageCount(&tables, QSizeF(300, 100000)), 0);
     QVERIFY(MVRTextDoc::pageCount(&document, QSizeF(300, 0.001)) >= 0);
 
     document.setPlainText(QString(600000, QLatin1Char('a'))); // one word

@@ -232,12 +232,12 @@ void TestToolTrust::saysFaultsOfTheSystem_data()
         << QByteArray("too many steps");
     // Beyond the toolkit's coordinates a layout never comes back.
     QTest::newRow("paragraphs far apart")
-        << QByteArray("ulimit -t 60; (printf '{\\\\rtf1 '; yes '\\sb200000 a\\par' | head -n 900) "
+        << QByteArray("ulimit -t 60; (printf '{\\\\rtf1 '; yes '\\sb200000 a\\par' | head -n 9000) "
                       ">in.rtf; $T convert in.rtf out.pdf")
         << QByteArray("too long for pages");
     QTest::newRow("paragraphs far apart in a footnote") << QByteArray(
         "ulimit -t 60; (printf '{\\\\rtf1 a{\\\\footnote '; yes '\\sb200000 a\\par' | "
-        "head -n 900; printf '}}') >in.rtf; $T convert in.rtf out.pdf")
+        "head -n 9000; printf '}}') >in.rtf; $T convert in.rtf out.pdf")
                                                         << QByteArray("too long for pages");
     QTest::newRow("one paragraph of large letters")
         << QByteArray("ulimit -t 60; (printf '{\\\\rtf1\\\\fs2000 '; yes 'aaaa' | head -n 9000) "
@@ -361,6 +361,13 @@ void TestToolTrust::takesAnyLength_data()
     cell("padding", "cellpadding=-1e308", "");
     cell("no number", "cellspacing=nan", "");
     cell("padding of a cell", "", "style='padding:-1e308px'");
+    const QByteArray apart = "<table style='page-break-before:always'><tr><td>";
+    QTest::newRow("tables on pages of their own")
+        << "html" << repeated(apart + "a</table>", 9) << 9;
+    QTest::newRow("pages in a cell") << "html"
+                                     << "<table><tr><td>" + apart + "a</table>" << 1;
+    QTest::newRow("padding of many pages")
+        << "html" << QByteArray("<table cellpadding=999999><tr><td>a</table>") << 6;
     QTest::newRow("depth of a list")
         << "html" << QByteArray("<ul style='-qt-list-indent:99999999'><li>a</ul>") << 1;
     // Each table around it doubles the time for all of the text.
@@ -368,6 +375,12 @@ void TestToolTrust::takesAnyLength_data()
         << "html" << repeated("<table><tr><td>", 12) + repeated("<p>abc def", 3000) << 0;
     QTest::newRow("cells in tables")
         << "html" << repeated("<table><tr><td>", 12) + repeated("<td>a", 3000) << 0;
+    // And each row of a cell is one time more.
+    QTest::newRow("cells of many rows")
+        << "html"
+        << repeated("<table><tr><td rowspan=40>", 3) + repeated("<p>a", 500)
+            + repeated("</td><td>b" + repeated("<tr><td>b", 39) + "</table>", 3)
+        << 0;
 }
 
 /*! A layout takes minutes and all memory for some, and so does the toolkit's writer of ODT. */
@@ -391,7 +404,7 @@ void TestToolTrust::drawsRowsOfManyPages()
     QByteArray row = "\\trowd";
     for (int cell = 1; cell <= 500; ++cell)
         row += "\\cellx" + QByteArray::number(cell * 10);
-    row += "\\intbl " + repeated("\\sb200000 a\\par ", 20) + "\\cell "
+    row += "\\intbl " + repeated("\\sb30000 a\\par ", 150) + "\\cell "
         + repeated("\\sb0 a\\cell ", 499) + "\\row";
     m_folder->write(QStringLiteral("in.rtf"), "{\\rtf1 " + row + "}");
     Run run = shell("ulimit -t 20; $T convert in.rtf out.pdf");

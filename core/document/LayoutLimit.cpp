@@ -131,33 +131,41 @@ double HeightBound::ofFrame(const QTextFrame &frame, double width) const
 struct OpenFrame
 {
     QTextFrame::iterator place;
+    const QTextTable *table; // none for another frame
     double passes; // over its text
 };
 
-// A layout measures a table once for itself and once more for the one around it.
+// A layout measures a cell for each of its rows, and once more for the height of the last one.
+double passesOver(const OpenFrame &frame, int position)
+{
+    return frame.table ? frame.passes * (frame.table->cellAt(position).rowSpan() + 1.0)
+                       : frame.passes;
+}
+
 bool hasTooMuchInTables(const QTextDocument &text)
 {
-    constexpr double perParagraph = 30.0; // what it takes besides its letters, each some 0.2 us
+    constexpr double perParagraph = 60.0; // what it takes besides its letters, each some 0.2 us
     constexpr double mostPasses = 16.0;
-    constexpr double allowance = 3.0e7;
+    constexpr double allowance = 1.0e7;
     double effort = 0.0;
     double once = 0.0;
-    QVector<OpenFrame> open {{text.rootFrame()->begin(), 1.0}};
+    QVector<OpenFrame> open {{text.rootFrame()->begin(), nullptr, 1.0}};
     while (!open.isEmpty()) {
         if (open.last().place.atEnd()) {
             open.removeLast();
             continue;
         }
         const QTextFrame *frame = open.last().place.currentFrame();
-        double passes = open.last().passes;
-        double part = open.last().place.currentBlock().length() + perParagraph;
+        const QTextBlock block = open.last().place.currentBlock();
+        const double passes
+            = passesOver(open.last(), frame ? frame->firstPosition() : block.position());
+        double part = block.length() + perParagraph;
         ++open.last().place;
-        if (const auto *table = qobject_cast<const QTextTable *>(frame)) {
-            passes *= 2.0;
+        const auto *table = qobject_cast<const QTextTable *>(frame);
+        if (table)
             part = perParagraph * table->rows() * table->columns(); // those that others span too
-        }
         if (frame)
-            open.append({frame->begin(), passes});
+            open.append({frame->begin(), table, passes});
         effort += part * passes;
         once += part;
     }

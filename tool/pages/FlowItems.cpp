@@ -14,7 +14,7 @@ namespace {
 
 constexpr int linesKept = 2; // of a paragraph, on each side of a break
 constexpr int KeptTogether = QTextFormat::UserProperty + 0x3501; // of a paragraph: bool
-constexpr int PageBreaks = QTextFormat::UserProperty + 0x3502; // of a paragraph: PageBreakFlags
+constexpr int PageBreaks = QTextFormat::UserProperty + 0x3502; // PageBreakFlags
 
 /*! Leaves room between columns: what a part of one touches is drawn with it. */
 void partColumns(QVector<RowColumn> &columns)
@@ -59,6 +59,17 @@ private:
         m_breaksNext = false;
         m_keepsNext = false;
         m_items.append(item);
+    }
+    void breakBefore(const QTextFrame &frame)
+    {
+        const int policy = frame.frameFormat().intProperty(PageBreaks);
+        const bool isFirst = frame.firstPosition() <= 1; // but for a paragraph that has to be there
+        m_breaksNext = m_breaksNext || (!isFirst && (policy & QTextFormat::PageBreak_AlwaysBefore));
+    }
+    void breakBehind(const QTextFrame &frame)
+    {
+        const int policy = frame.frameFormat().intProperty(PageBreaks);
+        m_breaksNext = policy & QTextFormat::PageBreak_AlwaysAfter;
     }
 
     void addBlock(const QTextBlock &block);
@@ -118,6 +129,7 @@ void ItemCollector::addTable(const QTextTable &table)
     const int headRows = qMin(table.format().headerRowCount(), table.rows() - 1);
     double headBottom = rect.top();
     int tied = 0; // rows that cells from above reach into
+    breakBefore(table);
     for (int row = 0; row < table.rows(); ++row) {
         FlowItem item;
         item.top = row == 0 ? rect.top() : rect.bottom();
@@ -152,11 +164,13 @@ void ItemCollector::addTable(const QTextTable &table)
         append(item);
     }
     m_tableBottom = rect.bottom();
+    breakBehind(table);
 }
 
 void ItemCollector::addFrame(QTextFrame &frame)
 {
     const QRectF rect = m_layout.frameBoundingRect(&frame);
+    breakBefore(frame);
     FlowItem item;
     item.top = rect.top();
     item.bottom = rect.bottom();
@@ -164,6 +178,7 @@ void ItemCollector::addFrame(QTextFrame &frame)
     item.end = frame.lastPosition() + 1;
     item.columns.append(column(frame.firstCursorPosition().block(), frame.lastPosition()));
     append(item);
+    breakBehind(frame);
 }
 
 RowColumn ItemCollector::column(QTextBlock block, int end) const
@@ -230,11 +245,12 @@ void takeBreaks(QTextDocument &text)
         format.clearProperty(QTextFormat::PageBreakPolicy);
         QTextCursor(block).setBlockFormat(format);
     }
-    const QList<QTextFrame *> frames = text.rootFrame()->findChildren<QTextFrame *>();
+    const QList<QTextFrame *> frames = text.findChildren<QTextFrame *>();
     for (QTextFrame *frame : frames) {
         QTextFrameFormat format = frame->frameFormat();
         if (!format.hasProperty(QTextFormat::PageBreakPolicy))
             continue;
+        format.setProperty(PageBreaks, int(format.pageBreakPolicy()));
         format.clearProperty(QTextFormat::PageBreakPolicy);
         frame->setFrameFormat(format);
     }

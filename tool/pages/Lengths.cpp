@@ -17,11 +17,19 @@ namespace {
 
 constexpr double maxLength = 1.0e5; // of any unit: more than paper has
 
-// HTML takes any number for a length. A layout does not come back from all of them.
-double bounded(double length, double least = -maxLength)
+/*! Makes lengths those of another unit, none longer than a bound. */
+struct Scale
 {
-    return std::isnan(length) ? 0.0 : qBound(least, length, maxLength);
-}
+    double factor;
+    double longest;
+
+    // HTML takes any number for a length. A layout does not come back from all of them.
+    double bounded(double length) const
+    {
+        return std::isnan(length) ? 0.0 : qBound(-longest, length, longest);
+    }
+    double operator()(double length) const { return bounded(length * factor); }
+};
 
 struct Span
 {
@@ -30,59 +38,62 @@ struct Span
     QTextCharFormat format;
 };
 
-QTextBlockFormat scaled(QTextBlockFormat format, double factor)
+QTextBlockFormat scaled(QTextBlockFormat format, const Scale &scale)
 {
     for (const int length :
          {QTextFormat::BlockLeftMargin, QTextFormat::BlockRightMargin, QTextFormat::BlockTopMargin,
           QTextFormat::BlockBottomMargin, QTextFormat::TextIndent}) {
         if (format.hasProperty(length))
-            format.setProperty(length, bounded(format.doubleProperty(length) * factor));
+            format.setProperty(length, scale(format.doubleProperty(length)));
     }
     QList<QTextOption::Tab> tabs = format.tabPositions();
     if (!tabs.isEmpty()) {
         for (QTextOption::Tab &tab : tabs)
-            tab.position = bounded(tab.position * factor);
+            tab.position = scale(tab.position);
         format.setTabPositions(tabs);
     }
     const int heightType = format.lineHeightType();
     if (heightType != QTextBlockFormat::SingleHeight
         && heightType != QTextBlockFormat::ProportionalHeight)
-        format.setLineHeight(bounded(format.lineHeight() * factor), heightType);
+        format.setLineHeight(scale(format.lineHeight()), heightType);
     return format;
 }
 
-void scaleProperties(QTextFormat &format, std::initializer_list<int> properties, double factor,
-                     double least)
+void scaleProperties(QTextFormat &format, std::initializer_list<int> properties, const Scale &scale,
+                     bool mayBeNegative = false)
 {
     for (const int property : properties) {
         const QVariant value = format.property(property);
         if (value.userType() == QMetaType::Double)
-            format.setProperty(property, bounded(value.toDouble() * factor, least));
+            format.setProperty(property,
+                               mayBeNegative ? scale(value.toDouble())
+                                             : qMax(0.0, scale(value.toDouble())));
     }
 }
 
-QTextLength scaled(const QTextLength &length, double factor)
+QTextLength scaled(const QTextLength &length, const Scale &scale)
 {
+    const double value = length.rawValue();
     const bool isFixed = length.type() == QTextLength::FixedLength;
-    return QTextLength(length.type(), bounded(length.rawValue() * (isFixed ? factor : 1.0)));
+    return QTextLength(length.type(), isFixed ? scale(value) : scale.bounded(value));
 }
 
-void scaleFrame(QTextFrameFormat &format, double factor)
+void scaleFrame(QTextFrameFormat &format, const Scale &scale)
 {
     scaleProperties(format,
                     {QTextFormat::FrameMargin, QTextFormat::FrameTopMargin,
                      QTextFormat::FrameBottomMargin, QTextFormat::FrameLeftMargin,
                      QTextFormat::FrameRightMargin},
-                    factor, -maxLength);
+                    scale, true);
     scaleProperties(format,
                     {QTextFormat::FrameBorder, QTextFormat::FramePadding,
                      QTextFormat::TableCellSpacing, QTextFormat::TableCellPadding},
-                    factor, 0.0);
-    format.setWidth(scaled(format.width(), factor));
-    format.setHeight(scaled(format.height(), factor));
+                    scale);
+    format.setWidth(scaled(format.width(), scale));
+    format.setHeight(scaled(format.height(), scale));
 }
 
-void scaleCells(QTextTable &table, double factor)
+void scaleCells(QTextTable &table, const Scale &scale)
 {
     for (int row = 0; row < table.rows(); ++row) {
         for (int column = 0; column < table.columns(); ++column) {
@@ -94,7 +105,7 @@ void scaleCells(QTextTable &table, double factor)
                              QTextFormat::TableCellLeftPadding, QTextFormat::TableCellRightPadding,
                              QTextFormat::TableCellTopBorder, QTextFormat::TableCellBottomBorder,
                              QTextFormat::TableCellLeftBorder, QTextFormat::TableCellRightBorder},
-                            factor, 0.0);
+                            scale);
             const bool isOwn = cell.row() == row && cell.column() == column;
             if (isOwn && format != before)
                 cell.setFormat(format);
@@ -102,7 +113,7 @@ void scaleCells(QTextTable &table, double factor)
     }
 }
 
-void scaleFrames(QTextDocument &document, double factor)
+void scaleFrames(QTextDocument &document, const Scale &scale)
 {
     QVector<QTextFrame *> open = document.rootFrame()->childFrames().toVector();
     while (!open.isEmpty()) {
@@ -111,51 +122,52 @@ void scaleFrames(QTextDocument &document, double factor)
         auto *table = qobject_cast<QTextTable *>(frame);
         if (!table) {
             QTextFrameFormat format = frame->frameFormat();
-            scaleFrame(format, factor);
+            scaleFrame(format, scale);
             frame->setFrameFormat(format);
             continue;
         }
         QTextTableFormat format = table->format();
-        scaleFrame(format, factor);
+        scaleFrame(format, scale);
         QVector<QTextLength> columns = format.columnWidthConstraints();
         for (QTextLength &column : columns)
-            column = scaled(column, factor);
+            column = scaled(column, scale);
         format.setColumnWidthConstraints(columns);
         table->setFormat(format);
-        scaleCells(*table, factor);
+        scaleCells(*table, scale);
     }
 }
 
-void scalePictures(QTextDocument &document, double factor)
+void scalePictures(QTextDocument &document, const Scale &scale)
 {
-    changeAllFormats(&document, [factor](QTextCharFormat &format) {
+    changeAllFormats(&document, [&scale](QTextCharFormat &format) {
         if (!format.isImageFormat())
             return;
         for (const int side : {QTextFormat::ImageWidth, QTextFormat::ImageHeight}) {
             if (format.doubleProperty(side) > 0.0)
-                format.setProperty(side, bounded(format.doubleProperty(side) * factor));
+                format.setProperty(side, scale(format.doubleProperty(side)));
         }
     });
 }
 
 }
 
-void scaleLengths(QTextDocument &document, double factor)
+void scaleLengths(QTextDocument &document, double factor, double longest)
 {
+    const Scale scale {factor, longest};
     QHash<int, QTextBlockFormat> known;
     QTextCursor cursor(&document);
     cursor.beginEditBlock();
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         auto format = known.find(block.blockFormatIndex());
         if (format == known.end())
-            format = known.insert(block.blockFormatIndex(), scaled(block.blockFormat(), factor));
+            format = known.insert(block.blockFormatIndex(), scaled(block.blockFormat(), scale));
         if (*format == block.blockFormat())
             continue;
         cursor.setPosition(block.position());
         cursor.setBlockFormat(*format);
     }
-    scaleFrames(document, factor);
-    scalePictures(document, factor);
+    scaleFrames(document, scale);
+    scalePictures(document, {factor, maxLength}); // pages fit them, in proportion
     cursor.endEditBlock();
     document.setIndentWidth(document.indentWidth() * factor);
 }

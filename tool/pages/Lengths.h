@@ -11,9 +11,10 @@ constexpr double pointsPerPixel = 72.0 / 96.0;
 /*!
     Multiplies margins, indents, tab stops and fixed line heights of all paragraphs, the widths,
     margins and borders of tables and frames, the step of indents, and the sizes that pictures say.
-    None becomes longer than paper can be, and no border, padding or spacing less than nothing.
+    None but those of pictures becomes longer than \a longest, and no border, padding or spacing
+   less than nothing.
 */
-void scaleLengths(QTextDocument &document, double factor);
+void scaleLengths(QTextDocument &document, double factor, double longest = 1.0e5);
 
 /*!
     Rounds the sizes of text to steps of five per cent where there are more than 500: a layout keeps

@@ -11,7 +11,7 @@ constexpr double slack = 0.5; // units that rounding may add
 constexpr double leftmost = -1e6; // units, beyond any page
 constexpr double rightmost = 1e6;
 constexpr int mostPages = 12000;
-constexpr int mostCellParts = 500000; // of high rows: each takes some 4 us to draw
+constexpr int mostRowParts = 500000; // lines of high rows on pages: each takes some 4 us to draw
 
 /*! The footnotes, one below the other, shown from the top on. */
 class NoteColumn
@@ -61,7 +61,7 @@ public:
     QVector<PageSlice> cut();
 
 private:
-    bool isFull() const { return m_slices.size() > mostPages || m_cellParts > mostCellParts; }
+    bool isFull() const { return m_slices.size() > mostPages || m_rowParts > mostRowParts; }
     double footHeight(double notes, double most) const
     {
         const double height = m_notes.nextHeight(notes, most);
@@ -85,7 +85,7 @@ private:
     NoteColumn m_notes;
     PageHeights m_heights;
     QVector<PageSlice> m_slices;
-    int m_cellParts = 0;
+    int m_rowParts = 0;
 };
 
 PageSlice PageCutter::emptyPage(int first) const
@@ -156,7 +156,7 @@ void PageCutter::appendHigh(PageSlice &slice, const FlowItem &item)
         PageSlice part = slice;
         part.bottom = slice.top + room();
         part.columns = row.takePart(part.bottom);
-        m_cellParts += item.columns.size();
+        m_rowParts += item.columns.size();
         if (slice.top < item.top && !part.columns.isEmpty())
             part.columns.prepend({leftmost, rightmost, slice.top, item.top, slice.drawnTop});
         part.end = part.start;

@@ -12,6 +12,11 @@
 #include <QTextDocument>
 #include <QTextOption>
 
+namespace {
+
+constexpr double longest = 1584.0; // points, two pages: writing programs take no more
+}
+
 void preparePageText(QTextDocument &text, double width, double unitsPerPoint)
 {
     takeLinks(text);
@@ -19,7 +24,7 @@ void preparePageText(QTextDocument &text, double width, double unitsPerPoint)
     wrapLines(text);
     takeBreaks(text);
     MVRToolkit::toStockParagraphs(&text, width / unitsPerPoint);
-    scaleLengths(text, unitsPerPoint);
+    scaleLengths(text, unitsPerPoint, longest * unitsPerPoint);
     text.setDocumentMargin(0.0);
     QTextOption option = text.defaultTextOption();
     option.setUseDesignMetrics(true);
