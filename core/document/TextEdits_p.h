@@ -2,12 +2,11 @@
 #pragma once
 
 #include <core/document/EditBlock_p.h>
+#include <core/document/TextFragments_p.h>
 
-#include <QTextBlock>
 #include <QTextCharFormat>
 #include <QTextCursor>
 #include <QTextDocument>
-#include <QTextFragment>
 #include <QVector>
 
 /*!
@@ -26,20 +25,16 @@ template <typename Change> void changeTexts(QTextDocument *document, const Chang
         QTextCharFormat format;
     };
     QVector<Run> changed;
-    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            const QTextFragment fragment = it.fragment();
-            const QString before = fragment.text();
-            const QString after = change(before, fragment.charFormat());
-            if (after != before)
-                changed.append({fragment.position(), fragment.position() + fragment.length(), after,
-                                fragment.charFormat()});
-        }
+    for (FragmentWalker walker(document, 0); walker.isValid(); walker.next()) {
+        const QString before = walker.text();
+        const QString after = change(before, walker.format());
+        if (after != before)
+            changed.append({walker.start(), walker.end(), after, walker.format()});
     }
     if (changed.isEmpty())
         return;
-    const EditBlock edit(
-        document); // outside of one, Qt looks through the paragraph for each change
+    // Outside of one, Qt looks through the paragraph for each change.
+    const EditBlock edit(document);
     QTextCursor cursor(document);
     for (auto run = changed.crbegin(); run != changed.crend(); ++run) {
         cursor.setPosition(run->start);

@@ -38,6 +38,7 @@ public:
     int end() const { return m_end; }
     const QTextBlock &block() const { return m_block; }
     QTextCharFormat format() const { return m_fragment.charFormat(); }
+    QString text() const { return m_fragment.text(); }
     bool isAtBlockStart() const { return m_start == m_blockStart; }
     bool isAtBlockEnd() const { return m_end == m_block.position() + m_block.length() - 1; }
 
