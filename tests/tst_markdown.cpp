@@ -370,7 +370,11 @@ void TestMarkdown::reads_data()
                           << QByteArray("`c++ {c}int *a;||{>>b<<}\n");
     QTest::newRow("table") << "| a | b |\n|--|:-:|\n| `1|` \\| | <br> |\n"
                            << QByteArray("cell 0,0 head  a\ncell 0,1 head  b\ncell 1,0  `1\n"
-                                         "cell 1,1  ` |\n");
+                                         "cell 1,1  ` | | |\n");
+    QTest::newRow("more cells than the head")
+        << "> a | b\n> --|--\n> 1 | 2 \\| 3 | 4 | 5 |\n> | 6 | 7 |\n\nx | y | z\n"
+        << QByteArray("cell 0,0 head  a\ncell 0,1 head  b\ncell 1,0  1\ncell 1,1  2 | 3 | 4 | 5\n"
+                      "cell 2,0  6\ncell 2,1  7\n x | y | z\n");
     QTest::newRow("footnote") << "End.[^a] x\n\n[^a]: One\n\n    Two"
                               << QByteArray(" End. x\nfootnote End.: One/Two\n");
     QTest::newRow("comments") << "A b{>>*c* d<<} {==e f==}{>>g<<} `{>>h<<}` \\{>>i<<} j<!-- k -->"

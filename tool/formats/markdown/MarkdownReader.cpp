@@ -5,6 +5,7 @@
 #include <tool/formats/markdown/MarkdownFrontMatter.h>
 #include <tool/formats/markdown/MarkdownMarks.h>
 #include <tool/formats/markdown/MarkdownNotes.h>
+#include <tool/formats/markdown/MarkdownRows.h>
 
 #include <core/MVRTextRtf.h>
 #include <core/document/EditBlock_p.h>
@@ -109,7 +110,7 @@ bool hasTooManyLists(cmark_node *root, qint64 sourceSize)
     return false;
 }
 
-CmarkTree parse(const QString &source, const MarkdownOptions &options)
+CmarkTree parseMarked(const QString &source, const MarkdownOptions &options)
 {
     cmark_gfm_core_extensions_ensure_registered();
     const CmarkParser parser(cmark_parser_new(
@@ -121,6 +122,14 @@ CmarkTree parse(const QString &source, const MarkdownOptions &options)
     const QByteArray bytes = source.toUtf8();
     cmark_parser_feed(parser.get(), bytes.constData(), size_t(bytes.size()));
     return CmarkTree(cmark_parser_finish(parser.get()));
+}
+
+CmarkTree parse(const QString &source, const MarkdownOptions &options)
+{
+    const QString marked = MarkdownMarks::marked(source);
+    CmarkTree tree = parseMarked(marked, options);
+    const QString joined = withoutExcessCells(marked, tree.get());
+    return joined == marked ? std::move(tree) : parseMarked(joined, options);
 }
 
 /*! The contents of footnotes by their number, each made once. */
@@ -214,7 +223,7 @@ MarkdownResult readMarkdown(const QString &text, const MarkdownOptions &options,
     result.refusal = refusalOf(source);
     if (result.refusal != MarkdownResult::NotRefused)
         return result;
-    const CmarkTree tree = parse(MarkdownMarks::marked(source), options);
+    const CmarkTree tree = parse(source, options);
     if (hasTooManyLists(tree.get(), source.size())) {
         result.refusal = MarkdownResult::TooManyLists;
         return result;
