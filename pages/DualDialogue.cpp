@@ -5,7 +5,6 @@ using namespace MVRFinalDraft;
 
 namespace {
 
-constexpr double pointsPerInch = 72.0;
 constexpr double columnGap = 18.0; // points
 constexpr double nameIndent = 0.25; // of a column's width
 constexpr double parentheticalIndent = 0.12;
@@ -34,13 +33,14 @@ void PageFlow::takeDual(FlowUnit &unit)
         || at(m_next).attr.startsNewPage || !isName(m_next))
         return;
     unit.columns.append(takeSpeech());
-    const double left = m_screenplay.settings.dualLeft * pointsPerInch;
-    const double width = qMax(
-        columnGap, (m_screenplay.settings.dualRight * pointsPerInch - left - columnGap) / 2.0);
+    const MVRScreenplaySettings &settings = m_screenplay.settings;
+    const LineBox both
+        = boxOnPaper(settings.dualLeft, settings.dualRight, settings.pageSize.width());
+    const double width = qMax(columnGap, (both.right - both.left - columnGap) / 2.0);
     for (int side = 0; side < unit.columns.size(); ++side) {
         for (FlowParagraph &paragraph : unit.columns[side].paragraphs) {
             const double spaceBefore = paragraph.spaceBefore;
-            const double start = left + side * (width + columnGap);
+            const double start = both.left + side * (width + columnGap);
             paragraph.box.left = start + indentOf(paragraph) * width;
             paragraph.box.right = start + width;
             paragraph.box.firstLeft = paragraph.box.left;

@@ -123,6 +123,13 @@ double PageComposer::bottomSpace() const
     return m_settings.marksBrokenScene ? 2.0 * m_settings.lineHeight : 0.0;
 }
 
+// What a page has between the marks of a scene that is broken above and below.
+double PageComposer::roomInScene() const
+{
+    const double top = m_settings.continuesBrokenScene ? 2.0 * m_settings.lineHeight : 0.0;
+    return m_flow.bodyHeight() - top - bottomSpace();
+}
+
 void PageComposer::place(FlowUnit unit, bool sceneGoesOn)
 {
     if (unit.startsPage && !m_isAtTop)
@@ -203,12 +210,15 @@ FlowColumn PageComposer::restOf(const FlowColumn &column, const FlowCut &cut) co
     FlowColumn rest;
     rest.isSpeech = column.isSpeech;
     rest.name = column.name;
-    // A page that holds a name and nothing else would have the next one hold nothing else.
-    const bool isNameAlone = cut.paragraph == 0 || (cut.paragraph == 1 && cut.offset < 0);
-    if (column.isSpeech && m_settings.namesBrokenSpeech && !(column.isNamed && isNameAlone)) {
+    // A page of names alone, or of parts of one, would have the next one hold nothing else.
+    const int names = column.isNamed ? 1 : 0;
+    const bool hasSpoken = cut.paragraph > names || (cut.paragraph == names && cut.offset >= 0);
+    if (!hasSpoken) {
+        rest.isNamed = column.isNamed && cut.paragraph == 0;
+    } else if (column.isSpeech && m_settings.namesBrokenSpeech) {
         const FlowParagraph name = m_flow.continuedName(column.name);
         // One that takes most of the page would leave no room for what is said.
-        rest.isNamed = !name.hasMore && name.height() <= m_flow.bodyHeight() / 2.0;
+        rest.isNamed = !name.hasMore && name.height() <= roomInScene() / 2.0;
         if (rest.isNamed)
             rest.paragraphs.append(name);
     }

@@ -27,6 +27,7 @@ private:
     double heightOf(const FlowUnit &unit) const;
     double headHeight(const FlowUnit &unit) const;
     double bottomSpace() const;
+    double roomInScene() const;
     double room() const { return m_bottom - m_y; }
 
     void startPage(bool isTitlePage);

@@ -13,6 +13,7 @@ namespace {
 constexpr double pointsPerInch = 72.0;
 constexpr double maxIndent = 100.0; // inches; beyond any paper
 constexpr double narrowest = 7.2; // points; a letter
+constexpr double leastOnPaper = 72.0; // points that a paragraph has there, wherever it is to begin
 constexpr double minSpacing = 0.1;
 constexpr double maxSpacing = 100.0;
 constexpr int maxSpace = 10000; // points
@@ -24,13 +25,9 @@ double points(double inches)
 
 LineBox boxOf(const MVRScreenplayParagraph &source, double paperWidth)
 {
-    LineBox box;
-    box.left = points(source.attr.leftIndent);
-    box.right = points(source.attr.rightIndent);
-    if (box.right <= 0.0)
-        box.right += paperWidth;
-    box.right = qMax(box.right, box.left + narrowest);
-    box.firstLeft = qMin(box.left + points(source.attr.firstIndent), box.right - narrowest);
+    const double first = points(source.attr.leftIndent) + points(source.attr.firstIndent);
+    LineBox box = boxOnPaper(source.attr.leftIndent, source.attr.rightIndent, paperWidth);
+    box.firstLeft = qBound(0.0, first, box.right - narrowest);
     box.alignment = source.attr.alignment;
     box.tabStops = source.tabStops;
     return box;
@@ -75,6 +72,16 @@ bool isSceneHeading(const MVRScreenplayParagraph &source)
     return source.paginateAs == SceneHeading && source.type != QLatin1String("Shot");
 }
 
+}
+
+LineBox boxOnPaper(double leftInches, double rightInches, double paperWidth)
+{
+    const double right = points(rightInches);
+    LineBox box;
+    box.left = qBound(0.0, points(leftInches), paperWidth - leastOnPaper);
+    box.right = qBound(box.left + narrowest, right > 0.0 ? right : right + paperWidth, paperWidth);
+    box.firstLeft = box.left;
+    return box;
 }
 
 QString speakerOf(const QString &cue)

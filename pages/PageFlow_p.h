@@ -33,7 +33,7 @@ struct FlowColumn
     QVector<FlowParagraph> paragraphs;
     FlowParagraph name; /*!< of a speech */
     bool isSpeech = false; /*!< (MORE) is for its like */
-    bool isNamed = false; /*!< the name stands above this part of it */
+    bool isNamed = false; /*!< begins with its name, or the rest of that */
 };
 
 /*! What page breaks keep together: headings, with the paragraph or the speeches behind them. */
@@ -115,6 +115,11 @@ private:
     QString m_speaker;
 };
 
+/*!
+    What stands between two indents. A right one that is not above 0 counts from the right edge of
+    the paper. An inch of it stands on the paper, wherever a file has it begin.
+*/
+LineBox boxOnPaper(double leftInches, double rightInches, double paperWidth);
 /*! A name without what stands in brackets behind it. */
 QString speakerOf(const QString &cue);
 /*! Whether a name says already that it continues. */

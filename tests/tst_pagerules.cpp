@@ -313,17 +313,24 @@ void TestPageRules::survivesAnySettings()
     script.settings = settings;
     script.body[1].attr.leftIndent = qInf();
     script.body[2].attr.rightIndent = -50.0;
+    script.body[9].attr.leftIndent = 360.0;
+    script.body[9].attr.alignment = Qt::AlignHCenter;
+    script.body[10].attr.firstIndent = -720.0;
     script.body[3].attr.spacing = 1e9;
     script.body[7].attr.spacing = 4.9e-324;
     script.body[4].runs.first().attr.size = 1e9;
     script.body[5].attr.spaceBefore = 1000000000;
     script.body[6].runs.first().attr.size = 390.0;
     QVector<QString> seen(script.body.size());
-    const QVector<MVRScreenplayPage> pages = MVRScreenplayPages(script).pages();
+    const MVRScreenplayPages layout(script);
+    const QVector<MVRScreenplayPage> pages = layout.pages();
     for (const MVRScreenplayPage &page : pages) {
         for (const MVRScreenplayLine &line : page.lines) {
-            if (line.paragraph >= 0)
-                seen[line.paragraph] += line.text();
+            if (line.paragraph < 0 || line.runs.isEmpty())
+                continue;
+            seen[line.paragraph] += line.text();
+            const double x = line.runs.first().x;
+            QVERIFY2(x >= 0.0 && x < layout.pageSize().width(), qPrintable(line.text()));
         }
     }
     for (int i = 0; i < script.body.size(); ++i)
