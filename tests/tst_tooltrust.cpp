@@ -248,6 +248,11 @@ void TestToolTrust::saysFaultsOfTheSystem_data()
                       "yes 'aaaa' | head -n 9000; printf '\\\\cell\\\\row') "
                       ">in.rtf; $T convert in.rtf out.pdf")
         << QByteArray("too long for pages");
+    QTest::newRow("script of too many pages")
+        << QByteArray("(printf '<FinalDraft><Content>'; yes '<Paragraph StartsNewPage=\"Yes\"/>' |"
+                      "head -n 12001; printf '</Content></FinalDraft>') >in.rtf;"
+                      "$T convert --from fdx in.rtf out.png")
+        << QByteArray("too long for pages");
     QTest::newRow("folder as input")
         << QByteArray("$T convert . out.txt --from rtf") << QByteArray("Is a directory");
     QTest::newRow("folder as output")

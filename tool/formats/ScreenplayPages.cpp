@@ -4,6 +4,7 @@
 #include <tool/Document.h>
 #include <tool/Messages.h>
 #include <tool/formats/Formats.h>
+#include <tool/pages/PageSlices.h>
 
 #include <pages/MVRScreenplayFace.h>
 
@@ -77,6 +78,10 @@ std::optional<MVRScreenplayPages> screenplayPages(const Document &document,
     }
     if (options.firstPage > 0 && !pages.keepPages(options.firstPage, options.lastPage)) {
         *error = Tool::tr("has no pages %1-%2").arg(options.firstPage).arg(options.lastPage);
+        return std::nullopt;
+    }
+    if (pages.pages().size() > mostPages) {
+        *error = Tool::tr("is too long for pages");
         return std::nullopt;
     }
     return pages;

@@ -10,7 +10,6 @@ constexpr double maxShareOfNotes = 0.5; // of a page, while there is text
 constexpr double slack = 0.5; // units that rounding may add
 constexpr double leftmost = -1e6; // units, beyond any page
 constexpr double rightmost = 1e6;
-constexpr int mostPages = 12000;
 constexpr int mostRowParts = 500000; // lines of high rows on pages: each takes some 4 us to draw
 
 /*! The footnotes, one below the other, shown from the top on. */

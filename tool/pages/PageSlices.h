@@ -89,6 +89,9 @@ QVector<FlowItem> flowItems(const QTextDocument &text);
 */
 double drawnTop(const QVector<FlowItem> &items, int first);
 
+/*! No text has more pages: the toolkit's coordinates end there. */
+constexpr int mostPages = 12000;
+
 /*! Of pages, in the layout's units. */
 struct PageHeights
 {
@@ -104,7 +107,7 @@ struct PageHeights
     lines, so that the parts on two pages may overlap. Footnotes that would take more than half of
     a page go on at the foot of the next one.
     \param noteCuts  where footnotes may be cut, all one below the other
-    \return nothing where there would be more than 12,000 pages, or rows that are higher than a page
+    \return nothing where there would be more than mostPages, or rows that are higher than a page
             have too many cells for all the pages that they are on
 */
 QVector<PageSlice> cutPages(const QVector<FlowItem> &items, const QVector<double> &noteCuts,
