@@ -19,6 +19,9 @@ private Q_SLOTS:
     void boundsHtml_data();
     void boundsHtml();
     void keepsPlacesOfLinks();
+    void readsLinksThatArePlaces();
+    void readsOddHtml_data();
+    void readsOddHtml();
     void saysFaultsOfTheSystem_data();
     void saysFaultsOfTheSystem();
     void saysThatMemoryEnds();
@@ -196,6 +199,47 @@ void TestToolTrust::keepsPlacesOfLinks()
     const QByteArray written = m_folder->read(QStringLiteral("out.html"));
     QVERIFY(written.contains("name=\"n2001\""));
     QVERIFY(!written.contains("name=\"n2000\""));
+}
+
+/*! Qt makes a link of their first letter alone. */
+void TestToolTrust::readsLinksThatArePlaces()
+{
+    m_folder->write(QStringLiteral("in.html"), "<p><a href='http://a.b' id='i'>abc</a> d</p>");
+    const auto written = [this](const char *name) {
+        return mvrtext(QByteArray("convert in.html ").append(name), m_folder->path()).exitCode == 0
+            ? m_folder->read(QLatin1String(name))
+            : QByteArray();
+    };
+    QVERIFY2(written("out.md").contains("[abc](http://a.b) d"), written("out.md"));
+    QVERIFY2(written("out.html").contains(">bc</span></a>"), written("out.html"));
+    QCOMPARE(written("out.bbcode").count("[url]"), 1);
+    written("out.odt");
+    if (shell("python3 -m zipfile -e out.odt odt").errors.isEmpty())
+        QVERIFY(m_folder->read(QStringLiteral("odt/content.xml")).contains(">abc</text:span>"));
+}
+
+void TestToolTrust::readsOddHtml_data()
+{
+    QTest::addColumn<QByteArray>("html");
+
+    QTest::newRow("comment that ends in no script")
+        << QByteArray("<p>one</p><script>a <!-- b --> <!-- c</script><p>two</p>");
+    QTest::newRow("comment that ends in no style sheet")
+        << QByteArray("<style>p { color:red } <!--</style><p>one</p><!-- a --><p>two</p>");
+    QTest::newRow("style sheet in a comment")
+        << QByteArray("<style><!-- p { color:red } --></style><p>one</p><p>two</p>");
+    QTest::newRow("characters of no number") << QByteArray("<p>one&#0;</p><p>&#x00;two</p>");
+}
+
+void TestToolTrust::readsOddHtml()
+{
+    QFETCH(const QByteArray, html);
+    m_folder->write(QStringLiteral("in.html"), html);
+    const Run run = shell("$T convert in.html out.html && $T convert out.html out.txt");
+    QVERIFY2(run.exitCode == 0 && run.errors.isEmpty(), run.errors.constData());
+    QByteArray text = m_folder->read(QStringLiteral("out.txt"));
+    text.replace("\xef\xbf\xbd", "");
+    QCOMPARE(text.simplified(), QByteArray("one two"));
 }
 
 void TestToolTrust::saysFaultsOfTheSystem_data()

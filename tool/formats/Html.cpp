@@ -14,6 +14,8 @@
 #include <core/MVRToolkit.h>
 #include <core/document/SafeHtml_p.h>
 
+#include <QRegularExpression>
+
 namespace {
 
 // Browsers know neither Final Draft's face nor what to show in its place.
@@ -35,15 +37,40 @@ void limitWidth(QString &html, const WriteOptions &options, double margin)
                     QStringLiteral("body { max-width:%1pt; }\n").arg(width));
 }
 
+// Where a link is a place too, Qt marks its first letter alone as a link. Without the name of the
+// place the formats of both are the same then, for which their properties need the same order.
+void joinLinks(QTextDocument *document)
+{
+    changeAllFormats(document, [](QTextCharFormat &format) {
+        const QStringList names = format.anchorNames();
+        if (format.anchorHref().isEmpty() || (format.isAnchor() && names.isEmpty()))
+            return;
+        format.clearProperty(QTextFormat::AnchorName);
+        format.clearProperty(QTextFormat::IsAnchor);
+        format.setAnchor(true);
+        if (!names.isEmpty())
+            format.setAnchorNames(names);
+    });
+}
+
+// Qt reads a character of no number as one, which no reader takes for text.
+void replaceNullCharacters(QString *html)
+{
+    static const QRegularExpression null(QStringLiteral("&#(?:0+|[xX]0+);"));
+    if (html->contains(QLatin1String("&#")))
+        html->replace(null, QString(QChar::ReplacementCharacter));
+}
+
 bool readHtml(const QByteArray &bytes, const ReadOptions &options, Document &document,
               QString *error)
 {
     Q_UNUSED(options)
-    const QString html = decodeHtml(bytes);
+    QString html = decodeHtml(bytes);
     if (html.contains(QChar::Null)) {
         *error = notTextError();
         return false;
     }
+    replaceNullCharacters(&html);
     const BoundedHtml bounded = boundedHtml(html);
     if (!bounded.error.isNull()) {
         *error = bounded.error;
@@ -56,6 +83,7 @@ bool readHtml(const QByteArray &bytes, const ReadOptions &options, Document &doc
     if (bounded.hasLostPictures)
         document.losses.append(Tool::tr("pictures, of which a paragraph has too many"));
     document.text.setHtml(bounded.html);
+    joinLinks(&document.text);
     takeEmbeddedPictures(document.text);
     pixelFontsToPoints(document.text);
     scaleLengths(document.text, pointsPerPixel);

@@ -103,6 +103,8 @@ private:
     void addBackgrounds(const HtmlTag &tag);
     void addTableTag(const QString &name, const HtmlTag &tag);
     void addListTag(const QString &name, bool isEnd);
+    int endOf(QLatin1String tag, int start) const;
+    void dropOpenComments(int start, int end);
     int skipStyle(int start);
     bool isNamed(const HtmlAttribute &attribute, const char *name) const
     {
@@ -138,6 +140,8 @@ private:
     int m_lastTagEnd = 0;
     qint64 m_paragraph = 0; // its characters so far, and its tags
     qint64 m_beforePictures = 0;
+    int m_scriptStart = 0; // from where to where nothing begins a comment
+    int m_scriptEnd = 0;
 };
 
 BoundedHtml HtmlCheck::run()
@@ -146,9 +150,9 @@ BoundedHtml HtmlCheck::run()
     for (int next = m_html.indexOf(QLatin1Char('<')); next >= 0;
          next = m_html.indexOf(QLatin1Char('<'), next)) {
         // The toolkit takes no notice of CDATA sections and instructions.
-        int end = QStringView(m_html).mid(next, 4) == QLatin1String("<!--")
-            ? htmlPassageEnd(m_html, next)
-            : next + 1;
+        const bool isComment = QStringView(m_html).mid(next, 4) == QLatin1String("<!--")
+            && (next < m_scriptStart || next >= m_scriptEnd);
+        int end = isComment ? htmlPassageEnd(m_html, next) : next + 1;
         if (isHtmlTagStart(m_html, next)) {
             if (!readHtmlTag(m_html, next, &tag))
                 break;
@@ -158,6 +162,9 @@ BoundedHtml HtmlCheck::run()
                 = QStringView(m_html).mid(tag.nameStart, tag.nameEnd - tag.nameStart);
             if (!tag.isEnd && name.compare(QLatin1String("style"), Qt::CaseInsensitive) == 0)
                 end = skipStyle(tag.end);
+            if (!tag.isEnd && tag.end > m_scriptEnd
+                && name.compare(QLatin1String("script"), Qt::CaseInsensitive) == 0)
+                dropOpenComments(tag.end, endOf(QLatin1String("</script"), tag.end));
         }
         next = end;
     }
@@ -270,12 +277,33 @@ Span HtmlCheck::span(const HtmlTag &tag, const char *name) const
     return span;
 }
 
+/*! Where \a tag follows on \a start, or the text ends. */
+int HtmlCheck::endOf(QLatin1String tag, int start) const
+{
+    const auto end = m_html.indexOf(tag, start, Qt::CaseInsensitive);
+    return int(end < 0 ? m_html.size() : end);
+}
+
+/*!
+    Leaves out the marks that begin comments and no comment ends between \a start and \a end, which
+    are those of a script or style sheet: Qt would take the rest of the document for the comment.
+*/
+void HtmlCheck::dropOpenComments(int start, int end)
+{
+    const QStringView text = QStringView(m_html).mid(start, end - start);
+    const int ended = qMax(0, int(text.lastIndexOf(QLatin1String("-->"))));
+    for (int at = int(text.indexOf(QLatin1String("<!--"), ended)); at >= 0;
+         at = int(text.indexOf(QLatin1String("<!--"), at + 4)))
+        m_unused.append({start + at, start + at + 4});
+    m_scriptStart = start + ended;
+    m_scriptEnd = end;
+}
+
 /*! Counts the parts of the rules in a style element; returns the position of its end. */
 int HtmlCheck::skipStyle(int start)
 {
-    int end = m_html.indexOf(QLatin1String("</style"), start, Qt::CaseInsensitive);
-    if (end < 0)
-        end = m_html.size();
+    const int end = endOf(QLatin1String("</style"), start);
+    dropOpenComments(start, end);
     for (int position = start; position < end; ++position) {
         const QChar c = m_html.at(position);
         m_ruleParts += int(c == QLatin1Char('{') || c == QLatin1Char(',') || c == QLatin1Char('>')

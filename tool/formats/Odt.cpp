@@ -83,6 +83,13 @@ void dropOddCharacters(QTextDocument *text)
     changeTexts(text, [](const QString &part, const QTextCharFormat &) { return xmlText(part); });
 }
 
+// Qt's writer knows no names of places, and puts a line feed between the parts of a link: a blank.
+void dropNamesOfPlaces(QTextDocument *text)
+{
+    changeAllFormats(
+        text, [](QTextCharFormat &format) { format.clearProperty(QTextFormat::AnchorName); });
+}
+
 // Qt's writer opens a list in a list for each step of an indent.
 void boundLists(QTextDocument *text)
 {
@@ -108,6 +115,7 @@ bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes
 {
     prepareForQt(document, options.paperOrLetter(), pixelsPerPoint);
     dropScriptLinks(&document.text);
+    dropNamesOfPlaces(&document.text);
     nameFonts(&document.text);
     dropOddCharacters(&document.text);
     boundLists(&document.text);
