@@ -22,6 +22,18 @@ bool isHidden(const QDomElement &look)
     return attribute(look, "Style").split(QLatin1Char('+')).contains(hiddenStyle);
 }
 
+/*! Whether a paragraph has text of its own, beside the dual dialogue that it holds. */
+bool hasText(const QDomElement &paragraph)
+{
+    const QString tag = QStringLiteral("Text");
+    for (QDomElement run = paragraph.firstChildElement(tag); !run.isNull();
+         run = run.nextSiblingElement(tag)) {
+        if (!run.text().trimmed().isEmpty())
+            return true;
+    }
+    return false;
+}
+
 // Text that is hidden to its last letter leaves no empty line either.
 bool isHiddenWhole(const QDomElement &paragraph)
 {
@@ -79,7 +91,7 @@ public:
     {
     }
 
-    void read(const QDomElement &content);
+    void read(const QDomElement &content, int dual = 0);
 
 private:
     void readParagraph(const QDomElement &element, int dual);
@@ -90,23 +102,21 @@ private:
     int m_source = 0;
 };
 
-void ParagraphReader::read(const QDomElement &content)
+// Nested calls go down the tree, which MVRDomDoc keeps shallow.
+void ParagraphReader::read(const QDomElement &content, int dual)
 {
     const QString tag = QStringLiteral("Paragraph");
     const QString dualTag = QStringLiteral("DualDialogue");
     for (QDomElement element = content.firstChildElement(tag); !element.isNull();
          element = element.nextSiblingElement(tag)) {
-        const QDomElement dual = element.firstChildElement(dualTag);
-        if (dual.isNull()) {
-            readParagraph(element, 0);
+        QDomElement part = element.firstChildElement(dualTag);
+        if (part.isNull() || hasText(element))
+            readParagraph(element, dual);
+        if (part.isNull())
             continue;
-        }
-        ++m_dual;
-        for (QDomElement part = dual; !part.isNull(); part = part.nextSiblingElement(dualTag)) {
-            for (QDomElement inner = part.firstChildElement(tag); !inner.isNull();
-                 inner = inner.nextSiblingElement(tag))
-                readParagraph(inner, m_dual);
-        }
+        const int inner = dual == 0 ? ++m_dual : dual;
+        for (; !part.isNull(); part = part.nextSiblingElement(dualTag))
+            read(part, inner);
     }
 }
 

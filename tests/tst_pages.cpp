@@ -3,6 +3,7 @@
 
 #include <finaldraft/MVRFinalDraftFile.h>
 
+#include <QBuffer>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QtTest>
@@ -18,6 +19,7 @@ private Q_SLOTS:
     void editedDocumentsLookAsTheirFiles_data() { looksAsBefore_data(); }
     void editedDocumentsLookAsTheirFiles();
     void documentsAlone();
+    void textBesideDualDialogue();
 };
 
 void TestPages::looksAsBefore_data()
@@ -95,6 +97,24 @@ void TestPages::documentsAlone()
     QVERIFY(hidden.contains("harbuor lies grey still."));
     QCOMPARE(pagesOf("scene-continueds").body.first().sceneNumber, QStringLiteral("12A"));
     QVERIFY(!pagesOf("title-page").titlePage.isEmpty());
+}
+
+// No program writes any, but what a document shows of a file its pages show too.
+void TestPages::textBesideDualDialogue()
+{
+    QByteArray fdx = "<FinalDraft><Content><Paragraph><DualDialogue><Paragraph><Text>one</Text>"
+                     "</Paragraph><Paragraph><DualDialogue><Paragraph><Text>two</Text></Paragraph>"
+                     "</DualDialogue></Paragraph></DualDialogue><Text>beside</Text></Paragraph>"
+                     "<Paragraph><Text>after</Text></Paragraph></Content></FinalDraft>";
+    QBuffer device(&fdx);
+    QVERIFY(device.open(QIODevice::ReadOnly));
+    MVRScreenplay screenplay;
+    QVERIFY(MVRScreenplay::fromFinalDraft(&device, &screenplay, nullptr));
+    QByteArray read;
+    for (const MVRScreenplayParagraph &paragraph : screenplay.body)
+        read += paragraph.runs.value(0).text.toUtf8() + ' ' + QByteArray::number(paragraph.source)
+            + ' ' + (paragraph.dualDialogue ? "dual " : "");
+    QCOMPARE(read, QByteArray("beside 0 one 1 dual two 2 dual after 3 "));
 }
 
 QTEST_MAIN(TestPages)
