@@ -8,4 +8,5 @@ struct MVRTextRtfLeftOut
     int hiddenCharacters = 0; /*!< hidden text (\\v) */
     int deletedCharacters = 0; /*!< text of deleted revisions (\\deleted), hidden or not */
     int pictures = 0; /*!< those that the toolkit cannot decode: they become grey placeholders */
+    int notes = 0; /*!< notes in notes that are more than four deep */
 };

@@ -367,10 +367,12 @@ void TestTool::saysWhatIsNotRead()
 
     const Run rtf
         = mvrtext({QStringLiteral("info"),
-                   write(QStringLiteral("losses.rtf"), "{\\rtf1 a{\\v b}{\\deleted cd}}")});
+                   write(QStringLiteral("losses.rtf"),
+                         "{\\rtf1 a{\\v b}{\\deleted cd}" + QByteArray("{\\footnote n").repeated(5)
+                             + QByteArray(6, '}'))});
     QCOMPARE(rtf.exitCode, 0);
     QVERIFY2(rtf.errors.endsWith("losses.rtf: not read: 1 character of hidden text, "
-                                 "2 characters of deleted text\n"),
+                                 "2 characters of deleted text, 1 note\n"),
              rtf.errors.constData());
 }
 

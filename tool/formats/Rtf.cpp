@@ -28,6 +28,8 @@ bool readRtf(const QByteArray &bytes, const ReadOptions &options, Document &docu
     addCounted(&document.losses, leftOut.pictures,
                QT_TRANSLATE_NOOP("Tool", "picture that cannot be shown"),
                QT_TRANSLATE_NOOP("Tool", "pictures that cannot be shown"));
+    addCounted(&document.losses, leftOut.notes, QT_TRANSLATE_NOOP("Tool", "note"),
+               QT_TRANSLATE_NOOP("Tool", "notes"));
     document.title = document.text.metaInformation(QTextDocument::DocumentTitle);
     giveStandards(document);
     return true;

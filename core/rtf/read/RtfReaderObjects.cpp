@@ -146,6 +146,8 @@ void RtfReader::beginNote(MVRTextRtfNote::Kind kind, const RtfDestination &note)
     const bool isShown
         = isComment ? group().isBody() && !group().chars.deleted : group().isVisible();
     if (!isShown || !m_notes.canBegin()) {
+        if (isShown && m_notes.isInNote())
+            ++m_leftOut.notes;
         skipDestination();
         return;
     }
