@@ -30,5 +30,6 @@ struct Document
     QByteArray source; /*!< of a screenplay: the file that it was read from */
     QByteArray sourceMark; /*!< tells whether the text is still the one of source */
     std::shared_ptr<MVRFinalDraftFile> script; /*!< the file that it is a view of; may be null */
+    int notePictures = 0; /*!< that notes only name */
     QStringList losses; /*!< what its file holds and it does not, in words */
 };

@@ -31,14 +31,19 @@ void reportLosses(Listener &listener, const QString &name, const ReadOptions &op
         listener.say(name, text);
     }
     const bool isAsked = !options.mediaFolder.isEmpty();
-    const int closed = isAsked || options.holdsPictures ? closedPictures(document) : 0;
-    if (closed > 0)
-        listener.say(name,
-                     (isAsked ? Tool::tr("%1 not opened: not in that folder, or no pictures")
-                              : Tool::tr("%1 not opened; convert --media-from FOLDER opens those "
-                                         "that are in it"))
-                         .arg(counted(closed, QT_TRANSLATE_NOOP("Tool", "picture"),
-                                      QT_TRANSLATE_NOOP("Tool", "pictures"))));
+    if (!isAsked && !options.holdsPictures)
+        return;
+    const auto say = [&](int closed, const QString &text) {
+        if (closed > 0)
+            listener.say(name,
+                         text.arg(counted(closed, QT_TRANSLATE_NOOP("Tool", "picture"),
+                                          QT_TRANSLATE_NOOP("Tool", "pictures"))));
+    };
+    say(closedPictures(document),
+        isAsked
+            ? Tool::tr("%1 not opened: not in that folder, or no pictures")
+            : Tool::tr("%1 not opened; convert --media-from FOLDER opens those that are in it"));
+    say(document.notePictures, Tool::tr("%1 of footnotes not opened"));
 }
 
 }

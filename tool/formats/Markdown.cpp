@@ -41,6 +41,7 @@ bool readMarkdownFile(const QByteArray &bytes, const ReadOptions &options, Docum
         document.losses << Tool::tr("metadata other than title and author");
     addCounted(&document.losses, result.lostNotes, QT_TRANSLATE_NOOP("Tool", "repeated note"),
                QT_TRANSLATE_NOOP("Tool", "repeated notes"));
+    document.notePictures = result.notePictures;
     document.title = document.text.metaInformation(QTextDocument::DocumentTitle);
     giveStandards(document);
     return true;

@@ -10,6 +10,7 @@
 #include <core/MVRTextRtf.h>
 #include <core/document/EditBlock_p.h>
 #include <core/document/OfflineDocument_p.h>
+#include <core/document/TextFragments_p.h>
 
 #include <QRegularExpression>
 #include <QSet>
@@ -132,6 +133,14 @@ CmarkTree parse(const QString &source, const MarkdownOptions &options)
     return joined == marked ? std::move(tree) : parseMarked(joined, options);
 }
 
+int picturesIn(const QTextDocument &text)
+{
+    int pictures = 0;
+    for (FragmentWalker walker(&text, 0); walker.isValid(); walker.next())
+        pictures += walker.format().isImageFormat() ? walker.end() - walker.start() : 0;
+    return pictures;
+}
+
 /*! The contents of footnotes by their number, each made once. */
 class Footnotes
 {
@@ -139,6 +148,7 @@ public:
     explicit Footnotes(const QVector<cmark_node *> &definitions)
         : m_definitions(definitions)
         , m_contents(definitions.size())
+        , m_pictures(definitions.size())
     {
     }
 
@@ -151,6 +161,9 @@ public:
             content = build(number);
         return content;
     }
+
+    /*! Those of content(). */
+    int pictures(int number) const { return m_pictures.at(number); }
 
 private:
     /*! Notes in a note follow its content, each once. */
@@ -178,12 +191,14 @@ private:
                 cursor.insertBlock(part.begin().blockFormat(), part.begin().charFormat());
             cursor.insertFragment(QTextDocumentFragment(&part));
         }
+        m_pictures[first] = picturesIn(content);
         return MVRTextRtf::toRtfCData(&content, false);
     }
 
     static constexpr int maxInOne = 20;
     const QVector<cmark_node *> m_definitions;
     QVector<QByteArray> m_contents;
+    QVector<int> m_pictures;
 };
 
 void attachNotes(QTextDocument *document, const MarkdownBuilder &builder, qint64 sourceSize,
@@ -202,10 +217,13 @@ void attachNotes(QTextDocument *document, const MarkdownBuilder &builder, qint64
         rtfNote.rtf = note.footnote >= 0 ? footnotes.content(note.footnote)
                                          : markdownCommentContent(note.comment);
         left -= rtfNote.rtf.size();
-        if (left >= 0)
-            notes.append(rtfNote);
-        else
+        if (left < 0) {
             ++result->lostNotes;
+            continue;
+        }
+        notes.append(rtfNote);
+        if (note.footnote >= 0)
+            result->notePictures += footnotes.pictures(note.footnote);
     }
     if (!notes.isEmpty())
         attachMarkdownNotes(document, notes);

@@ -25,6 +25,7 @@ struct MarkdownResult
     Refusal refusal = NotRefused; /*!< why nothing was read */
     bool lacksMetadata = false; /*!< it says more of itself than title and author */
     int lostNotes = 0; /*!< marks of notes that are repeated too often */
+    int notePictures = 0; /*!< that notes name: they stay blank */
 };
 
 /*!
