@@ -24,6 +24,7 @@ private Q_SLOTS:
     void readsOddHtml();
     void saysFaultsOfTheSystem_data();
     void saysFaultsOfTheSystem();
+    void writesBothFilesOrNone();
     void saysThatMemoryEnds();
     void refusesLargeFilesUnread();
     void laysOutLongWords_data();
@@ -315,6 +316,21 @@ void TestToolTrust::saysFaultsOfTheSystem()
     QVERIFY2(run.errors.contains(says), run.errors.constData());
     const QStringList names = QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden);
     QCOMPARE(names, QStringList(QStringLiteral("in.rtf")));
+}
+
+void TestToolTrust::writesBothFilesOrNone()
+{
+    write(QStringLiteral("in.rtf"), "{\\rtf1 a{\\footnote new}\\par}");
+    write(QStringLiteral("long.rtf"),
+          "{\\rtf1 a{\\footnote new}\\par" + repeated("\\sb30000 a\\par ", 9000) + "}");
+    for (const char *files : {"in.rtf -o nowhere/out.txt", "in.rtf -o /dev/full -t txt",
+                              "in.rtf -o /proc/out.txt", "long.rtf -o out.pdf"}) {
+        write(QStringLiteral("notes.txt"), "old");
+        const Run run = shell(QByteArray("$T endnotes --notes-out notes.txt ") + files);
+        QVERIFY2(run.exitCode == 1 && !run.errors.isEmpty(), files);
+        QCOMPARE(read(QStringLiteral("notes.txt")), QByteArray("old"));
+        QCOMPARE(shell("ls -A").output, QByteArray("in.rtf\nlong.rtf\nnotes.txt\n"));
+    }
 }
 
 void TestToolTrust::saysThatMemoryEnds()

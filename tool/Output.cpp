@@ -34,8 +34,23 @@ bool readInput(const QString &path, QByteArray *data, QString *error)
 
 bool writeOutput(const QString &path, const QByteArray &data, QString *error)
 {
-    const int fault
-        = isStream(path) ? System::writeStandardOutput(data) : System::writeFile(path, data);
+    QString failed;
+    return writeOutputs({{path, data}}, &failed, error);
+}
+
+bool writeOutputs(const QVector<OutputFile> &files, QString *failed, QString *error)
+{
+    System::NewFiles written;
+    int fault = 0;
+    for (const OutputFile &file : files) {
+        *failed = file.path;
+        fault = isStream(file.path) ? System::writeStandardOutput(file.data)
+                                    : written.add(file.path, file.data);
+        if (fault != 0)
+            break;
+    }
+    if (fault == 0)
+        fault = written.takePlaces();
     if (fault != 0)
         *error = reason(fault);
     return fault == 0;

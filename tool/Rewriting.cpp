@@ -82,11 +82,22 @@ bool Rewriting::save(Document &document, Progress &progress) const
 
 bool Rewriting::saveWithNotes(bool keepsInline, Document &document, Progress &progress) const
 {
-    NotesChoice choice = m_notes;
-    // What a command is about is not lost by a setting for all commands.
-    if (keepsInline && !m_commandLine.isSet("notes"))
-        choice = m_to->notes == NoteSupport::None ? NotesChoice::Inline : NotesChoice::ByFormat;
-    return saveDocument(m_output, *m_to, choice, m_writeOptions, document, progress);
+    return saveDocument(m_output, *m_to, choiceFor(keepsInline), m_writeOptions, document,
+                        progress);
+}
+
+bool Rewriting::renderWithNotes(Document &document, Progress &progress, OutputFile *file) const
+{
+    file->path = m_output;
+    return renderDocument(*m_to, choiceFor(true), m_writeOptions, document, progress, file);
+}
+
+// What a command is about is not lost by a setting for all commands.
+NotesChoice Rewriting::choiceFor(bool keepsInline) const
+{
+    if (!keepsInline || m_commandLine.isSet("notes"))
+        return m_notes;
+    return m_to->notes == NoteSupport::None ? NotesChoice::Inline : NotesChoice::ByFormat;
 }
 
 QString Rewriting::inputName(int number) const

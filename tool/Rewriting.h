@@ -10,6 +10,7 @@
 class CommandLine;
 class Progress;
 struct Document;
+struct OutputFile;
 
 /*!
     What the subcommands have in common that read a document, or several, change it and write it
@@ -47,6 +48,8 @@ public:
     /*! The same. Notes in the text that the format does not know go out in brackets where
         \a keepsInline says so. */
     bool saveWithNotes(bool keepsInline, Document &document, Progress &progress) const;
+    /*! Makes what saveWithNotes() writes with notes in brackets. */
+    bool renderWithNotes(Document &document, Progress &progress, OutputFile *file) const;
 
     /*! Letters are not put in capitals before the document is written: codes would be, too. */
     void keepLetters() { m_keepsLetters = true; }
@@ -57,6 +60,8 @@ public:
     QString outputName() const;
 
 private:
+    NotesChoice choiceFor(bool keepsInline) const;
+
     const CommandLine &m_commandLine;
     QString m_output;
     QVector<const Format *> m_from; // of each input

@@ -26,19 +26,21 @@ QString keepers(bool hasFootnotes)
                         : keepers;
 }
 
-void reportNotes(Listener &listener, const QString &name, const Format &format, NotesChoice choice,
-                 const LostNotes &lost)
+QString leftOut(const Format &format, NotesChoice choice, const LostNotes &lost)
 {
     if (lost.count == 0)
-        return;
+        return QString();
     const QString notes = counted(lost.count, QT_TRANSLATE_NOOP("Tool", "note"),
                                   QT_TRANSLATE_NOOP("Tool", "notes"));
     const bool couldStay = choice == NotesChoice::ByFormat || choice == NotesChoice::Inspector;
-    listener.say(name,
-                 couldStay
-                     ? Tool::tr("%1 left out that %2 cannot carry; %3")
+    return couldStay ? Tool::tr("%1 left out that %2 cannot carry; %3")
                            .arg(notes, QLatin1String(format.title), keepers(lost.hasFootnotes))
-                     : Tool::tr("%1 left out").arg(notes));
+                     : Tool::tr("%1 left out").arg(notes);
+}
+
+QString nameOf(const QString &path)
+{
+    return displayName(path, Tool::tr("standard output"));
 }
 
 // A screenplay's lines leave no room for notes.
@@ -50,10 +52,10 @@ NoteSupport supportFor(const Document &document, const Format &format)
 
 }
 
-bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
-                  const WriteOptions &options, Document &document, Listener &listener)
+bool renderDocument(const Format &format, NotesChoice choice, const WriteOptions &options,
+                    Document &document, Listener &listener, OutputFile *file)
 {
-    const QString name = displayName(path, Tool::tr("standard output"));
+    const QString name = nameOf(file->path);
     listener.setStep(Tool::tr("Writing %1").arg(name));
     if (!options.author.isEmpty() && !document.text.property(MVRTextRtf::authorProperty).isValid())
         document.text.setProperty(MVRTextRtf::authorProperty, options.author);
@@ -63,16 +65,38 @@ bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
     lost.count = placeNotes(document.text, choice, supportFor(document, format));
     if (!format.hasElements && document.script)
         putInCapitals(document.text);
-    if (!placePictures(document, format, options, path, name, listener))
+    if (!placePictures(document, format, options, file->path, name, listener))
         return false;
-    QByteArray bytes;
     QString error;
     WriteOptions told = options;
     told.listener = &listener;
-    if (!format.write(document, told, &bytes, &error) || !writeOutput(path, bytes, &error)) {
+    if (!format.write(document, told, &file->data, &error)) {
         listener.say(name, error);
         return false;
     }
-    reportNotes(listener, name, format, choice, lost);
+    file->leftOut = leftOut(format, choice, lost);
     return true;
+}
+
+bool saveFiles(const QVector<OutputFile> &files, Listener &listener)
+{
+    QString failed;
+    QString error;
+    if (!writeOutputs(files, &failed, &error)) {
+        listener.say(nameOf(failed), error);
+        return false;
+    }
+    for (const OutputFile &file : files) {
+        if (!file.leftOut.isEmpty())
+            listener.say(nameOf(file.path), file.leftOut);
+    }
+    return true;
+}
+
+bool saveDocument(const QString &path, const Format &format, NotesChoice choice,
+                  const WriteOptions &options, Document &document, Listener &listener)
+{
+    OutputFile file {path, QByteArray()};
+    return renderDocument(format, choice, options, document, listener, &file)
+        && saveFiles({file}, listener);
 }

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <cstdio>
+#include <memory>
 
 /*!
     What the program asks of the system that it runs on. No other file calls POSIX or Windows.
@@ -51,10 +52,26 @@ inline bool isSameFile(const QString &one, const QString &other)
 int readFile(const QString &path, qint64 maxSize, QByteArray *data);
 int readStandardInput(qint64 maxSize, QByteArray *data);
 
-/*! Writes a file in one step: it holds what it held before unless everything could be written. Into
-    pipes, devices and files that the program has open already ("/dev/stdout") it goes as it comes.
- */
-int writeFile(const QString &path, const QByteArray &data);
 int writeStandardOutput(const QByteArray &data);
+
+/*! Files that take their places together, each in one step: all hold what they held before unless
+    every one could be written. */
+class NewFiles
+{
+public:
+    NewFiles();
+    ~NewFiles();
+    Q_DISABLE_COPY_MOVE(NewFiles)
+
+    /*! Into pipes, devices and files that the program has open already ("/dev/stdout") data goes
+        as it comes. */
+    int add(const QString &path, const QByteArray &data);
+    /*! Puts those that were added in their places, one after the other up to a fault. */
+    int takePlaces();
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
 
 }

@@ -136,16 +136,42 @@ int System::readStandardInput(qint64 maxSize, QByteArray *data)
     return read(stdin, maxSize, data);
 }
 
-int System::writeFile(const QString &path, const QByteArray &data)
+struct System::NewFiles::Private
+{
+    struct File
+    {
+        QString beside;
+        QString path;
+    };
+    QVector<File> files;
+};
+
+System::NewFiles::NewFiles()
+    : d(std::make_unique<Private>())
+{
+}
+
+System::NewFiles::~NewFiles()
+{
+    for (const Private::File &file : qAsConst(d->files))
+        _wunlink(wide(file.beside));
+}
+
+int System::NewFiles::add(const QString &path, const QByteArray &data)
 {
     const QString beside = path + QStringLiteral(".mvrtext-%1").arg(_getpid());
-    int fault = writeBeside(beside, data);
+    d->files.append({beside, path});
+    return writeBeside(beside, data);
+}
+
+int System::NewFiles::takePlaces()
+{
     const DWORD manner = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    if (fault == 0 && MoveFileExW(wide(beside), wide(path), manner) == 0)
-        fault = EACCES;
-    if (fault != 0)
-        _wunlink(wide(beside));
-    return fault;
+    for (const Private::File &file : qAsConst(d->files)) {
+        if (MoveFileExW(wide(file.beside), wide(file.path), manner) == 0)
+            return EACCES;
+    }
+    return 0;
 }
 
 int System::writeStandardOutput(const QByteArray &data)

@@ -13,6 +13,7 @@
 #include <climits>
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -86,15 +87,17 @@ public:
     {
     }
 
-    /*! Gives the code of what went wrong, or 0; the old file is then as it was. */
+    /*! These give the code of what went wrong, or 0; the old file is then as it was. */
     int write(const QByteArray &data, mode_t mode);
+    int takePlace();
 
 private:
     int openNameless();
     template <typename Make> int giveName(const Make &make);
 
     const QByteArray m_path;
-    QByteArray m_name;
+    std::unique_ptr<OpenFile> m_file;
+    QByteArray m_name; // empty for a file that has none yet
     UnfinishedFile m_unfinished;
 };
 
@@ -132,18 +135,23 @@ int NewFile::openNameless()
 
 int NewFile::write(const QByteArray &data, mode_t mode)
 {
-    const int nameless = openNameless();
-    const OpenFile file(nameless >= 0 ? nameless : giveName([](const char *name) {
-        return ::open(name, O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600);
-    }));
-    if (!file.isOpen())
+    int opened = openNameless();
+    if (opened < 0)
+        opened = giveName([](const char *name) {
+            return ::open(name, O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600);
+        });
+    if (opened < 0)
         return errno;
-    if (const int fault = file.write(data))
+    m_file = std::make_unique<OpenFile>(opened);
+    if (const int fault = m_file->write(data))
         return fault;
-    if (fchmod(file.descriptor(), mode) != 0 || fsync(file.descriptor()) != 0)
-        return errno;
-    const QByteArray source = "/proc/self/fd/" + QByteArray::number(file.descriptor());
-    if (nameless >= 0
+    return fchmod(opened, mode) != 0 || fsync(opened) != 0 ? errno : 0;
+}
+
+int NewFile::takePlace()
+{
+    const QByteArray source = "/proc/self/fd/" + QByteArray::number(m_file->descriptor());
+    if (m_name.isEmpty()
         && giveName([&source](const char *name) {
                return linkat(AT_FDCWD, source.constData(), AT_FDCWD, name, AT_SYMLINK_FOLLOW);
            })
@@ -157,12 +165,30 @@ int NewFile::write(const QByteArray &data, mode_t mode)
 
 }
 
-int System::writeFile(const QString &path, const QByteArray &data)
+struct System::NewFiles::Private
+{
+    std::vector<std::unique_ptr<NewFile>> files;
+
+    int add(const QByteArray &path, const QByteArray &data, mode_t mode)
+    {
+        files.push_back(std::make_unique<NewFile>(path));
+        return files.back()->write(data, mode);
+    }
+};
+
+System::NewFiles::NewFiles()
+    : d(std::make_unique<Private>())
+{
+}
+
+System::NewFiles::~NewFiles() = default;
+
+int System::NewFiles::add(const QString &path, const QByteArray &data)
 {
     const QByteArray name = fileNameToBytes(path);
     struct stat old = {};
     if (stat(name.constData(), &old) != 0)
-        return errno == ENOENT ? NewFile(missingTarget(name)).write(data, newMode()) : errno;
+        return errno == ENOENT ? d->add(missingTarget(name), data, newMode()) : errno;
     if (S_ISDIR(old.st_mode))
         return EISDIR;
     const int open = openFileAt(name);
@@ -173,5 +199,14 @@ int System::writeFile(const QString &path, const QByteArray &data)
     if (access(name.constData(), W_OK) != 0)
         return errno;
     const QByteArray target = realPath(name);
-    return target.isEmpty() ? errno : NewFile(target).write(data, old.st_mode & 07777);
+    return target.isEmpty() ? errno : d->add(target, data, old.st_mode & 07777);
+}
+
+int System::NewFiles::takePlaces()
+{
+    for (const std::unique_ptr<NewFile> &file : d->files) {
+        if (const int fault = file->takePlace())
+            return fault;
+    }
+    return 0;
 }

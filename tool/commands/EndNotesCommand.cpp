@@ -196,16 +196,14 @@ QByteArray footnotesPage(QTextDocument &notes, const QString &title)
     return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n" + page.trimmed().toUtf8() + '\n';
 }
 
-bool saveNotes(Document &list, const EndNotes &endNotes, Progress &progress)
+bool renderNotes(Document &list, const EndNotes &endNotes, Progress &progress, OutputFile *file)
 {
+    file->path = endNotes.notesFile;
     if (endNotes.notesFormat)
-        return saveDocument(endNotes.notesFile, *endNotes.notesFormat, NotesChoice::ByFormat,
-                            WriteOptions(), list, progress);
-    QString error;
-    if (writeOutput(endNotes.notesFile, footnotesPage(list.text, list.title), &error))
-        return true;
-    printMessage(endNotes.notesFile, error);
-    return false;
+        return renderDocument(*endNotes.notesFormat, NotesChoice::ByFormat, WriteOptions(), list,
+                              progress, file);
+    file->data = footnotesPage(list.text, list.title);
+    return true;
 }
 
 bool isSafe(const CommandLine &commandLine, const Rewriting &rewriting, const EndNotes &endNotes)
@@ -235,11 +233,17 @@ bool makeEndNotes(const Rewriting &rewriting, const EndNotes &endNotes)
     notes.title = document.title;
     notes.elements = document.elements;
     takeFootnotes(document.text, endNotes, &notes.text);
-    if (endNotes.notesFile.isEmpty())
+    QVector<OutputFile> files;
+    if (endNotes.notesFile.isEmpty()) {
         appendNotes(document.text, notes.text);
-    else if (!saveNotes(notes, endNotes, progress))
-        return false;
-    return rewriting.saveWithNotes(true, document, progress);
+    } else {
+        files.append(OutputFile());
+        if (!renderNotes(notes, endNotes, progress, &files.last()))
+            return false;
+    }
+    files.append(OutputFile());
+    return rewriting.renderWithNotes(document, progress, &files.last())
+        && saveFiles(files, progress);
 }
 
 int runEndNotes(const CommandLine &commandLine)
