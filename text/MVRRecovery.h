@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <QVector>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -69,6 +70,9 @@ public:
     void write();
     /*! Waits until the copy that is being written is there. */
     void wait();
+    /*! Whether the last copy that was due is there: false while it is written, and where that
+        failed. What another program left may go then, for example, when its text was restored. */
+    bool isWritten() const;
 
     /*! The copies that nobody holds, the newest first. */
     static QVector<Copy> leftCopies();
@@ -83,6 +87,7 @@ private:
     QString m_base; // path of the copy and its record, without suffix
     std::unique_ptr<QLockFile> m_lock;
     std::unique_ptr<QThread> m_thread; // that writes
+    std::shared_ptr<std::atomic<bool>> m_isWritten;
     QString m_original;
     QString m_suffix;
     QTimer m_pause;

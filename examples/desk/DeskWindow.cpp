@@ -257,7 +257,9 @@ void DeskWindow::offerRecovery()
             m_editor->document()->setModified(true);
             followEdit();
             m_recovery->write();
-            m_recovery->wait(); // then the other copy may go
+            m_recovery->wait();
+            if (!m_recovery->isWritten()) // else the other copy may go
+                continue;
         }
         MVRRecovery::remove(copy);
     }
