@@ -205,7 +205,8 @@ void TestToolTrust::keepsPlacesOfLinks()
 /*! Qt makes a link of their first letter alone. */
 void TestToolTrust::readsLinksThatArePlaces()
 {
-    m_folder->write(QStringLiteral("in.html"), "<p><a href='http://a.b' id='i'>abc</a> d</p>");
+    m_folder->write(QStringLiteral("in.html"),
+                    "<p><a href='http://a.b' id='i'>abc</a> d <em id='j'>efg</em></p>");
     const auto written = [this](const char *name) {
         return mvrtext(QByteArray("convert in.html ").append(name), m_folder->path()).exitCode == 0
             ? m_folder->read(QLatin1String(name))
@@ -214,6 +215,7 @@ void TestToolTrust::readsLinksThatArePlaces()
     QVERIFY2(written("out.md").contains("[abc](http://a.b) d"), written("out.md"));
     QVERIFY2(written("out.html").contains(">bc</span></a>"), written("out.html"));
     QCOMPARE(written("out.bbcode").count("[url]"), 1);
+    QVERIFY2(written("out.bbcode").contains("[i]efg[/i]"), written("out.bbcode"));
     written("out.odt");
     if (shell("python3 -m zipfile -e out.odt odt").errors.isEmpty())
         QVERIFY(m_folder->read(QStringLiteral("odt/content.xml")).contains(">abc</text:span>"));

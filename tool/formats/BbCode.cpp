@@ -21,6 +21,8 @@ void leaveForumFormats(QTextCharFormat &format)
         format.clearForeground();
     format.clearBackground();
     format.clearProperty(QTextFormat::AnchorName);
+    if (format.anchorHref().isEmpty()) // or a word would end behind the letter that was a place
+        format.clearProperty(QTextFormat::IsAnchor);
 }
 
 // Headings, rules and unbreakable lines would not even begin a line in BBCode.

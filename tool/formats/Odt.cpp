@@ -86,8 +86,11 @@ void dropOddCharacters(QTextDocument *text)
 // Qt's writer knows no names of places, and puts a line feed between the parts of a link: a blank.
 void dropNamesOfPlaces(QTextDocument *text)
 {
-    changeAllFormats(
-        text, [](QTextCharFormat &format) { format.clearProperty(QTextFormat::AnchorName); });
+    changeAllFormats(text, [](QTextCharFormat &format) {
+        format.clearProperty(QTextFormat::AnchorName);
+        if (format.anchorHref().isEmpty())
+            format.clearProperty(QTextFormat::IsAnchor);
+    });
 }
 
 // Qt's writer opens a list in a list for each step of an indent.
