@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # The front door. Everything a fresh machine needs is installed by scripts/install-deps.
 .DEFAULT_GOAL := help
-.PHONY: help deps build demo desk install-desk test test-qt5 test-qt6 nightly asan tsan coverage mutants format format-check tidy bench interop fuzz growth faults install docs package package-test clean
+.PHONY: help deps build demo desk install-desk test test-qt5 test-qt6 nightly asan tsan coverage mutants format format-check tidy bench interop fuzz growth mixtures faults install docs package package-test clean
 
 BUILD := build/dev
 JOBS ?= $(shell nproc)
@@ -11,6 +11,8 @@ FUZZ_SECONDS ?= 600
 NIGHTLY_FUZZ_SECONDS ?= 3600
 KILLS ?= 200
 RTF_DOCUMENTS ?= 4000
+MIXTURE_SECONDS ?= 300
+NIGHTLY_MIXTURE_SECONDS ?= 3600
 MUTANTS ?= 220
 
 help: ## Show what can be made
@@ -36,13 +38,14 @@ desk: deps ## Build and start mvrdesk, the example editor
 test: build ## Run the whole test suite
 	@ctest --preset dev -j $(JOBS)
 
-nightly: build ## What takes hours: random documents, all static checks, growth, faults, fuzzing
+nightly: build ## What takes hours: random documents, all static checks, growth, mixtures, faults, fuzzing
 	@MVR_RANDOM_DOCUMENTS=$(RTF_DOCUMENTS) QT_QPA_PLATFORM=offscreen \
 		$(BUILD)/tests/tst_rtfroundtrip randomDocuments -silent
 	@scripts/tidy $(BUILD) --all
 	@scripts/check-windows
 	@MVR_EVERY_BYTE=1 QT_QPA_PLATFORM=offscreen $(BUILD)/tests/tst_truncation -silent
 	@$(MAKE) --no-print-directory faults growth
+	@$(MAKE) --no-print-directory mixtures MIXTURE_SECONDS=$(NIGHTLY_MIXTURE_SECONDS)
 	@$(MAKE) --no-print-directory fuzz FUZZ_SECONDS=$(NIGHTLY_FUZZ_SECONDS)
 
 test-qt5 test-qt6: test-%: deps ## Run the test suite with that Qt
@@ -95,6 +98,11 @@ growth: deps ## Check that time and memory grow with hostile inputs, not faster 
 	@cmake --preset release -DMVR_BUILD_BENCH=OFF >/dev/null
 	@cmake --build --preset release -j $(JOBS) --target mvrtext
 	@scripts/growth build/release/tool/mvrtext
+
+mixtures: build ## Judge what the tool makes of random documents, MIXTURE_SECONDS long (SEED=n)
+	@scripts/install-deps poppler-utils qpdf
+	@scripts/mixtures $(BUILD)/tool/mvrtext --seconds $(MIXTURE_SECONDS) $(if $(SEED),--seed $(SEED)) \
+		--keep build/mixtures
 
 faults: build ## Fail each call of the system once, kill the tool KILLS times, starve it
 	@scripts/install-deps strace

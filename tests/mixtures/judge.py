@@ -1,0 +1,176 @@
+# SPDX-License-Identifier: MIT
+"""Runs the tool on a document, and says what is wrong with what comes of it."""
+
+import collections
+import os
+import re
+import resource
+import shutil
+
+from mixtures.visible import can_read, parted, visible_text, without_brackets, words
+from mixtures.wellformed import fault_of, fault_of_xml
+
+LIMIT = 60  # seconds of processor time, and of a clock the tenfold
+SECONDS = 2.0  # for documents of this size, with room for busy machines
+MEGABYTES = 110  # what the libraries take, and a page of a PDF
+PER_MEGABYTE = 100  # of the input
+PER_MEGABYTE_WRITTEN = 30
+SLOWER = 8  # how much a tool with sanitizers is
+LEAVES_NOTES_OUT = re.compile(r"\b(notes?|comments?|footnotes?)\b.* (left out|not read)|"
+                              r"not read: .*\bnotes?\b")
+
+Run = collections.namedtuple("Run", "code seconds megabytes said")
+
+
+class Judge:
+    """`expected` are the words that outputs have to show, pages among them if `is_on_pages`.
+
+    It is None where the input is damaged.
+    """
+
+    def __init__(self, tool, folder, is_sanitized):
+        self.tool = tool
+        self.folder = folder
+        self.is_sanitized = is_sanitized
+        self.runs = self.refused = 0
+
+    def run(self, arguments):
+        said = os.path.join(self.folder, "said")
+        child = os.fork()
+        if child == 0:
+            for descriptor, name in ((1, os.path.join(self.folder, "printed")), (2, said)):
+                os.dup2(os.open(name, os.O_CREAT | os.O_WRONLY | os.O_TRUNC), descriptor)
+            resource.setrlimit(resource.RLIMIT_CPU, (LIMIT, LIMIT))
+            resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+            os.execv(self.tool, [self.tool] + arguments)
+        _, status, usage = os.wait4(child, 0)
+        with open(said, encoding="utf-8", errors="replace") as file:
+            text = file.read().strip()
+        self.runs += 1
+        return Run(os.waitstatus_to_exitcode(status), usage.ru_utime + usage.ru_stime,
+                   usage.ru_maxrss / 1024, text)
+
+    def path(self, name):
+        return os.path.join(self.folder, name)
+
+    def clear(self):
+        for entry in list(os.scandir(self.folder)):
+            if entry.is_dir():
+                shutil.rmtree(entry.path)
+            elif not entry.name.startswith("in."):
+                os.remove(entry.path)
+
+    def faults(self, command, source, expected, is_on_pages):
+        """Lines that say what is wrong with this command's run."""
+        self.clear()
+        output = self.path("out.%s" % command.suffix) if command.suffix else None
+        arguments = [argument.format(source=source, output=output, folder=self.folder)
+                     for argument in command.arguments]
+        run = self.run(arguments)
+        written = os.path.getsize(output) if output and os.path.exists(output) else 0
+        size = max(os.path.getsize(source), written * PER_MEGABYTE_WRITTEN / PER_MEGABYTE)
+        if self.is_slow(run, size):  # the clock has its moods
+            run = min(run, self.run(arguments), key=lambda one: one.seconds)
+        self.refused += run.code == 1
+        faults = self.faults_of_run(run, size) + self.left_behind(output)
+        if run.code == 1 and output and os.path.exists(output):
+            faults.append("an output though it failed: " + run.said)
+        if run.code == 0 and output:
+            is_shown = command.is_judged and (is_on_pages or command.suffix != "pdf")
+            faults += self.faults_of_output(command, source, output, run.said,
+                                            expected if is_shown else None)
+        return [fault[:400].replace("\n", " | ") for fault in faults]
+
+    def is_slow(self, run, size):
+        factor = SLOWER if self.is_sanitized else 1
+        return run.seconds > SECONDS * factor * max(1, size / 50_000)
+
+    def faults_of_run(self, run, size):
+        faults = []
+        if run.code not in (0, 1):
+            faults.append("ended with %d: %s" % (run.code, run.said[-300:]))
+        if "Sanitizer" in run.said or "runtime error" in run.said:
+            faults.append("sanitizer: " + run.said[:1500])
+        if run.code == 1 and not run.said:
+            faults.append("failed without a word")
+        if re.search(r"\bassert|^Q[A-Z]\w+::", run.said, re.I | re.M):
+            faults.append("said " + run.said)
+        if self.is_slow(run, size):
+            faults.append("took %.1f s" % run.seconds)
+        if not self.is_sanitized and run.megabytes > MEGABYTES + PER_MEGABYTE * size / 1e6:
+            faults.append("took %d MB" % run.megabytes)
+        return faults
+
+    def left_behind(self, output):
+        allowed = {"said", "printed", "media", "footnotes.xhtml",
+                   os.path.basename(output) if output else ""}
+        return ["left %s behind" % entry.name for entry in os.scandir(self.folder)
+                if entry.name not in allowed and not entry.name.startswith("in.")]
+
+    def faults_of_output(self, command, source, output, said, expected):
+        if not os.path.exists(output):
+            return ["no output"]
+        fault = fault_of(output, command.suffix)
+        if fault and not self.is_as_damaged(source, output):
+            return [fault]
+        if expected is None or not can_read(command.suffix):
+            return []
+        lost = self.lost_words(output, command, expected)
+        if LEAVES_NOTES_OUT.search(said):
+            lost = [word for word in lost if word[0] != "n"]
+        if not lost:
+            return []
+        return ["lost %d of %d words: %s; said \"%s\""
+                % (len(lost), len(expected), " ".join(lost[:8]), said[-200:])]
+
+    def lost_words(self, output, command, expected):
+        text = visible_text(output, command.suffix)
+        beside = self.path("footnotes.xhtml")
+        if os.path.exists(beside):
+            text += visible_text(beside, "html")
+        found = set(words(text)) | set(words(without_brackets(text)))
+        lost = sorted(expected - found, key=lambda word: int(word[1:-1]))
+        if command.parts_words and lost:
+            is_parted = parted(text)
+            lost = [word for word in lost if not is_parted(word)]
+        if command.suffix == "pdf" and lost:
+            # Words that go on behind what stands beside them: are all of their letters there?
+            lost = [word for word in lost
+                    if text.count(word[0]) < sum(one[0] == word[0] for one in expected)]
+        return lost
+
+    @staticmethod
+    def is_as_damaged(source, output):
+        """Final Draft files that are damaged themselves are changed in place, as they are."""
+        if not (source.endswith(".fdx") and output.endswith(".fdx")):
+            return False
+        with open(source, "rb") as file:
+            return bool(fault_of_xml(file.read()))
+
+    def trip_faults(self, suffix, source, expected):
+        """Words of a document against those of its conversion to `suffix`, both read as text."""
+        self.clear()
+        between, first, second = (self.path(name)
+                                  for name in ("out." + suffix, "first.txt", "second.txt"))
+        notes = ["--notes", "inline"]
+        to_text = self.run(["convert"] + notes + [source, first])
+        # HTML has no notes of its own.
+        there = self.run(["convert"] + (notes if suffix == "html" else []) + [source, between])
+        if to_text.code or there.code:
+            return []
+        back = self.run(["convert"] + notes + [between, second])
+        if back.code:
+            return ["what was written is not read: " + back.said]
+        texts = []
+        for path in (first, second):
+            with open(path, encoding="utf-8", errors="replace") as file:
+                texts.append(without_brackets(file.read().lower()))
+        is_parted = [parted(text) for text in texts]
+        compared = {word for word in expected if word[0] == "q"
+                    and not any(test(word) for test in is_parted)}
+        sequences = [[word for word in words(text) if word in compared] for text in texts]
+        if sequences[0] == sequences[1]:
+            return []
+        differ = next((pair for pair in zip(*sequences) if pair[0] != pair[1]),
+                      ("%d words" % len(sequences[0]), "%d words" % len(sequences[1])))
+        return ["words differ from %s, now %s; said \"%s\"" % (*differ, there.said[-200:])]
