@@ -154,6 +154,9 @@ struct Wanted
 
 Wanted randomText(quint32 seed)
 {
+    static const QByteArray spacings[]
+        = {"\\sl360\\slmult1", "\\sl480\\slmult1", "\\sl720\\slmult1",
+           "\\sl-240",         "\\sl-600",         "\\sl500"};
     QRandomGenerator random(seed);
     Wanted wanted {"{\\rtf1\\ansi ", {}, {}};
     const auto add = [](QStringList &list, const QByteArray &text) {
@@ -164,7 +167,8 @@ Wanted randomText(quint32 seed)
         const bool isHeading = i < 39 && random.bounded(6) == 0;
         const QByteArray text
             = isHeading ? words("H" + number, 3) : words(number, random.bounded(1, 90));
-        wanted.rtf += "\\pard\\sb" + QByteArray::number(random.bounded(3) * 120)
+        wanted.rtf += "\\pard" + (random.bounded(2) ? spacings[random.bounded(6)] : QByteArray())
+            + "\\sb" + QByteArray::number(random.bounded(3) * 120)
             + (isHeading ? "\\outlinelevel0 " : " ") + text;
         add(wanted.body, text);
         if (!isHeading && random.bounded(3) == 0) {

@@ -29,6 +29,59 @@ void partColumns(QVector<RowColumn> &columns)
     }
 }
 
+/*! Where the lines of a paragraph part, and where each is drawn, in the layout's units. */
+class ParagraphLines
+{
+public:
+    /*! \param origin  from which the lines of \a layout count */
+    ParagraphLines(const QTextLayout &layout, double origin)
+    {
+        for (int i = 0; i < layout.lineCount(); ++i) {
+            const QTextLine line = layout.lineAt(i);
+            m_tops.append(origin + line.y());
+            m_bottoms.append(m_tops.last() + line.height());
+            m_baselines.append(m_tops.last() + line.ascent());
+        }
+        m_lowestEnds = m_bottoms;
+        for (int i = size() - 2; i >= 0; --i)
+            m_lowestEnds[i] = qMin(m_lowestEnds[i], m_lowestEnds[i + 1]);
+    }
+
+    int size() const { return m_tops.size(); }
+    double top(int line) const { return m_tops[line]; }
+    double bottom(int line) const { return m_bottoms[line]; }
+
+    /*! Where pages part before a line: above its letters, or as lines part that are too close. */
+    double cutAbove(int line) const
+    {
+        if (m_tops[line] >= m_bottoms[line - 1])
+            return m_tops[line];
+        const double distance = m_baselines[line] - m_baselines[line - 1];
+        return qMax(m_tops[line], m_baselines[line - 1] + belowBaseline * distance);
+    }
+
+    /*!
+        Where drawing begins so that a line is the first one: behind its own end, as the toolkit
+        draws the last line that ends above, and not behind that of any line below.
+    */
+    double drawnTop(int line) const
+    {
+        if (line == 0 || line + 1 == size())
+            return m_tops[line];
+        const double end = m_bottoms[line];
+        const double below = m_lowestEnds[line + 1];
+        return qMin(end + (below - end) / 2.0, below - spare);
+    }
+
+private:
+    static constexpr double belowBaseline = 0.2; // share of a line's height
+    static constexpr double spare = 1.0; // units; a place between lines is never exact
+    QVector<double> m_tops;
+    QVector<double> m_bottoms;
+    QVector<double> m_baselines;
+    QVector<double> m_lowestEnds; // of the line and all below
+};
+
 /*! Collects the items of a text's main flow. */
 class ItemCollector
 {
@@ -81,6 +134,7 @@ private:
     QAbstractTextDocumentLayout &m_layout;
     QVector<FlowItem> m_items;
     double m_tableBottom = 0.0; // of the last one
+    double m_blockBottom = 0.0;
     bool m_breaksNext = false;
     bool m_keepsNext = false; // a heading was the last
 };
@@ -93,18 +147,22 @@ void ItemCollector::addBlock(const QTextBlock &block)
     const bool isHeading = block.blockFormat().headingLevel() > 0;
     const bool breaks = !isHeading && !block.blockFormat().boolProperty(KeptTogether);
     const int policy = block.blockFormat().intProperty(PageBreaks);
-    const double origin = rect.top() - layout.boundingRect().top();
+    const ParagraphLines places(layout, rect.top());
+    const double bottom = rect.bottom() + layout.boundingRect().top(); // which the first line has
     for (int i = 0; i < lines; ++i) {
         FlowItem item;
         item.start = block.position();
         item.end = block.position() + block.length();
         item.top = rect.top();
-        item.bottom = rect.bottom();
-        if (i < layout.lineCount()) {
+        item.bottom = bottom;
+        if (i < places.size()) {
             const QTextLine line = layout.lineAt(i);
-            item.top = i == 0 ? rect.top() : origin + line.y();
+            item.top = i == 0 ? rect.top() : places.cutAbove(i);
             if (i + 1 < lines)
-                item.bottom = origin + layout.lineAt(i + 1).y();
+                item.bottom = places.cutAbove(i + 1);
+            item.drawnTop = i == 0 ? (places.top(0) + places.bottom(0)) / 2.0 : places.drawnTop(i);
+            item.above = qMax(0.0, item.top - places.top(i));
+            item.below = qMax(0.0, places.bottom(i) - item.bottom);
             item.start = block.position() + line.textStart();
             if (i + 1 < lines)
                 item.end = item.start + line.textLength();
@@ -113,12 +171,14 @@ void ItemCollector::addBlock(const QTextBlock &block)
             item.top = qMax(item.top, m_tableBottom);
             item.bottom = qMax(item.top, item.bottom);
         }
+        if (i == 0) // the paragraph above may reach into its first line
+            item.drawnTop = qMax(item.top, qMin(m_blockBottom, item.drawnTop) + 1.0);
         item.startsPage = i == 0 && (policy & QTextFormat::PageBreak_AlwaysBefore);
-        item.continuesParagraph = i > 0;
         if (i > 0)
             item.mayStartPage = breaks && i >= linesKept && lines - i >= linesKept;
         append(item);
     }
+    m_blockBottom = rect.bottom();
     m_keepsNext = isHeading;
     m_breaksNext = policy & QTextFormat::PageBreak_AlwaysAfter;
 }
@@ -204,19 +264,14 @@ void ItemCollector::addLines(const QTextBlock &block, double top, bool mayBegin,
 {
     const QTextLayout &layout = *block.layout();
     const int lines = layout.lineCount();
-    const double origin = top - layout.boundingRect().top();
     const bool breaks = !block.blockFormat().boolProperty(KeptTogether);
+    const ParagraphLines places(layout, top);
     for (int i = 0; i < lines; ++i) {
-        const QTextLine line = layout.lineAt(i);
         RowLine made;
-        made.top = origin + line.y();
-        made.bottom = made.top + line.height();
-        made.drawnTop = made.top;
+        made.top = places.top(i);
+        made.bottom = places.bottom(i);
+        made.drawnTop = places.drawnTop(i);
         made.mayStartPage = i == 0 ? mayBegin : breaks && i >= linesKept && lines - i >= linesKept;
-        if (i > 0 && i + 1 < lines) {
-            const QTextLine next = layout.lineAt(i + 1);
-            made.drawnTop = origin + next.y() + next.height() / 2.0;
-        }
         column.lines.append(made);
     }
 }

@@ -12,6 +12,18 @@ constexpr double leftmost = -1e6; // units, beyond any page
 constexpr double rightmost = 1e6;
 constexpr int mostRowParts = 500000; // lines of high rows on pages: each takes some 4 us to draw
 
+double drawnTop(const FlowItem &item)
+{
+    if (item.columns.isEmpty())
+        return item.drawnTop;
+    double top = item.bottom;
+    for (const RowColumn &column : item.columns) {
+        if (!column.lines.isEmpty())
+            top = qMin(top, column.lines.first().top);
+    }
+    return qMax(item.top, top);
+}
+
 /*! The footnotes, one below the other, shown from the top on. */
 class NoteColumn
 {
@@ -92,7 +104,6 @@ PageSlice PageCutter::emptyPage(int first) const
     const FlowItem &item = m_items[first];
     PageSlice page;
     page.top = item.top;
-    page.drawnTop = drawnTop(m_items, first);
     page.start = item.start;
     setHead(page, item);
     return page;
@@ -141,7 +152,7 @@ int PageCutter::fillUp(PageSlice &page, int first) const
     page.bottom = m_items[next - 1].bottom;
     page.end = m_items[next - 1].end;
     page.columns.append(
-        {leftmost, rightmost, m_items[first].top, page.bottom, drawnTop(m_items, first)});
+        {leftmost, rightmost, m_items[first].top, page.bottom, drawnTop(m_items[first])});
     return next;
 }
 
@@ -154,13 +165,15 @@ void PageCutter::appendHigh(PageSlice &slice, const FlowItem &item)
     while (slice.bottom - slice.top > room() + slack && !isFull()) {
         PageSlice part = slice;
         part.bottom = slice.top + room();
+        part.edges.below = part.edges.next = 0.0;
         part.columns = row.takePart(part.bottom);
         m_rowParts += item.columns.size();
         if (slice.top < item.top && !part.columns.isEmpty())
-            part.columns.prepend({leftmost, rightmost, slice.top, item.top, slice.drawnTop});
+            part.columns.prepend({leftmost, rightmost, slice.top, item.top, slice.edges.top});
         part.end = part.start;
         append(part, most);
-        slice.top = slice.drawnTop = row.top();
+        slice.top = slice.edges.top = row.top();
+        slice.edges.above = 0.0;
         setHead(slice, item);
     }
     if (slice.top > item.top)
@@ -189,6 +202,7 @@ QVector<PageSlice> PageCutter::cut()
         int next = nextFirst(page, first, true);
         page.bottom = m_items[next - 1].bottom;
         page.end = m_items[next - 1].end;
+        page.edges = drawnEdges(m_items, first, next);
         appendHigh(page, m_items[next - 1].columns.isEmpty() ? m_items[first] : m_items[next - 1]);
         addNotes(first, next);
         if (!page.columns.isEmpty()) {
@@ -201,7 +215,7 @@ QVector<PageSlice> PageCutter::cut()
     }
     while (m_notes.due() > m_notes.shown() + slack && !isFull()) {
         PageSlice rest;
-        rest.top = rest.bottom = rest.drawnTop = m_slices.last().bottom;
+        rest.top = rest.bottom = m_slices.last().bottom;
         rest.start = rest.end = m_slices.last().end;
         append(rest, m_heights.body - m_heights.noteGap);
     }
@@ -210,20 +224,14 @@ QVector<PageSlice> PageCutter::cut()
 
 }
 
-double drawnTop(const QVector<FlowItem> &items, int first)
+DrawnEdges drawnEdges(const QVector<FlowItem> &items, int first, int end)
 {
-    const QVector<RowColumn> &columns = items[first].columns;
-    if (!columns.isEmpty()) {
-        double top = items[first].bottom;
-        for (const RowColumn &column : columns) {
-            if (!column.lines.isEmpty())
-                top = qMin(top, column.lines.first().top);
-        }
-        return qMax(items[first].top, top);
-    }
-    if (!items[first].continuesParagraph || first + 1 >= items.size())
-        return items[first].top;
-    return (items[first + 1].top + items[first + 1].bottom) / 2.0;
+    DrawnEdges edges;
+    edges.top = drawnTop(items[first]);
+    edges.above = items[first].above;
+    edges.below = items[end - 1].below;
+    edges.next = end < items.size() ? items[end].above : 0.0;
+    return edges;
 }
 
 QVector<PageSlice> cutPages(const QVector<FlowItem> &items, const QVector<double> &noteCuts,

@@ -10,7 +10,7 @@ struct RowLine
 {
     double top = 0.0;
     double bottom = 0.0;
-    double drawnTop = 0.0; /*!< see drawnTop() */
+    double drawnTop = 0.0; /*!< see drawnEdges() */
     bool mayStartPage = true;
 };
 
@@ -41,11 +41,22 @@ struct FlowItem
     int end = 0;
     bool startsPage = false;
     bool mayStartPage = true; /*!< else it stays with the item before it */
-    bool continuesParagraph = false; /*!< a line that is not its paragraph's first */
+    double drawnTop = 0.0; /*!< of a line; see drawnEdges() */
+    double above = 0.0; /*!< so far the letters of a line reach above its top, */
+    double below = 0.0; /*!< and below its bottom */
     double headTop = 0.0; /*!< the rows that a table repeats where it breaks before this item */
     double headBottom = 0.0;
     double notes = 0.0; /*!< height of the footnotes that it has */
     QVector<RowColumn> columns; /*!< of a row or frame */
+};
+
+/*! What the items at the edges of a part of a text ask of drawing. */
+struct DrawnEdges
+{
+    double top = 0.0; /*!< where drawing begins, that nothing above is drawn */
+    double above = 0.0; /*!< so far the first line reaches above the part */
+    double below = 0.0; /*!< so far the last one reaches below it */
+    double next = 0.0; /*!< so far the line behind the part reaches into it */
 };
 
 /*! The part of a text that one page shows. */
@@ -53,7 +64,7 @@ struct PageSlice
 {
     double top = 0.0;
     double bottom = 0.0;
-    double drawnTop = 0.0; /*!< see drawnTop() */
+    DrawnEdges edges;
     double headTop = 0.0; /*!< shown above it */
     double headBottom = 0.0;
     double notesTop
@@ -82,12 +93,13 @@ void takeBreaks(QTextDocument &text);
 QVector<FlowItem> flowItems(const QTextDocument &text);
 
 /*!
-    Where drawing leaves out all above when a page begins with the item \a first.
+    What drawing of the items [\a first, \a end) has to heed.
 
-    That is in the second line where the first one goes on with a paragraph, and behind the border
-    of a row: the toolkit draws the line before the first one that it finds, and the row above.
+    It begins where the second line ends, about, where the first one goes on with a paragraph, and
+    behind the border of a row: the toolkit draws the last line that ends above, and the row above.
+    Lines that are closer than their letters are high reach into each other.
 */
-double drawnTop(const QVector<FlowItem> &items, int first);
+DrawnEdges drawnEdges(const QVector<FlowItem> &items, int first, int end);
 
 /*! No text has more pages: the toolkit's coordinates end there. */
 constexpr int mostPages = 12000;

@@ -80,27 +80,31 @@ void layOut(const QTextDocument &text, Listener *listener)
     layout->documentSize(); // finishes the rest
 }
 
-// Where drawing the rest of a text begins.
-double drawnTopOf(const QVector<FlowItem> &items, double top)
+// How to draw what stands from one place between lines to another.
+DrawnEdges edgesOf(const QVector<FlowItem> &items, double top, double bottom)
 {
-    const auto first
-        = std::lower_bound(items.cbegin(), items.cend(), top - 1.0,
-                           [](const FlowItem &item, double y) { return item.top < y; });
-    return drawnTop(items, qMin(int(first - items.cbegin()), int(items.size()) - 1));
+    const auto itemAt = [&items](double y) {
+        const auto isAbove = [](const FlowItem &item, double place) { return item.top < place; };
+        return int(std::lower_bound(items.cbegin(), items.cend(), y - 1.0, isAbove)
+                   - items.cbegin());
+    };
+    const int first = qMin(itemAt(top), int(items.size()) - 1);
+    return drawnEdges(items, first, qMax(first + 1, itemAt(bottom)));
 }
 
 // Draws the part of a text and nothing else: what a clip only hides is text of the file still.
-void drawPart(QPainter &painter, const QTextDocument &text, const QRectF &part, double drawnTop)
+void drawPart(QPainter &painter, const QTextDocument &text, const QRectF &part,
+              const DrawnEdges &edges)
 {
     // Lines that touch the context's clip are drawn, and the one before the first of a paragraph.
-    if (part.height() <= 2.0 * drawingSlack)
+    constexpr double least = 2.0 * drawingSlack;
+    if (part.height() <= least)
         return;
-    const double top
-        = qMin(qMax(part.top(), drawnTop), part.bottom() - 2.0 * drawingSlack) + drawingSlack;
+    const double bottom = qMax(part.top() + least, part.bottom() - edges.next);
+    const double top = qMin(qMax(part.top(), edges.top), bottom - least) + drawingSlack;
     QAbstractTextDocumentLayout::PaintContext context;
     // Without a height it would be no clip at all.
-    context.clip
-        = QRectF(part.left(), top, part.width(), qMax(1.0, part.bottom() - drawingSlack - top));
+    context.clip = QRectF(part.left(), top, part.width(), qMax(1.0, bottom - drawingSlack - top));
     context.palette.setColor(QPalette::Text, Qt::black);
     text.documentLayout()->draw(&painter, context);
 }
@@ -125,7 +129,8 @@ Pages::Pages(Document &document, const PageSetup &setup)
     breakLongWords(m_text);
     m_notes = takeNotes(m_text);
     if (m_setup.hasCommentsInMargin && !m_notes.comments.empty())
-        m_setup.margins.setRight(qMax(m_setup.margins.right(), minCommentMargin));
+        m_setup.margins.setRight(
+            qMax(m_setup.margins.right(), qMin(minCommentMargin, m_setup.paper.width() / 3.0)));
     m_body = QRectF(QPointF(), setup.paper).marginsRemoved(m_setup.margins);
     m_body = QRectF(m_body.topLeft() * dotsPerPoint, m_body.size() * dotsPerPoint);
     if (prepare())
@@ -210,7 +215,7 @@ void Pages::paint(QPainter &painter, int index) const
     if (m_setup.hasCommentsInMargin)
         paintComments(painter, index);
     PageSlice head;
-    head.top = head.drawnTop = slice.headTop;
+    head.top = head.edges.top = slice.headTop;
     head.bottom = slice.headBottom;
     paintText(painter, head, 0.0);
     paintText(painter, slice, slice.headHeight());
@@ -230,15 +235,16 @@ void Pages::paintText(QPainter &painter, const PageSlice &slice, double y) const
     painter.save();
     painter.translate(m_body.left(), m_body.top() + y - slice.top);
     // The borders of a row stand half outside of it.
-    painter.setClipRect(part.adjusted(0.0, -borderSlack, 0.0, borderSlack));
+    painter.setClipRect(part.adjusted(0.0, -qMax(borderSlack, slice.edges.above), 0.0,
+                                      qMax(borderSlack, slice.edges.below)));
     m_pictures->setPart(part);
     if (slice.columns.isEmpty())
-        drawPart(painter, m_text, part, slice.drawnTop);
+        drawPart(painter, m_text, part, slice.edges);
     for (const ColumnPart &column : slice.columns) {
         const QRectF own(column.left, column.top, column.right - column.left,
                          column.bottom - column.top);
         m_pictures->setPart(own);
-        drawPart(painter, m_text, own, column.drawnTop);
+        drawPart(painter, m_text, own, {column.drawnTop});
     }
     painter.restore();
 }
@@ -263,9 +269,11 @@ void Pages::paintFootnotes(QPainter &painter, int index) const
         const QRectF part(0.0, top, m_body.width(), bottom - top);
         painter.save();
         painter.translate(0.0, note->top);
-        painter.setClipRect(part);
-        if (const NoteLayout::Note *laidOut = m_noteLayout->layOut(*note))
-            drawPart(painter, *laidOut->text, part, drawnTopOf(laidOut->items, top));
+        if (const NoteLayout::Note *laidOut = m_noteLayout->layOut(*note)) {
+            const DrawnEdges edges = edgesOf(laidOut->items, top, bottom);
+            painter.setClipRect(part.adjusted(0.0, -edges.above, 0.0, edges.below));
+            drawPart(painter, *laidOut->text, part, edges);
+        }
         painter.restore();
     }
     painter.restore();
