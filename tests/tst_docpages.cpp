@@ -21,6 +21,7 @@ class TestDocPages : public QObject
 private Q_SLOTS:
     void losesAndDoublesNothing_data();
     void losesAndDoublesNothing();
+    void keepsTextOnPaper();
     void keepsParagraphsTogether();
     void repeatsHeaderRows_data();
     void repeatsHeaderRows();
@@ -253,6 +254,28 @@ void TestDocPages::losesAndDoublesNothing()
     QCOMPARE(body, wanted.body);
     for (int i = 0; i < bodies.size(); ++i)
         QCOMPARE(brokenRule(bodies[i], linesOfParagraph, i + 1), QString());
+}
+
+void TestDocPages::keepsTextOnPaper()
+{
+    Document document;
+    QVERIFY(MVRTextDoc::fromRtf(
+        "{\\rtf1\\pard\\li9000 " + words("A", 9) + "\\par\\pard\\ri9000\\li-5000 " + words("B", 9)
+            + "\\par\\pard\\fi-9000 " + words("C", 9) + "\\par\\pard\\fi9000 " + words("D", 9)
+            + "\\par\\trowd\\cellx6000\\cellx12000\\pard\\intbl " + words("E", 9) + "\\cell "
+            + words("F", 9) + "\\cell\\row\\pard " + "{\\footnote\\pard\\li9000 " + words("N", 9)
+            + "}}",
+        &document.text));
+    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
+    const double wordWidth = 30.0; // points
+    int count = 0;
+    for (const DrawnLine &line : lines) {
+        const int found = int(line.text.count(QLatin1Char('.')));
+        count += found;
+        QVERIFY2(found == 0 || (line.x >= 0.0 && line.x + found * wordWidth <= 360.0),
+                 qPrintable(line.text));
+    }
+    QCOMPARE(count, 7 * 9);
 }
 
 // The toolkit would not wrap their lines.

@@ -2,6 +2,7 @@
 #include <tool/pages/PageNotes.h>
 
 #include <tool/pages/PageText.h>
+#include <tool/pages/PageWidths.h>
 
 #include <core/MVRTextRtf.h>
 #include <core/MVRToolkit.h>
@@ -152,7 +153,7 @@ const NoteLayout::Note *NoteLayout::layOut(const PageFootnote &note)
 bool NoteLayout::prepare(QTextDocument &text) const
 {
     breakLongWords(text);
-    preparePageText(text, m_width, m_unitsPerPoint);
+    preparePageText(text, {m_width, 0.0}, m_unitsPerPoint);
     if (!setLongPage(text, m_width, m_unitsPerPoint))
         return false;
     text.documentLayout()->documentSize();

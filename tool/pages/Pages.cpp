@@ -7,6 +7,7 @@
 #include <tool/formats/Pictures.h>
 #include <tool/pages/Lengths.h>
 #include <tool/pages/PageText.h>
+#include <tool/pages/PageWidths.h>
 
 #include <core/MVRTextRange.h>
 #include <core/MVRToolkit.h>
@@ -29,7 +30,7 @@ namespace {
 constexpr double dotsPerPoint = Pages::resolution / 72.0;
 constexpr double tabDistance = 0.5; // inches
 constexpr double noteGap = 12.0 * dotsPerPoint; // between the text and the footnotes
-constexpr double minCommentMargin = 72.0; // points
+constexpr double minCommentMargin = 72.0; // points, and no more than a third of the paper
 constexpr double borderSlack = 1.0 * dotsPerPoint;
 constexpr double drawingSlack = 0.5 * dotsPerPoint; // more than what lines are rounded by
 
@@ -142,7 +143,7 @@ bool Pages::prepare()
     boundFontSizes(m_text);
     nameOwnFace(m_text);
     breakBehindTitlePage(m_document);
-    preparePageText(m_text, m_body.width(), dotsPerPoint);
+    preparePageText(m_text, {m_body.width(), m_body.left()}, dotsPerPoint);
     QTextOption option = m_text.defaultTextOption();
     option.setTabStopDistance(tabDistance * resolution);
     m_text.setDefaultTextOption(option);

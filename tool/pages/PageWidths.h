@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QTextDocument;
+
+/*! Where lines stand, in units of the layout. */
+struct PageWidths
+{
+    double lines = 0.0; /*!< between the margins */
+    double margin = 0.0; /*!< at the left, into which text may stand out */
+};
+
+/*!
+    Brings onto the paper what indents and tables would put beside it: of each paragraph at least
+    half a line, or an inch, is left between its indents, and tables that are wider than lines and
+    both margins become as wide as lines, with all columns in proportion.
+    \param inch  in units of the layout
+*/
+void keepOnPage(QTextDocument &text, const PageWidths &widths, double inch);
