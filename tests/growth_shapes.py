@@ -335,6 +335,7 @@ HTML = {
     "deep lists": repeated(H, "<ul style='-qt-list-indent:%d99999'><li>a</ul>"),
     "halves of pairs": repeated(H, "<b>&#xD83D;</b>a"),
     "column groups": repeated(H + "<table>", "<col span=999>", "<tr><td>a</td></tr></table>"),
+    "pictures behind paragraphs": repeated(H, "<p style='background:url(%d)'>a"),
     "style rules": repeated("<style>", "p.c%d{color:red}", "</style>" + H + "<p>a</p>"),
     "style rules and paragraphs": halves("<style>", "p.c%d{color:red}", "</style>" + H,
                                          "<p class=c%d>a</p>"),
