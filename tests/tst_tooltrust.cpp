@@ -19,6 +19,7 @@ private Q_SLOTS:
     void boundsHtml_data();
     void boundsHtml();
     void keepsPlacesOfLinks();
+    void keepsTablesNarrow();
     void readsLinksThatArePlaces();
     void readsOddHtml_data();
     void readsOddHtml();
@@ -197,6 +198,20 @@ void TestToolTrust::keepsPlacesOfLinks()
     const QByteArray written = m_folder->read(QStringLiteral("out.html"));
     QVERIFY(written.contains("name=\"n2001\""));
     QVERIFY(!written.contains("name=\"n2000\""));
+}
+
+/*! A cell that spans more columns than there are has those that there are. */
+void TestToolTrust::keepsTablesNarrow()
+{
+    const auto cells = [this](const QByteArray &rows) {
+        m_folder->write(QStringLiteral("in.html"), "<table>" + rows + "</table>");
+        mvrtext("convert in.html out.rtf", m_folder->path());
+        const QByteArray rtf = m_folder->read(QStringLiteral("out.rtf"));
+        return rtf.contains("z\\cell") ? rtf.count("\\cellx") : -1;
+    };
+    QCOMPARE(cells("<tr><td colspan=100>a<tr><td>b<td>c<tr><td>d<td colspan=999>z"), 6);
+    QCOMPARE(cells("<tr><td colspan=2>a<td colspan=2>b<tr><td>c<td>d<td>e<td>z"), 8);
+    QCOMPARE(cells("<tr><td rowspan=2>a<td>b<tr><td colspan=2>c<td>z"), 8);
 }
 
 /*! Qt makes a link of their first letter alone. */

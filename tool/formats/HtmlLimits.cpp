@@ -119,6 +119,7 @@ private:
                                        attribute.valueEnd - attribute.valueStart);
     }
     Span span(const HtmlTag &tag, const char *name) const;
+    static int lastColumn(const Table &table);
     void closeTable();
     QString rewritten() const;
 
@@ -313,14 +314,38 @@ int HtmlCheck::skipStyle(int start)
     return end;
 }
 
+/*!
+    The last column of a table in which a cell may begin. What spans more than the columns up to it
+    adds columns without cells, which browsers draw without width, and Qt with padding and borders.
+*/
+int HtmlCheck::lastColumn(const Table &table)
+{
+    constexpr int most = 1000000; // which is refused in any case
+    QVector<int> widths(table.rows); // columns that are taken in each row
+    int last = 0;
+    for (const Cell &cell : table.cells) {
+        last = qMax(last, widths[cell.row]);
+        const int end = cell.row + qMin(cell.rows.number, table.rows - cell.row);
+        for (int row = cell.row; row < end; ++row)
+            widths[row] = qMin(most, widths[row] + cell.columns.number);
+    }
+    return last;
+}
+
 /*! Bounds the spans of the innermost open table, and adds the room that it takes. */
 void HtmlCheck::closeTable()
 {
     const Table table = m_open.takeLast();
+    const int columns = lastColumn(table) + 1;
+    const bool hasHighCells = std::any_of(table.cells.cbegin(), table.cells.cend(),
+                                          [](const Cell &cell) { return cell.rows.number > 1; });
     QVector<int> widths(table.rows); // columns that are taken in each row
     int spare = table.cells.size() * spannedPerCell;
     for (Cell cell : table.cells) {
         cell.rows.number = qMin(cell.rows.number, table.rows - cell.row);
+        // Below cells of rows above, cells may begin further on the left than is counted here.
+        const int start = hasHighCells ? 0 : widths[cell.row];
+        cell.columns.number = qMin(cell.columns.number, qMax(1, columns - start));
         cell.columns.number = qMin(cell.columns.number, qMax(1, (1 + spare) / cell.rows.number));
         cell.rows.number = qMin(cell.rows.number, (1 + spare) / cell.columns.number);
         spare -= cell.rows.number * cell.columns.number - 1;
