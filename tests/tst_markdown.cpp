@@ -415,6 +415,7 @@ void TestMarkdown::keepsWriting_data()
     QTest::newRow("lists") << "- a\n  - b\n\n    c\n  - d\n\n* e\n\n1. f\n\n<!-- -->\n\n1. g\n";
     QTest::newRow("item begins with a quote") << "- > a\n  >\n  > b\n- - c\n";
     QTest::newRow("long number") << "999. a\n\n     b\n";
+    QTest::newRow("a list that begins with a list") << "a\n\n9. - b\n   - c\n10. - - d\n";
     QTest::newRow("headings") << "# C\\#\n\n###### d *e*\n\n***\n";
     QTest::newRow("links") << "[a *b*](<c d> \"e\\\"\") <https://x.y> ![p](q.png \"r\")\n";
     QTest::newRow("footnotes") << "a[^1]\\(b) **c[^2]d**\n\n[^1]: e\n\n    - f\n\n[^2]: \\# g\n";

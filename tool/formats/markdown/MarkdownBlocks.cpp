@@ -133,9 +133,13 @@ void MarkdownBlocks::openItem(const QTextBlock &block, int quotes)
             || (item.marker.size() == 3 && item.marker.startsWith(QLatin1Char('1')));
         m_isTight
             = !m_open.isEmpty() && m_open.last().list && mayInterrupt && !block.text().isEmpty();
+        // An item that begins with another one stands where that one's marker goes.
+        if (!m_open.isEmpty() && m_open.last().list && !m_open.last().isMarkerWritten)
+            m_isTight = m_open.last().isTight;
     }
     if (isSame)
         m_isTight = true;
+    item.isTight = m_isTight;
     m_open.append(item);
 }
 

@@ -39,6 +39,7 @@ private:
         int quotes = 0; // around it
         QString marker;
         bool isMarkerWritten = false;
+        bool isTight = false; // no empty line goes before its marker
     };
 
     bool goesOn(QTextList *before, QTextList *list) const;
