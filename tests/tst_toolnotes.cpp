@@ -24,6 +24,7 @@ private Q_SLOTS:
     void saysWhoAndWhen();
     void listsAndRemovesLinks();
     void writesLinksUnderNotes();
+    void tellsListingsFromText();
 
 private:
     QStringList kinds(const char *file) const;
@@ -219,6 +220,24 @@ void TestToolNotes::writesLinksUnderNotes()
         QCOMPARE(run.exitCode, 0);
         QVERIFY2(m_folder->read(name).contains(target), format);
     }
+}
+
+// A listing of Markdown has room for no note and no emphasis.
+void TestToolNotes::tellsListingsFromText()
+{
+    const auto markdown = [this](const char *name, const QByteArray &content) {
+        m_folder->write(QLatin1String(name), content);
+        return mvrtext(QByteArray("convert ") + name + " - --to md", m_folder->path()).output;
+    };
+    QCOMPARE(markdown("kept.rtf", "{\\rtf1\\pard\\keep one {\\b two}{\\footnote n}\\par}"),
+             QByteArray("one **two**[^1]\n\n[^1]: n\n"));
+    QCOMPARE(markdown("in.html", "<pre>one\ntwo</pre>"), QByteArray("```\none\ntwo\n```\n"));
+    // Somebody wrote a note onto a listing that came from Markdown.
+    m_folder->write(QStringLiteral("in.md"), "```\none\n```\n");
+    QCOMPARE(mvrtext("convert in.md out.rtf", m_folder->path()).exitCode, 0);
+    QByteArray rtf = m_folder->read(QStringLiteral("out.rtf"));
+    rtf.replace("one", "one{\\footnote n}");
+    QVERIFY(markdown("noted.rtf", rtf).endsWith("\n`one`[^1]\n\n[^1]: n\n"));
 }
 
 QTEST_GUILESS_MAIN(TestToolNotes)

@@ -15,6 +15,8 @@
 #include <core/document/SafeHtml_p.h>
 
 #include <QRegularExpression>
+#include <QTextBlock>
+#include <QTextCursor>
 
 namespace {
 
@@ -53,6 +55,20 @@ void joinLinks(QTextDocument *document)
     });
 }
 
+// Lines of ordinary paragraphs are kept together too where RTF says so.
+void nameListings(QTextDocument *document)
+{
+    QTextCursor cursor(document);
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
+        QTextBlockFormat format = block.blockFormat();
+        if (!format.nonBreakableLines())
+            continue;
+        format.setProperty(QTextFormat::BlockCodeLanguage, QString());
+        cursor.setPosition(block.position());
+        cursor.setBlockFormat(format);
+    }
+}
+
 // Qt reads a character of no number as one, which no reader takes for text.
 void replaceNullCharacters(QString *html)
 {
@@ -84,6 +100,7 @@ bool readHtml(const QByteArray &bytes, const ReadOptions &options, Document &doc
         document.losses.append(Tool::tr("pictures, of which a paragraph has too many"));
     document.text.setHtml(bounded.html);
     joinLinks(&document.text);
+    nameListings(&document.text);
     takeEmbeddedPictures(document.text);
     pixelFontsToPoints(document.text);
     scaleLengths(document.text, pointsPerPixel);

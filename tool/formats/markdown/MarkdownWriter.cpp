@@ -9,6 +9,7 @@
 #include <tool/formats/markdown/MarkdownTables.h>
 
 #include <core/MVRTextRtf.h>
+#include <core/document/NoteFormat_p.h>
 #include <core/document/OfflineDocument_p.h>
 
 #include <QTextDocument>
@@ -16,11 +17,23 @@
 
 namespace {
 
+/*!
+    Other paragraphs of which RTF keeps the lines together are none. What carries a note becomes a
+    paragraph: a listing has room for none.
+*/
 bool isCode(const QTextBlock &block)
 {
     const QTextBlockFormat format = block.blockFormat();
-    return format.hasProperty(QTextFormat::BlockCodeFence)
-        || format.hasProperty(QTextFormat::BlockCodeLanguage) || format.nonBreakableLines();
+    const bool isNamed = format.hasProperty(QTextFormat::BlockCodeFence)
+        || format.hasProperty(QTextFormat::BlockCodeLanguage);
+    if (!isNamed && !format.nonBreakableLines())
+        return false;
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextCharFormat letters = it.fragment().charFormat();
+        if (!noteContent(letters).isEmpty() || !(isNamed || letters.fontFixedPitch()))
+            return false;
+    }
+    return true;
 }
 
 /*! Lines of one listing may be paragraphs of their own, as web pages have them. */
@@ -28,6 +41,20 @@ bool goesOnAsCode(const QTextBlock &block)
 {
     return isCode(block) && !block.blockFormat().hasProperty(QTextFormat::BlockCodeFence)
         && followsParagraph(block);
+}
+
+/*! Whether \a next is another line of the listing: only the ends of one have room around them. */
+bool isLineOf(const QTextBlock &first, const QTextBlock &next)
+{
+    QTextBlockFormat a = first.blockFormat();
+    QTextBlockFormat b = next.blockFormat();
+    if (b.topMargin() > 0)
+        return false;
+    for (QTextBlockFormat *format : {&a, &b}) {
+        format->clearProperty(QTextFormat::BlockTopMargin);
+        format->clearProperty(QTextFormat::BlockBottomMargin);
+    }
+    return a == b;
 }
 
 /*! Goes through the blocks of one document. */
@@ -63,7 +90,7 @@ QTextBlock Writer::writeCode(const QTextBlock &first)
         lines += block.text().remove(QChar::ObjectReplacementCharacter).split(QChar::LineSeparator);
         last = block;
         if (!block.next().isValid() || first.blockFormat().hasProperty(QTextFormat::BlockCodeFence)
-            || !goesOnAsCode(block.next()) || block.next().blockFormat() != first.blockFormat())
+            || !goesOnAsCode(block.next()) || !isLineOf(first, block.next()))
             break;
     }
     int longest = 2;
