@@ -157,7 +157,10 @@ class HtmlMixture(Mixture):
 
     def junk(self):
         mild = ["<!-- x -->", "&amp;", "&nbsp;", "<br>", "<a name=x></a>"]
-        return self.random.choice(mild if self.is_mild else mild + STRAY) + self.text()
+        stray = self.random.choice(mild if self.is_mild else mild + STRAY)
+        # Text between cells has no place, also that of the rest of the table.
+        self.is_over = self.is_over or stray in ("</td>", "<tr>", "</table>")
+        return stray + self.text()
 
     def inline(self):
         return self.nested(self.deep_inline, self.text, 9)

@@ -79,7 +79,7 @@ class Judge:
             is_shown = command.is_judged and (is_on_pages or command.suffix != "pdf")
             faults += self.faults_of_output(command, source, output, run.said,
                                             expected if is_shown else None)
-        return [fault[:400].replace("\n", " | ") for fault in faults]
+        return faults
 
     def is_slow(self, run, size):
         factor = SLOWER if self.is_sanitized else 1
