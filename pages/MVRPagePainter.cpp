@@ -177,20 +177,24 @@ void MVRPagePainter::paintWatermark(QPainter &painter, const QSizeF &pageSize, c
 {
     if (text.isEmpty())
         return;
+    constexpr double smallest = 200.0;
+    constexpr double letterWidth = 0.6; // of its size
+    constexpr double mostLetters = 1000.0;
     const QSizeF size = pageSize * fontUnits;
     TextAttr attr;
     attr.style = MVRFinalDraft::Bold;
     QFont font = pageFont(attr);
     const double diagonal = std::hypot(size.width(), size.height());
     const double letters = qMax(4, text.size());
-    font.setPixelSize(int(qBound(200.0, 0.75 * diagonal / letters / 0.6, 3000.0)));
+    font.setPixelSize(int(qBound(smallest, 0.75 * diagonal / letters / letterWidth, 3000.0)));
+    const int shown = int(qBound(4.0, diagonal / smallest / letterWidth, mostLetters));
     painter.save();
     painter.scale(1.0 / fontUnits, 1.0 / fontUnits);
     painter.translate(size.width() / 2.0, size.height() / 2.0);
     painter.rotate(-qRadiansToDegrees(std::atan2(size.height(), size.width())));
     // Outlines: letters across the page would get between those of the text when it is selected.
     QPainterPath outlines;
-    outlines.addText(QPointF(), font, text);
+    outlines.addText(QPointF(), font, text.mid(qMax(0, (int(text.size()) - shown) / 2), shown));
     painter.translate(-outlines.boundingRect().center());
     painter.fillPath(outlines, QColor(222, 222, 222));
     painter.restore();

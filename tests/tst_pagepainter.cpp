@@ -163,6 +163,14 @@ void TestPagePainter::watermarkStaysBelow()
     QPainter painter(&any);
     for (const double side : {0.0, -1.0, 1e300, qQNaN()}) // which undefined behaviour would tell
         MVRPagePainter::paintWatermark(painter, QSizeF(side, side), QStringLiteral("DRAFT"));
+
+    // What does not fit across the paper is no part of the file.
+    QBuffer file;
+    file.open(QIODevice::WriteOnly);
+    const QString endless(20000, QLatin1Char('W'));
+    QVERIFY(
+        MVRPagePainter::writePdf(&file, MVRScreenplayPages {MVRScreenplay()}, QString(), endless));
+    QVERIFY2(file.size() < 200000, QByteArray::number(file.size()));
 }
 
 QTEST_MAIN(TestPagePainter)
