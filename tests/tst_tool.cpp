@@ -64,6 +64,8 @@ void TestTool::exitCodes_data()
     QTest::newRow("bad choice") << "convert --notes keep a.fdx b.rtf" << 2 << "keep";
     QTest::newRow("bad number") << "convert --dpi 10000 a.fdx b.png" << 2 << "dpi";
     QTest::newRow("nothing to replace") << "replace a.txt -o b.txt --find x" << 2 << "--with";
+    QTest::newRow("folder without a name")
+        << "convert --to rtf --into= a.fdx" << 2 << "--into needs";
     QTest::newRow("broken expression")
         << "replace a.txt -o b.txt --regexp --find ( --with x" << 2 << "--find";
     QTest::newRow("nothing to append") << "append a.txt -o b.txt" << 2 << "missing";

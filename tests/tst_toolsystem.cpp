@@ -15,6 +15,7 @@ private Q_SLOTS:
     void keepsWhatAFileMay();
     void writesBehindWhatIsThere();
     void waitsForSlowPipes();
+    void needsNoScreen();
     void leavesNothingBehindWhenEnded_data();
     void leavesNothingBehindWhenEnded();
     void followsLinks_data();
@@ -113,6 +114,12 @@ void TestToolSystem::waitsForSlowPipes()
                      " $T convert in.rtf - --to txt")
                  .output,
              QByteArray("a b\n"));
+}
+
+void TestToolSystem::needsNoScreen()
+{
+    const Run run = shell("DISPLAY= QT_QPA_PLATFORM=xcb $T convert in.rtf out.png");
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
 }
 
 void TestToolSystem::leavesNothingBehindWhenEnded_data()

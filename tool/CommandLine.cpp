@@ -4,6 +4,17 @@
 #include <tool/Messages.h>
 #include <tool/UserSettings.h>
 
+namespace {
+
+bool namesPath(const Option &option)
+{
+    const QLatin1String value(option.value);
+    return value == QLatin1String("FOLDER") || value == QLatin1String("FILE")
+        || value == QLatin1String("OUT");
+}
+
+}
+
 CommandLine::CommandLine(const Command &command, const QStringList &arguments)
     : m_command(command)
 {
@@ -118,6 +129,8 @@ void CommandLine::give(const Option &option, const QString &value)
     const QString word = option.choices.isEmpty() ? value : value.toLower();
     if (!option.choices.isEmpty() && !option.takesOthers && !option.choices.contains(word))
         fail(QT_TRANSLATE_NOOP("Tool", "--%1 does not take \"%2\""), name, value);
+    if (value.isEmpty() && namesPath(option)) // that of a folder would be the current one
+        fail(QT_TRANSLATE_NOOP("Tool", "%1 needs a value"), QLatin1String("--") + name);
     m_values.insert(name, word);
 }
 

@@ -89,11 +89,12 @@ int answer(const CommandLine &commandLine)
     std::abort();
 }
 
-// The program shows nothing on a screen: it needs none, and pages have a resolution of their own.
+// The program shows nothing on a screen: it needs none, whatever the user has chosen for programs
+// with windows, and pages have a resolution of their own.
 void detachFromScreen()
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qunsetenv("QT_QPA_PLATFORMTHEME");
     qputenv("QT_FONT_DPI", QByteArray::number(Pages::resolution));
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "0"); // by which Qt 6 would take that back
 }
