@@ -62,7 +62,8 @@ public:
 
     /*!
         Where drawing begins so that a line is the first one: behind its own end, as the toolkit
-        draws the last line that ends above, and not behind that of any line below.
+        draws the last line that ends above, and not behind that of any line below. Behind the
+        place of the last line, the toolkit may take letters for those of the next paragraph.
     */
     double drawnTop(int line) const
     {
@@ -70,17 +71,29 @@ public:
             return m_tops[line];
         const double end = m_bottoms[line];
         const double below = m_lowestEnds[line + 1];
-        return qMin(end + (below - end) / 2.0, below - spare);
+        const double lastTop = m_tops.last();
+        const double place = lastTop + ofLastLine * (lastTop - m_tops[size() - 2]);
+        return qMin(qMin(end + (below - end) / 2.0, below - spare), place);
     }
 
 private:
-    static constexpr double belowBaseline = 0.2; // share of a line's height
+    static constexpr double belowBaseline = 0.2; // share of the distance of lines
+    static constexpr double ofLastLine = 0.75; // share of the distance
     static constexpr double spare = 1.0; // units; a place between lines is never exact
     QVector<double> m_tops;
     QVector<double> m_bottoms;
     QVector<double> m_baselines;
     QVector<double> m_lowestEnds; // of the line and all below
 };
+
+/*! At least so far the second line of a paragraph, or the next one, is from the first. */
+double lineHeight(const QTextBlock &block)
+{
+    const QTextBlockFormat format = block.blockFormat();
+    if (format.lineHeightType() == QTextBlockFormat::FixedHeight)
+        return format.lineHeight();
+    return block.layout()->lineCount() > 0 ? block.layout()->lineAt(0).height() : 0.0;
+}
 
 /*! Collects the items of a text's main flow. */
 class ItemCollector
@@ -160,7 +173,7 @@ void ItemCollector::addBlock(const QTextBlock &block)
             item.top = i == 0 ? rect.top() : places.cutAbove(i);
             if (i + 1 < lines)
                 item.bottom = places.cutAbove(i + 1);
-            item.drawnTop = i == 0 ? (places.top(0) + places.bottom(0)) / 2.0 : places.drawnTop(i);
+            item.drawnTop = places.drawnTop(i);
             item.above = qMax(0.0, item.top - places.top(i));
             item.below = qMax(0.0, places.bottom(i) - item.bottom);
             item.start = block.position() + line.textStart();
@@ -172,7 +185,8 @@ void ItemCollector::addBlock(const QTextBlock &block)
             item.bottom = qMax(item.top, item.bottom);
         }
         if (i == 0) // the paragraph above may reach into its first line
-            item.drawnTop = qMax(item.top, qMin(m_blockBottom, item.drawnTop) + 1.0);
+            item.drawnTop
+                = qMax(item.top, qMin(m_blockBottom + 1.0, rect.top() + lineHeight(block) / 2.0));
         item.startsPage = i == 0 && (policy & QTextFormat::PageBreak_AlwaysBefore);
         if (i > 0)
             item.mayStartPage = breaks && i >= linesKept && lines - i >= linesKept;

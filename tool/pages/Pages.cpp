@@ -102,7 +102,7 @@ void drawPart(QPainter &painter, const QTextDocument &text, const QRectF &part,
     if (part.height() <= least)
         return;
     const double bottom = qMax(part.top() + least, part.bottom() - edges.next);
-    const double top = qMin(qMax(part.top(), edges.top), bottom - least) + drawingSlack;
+    const double top = qMin(edges.top, bottom - least) + drawingSlack;
     QAbstractTextDocumentLayout::PaintContext context;
     // Without a height it would be no clip at all.
     context.clip = QRectF(part.left(), top, part.width(), qMax(1.0, bottom - drawingSlack - top));
@@ -245,7 +245,7 @@ void Pages::paintText(QPainter &painter, const PageSlice &slice, double y) const
         const QRectF own(column.left, column.top, column.right - column.left,
                          column.bottom - column.top);
         m_pictures->setPart(own);
-        drawPart(painter, m_text, own, {column.drawnTop});
+        drawPart(painter, m_text, own, {qMax(column.top, column.drawnTop)});
     }
     painter.restore();
 }
