@@ -37,6 +37,7 @@ private Q_SLOTS:
     void drawsRowsOfManyPages();
     void writesAnyTextAsXml();
     void writesSignsOfObjects();
+    void writesLinesOfFormats();
 };
 
 namespace {
@@ -522,6 +523,16 @@ void TestToolTrust::writesSignsOfObjects()
         QVERIFY2(run.exitCode == 0, run.errors.constData());
         QVERIFY2(m_folder->read(QLatin1String(name)).contains("one  two"), name);
     }
+}
+
+/*! BBCode of text in which formats begin and end at breaks of lines, and go over them. */
+void TestToolTrust::writesLinesOfFormats()
+{
+    m_folder->write(QStringLiteral("in.html"),
+                    "<p>a <i>b<br>c</i> d <b>e<br></b>f<u><br><br>g</u></p>");
+    QCOMPARE(mvrtext("convert in.html out.bbcode", m_folder->path()).exitCode, 0);
+    QCOMPARE(m_folder->read(QStringLiteral("out.bbcode")).trimmed(),
+             QByteArray("a [i]b[/i]\n[i]c[/i] d [b]e[/b]\nf\n\n[u]g[/u]"));
 }
 
 QTEST_GUILESS_MAIN(TestToolTrust)

@@ -81,13 +81,50 @@ void prepareForForum(Document &document)
     }
 }
 
+/*!
+    \a html, in which formats end with each line and begin again. The converter would put all lines
+    of one format in front of the line feeds between them.
+*/
+QString withFormatsOfLines(const QString &html)
+{
+    const QLatin1String spanStart("<span");
+    const QLatin1String spanEnd("</span>");
+    const QLatin1String lineFeed("<br />");
+    QString lines;
+    QString span; // the tag of the open one
+    int copied = 0;
+    for (int at = int(html.indexOf(QLatin1Char('<'))); at >= 0;
+         at = int(html.indexOf(QLatin1Char('<'), at + 1))) {
+        const QStringView rest = QStringView(html).mid(at);
+        if (rest.startsWith(spanStart)) {
+            span = html.mid(at, html.indexOf(QLatin1Char('>'), at) + 1 - at);
+        } else if (rest.startsWith(spanEnd)) {
+            span.clear();
+        } else if (rest.startsWith(lineFeed) && !span.isEmpty()) {
+            lines.append(html.constData() + copied, at - copied);
+            if (lines.endsWith(span))
+                lines.chop(span.size());
+            else
+                lines += spanEnd;
+            lines += lineFeed;
+            copied = at + lineFeed.size();
+            if (rest.mid(lineFeed.size()).startsWith(spanEnd))
+                copied += spanEnd.size();
+            else
+                lines += span;
+        }
+    }
+    return lines + html.mid(copied);
+}
+
 bool writeBbCode(Document &document, const WriteOptions &options, QByteArray *bytes, QString *error)
 {
     Q_UNUSED(options)
     prepareForForum(document);
     makeSafeForHtml(&document.text);
     QString fault;
-    QString text = MVRBbCodeConverter().fromHtml(document.text.toHtml(), &fault);
+    QString text
+        = MVRBbCodeConverter().fromHtml(withFormatsOfLines(document.text.toHtml()), &fault);
     if (text.isNull()) {
         *error = Tool::tr("cannot be written as BBCode: %1").arg(fault.simplified());
         return false;
