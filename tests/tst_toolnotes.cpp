@@ -233,11 +233,11 @@ void TestToolNotes::tellsListingsFromText()
              QByteArray("one **two**[^1]\n\n[^1]: n\n"));
     QCOMPARE(markdown("in.html", "<pre>one\ntwo</pre>"), QByteArray("```\none\ntwo\n```\n"));
     // Somebody wrote a note onto a listing that came from Markdown.
-    m_folder->write(QStringLiteral("in.md"), "```\none\n```\n");
+    m_folder->write(QStringLiteral("in.md"), "```\nzero\none\n```\n");
     QCOMPARE(mvrtext("convert in.md out.rtf", m_folder->path()).exitCode, 0);
     QByteArray rtf = m_folder->read(QStringLiteral("out.rtf"));
     rtf.replace("one", "one{\\footnote n}");
-    QVERIFY(markdown("noted.rtf", rtf).endsWith("\n`one`[^1]\n\n[^1]: n\n"));
+    QVERIFY(markdown("noted.rtf", rtf).endsWith("\n`zero`\\\n`one`[^1]\n\n[^1]: n\n"));
 }
 
 QTEST_GUILESS_MAIN(TestToolNotes)

@@ -52,15 +52,21 @@ bool isAsciiSign(QChar c)
 
 void MarkdownInlineWriter::addText(const QString &text, const MarkdownStyle &style)
 {
-    // Blanks get pieces of their own, as their formats give way to those around them.
+    // Blanks get pieces of their own, as their formats give way to those around them. In code only
+    // the ends of lines do, where it begins anew.
+    const auto isApart = [&style](QChar c) {
+        return style.bits & Code ? c == QChar::LineSeparator : isBlank(c);
+    };
     for (int start = 0; start < text.size();) {
-        const bool blank = isBlank(text.at(start)) && !(style.bits & Code);
+        const bool apart = isApart(text.at(start));
         int end = start + 1;
-        while (end < text.size() && ((style.bits & Code) || isBlank(text.at(end)) == blank))
+        while (end < text.size() && isApart(text.at(end)) == apart)
             ++end;
         Piece piece;
         piece.text = text.mid(start, end - start);
         piece.style = style;
+        if (apart)
+            piece.style.bits &= ~Code;
         m_pieces.append(piece);
         start = end;
     }
