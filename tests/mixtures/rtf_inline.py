@@ -81,7 +81,7 @@ class RtfInline:
                 + instruction + end + "{\\fldrslt " + result + "}}")
 
     def footnote(self):
-        word = self.words(1)
+        word = " " + self.words(1)
         content = self.noted(lambda: self.pick(5, lambda: self.inlines(3),
                                                2, lambda: self.many(self.paragraph, 1, 3),
                                                1, self.table))
@@ -95,7 +95,7 @@ class RtfInline:
                         "{\\*\\atndate 123456}{\\*\\atnref %d}" % number,
                         "{\\*\\atndate %s}" % self.whole())
         # Its last word is its own, so that no two notes have to share one.
-        text = (self.one("", self.inlines()) + self.words(1)) if self.depth < 7 else self.words(1)
+        text = (self.one("", self.inlines()) if self.depth < 7 else "") + " " + self.words(1)
         content = self.noted(lambda: self.pick(5, self.inlines,
                                                1, lambda: self.many(self.paragraph, 1, 2),
                                                .5, self.table))

@@ -42,11 +42,15 @@ def words(text):
 
 
 def parted(text):
-    """A function that tells whether a word stands in the text in two parts, a note in between."""
+    """A function that tells whether a word stands in the text in parts, notes in between."""
     first = set(re.findall(r"[qn]\d*(?![a-z0-9])", text))
+    # The number of an end note may follow.
+    middle = {""} | set(re.findall(r"(?<![a-z0-9])\d+(?![a-z])", text))
     last = set(re.findall(r"(?<![a-z0-9])\d*z", text))
-    return lambda word: any(word[:at] in first and word[at:] in last
-                            for at in range(1, len(word)))
+    return lambda word: any(
+        word[:at] in first and word[end:] in last
+        and any(digits.startswith(word[at:end]) for digits in middle)
+        for at in range(1, len(word)) for end in range(at, len(word)))
 
 
 def without_brackets(text):

@@ -54,9 +54,8 @@ void MarkdownInlineWriter::addText(const QString &text, const MarkdownStyle &sty
 {
     // Blanks get pieces of their own, as their formats give way to those around them. In code only
     // the ends of lines do, where it begins anew.
-    const auto isApart = [&style](QChar c) {
-        return style.bits & Code ? c == QChar::LineSeparator : isBlank(c);
-    };
+    const auto isApart
+        = [&style](QChar c) { return style.bits & Code ? c == QChar::LineSeparator : isBlank(c); };
     for (int start = 0; start < text.size();) {
         const bool apart = isApart(text.at(start));
         int end = start + 1;
