@@ -7,6 +7,7 @@
 #include <core/document/EditBlock_p.h>
 #include <core/document/FormatEdits_p.h>
 #include <core/document/LayoutLimit_p.h>
+#include <core/document/LengthScale_p.h>
 #include <core/document/LongParagraphs_p.h>
 #include <core/document/NoteFormat_p.h>
 
@@ -345,8 +346,9 @@ int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
     toStockParagraphs(copy.get(), lineWidth);
     breakLongWords(*copy);
     boundFloats(*copy);
+    scaleLengths(*copy, 1.0); // which bounds them
     const bool isOnePage = !(size.height() > 0);
-    const QSizeF page(size.width(), isOnePage ? longPage : size.height());
+    const QSizeF page(size.width(), isOnePage ? longPage : qMax(1.0, size.height()));
     if (!canLayOut(*copy, lineWidth, page))
         return 0;
     if (isOnePage)

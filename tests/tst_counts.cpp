@@ -146,7 +146,14 @@ void TestCounts::countsNoEndlessPages()
         QStringLiteral("<table style='page-break-before:always'><tr><td>a</table>").repeated(400));
     QVERIFY(MVRTextDoc::pageCount(&tables, size) >= 400);
     QCOMPARE(MVRTextDoc::pageCount(&tables, QSizeF(300, 100000)), 0);
-    QVERIFY(MVRTextDoc::pageCount(&document, QSizeF(300, 0.001)) >= 0);
+    for (const double height : {0.001, 1e-300})
+        QVERIFY(MVRTextDoc::pageCount(&document, QSizeF(300, height)) >= 0);
+    for (const char *table : {"cellspacing=-1e308", "cellpadding=-1e308", "cellspacing=nan",
+                              "style='float:left;margin:-1e9px' width=1e308"}) {
+        tables.setHtml(QLatin1String("<table ") + QLatin1String(table)
+                       + QLatin1String("><tr><td>a</table>b"));
+        QVERIFY2(MVRTextDoc::pageCount(&tables, size) > 0, table);
+    }
 
     document.setPlainText(QString(600000, QLatin1Char('a'))); // one word
     QElapsedTimer time;
