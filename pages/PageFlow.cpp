@@ -17,6 +17,7 @@ constexpr double leastOnPaper = 72.0; // points that a paragraph has there, wher
 constexpr double minSpacing = 0.1;
 constexpr double maxSpacing = 100.0;
 constexpr int maxSpace = 10000; // points
+constexpr double maxSpaceShare = 0.5; // of a page
 
 double points(double inches)
 {
@@ -119,8 +120,9 @@ FlowParagraph PageFlow::paragraph(const MVRScreenplayParagraph &source, int inde
     const double spacing
         = source.attr.spacing > 0.0 ? qBound(minSpacing, source.attr.spacing, maxSpacing) : 1.0;
     paragraph.lineHeight = settings.lineHeight * spacing * grown;
-    paragraph.spaceBefore
-        = qBound(0, source.attr.spaceBefore, maxSpace) * settings.lineHeight / 12.0;
+    // More would leave no room for the paragraph on any page that begins with something else.
+    const double space = qBound(0, source.attr.spaceBefore, maxSpace) * settings.lineHeight / 12.0;
+    paragraph.spaceBefore = qMin(space, m_bodyHeight * maxSpaceShare);
     wrap(paragraph, 0, m_bodyHeight);
     return paragraph;
 }

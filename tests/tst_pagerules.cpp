@@ -331,6 +331,7 @@ void TestPageRules::survivesAnySettings()
             seen[line.paragraph] += line.text();
             const double x = line.runs.first().x;
             QVERIFY2(x >= 0.0 && x < layout.pageSize().width(), qPrintable(line.text()));
+            QVERIFY2(line.y < layout.pageSize().height(), qPrintable(line.text()));
         }
     }
     for (int i = 0; i < script.body.size(); ++i)
