@@ -24,6 +24,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextFrame>
+#include <QTextTable>
 
 #include <algorithm>
 #include <iterator>
@@ -337,6 +338,33 @@ static bool canLayOut(QTextDocument &text, double lineWidth, const QSizeF &page)
     return !(pages * page.height() > maxLayoutHeight) || pages == 1.0;
 }
 
+// Where the head of a table leaves no room on a page, the toolkit counts pages without end.
+static void dropHighHeads(QTextDocument &text, const QSizeF &page)
+{
+    constexpr double mostOfPage = 0.5;
+    QVector<QTextTable *> high;
+    const QList<QTextTable *> tables = text.findChildren<QTextTable *>();
+    for (QTextTable *table : tables) {
+        const int rows = qMin(table->format().headerRowCount(), table->rows() - 1);
+        if (rows <= 0)
+            continue;
+        if (text.pageSize().height() != longPage)
+            text.setPageSize(QSizeF(page.width(), longPage));
+        const QAbstractTextDocumentLayout &layout = *text.documentLayout();
+        const QTextBlock below = table->cellAt(rows, 0).firstCursorPosition().block();
+        const double height
+            = layout.blockBoundingRect(below).top() - layout.frameBoundingRect(table).top();
+        const bool isInOther = table->parentFrame() != text.rootFrame(); // with a head of its own
+        if (isInOther || height > mostOfPage * page.height())
+            high.append(table);
+    }
+    for (QTextTable *table : qAsConst(high)) {
+        QTextTableFormat format = table->format();
+        format.setHeaderRowCount(0);
+        table->setFormat(format);
+    }
+}
+
 int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
 {
     const std::unique_ptr<QTextDocument> copy(STextDoc::cloneDocumentQtStyle(&document, nullptr));
@@ -353,6 +381,7 @@ int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
         return 0;
     if (isOnePage)
         return 1;
+    dropHighHeads(*copy, page);
     copy->setPageSize(page);
-    return copy->pageCount();
+    return qMax(1, copy->pageCount()); // margins below 0 may put all above the first
 }

@@ -154,6 +154,12 @@ void TestCounts::countsNoEndlessPages()
                        + QLatin1String("><tr><td>a</table>b"));
         QVERIFY2(MVRTextDoc::pageCount(&tables, size) > 0, table);
     }
+    for (const char *table : {"cellspacing=300", "cellpadding=300", "border=300"}) {
+        tables.setHtml(QLatin1String("<table ") + QLatin1String(table)
+                       + QLatin1String("><thead><tr><td>a</thead><tr><td>b<tr><td>c</table>"));
+        const int pages = MVRTextDoc::pageCount(&tables, size);
+        QVERIFY2(pages > 1 && pages < 60, QByteArray::number(pages)); // was -441
+    }
 
     document.setPlainText(QString(600000, QLatin1Char('a'))); // one word
     QElapsedTimer time;
