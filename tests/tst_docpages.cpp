@@ -22,6 +22,7 @@ private Q_SLOTS:
     void losesAndDoublesNothing_data();
     void losesAndDoublesNothing();
     void keepsTextOnPaper();
+    void largeLettersHideNoText();
     void keepsParagraphsTogether();
     void repeatsHeaderRows_data();
     void repeatsHeaderRows();
@@ -276,6 +277,22 @@ void TestDocPages::keepsTextOnPaper()
                  qPrintable(line.text));
     }
     QCOMPARE(count, 7 * 9);
+}
+
+// At an exact distance they reach up over what stands above.
+void TestDocPages::largeLettersHideNoText()
+{
+    Document document;
+    QVERIFY(MVRTextDoc::fromRtf("{\\rtf1\\pard " + words("A", 60)
+                                    + "\\par\\pard\\pagebb\\sl-240\\fs200 B\\par\\pard "
+                                    + words("C", 9) + "}",
+                                &document.text));
+    QString all;
+    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
+    for (const DrawnLine &line : lines)
+        all += line.text;
+    QCOMPARE(all.count(QLatin1Char('A')), 60);
+    QCOMPARE(all.count(QLatin1Char('B')), 1);
 }
 
 // The toolkit would not wrap their lines.

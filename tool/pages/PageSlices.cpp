@@ -230,7 +230,10 @@ DrawnEdges drawnEdges(const QVector<FlowItem> &items, int first, int end)
     edges.top = drawnTop(items[first]);
     edges.above = items[first].above;
     edges.below = items[end - 1].below;
-    edges.next = end < items.size() ? items[end].above : 0.0;
+    // Large letters may reach beyond the last line, which is to be drawn all the same.
+    const FlowItem &last = items[end - 1];
+    if (end < items.size() && last.columns.isEmpty())
+        edges.next = qMin(items[end].above, (last.bottom - last.top) / 2.0);
     return edges;
 }
 

@@ -10,13 +10,53 @@
 #include <core/document/LayoutLimit_p.h>
 
 #include <QSizeF>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
+#include <QTextFragment>
 #include <QTextOption>
+
+#include <limits>
 
 namespace {
 
 constexpr double longest = 1584.0; // points, two pages: writing programs take no more
 constexpr double inch = 72.0; // points
+constexpr double leastDistance = 0.7; // of lines, as a share of their letters' size
+
+/*! Points that the largest letters of a paragraph have; pictures are larger than any. */
+double largestSize(const QTextBlock &block, double defaultSize)
+{
+    double largest = 0.0;
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextCharFormat format = it.fragment().charFormat();
+        if (format.isImageFormat())
+            return std::numeric_limits<double>::infinity();
+        const double size = format.fontPointSize();
+        largest = qMax(largest, size > 0.0 ? size : defaultSize);
+    }
+    return largest;
+}
+
+/*! Lets lines be as high as what stands in them, where an exact distance would have it cover
+ * others. */
+void freeLargeLetters(QTextDocument &text, double unitsPerPoint)
+{
+    const double defaultSize = text.defaultFont().pointSizeF();
+    QTextCursor cursor(&text);
+    cursor.beginEditBlock();
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+        QTextBlockFormat format = block.blockFormat();
+        if (format.lineHeightType() != QTextBlockFormat::FixedHeight
+            || format.lineHeight()
+                >= leastDistance * largestSize(block, defaultSize) * unitsPerPoint)
+            continue;
+        format.setLineHeight(format.lineHeight(), QTextBlockFormat::MinimumHeight);
+        cursor.setPosition(block.position());
+        cursor.setBlockFormat(format);
+    }
+    cursor.endEditBlock();
+}
 
 }
 
@@ -28,6 +68,7 @@ void preparePageText(QTextDocument &text, const PageWidths &widths, double units
     takeBreaks(text);
     MVRToolkit::toStockParagraphs(&text, widths.lines / unitsPerPoint);
     scaleLengths(text, unitsPerPoint, longest * unitsPerPoint);
+    freeLargeLetters(text, unitsPerPoint);
     keepOnPage(text, widths, inch * unitsPerPoint);
     text.setDocumentMargin(0.0);
     QTextOption option = text.defaultTextOption();

@@ -78,7 +78,7 @@ void keepTable(QTextTable &table, const PageWidths &widths)
         width += column.type() == QTextLength::FixedLength ? column.rawValue() : 0.0;
     if (format.width().type() == QTextLength::FixedLength)
         width = qMax(width, format.width().rawValue());
-    if (width <= widths.lines + 2.0 * widths.margin)
+    if (width <= widths.lines + widths.margin)
         return;
     const double factor = widths.lines / width;
     for (QTextLength &column : columns)
