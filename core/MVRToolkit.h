@@ -116,6 +116,7 @@ public:
 
         The application's paragraph properties count, as translated by toStockParagraphs(). The
         document and its layout stay as they are: a copy is laid out.
+        Lengths count as two pages at most.
         \param size  of a page, in the document's units; without a height all is one page
         \return 0 for a text that is too high for a layout: at 30 million units, some 30,000 pages
                 of 72 dots per inch, the toolkit's coordinates end, and it would never come back
