@@ -389,6 +389,8 @@ void TestMarkdown::reads_data()
     QTest::newRow("half a comment") << "a {>>b {==c==} <<" << QByteArray(" a {>>b {==c==} <<\n");
     QTest::newRow("comment on its own")
         << "<!-- a\nb -->\n\nc d" << QByteArray(" c d\ncomment c c: a/b\n");
+    QTest::newRow("text between comments") << "<!-- a --> b <!-- c -->\n"
+                                           << QByteArray(" <!-- a --> b <!-- c -->\n");
     QTest::newRow("no metadata") << "Note: a\n\nb" << QByteArray(" Note: a\n b\n");
 }
 

@@ -224,7 +224,9 @@ MarkdownText readMarkdownText(cmark_node *node, const QTextCharFormat &format)
 
 QString htmlComment(const QString &html)
 {
-    if (!html.startsWith(QLatin1String("<!--")) || !html.endsWith(QLatin1String("-->")))
+    // A line that begins with a comment and ends with another one has text in between.
+    if (!html.startsWith(QLatin1String("<!--"))
+        || html.indexOf(QLatin1String("-->"), 4) != html.size() - 3)
         return QString();
     const QString content = html.mid(4, qMax(0, int(html.size()) - 7)).trimmed();
     return content.isNull() ? QString(QLatin1String("")) : content;
