@@ -14,8 +14,11 @@ class FdxParts:
     def parts_behind(self):
         made = []
         if self.chance(.4):
-            made.append("<TitlePage><Content>" + self.many(self.paragraph)
-                        + "</Content></TitlePage>")
+            # A title page is one page, however long it is.
+            content = self.words() if self.is_plain else ""
+            content = ("<Paragraph><Text>" + content + "</Text></Paragraph>" if content
+                       else self.many(self.paragraph))
+            made.append("<TitlePage><Content>" + content + "</Content></TitlePage>")
         hidden = [(.4, self.ranged_notes), (.3, self.header), (.2, self.vocabulary),
                   (.15, self.alternates), (.15, self.unknown), (.15, self.tags)]
         made += [self.hidden(make) for probability, make in hidden if self.chance(probability)]
@@ -88,6 +91,8 @@ class FdxParts:
                 + self.many(revision) + "</Revisions>")
 
     def pages(self):
+        if self.is_plain:
+            return "<PageLayout><PageSize Width=\"8.50\" Height=\"11.00\"/></PageLayout>"
         return ("<PageLayout BottomMargin=\"%s\" TopMargin=\"%s\" BackgroundColor=\"#%s\""
                 " HeaderMargin=\"%s\" BreakDialogueAndActionAtSentences=\"Yes\"><PageSize"
                 " Width=\"%s\" Height=\"%s\"/></PageLayout>"

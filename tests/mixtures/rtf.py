@@ -92,7 +92,10 @@ class RtfMixture(RtfInline, RtfTables, Mixture):
                          1, self.shape, .6, self.list_paragraph, .4, self.old_list, .3, self.frame)
 
     def paragraph_words(self):
-        words = self.many(lambda: "\\" + self.random.choice(PARAGRAPH_WORDS) + self.whole(), 0, 3)
+        # In a narrow cell a wide indent leaves no room for words.
+        words = self.many(lambda: "\\" + self.random.choice(PARAGRAPH_WORDS)
+                          + (self.one("0", "1", "20", "120") if self.is_plain else self.whole()),
+                          0, 3)
         return words + self.one("", "\\qc", "\\qj", "\\qr", "\\ltrpar", "\\qd",
                                 "\\ltrpar" if self.is_mild else "\\rtlpar") + " "
 
