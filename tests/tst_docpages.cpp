@@ -268,7 +268,7 @@ void TestDocPages::keepsTextOnPaper()
             + "}}",
         &document.text));
     const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
-    const double wordWidth = 30.0; // points
+    const double wordWidth = 20.0; // points
     int count = 0;
     for (const DrawnLine &line : lines) {
         const int found = int(line.text.count(QLatin1Char('.')));
@@ -468,7 +468,7 @@ void TestDocPages::drawsPicturesOfThePage()
     format.setHeight(side);
     for (int i = 0; i < 12; ++i) {
         cursor.insertImage(format, QTextFrameFormat::Position(position));
-        cursor.insertText(QString::fromLatin1(words("W", 150)), QTextCharFormat());
+        cursor.insertText(QString::fromLatin1(words("W", 300)), QTextCharFormat());
         cursor.insertBlock();
     }
     const Pages pages(document, smallPaper());
