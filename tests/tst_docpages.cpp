@@ -23,6 +23,7 @@ private Q_SLOTS:
     void losesAndDoublesNothing();
     void keepsTextOnPaper();
     void largeLettersHideNoText();
+    void wideBordersLeaveRoom();
     void keepsParagraphsTogether();
     void repeatsHeaderRows_data();
     void repeatsHeaderRows();
@@ -277,6 +278,20 @@ void TestDocPages::keepsTextOnPaper()
                  qPrintable(line.text));
     }
     QCOMPARE(count, 7 * 9);
+}
+
+void TestDocPages::wideBordersLeaveRoom()
+{
+    Document document;
+    document.text.setHtml(QStringLiteral("<table border=200 cellpadding=90 cellspacing=90><tr><td>A"
+                                         "</td><td>B</td><td>C</td></tr></table><p>D</p>"));
+    QString all;
+    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
+    for (const DrawnLine &line : lines) {
+        QVERIFY2(line.x < 288.0, qPrintable(line.text));
+        all += line.text;
+    }
+    QCOMPARE(all, QStringLiteral("ABCD"));
 }
 
 // At an exact distance they reach up over what stands above.

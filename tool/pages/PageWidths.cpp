@@ -69,8 +69,25 @@ QTextLength shortened(const QTextLength &length, double factor)
         : length;
 }
 
+/*! Leaves half of the lines to what stands in cells, however wide borders and the room in them are.
+ */
+void boundBorders(QTextTable &table, double lines)
+{
+    QTextTableFormat format = table.format();
+    const double around = format.border() + format.cellPadding();
+    const double width = table.columns() * (format.cellSpacing() + 2.0 * around);
+    if (width <= lines / 2.0)
+        return;
+    const double factor = lines / 2.0 / width;
+    format.setBorder(format.border() * factor);
+    format.setCellPadding(format.cellPadding() * factor);
+    format.setCellSpacing(format.cellSpacing() * factor);
+    table.setFormat(format);
+}
+
 void keepTable(QTextTable &table, const PageWidths &widths)
 {
+    boundBorders(table, widths.lines);
     QTextTableFormat format = table.format();
     QVector<QTextLength> columns = format.columnWidthConstraints();
     double width = qMax(0.0, format.leftMargin());
