@@ -235,6 +235,8 @@ void TestRtfNotes::readsOtherPrograms_data()
         "a word, ", {QStringLiteral("f word: x"), QStringLiteral("f , : y/z")});
     row("no word before", "... {\\footnote n}word", "... (Linked Footnote)word",
         one("f (Linked Footnote): n"));
+    row("behind the code of a note in the text",
+        "a \\{\\'5cMvrn_fn=b\\'5cend_Mvrn_fn\\}{\\footnote n} c", "a b c", one("f b: n"));
     row("annotated range",
         "a {\\*\\atrfstart 3}few words{\\*\\atrfend 3}{\\*\\atnid X}{\\*\\atnauthor Xi}\\chatn"
         "{\\*\\annotation{\\*\\atnref 3}{\\*\\atndate 123}note} here",

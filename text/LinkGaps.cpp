@@ -70,8 +70,9 @@ MVRTextRange LinkGaps::partBeside(const MVRTextRange &range) const
 MVRTextRange LinkGaps::markBehind(const MVRTextRange &link) const
 {
     const QChar next = m_document.characterAt(link.end);
+    // A brace may begin a code, which goes with its notes when it is read.
     const bool isBeside = !next.isNull() && !isMark(next) && !next.isLetterOrNumber()
-        && !next.isSurrogate() && next != QChar::ObjectReplacementCharacter
-        && next != QChar::LineSeparator;
+        && next != QLatin1Char('{') && !next.isSurrogate()
+        && next != QChar::ObjectReplacementCharacter && next != QChar::LineSeparator;
     return {link.end, link.end + (isBeside ? 1 : 0)};
 }

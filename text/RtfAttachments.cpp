@@ -2,8 +2,11 @@
 #include <text/RtfAttachments_p.h>
 
 #include <core/MVRTextUtil.h>
+#include <core/document/WellFormed_p.h>
+#include <text/InlineMarkup_p.h>
 #include <text/LinkGaps_p.h>
 
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -14,6 +17,32 @@
 #include <vector>
 
 namespace {
+
+QRegularExpression anyCode()
+{
+    QStringList patterns;
+    for (const InlineMarkup::Code &code : InlineMarkup::codes) {
+        patterns << (code.openingPattern
+                         ? QString::fromLatin1(code.openingPattern)
+                         : QRegularExpression::escape(QString::fromLatin1(code.opening)))
+                 << QRegularExpression::escape(QString::fromLatin1(code.closing));
+    }
+    return QRegularExpression(patterns.join(QLatin1Char('|')));
+}
+
+/*! \a text with blanks for codes of inline notes, which go when they are read, with their notes. */
+QString withoutCodes(QString text)
+{
+    if (!text.contains(QLatin1String("Mvrn_")))
+        return text;
+    static const QRegularExpression code = anyCode();
+    for (auto it = code.globalMatch(wellFormed(text)); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        for (auto i = match.capturedStart(); i < match.capturedEnd(); ++i)
+            text[int(i)] = QLatin1Char(' ');
+    }
+    return text;
+}
 
 /*! Finds the words before positions; asked in document order it looks at no text twice. */
 class WordsBefore
@@ -31,7 +60,7 @@ public:
         const QTextBlock block = m_document->findBlock(position);
         if (block.position() != m_blockStart) {
             m_blockStart = block.position();
-            m_text = block.text();
+            m_text = withoutCodes(block.text());
             m_asked = m_blockStart;
             m_word = MVRTextRange(m_blockStart, m_blockStart);
         }
