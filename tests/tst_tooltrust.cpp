@@ -34,6 +34,7 @@ private Q_SLOTS:
     void laysOutThousandsOfPages();
     void takesAnyLength_data();
     void takesAnyLength();
+    void drawsWavesBelowLargeLetters();
     void drawsRowsOfManyPages();
     void writesAnyTextAsXml();
     void writesSignsOfObjects();
@@ -476,6 +477,15 @@ void TestToolTrust::takesAnyLength()
     QVERIFY2(run.exitCode == 0, run.errors.constData());
     QVERIFY2(run.output.contains("pages               " + QByteArray::number(pages) + '\n'),
              run.output.constData());
+}
+
+/*! A PDF has a picture for each wave, as large as the letters above. */
+void TestToolTrust::drawsWavesBelowLargeLetters()
+{
+    m_folder->write(QStringLiteral("in.rtf"), "{\\rtf1\\ulwave\\fs65535 a a a a}");
+    const Run run = shell("ulimit -t 60; $T convert in.rtf out.pdf");
+    QVERIFY2(run.exitCode == 0, run.errors.constData());
+    QVERIFY(QFileInfo(m_folder->path(QStringLiteral("out.pdf"))).size() < 100000);
 }
 
 /*! All cells of a row are gone through for each part that a page shows of it. */

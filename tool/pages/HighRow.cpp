@@ -24,6 +24,16 @@ bool isFree(const QVector<RowLine> &lines, int from, int line)
                        [limit](const RowLine &above) { return above.bottom <= limit; });
 }
 
+// Of the lines that begin side by side, in a table in the cell, none is to be left out.
+double drawnTop(const QVector<RowLine> &lines, int first, int end)
+{
+    const double middle = (lines[first].top + lines[first].bottom) / 2.0;
+    double top = lines[first].drawnTop;
+    for (int i = first + 1; i < end && lines[i].top < middle; ++i)
+        top = qMin(top, lines[i].drawnTop);
+    return top;
+}
+
 }
 
 HighRow::HighRow(const FlowItem &row)
@@ -114,7 +124,7 @@ ColumnPart HighRow::part(int column, int end, double bottom) const
     part.drawnTop = m_top;
     const int first = m_next[column];
     if (first < end)
-        part.drawnTop = all.lines[first].drawnTop;
+        part.drawnTop = drawnTop(all.lines, first, end);
     if (end == all.lines.size()) // what stands below the row is no part of it
         part.bottom = first < end ? all.lines[end - 1].bottom : (m_top + bottom) / 2.0;
     return part;

@@ -9,6 +9,7 @@
 #include <QTextDocument>
 #include <QVector>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -20,6 +21,30 @@ struct Span
     QTextCharFormat format;
 };
 
+}
+
+void boundLargeLetters(QTextDocument &document)
+{
+    constexpr double maxSize = 1638.0; // points; word processors take no more
+    constexpr double maxWaveSize = 144.0; // points; waves are drawn as pictures as large as letters
+    const auto isWave = [](const QTextFormat &format) {
+        return format.intProperty(QTextFormat::TextUnderlineStyle)
+            >= QTextCharFormat::WaveUnderline;
+    };
+    const QVector<QTextFormat> formats = document.allFormats();
+    const bool hasLarge
+        = std::any_of(formats.cbegin(), formats.cend(), [&isWave](const QTextFormat &format) {
+              const double size = format.doubleProperty(QTextFormat::FontPointSize);
+              return size > maxSize || (size > maxWaveSize && isWave(format));
+          });
+    if (!hasLarge)
+        return;
+    changeAllFormats(&document, [&isWave](QTextCharFormat &format) {
+        if (format.fontPointSize() > maxWaveSize && isWave(format))
+            format.setUnderlineStyle(QTextCharFormat::SingleUnderline);
+        if (format.fontPointSize() > maxSize)
+            format.setFontPointSize(maxSize);
+    });
 }
 
 void boundFontSizes(QTextDocument &document)

@@ -63,6 +63,7 @@ void freeLargeLetters(QTextDocument &text, double unitsPerPoint)
 void preparePageText(QTextDocument &text, const PageWidths &widths, double unitsPerPoint)
 {
     takeLinks(text);
+    boundLargeLetters(text);
     boundFloats(text);
     wrapLines(text);
     takeBreaks(text);
