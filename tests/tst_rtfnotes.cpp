@@ -237,6 +237,10 @@ void TestRtfNotes::readsOtherPrograms_data()
         one("f (Linked Footnote): n"));
     row("behind the code of a note in the text",
         "a \\{\\'5cMvrn_fn=b\\'5cend_Mvrn_fn\\}{\\footnote n} c", "a b c", one("f b: n"));
+    row("comment over two cells, with another note",
+        "\\trowd\\cellx2000\\cellx4000\\intbl {\\*\\atrfstart 3}a few\\cell of{\\*\\atrfend 3}"
+        "{\\*\\annotation{\\*\\atnref 3}m} them{\\footnote n}\\cell\\row",
+        "\na few\nof them\n", {QStringLiteral("c a few: m"), QStringLiteral("f them: n")});
     row("annotated range",
         "a {\\*\\atrfstart 3}few words{\\*\\atrfend 3}{\\*\\atnid X}{\\*\\atnauthor Xi}\\chatn"
         "{\\*\\annotation{\\*\\atnref 3}{\\*\\atndate 123}note} here",

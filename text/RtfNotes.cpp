@@ -117,6 +117,23 @@ void markResolved(QTextCursor text)
     text.mergeCharFormat(mark);
 }
 
+/*! The part of \a range in one cell or frame, that with the most text. */
+MVRTextRange longestPart(const QTextDocument &document, const MVRTextRange &range)
+{
+    MVRTextRange longest(range.start, range.start);
+    int start = range.start;
+    for (int position = range.start; position <= range.end; ++position) {
+        const QChar character = document.characterAt(position);
+        const bool isMark = character == QChar(0xfdd0) || character == QChar(0xfdd1);
+        if (position < range.end && !isMark)
+            continue;
+        if (position - start > longest.end - longest.start)
+            longest = {start, position};
+        start = position + 1;
+    }
+    return longest;
+}
+
 void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
 {
     const QVector<RtfAttachment> places = attachmentsForNotes(document, notes);
@@ -125,7 +142,11 @@ void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
     // From the last to the first, so that a label moves no place still to be used.
     for (auto place = places.crbegin(); place != places.crend(); ++place) {
         const MVRTextCommentLink link = toLink(*place, notes, defaultColor);
-        const MVRTextRange &range = place->range;
+        // A cursor over several cells takes all of their text, away from other notes too. That is
+        // what an application did, but no other program.
+        const bool isForeign = place->kind == MVRTextRtfNote::Comment
+            && notes.at(place->notes.first()).data.isEmpty();
+        const MVRTextRange range = isForeign ? longestPart(*document, place->range) : place->range;
         const QTextCursor text = range.start < range.end
             ? range.toTextCursor(document)
             : insertNoteLabel(document, range.end, link.isFootnote);
