@@ -40,9 +40,10 @@ class RtfMixture(RtfInline, RtfTables, Mixture):
         if self.chance(.2):
             made += "{\\*\\revtbl{" + self.words() + ";}{\\b x;}}"
         if self.chance(.2):
-            made += self.one("\\paperw%s\\paperh%s", "\\margl%s\\margr%s", "\\deftab%s\\viewkind%s",
-                             "\\deflang%s\\widowctrl\\ftnbj\\endnotes%s") % (self.whole(),
-                                                                             self.whole())
+            forms = ["\\deftab%s\\viewkind%s", "\\deflang%s\\widowctrl\\ftnbj\\endnotes%s"]
+            if not self.is_plain:  # tables of many columns have no room on small paper
+                forms += ["\\paperw%s\\paperh%s", "\\margl%s\\margr%s"]
+            made += self.one(*forms) % (self.whole(), self.whole())
         return made
 
     def fonts(self):
