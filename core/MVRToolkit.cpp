@@ -376,7 +376,8 @@ int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
     boundFloats(*copy);
     const bool isOnePage = !(size.height() > 0);
     const QSizeF page(size.width(), isOnePage ? longPage : qMax(1.0, size.height()));
-    scaleLengths(*copy, 1.0, qMin(1.0e5, 2.0 * qMax(page.height(), page.width()))); // only bounds
+    scaleLengths(*copy, 1.0,
+                 qMin(maxLength, 2.0 * qMax(page.height(), page.width()))); // only bounds
     if (!canLayOut(*copy, lineWidth, page))
         return 0;
     if (isOnePage)

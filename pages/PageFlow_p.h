@@ -116,8 +116,11 @@ private:
 };
 
 /*!
-    What stands between two indents. A right one that is not above 0 counts from the right edge of
-    the paper. An inch of it stands on the paper, wherever a file has it begin.
+    What stands between two indents, in points. A right one that is not above 0 counts from the
+    right edge of the paper. An inch of it stands on the paper, wherever a file has it begin, also
+    where indents are no numbers.
+
+    \param paperWidth  points, an inch at least
 */
 LineBox boxOnPaper(double leftInches, double rightInches, double paperWidth);
 /*! A name without what stands in brackets behind it. */

@@ -110,9 +110,8 @@ class CodeReader
 public:
     explicit CodeReader(const InlineMarkup::Code &code)
         : m_property(code.property)
-        , m_opening(code.openingPattern ? QString::fromLatin1(code.openingPattern)
-                                        : escaped(code.opening))
-        , m_closing(escaped(code.closing))
+        , m_opening(InlineMarkup::openingPattern(code))
+        , m_closing(InlineMarkup::closingPattern(code))
     {
     }
 
@@ -131,11 +130,6 @@ public:
     }
 
 private:
-    static QString escaped(const char *text)
-    {
-        return QRegularExpression::escape(QString::fromLatin1(text));
-    }
-
     int m_property;
     QRegularExpression m_opening;
     QRegularExpression m_closing;

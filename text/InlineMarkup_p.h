@@ -5,6 +5,8 @@
 
 #include <core/MVRTextFormat.h>
 
+#include <QRegularExpression>
+
 class QTextDocument;
 
 /*!
@@ -36,6 +38,17 @@ inline constexpr Code codes[] = {
     {MVRTextFormat::InlineFootnoteProperty, R"({\Mvrn_fn=)", nullptr, R"(\end_Mvrn_fn})"},
     {MVRTextFormat::PreserveFormattingProperty, R"({\Mvrn_ps=)", nullptr, R"(\end_Mvrn_ps})"},
 };
+
+/*! Expressions that find what a code begins and ends with. */
+inline QString openingPattern(const Code &code)
+{
+    return code.openingPattern ? QString::fromLatin1(code.openingPattern)
+                               : QRegularExpression::escape(QString::fromLatin1(code.opening));
+}
+inline QString closingPattern(const Code &code)
+{
+    return QRegularExpression::escape(QString::fromLatin1(code.closing));
+}
 
 /*!
     Puts codes around inline annotations and inline footnotes, which become ordinary text; inspector

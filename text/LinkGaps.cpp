@@ -2,21 +2,11 @@
 #include <text/LinkGaps_p.h>
 
 #include <core/document/TextFragments_p.h>
+#include <core/document/TextMarks_p.h>
 
 #include <QTextDocument>
 
 #include <algorithm>
-
-namespace {
-
-/*! Ends of paragraphs and cells carry no note. */
-bool isMark(QChar character)
-{
-    return character == QChar::ParagraphSeparator || character == QChar(0xfdd0)
-        || character == QChar(0xfdd1);
-}
-
-} // namespace
 
 LinkGaps::LinkGaps(const QTextDocument &document)
     : m_document(document)
@@ -49,7 +39,7 @@ MVRTextRange LinkGaps::link(const MVRTextRange &range) const
 
 MVRTextRange LinkGaps::trimmed(MVRTextRange range) const
 {
-    while (range.start < range.end && isMark(m_document.characterAt(range.start)))
+    while (range.start < range.end && isEndMark(m_document.characterAt(range.start)))
         ++range.start;
     return range;
 }
@@ -71,7 +61,7 @@ MVRTextRange LinkGaps::markBehind(const MVRTextRange &link) const
 {
     const QChar next = m_document.characterAt(link.end);
     // A brace may begin a code, which goes with its notes when it is read.
-    const bool isBeside = !next.isNull() && !isMark(next) && !next.isLetterOrNumber()
+    const bool isBeside = !next.isNull() && !isEndMark(next) && !next.isLetterOrNumber()
         && next != QLatin1Char('{') && !next.isSurrogate()
         && next != QChar::ObjectReplacementCharacter && next != QChar::LineSeparator;
     return {link.end, link.end + (isBeside ? 1 : 0)};

@@ -2,6 +2,7 @@
 #include <text/RtfAttachments_p.h>
 
 #include <core/MVRTextUtil.h>
+#include <core/document/TextMarks_p.h>
 #include <core/document/WellFormed_p.h>
 #include <text/InlineMarkup_p.h>
 #include <text/LinkGaps_p.h>
@@ -21,12 +22,8 @@ namespace {
 QRegularExpression anyCode()
 {
     QStringList patterns;
-    for (const InlineMarkup::Code &code : InlineMarkup::codes) {
-        patterns << (code.openingPattern
-                         ? QString::fromLatin1(code.openingPattern)
-                         : QRegularExpression::escape(QString::fromLatin1(code.opening)))
-                 << QRegularExpression::escape(QString::fromLatin1(code.closing));
-    }
+    for (const InlineMarkup::Code &code : InlineMarkup::codes)
+        patterns << InlineMarkup::openingPattern(code) << InlineMarkup::closingPattern(code);
     return QRegularExpression(patterns.join(QLatin1Char('|')));
 }
 
@@ -93,12 +90,8 @@ private:
 /*! True when there is more than ends of paragraphs and cells, which carry no note. */
 bool holdsText(const QTextDocument &document, const MVRTextRange &range)
 {
-    const auto isMark = [](QChar character) {
-        return character == QChar::ParagraphSeparator || character == QChar(0xfdd0)
-            || character == QChar(0xfdd1);
-    };
     int position = range.start;
-    while (position < range.end && isMark(document.characterAt(position)))
+    while (position < range.end && isEndMark(document.characterAt(position)))
         ++position;
     return position < range.end;
 }
@@ -148,12 +141,6 @@ void place(const QTextDocument &document, RtfAttachment next, QVector<RtfAttachm
         }
     }
     places->append(next);
-}
-
-/*! Whether an application attached the note to the very text, as only files of ours say. */
-bool isOfApplication(const MVRTextRtfNote &note)
-{
-    return note.start < note.end && (note.kind == MVRTextRtfNote::Footnote || !note.data.isEmpty());
 }
 
 /*! Finds text beside the links of notes that come in the order of the text. */
@@ -235,6 +222,11 @@ AttachmentQueue wantedPlaces(QTextDocument *document, const MVRTextRtfNotes &not
 }
 
 } // namespace
+
+bool isOfApplication(const MVRTextRtfNote &note)
+{
+    return note.start < note.end && (note.kind == MVRTextRtfNote::Footnote || !note.data.isEmpty());
+}
 
 QVector<RtfAttachment> attachmentsForNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
 {

@@ -16,6 +16,9 @@ struct RtfAttachment
     QVector<int> notes; /*!< those that are attached as one, in the order of the file */
 };
 
+/*! Whether an application attached \a note to the very text, as only files of ours say. */
+bool isOfApplication(const MVRTextRtfNote &note);
+
 /*!
     Finds the text for each of \a notes: the range of its own, else the word before it.
 

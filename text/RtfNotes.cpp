@@ -6,6 +6,7 @@
 #include <core/MVRTextRtf.h>
 #include <core/STextDoc.h>
 #include <core/document/FormatEdits_p.h>
+#include <core/document/TextMarks_p.h>
 #include <core/document/UndoRecordingOff_p.h>
 #include <text/InlineMarkup_p.h>
 #include <text/NoteLabel_p.h>
@@ -123,9 +124,7 @@ MVRTextRange longestPart(const QTextDocument &document, const MVRTextRange &rang
     MVRTextRange longest(range.start, range.start);
     int start = range.start;
     for (int position = range.start; position <= range.end; ++position) {
-        const QChar character = document.characterAt(position);
-        const bool isMark = character == QChar(0xfdd0) || character == QChar(0xfdd1);
-        if (position < range.end && !isMark)
+        if (position < range.end && !isFrameMark(document.characterAt(position)))
             continue;
         if (position - start > longest.end - longest.start)
             longest = {start, position};
@@ -144,8 +143,7 @@ void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
         const MVRTextCommentLink link = toLink(*place, notes, defaultColor);
         // A cursor over several cells takes all of their text, away from other notes too. That is
         // what an application did, but no other program.
-        const bool isForeign = place->kind == MVRTextRtfNote::Comment
-            && notes.at(place->notes.first()).data.isEmpty();
+        const bool isForeign = !isOfApplication(notes.at(place->notes.first()));
         const MVRTextRange range = isForeign ? longestPart(*document, place->range) : place->range;
         const QTextCursor text = range.start < range.end
             ? range.toTextCursor(document)

@@ -55,7 +55,7 @@ int readStandardInput(qint64 maxSize, QByteArray *data);
 int writeStandardOutput(const QByteArray &data);
 
 /*! Files that take their places together, each in one step: all hold what they held before unless
-    every one could be written. */
+    every one could be written. The functions give the code of what went wrong, or 0. */
 class NewFiles
 {
 public:

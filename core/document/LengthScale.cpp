@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr double maxLength = 1.0e5; // of any unit: more than paper has
-
 /*! Makes lengths those of another unit, none longer than a bound. */
 struct Scale
 {

@@ -152,6 +152,23 @@ private:
     bool m_keepsNext = false; // a heading was the last
 };
 
+/*! Makes the item of a whole paragraph that of one of its lines. */
+void placeLine(FlowItem &item, const QTextBlock &block, const ParagraphLines &places, int number)
+{
+    const QTextLine line = block.layout()->lineAt(number);
+    const bool isLast = number + 1 == places.size();
+    if (number > 0)
+        item.top = places.cutAbove(number);
+    if (!isLast)
+        item.bottom = places.cutAbove(number + 1);
+    item.drawnTop = places.drawnTop(number);
+    item.above = qMax(0.0, item.top - places.top(number));
+    item.below = qMax(0.0, places.bottom(number) - item.bottom);
+    item.start = block.position() + line.textStart();
+    if (!isLast)
+        item.end = item.start + line.textLength();
+}
+
 void ItemCollector::addBlock(const QTextBlock &block)
 {
     const QTextLayout &layout = *block.layout();
@@ -168,18 +185,8 @@ void ItemCollector::addBlock(const QTextBlock &block)
         item.end = block.position() + block.length();
         item.top = rect.top();
         item.bottom = bottom;
-        if (i < places.size()) {
-            const QTextLine line = layout.lineAt(i);
-            item.top = i == 0 ? rect.top() : places.cutAbove(i);
-            if (i + 1 < lines)
-                item.bottom = places.cutAbove(i + 1);
-            item.drawnTop = places.drawnTop(i);
-            item.above = qMax(0.0, item.top - places.top(i));
-            item.below = qMax(0.0, places.bottom(i) - item.bottom);
-            item.start = block.position() + line.textStart();
-            if (i + 1 < lines)
-                item.end = item.start + line.textLength();
-        }
+        if (i < places.size())
+            placeLine(item, block, places, i);
         if (block.length() == 1) { // behind a table the toolkit has it stand beside the last row
             item.top = qMax(item.top, m_tableBottom);
             item.bottom = qMax(item.top, item.bottom);

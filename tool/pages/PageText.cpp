@@ -38,8 +38,7 @@ double largestSize(const QTextBlock &block, double defaultSize)
     return largest;
 }
 
-/*! Lets lines be as high as what stands in them, where an exact distance would have it cover
- * others. */
+/*! Lets lines be as high as what stands in them, where at an exact distance that covers others. */
 void freeLargeLetters(QTextDocument &text, double unitsPerPoint)
 {
     const double defaultSize = text.defaultFont().pointSizeF();

@@ -69,8 +69,7 @@ QTextLength shortened(const QTextLength &length, double factor)
         : length;
 }
 
-/*! Leaves half of the lines to what stands in cells, however wide borders and the room in them are.
- */
+/*! Leaves half of the lines to what stands in cells, however wide the borders are. */
 void boundBorders(QTextTable &table, double lines)
 {
     QTextTableFormat format = table.format();
