@@ -28,6 +28,9 @@ private Q_SLOTS:
     void repeatsHeaderRows_data();
     void repeatsHeaderRows();
     void closesTablesAtBreaks();
+    void losesNothingBesideMiddledCells();
+    void losesNothingAtLowLines_data();
+    void losesNothingAtLowLines();
     void cutsHighRowsBetweenLines_data();
     void cutsHighRowsBetweenLines();
     void drawsPicturesOfThePage_data();
@@ -392,6 +395,49 @@ void TestDocPages::closesTablesAtBreaks()
         for (int x = 0; x < page.width(); ++x)
             QVERIFY(qGray(page.pixel(x, y)) > 200);
     }
+}
+
+// The row begins a page.
+void TestDocPages::losesNothingBesideMiddledCells()
+{
+    Document document;
+    document.text.setHtml(
+        QStringLiteral("<p>Before</p><table style='page-break-before:always'><tr><th "
+                       "style='vertical-align:middle'>M</th><td>")
+        + QStringLiteral("A<br/>").repeated(20) + QStringLiteral("</td></tr></table>"));
+    PageSetup setup = smallPaper();
+    setup.paper.setHeight(800.0);
+    const QVector<DrawnPage> pages = drawn(Pages(document, setup));
+    QCOMPARE(pages.size(), 2);
+    const QString all = textsOf(pages.last()).join(QString());
+    QCOMPARE(all.count(QLatin1Char('A')), 20);
+    QCOMPARE(all.count(QLatin1Char('M')), 1);
+}
+
+void TestDocPages::losesNothingAtLowLines_data()
+{
+    QTest::addColumn<int>("above");
+    QTest::addColumn<QString>("low");
+    const QString picture = QStringLiteral("<img src='data:,x' width=5000 height=2>");
+    const QString letters = QStringLiteral("<br/><span style='font-size:0.5pt'>low.</span><br/>");
+    for (int above = 5; above < 25; ++above) {
+        QTest::addRow("picture behind %d lines", above) << above << picture;
+        QTest::addRow("letters behind %d lines", above) << above << letters;
+    }
+}
+
+void TestDocPages::losesNothingAtLowLines()
+{
+    QFETCH(const int, above);
+    QFETCH(const QString, low);
+    Document document;
+    document.text.setHtml(QStringLiteral("<p>") + QStringLiteral("A.<br/>").repeated(above)
+                          + QStringLiteral("B.<br/>C.") + low
+                          + QStringLiteral("D.<br/>E.<br/>F.</p>"));
+    const QString all = textsOf(joined(drawn(Pages(document, smallPaper())))).join(QString());
+    for (const char word : {'B', 'C', 'D', 'E', 'F'})
+        QVERIFY2(all.contains(QLatin1Char(word)), qPrintable(all));
+    QCOMPARE(all.count(QLatin1String("A.")), above);
 }
 
 void TestDocPages::cutsHighRowsBetweenLines_data()

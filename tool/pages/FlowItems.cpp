@@ -73,7 +73,8 @@ public:
         const double below = m_lowestEnds[line + 1];
         const double lastTop = m_tops.last();
         const double place = lastTop + ofLastLine * (lastTop - m_tops[size() - 2]);
-        return qMin(qMin(end + (below - end) / 2.0, below - spare), place);
+        const double between = qMin(end + (below - end) / 2.0, below - drawingSlack - spare);
+        return qMin(between, place);
     }
 
 private:
@@ -141,6 +142,7 @@ private:
     void addBlock(const QTextBlock &block);
     void addTable(const QTextTable &table);
     void addFrame(QTextFrame &frame);
+    QRectF tableRect(const QTextTable &table) const;
     RowColumn column(QTextBlock block, int end) const;
     void addLines(const QTextBlock &block, double top, bool mayBegin, RowColumn &column) const;
 
@@ -204,9 +206,23 @@ void ItemCollector::addBlock(const QTextBlock &block)
     m_breaksNext = policy & QTextFormat::PageBreak_AlwaysAfter;
 }
 
+// The toolkit has it begin where the text of its first cell does, which may have its own room
+// above.
+QRectF ItemCollector::tableRect(const QTextTable &table) const
+{
+    QRectF rect = m_layout.frameBoundingRect(const_cast<QTextTable *>(&table));
+    double top = rect.top();
+    for (int column = 0; column < table.columns(); ++column) {
+        const QTextBlock block = table.cellAt(0, column).firstCursorPosition().block();
+        top = qMin(top, m_layout.blockBoundingRect(block).top());
+    }
+    rect.moveTop(qMin(rect.top(), qMax(top, qMax(m_blockBottom, m_tableBottom))));
+    return rect;
+}
+
 void ItemCollector::addTable(const QTextTable &table)
 {
-    const QRectF rect = m_layout.frameBoundingRect(const_cast<QTextTable *>(&table));
+    const QRectF rect = tableRect(table);
     const int headRows = qMin(table.format().headerRowCount(), table.rows() - 1);
     double headBottom = rect.top();
     int tied = 0; // rows that cells from above reach into

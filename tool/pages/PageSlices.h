@@ -50,6 +50,10 @@ struct FlowItem
     QVector<RowColumn> columns; /*!< of a row or frame */
 };
 
+/*! Drawing begins and ends so far inside a part, in the layout's units: lines are rounded by less.
+ */
+constexpr double drawingSlack = 2.1;
+
 /*! What the items at the edges of a part of a text ask of drawing. */
 struct DrawnEdges
 {

@@ -32,7 +32,6 @@ constexpr double tabDistance = 0.5; // inches
 constexpr double noteGap = 12.0 * dotsPerPoint; // between the text and the footnotes
 constexpr double minCommentMargin = 72.0; // points, and no more than a third of the paper
 constexpr double borderSlack = 1.0 * dotsPerPoint;
-constexpr double drawingSlack = 0.5 * dotsPerPoint; // more than what lines are rounded by
 
 // A document that names a typewriter face gets the one that there is.
 void nameOwnFace(QTextDocument &text)
