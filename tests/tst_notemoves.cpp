@@ -25,6 +25,7 @@ private Q_SLOTS:
     void initTestCase();
     void keepsContentsThereAndBack_data();
     void keepsContentsThereAndBack();
+    void takesNoWordOfWhichLettersAreNoted();
     void keepsEmptyParagraphsInside();
     void undoesAndRedoesExactly_data();
     void undoesAndRedoesExactly();
@@ -238,6 +239,27 @@ void TestNoteMoves::keepsContentsThereAndBack()
     }
     mvrOptions().remove(MVRSettings::WordSearchSetting);
     QVERIFY(moved > 500);
+}
+
+void TestNoteMoves::takesNoWordOfWhichLettersAreNoted()
+{
+    QTextDocument document(QStringLiteral("one two"));
+    const QString content = QStringLiteral("of letters");
+    QTextDocument note(content);
+    MVRTextCommentLink link;
+    link.cdata = MVRTextRtf::toRtfCData(&note, false);
+    MVRTextDoc::setComment(MVRTextRange(4, 6).toTextCursor(&document), link);
+    QTextCursor end(&document);
+    end.movePosition(QTextCursor::End);
+    QTextCharFormat annotation;
+    annotation.setProperty(MVRTextFormat::InlineAnnotationProperty, true);
+    end.insertText(QStringLiteral(" inline"), annotation);
+    MVRTextDoc::moveInlineBesideText(&document, MVRTextFormat::InlineAnnotationProperty, false,
+                                     false, QTextCursor());
+    QCOMPARE(document.toPlainText(), QStringLiteral("one two(Linked Comment)"));
+    const QStringList notes = describedNotes(document);
+    QCOMPARE(notes.size(), 2);
+    QVERIFY2(notes.first().contains(content), qPrintable(notes.first()));
 }
 
 void TestNoteMoves::keepsEmptyParagraphsInside()

@@ -131,8 +131,10 @@ void MVRNoteEdits::moveToMargin(QTextDocument *document, const QTextCursor &sele
         return;
     const QTextCursor where = scope(selection);
     const EditBlock undoStep(document);
-    MVRTextDoc::convertInlineAnnotationsToInspectorComments(document, true, where);
-    MVRTextDoc::convertInlineFootnotesToInspectorFootnotes(document, true, where);
+    MVRTextDoc::moveInlineBesideText(document, MVRTextFormat::InlineAnnotationProperty, false, true,
+                                     where);
+    MVRTextDoc::moveInlineBesideText(document, MVRTextFormat::InlineFootnoteProperty, true, true,
+                                     where);
 }
 
 void MVRNoteEdits::trim(QTextDocument *document)

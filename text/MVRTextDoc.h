@@ -316,6 +316,13 @@ public:
     static void swapInlineToInspector(QTextDocument *document, int propertyId, bool toFootnote,
                                       bool skipNoteWords, QTextCursor cursor);
 
+    /*!
+        swapInlineToInspector() that takes no note from a word: it asks the last letter of a word
+        whether it carries one; here, a word is not free as long as any letter does.
+    */
+    static void moveInlineBesideText(QTextDocument *document, int propertyId, bool toFootnote,
+                                     bool skipNoteWords, const QTextCursor &cursor);
+
     /*! swapInspectorToInline() for footnotes that become inline footnotes. */
     static void convertInspectorFootnotesToInlineFootnotes(QTextDocument *document,
                                                            QTextCursor cursor);

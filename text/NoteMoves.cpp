@@ -146,8 +146,9 @@ struct InlineMove
     int property; // of the inline notes
     bool toFootnote;
     bool skipNoteWords;
-    bool leaveParagraph; // when looking for a word
-    QColor color; // of the comments
+    bool keepNotes; // of which a word has some letters only
+    bool leaveParagraph = false; // when looking for a word
+    QColor color {}; // of the comments
 };
 
 /*!
@@ -166,6 +167,19 @@ bool hasInspectorKind(const QTextCursor &word)
     const QTextCharFormat format = word.charFormat();
     return format.hasProperty(MVRTextFormat::InspectorCommentProperty)
         || format.hasProperty(MVRTextFormat::InspectorFootnoteProperty);
+}
+
+/*! True where a letter of \a word carries a note beside the text, not only the last one. */
+bool hasInspectorNote(const QTextCursor &word)
+{
+    FragmentWalker walker(word.document(), word.selectionStart());
+    for (; walker.isValid() && walker.start() < word.selectionEnd(); walker.next()) {
+        const QTextCharFormat format = walker.format();
+        if (format.boolProperty(MVRTextFormat::InspectorCommentProperty)
+            || format.boolProperty(MVRTextFormat::InspectorFootnoteProperty))
+            return true;
+    }
+    return false;
 }
 
 /*! False for white space, punctuation and symbols; the underscore belongs to words. */
@@ -221,7 +235,9 @@ QTextCursor freeWord(QTextDocument *document, int position, const InlineMove &mo
         if (isInInlineNote(word))
             return QTextCursor();
     }
-    return hasInspectorKind(word) ? QTextCursor() : word;
+    const bool isTaken = hasInspectorKind(word)
+        || (move.keepNotes && word.hasSelection() && hasInspectorNote(word));
+    return isTaken ? QTextCursor() : word;
 }
 
 /*! The text that is to carry the note that stood at \a position, selected. */
@@ -301,6 +317,32 @@ QVector<FormatEdit> paragraphUnmarks(QTextDocument *document, int property,
     return collectFormatEdits(document, range, unmark);
 }
 
+/*! The settings are those of the application. */
+void moveAllToInspector(QTextDocument *document, InlineMove move, const QTextCursor &cursor)
+{
+    const Selection selection = Selection::ofOperation(document, cursor);
+    if (selection.isEmpty())
+        return;
+    const InlineNotes notes = inlineNotesIn(move.property, selection);
+    const QVector<FormatEdit> unmarks = paragraphUnmarks(document, move.property, selection, notes);
+    if (!notes.runs.isEmpty() || !unmarks.isEmpty()) {
+        const MVRSettings &settings = mvrOptions();
+        move.leaveParagraph = settings.value(MVRSettings::WordSearchSetting);
+        move.color = settings.value(MVRSettings::CommentColorSetting);
+        const EditBlock undoStep(document);
+        applyFormatEdits(document, unmarks);
+        WordsAhead wordsAhead;
+        const int sizeBefore = document->characterCount();
+        for (const MVRTextRange &note : notes.runs) {
+            const int growth = document->characterCount() - sizeBefore;
+            moveToInspector(document, MVRTextRange(note.start + growth, note.end + growth), move,
+                            wordsAhead);
+        }
+    }
+    // Notes that were not moved keep their mark: only the property's leftovers are false.
+    STextDoc::clearAllProperty(document, move.property, false, false);
+}
+
 } // namespace
 
 void MVRTextDoc::swapInspectorToInline(QTextDocument *document, int propertyId, bool toFootnote,
@@ -317,28 +359,13 @@ void MVRTextDoc::swapInspectorToInline(QTextDocument *document, int propertyId, 
 void MVRTextDoc::swapInlineToInspector(QTextDocument *document, int propertyId, bool toFootnote,
                                        bool skipNoteWords, QTextCursor cursor)
 {
-    const Selection selection = Selection::ofOperation(document, cursor);
-    if (selection.isEmpty())
-        return;
-    const InlineNotes notes = inlineNotesIn(propertyId, selection);
-    const QVector<FormatEdit> unmarks = paragraphUnmarks(document, propertyId, selection, notes);
-    if (!notes.runs.isEmpty() || !unmarks.isEmpty()) {
-        const MVRSettings &settings = mvrOptions();
-        const InlineMove move = {propertyId, toFootnote, skipNoteWords,
-                                 settings.value(MVRSettings::WordSearchSetting),
-                                 settings.value(MVRSettings::CommentColorSetting)};
-        const EditBlock undoStep(document);
-        applyFormatEdits(document, unmarks);
-        WordsAhead wordsAhead;
-        const int sizeBefore = document->characterCount();
-        for (const MVRTextRange &note : notes.runs) {
-            const int growth = document->characterCount() - sizeBefore;
-            moveToInspector(document, MVRTextRange(note.start + growth, note.end + growth), move,
-                            wordsAhead);
-        }
-    }
-    // Notes that were not moved keep their mark: only the property's leftovers are false.
-    STextDoc::clearAllProperty(document, propertyId, false, false);
+    moveAllToInspector(document, {propertyId, toFootnote, skipNoteWords, false}, cursor);
+}
+
+void MVRTextDoc::moveInlineBesideText(QTextDocument *document, int propertyId, bool toFootnote,
+                                      bool skipNoteWords, const QTextCursor &cursor)
+{
+    moveAllToInspector(document, {propertyId, toFootnote, skipNoteWords, true}, cursor);
 }
 
 void MVRTextDoc::convertInspectorFootnotesToInlineFootnotes(QTextDocument *document,

@@ -172,8 +172,11 @@ void placeInlineNotes(QTextDocument *document, MVRTextDoc::InlineNotesInRtf plac
         InlineMarkup::writeNoteCodes(document);
         return;
     }
-    MVRTextDoc::convertInlineAnnotationsToInspectorComments(document, false, QTextCursor());
-    MVRTextDoc::convertInlineFootnotesToInspectorFootnotes(document, false, QTextCursor());
+    const QTextCursor everywhere;
+    MVRTextDoc::moveInlineBesideText(document, MVRTextFormat::InlineAnnotationProperty, false,
+                                     false, everywhere);
+    MVRTextDoc::moveInlineBesideText(document, MVRTextFormat::InlineFootnoteProperty, true, false,
+                                     everywhere);
 }
 
 QByteArray withInspectorNotes(const QTextDocument *document)

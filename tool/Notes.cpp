@@ -78,8 +78,11 @@ int placeInline(QTextDocument &document, NoteSupport support)
 
 int placeInInspector(QTextDocument &document, NoteSupport support)
 {
-    MVRTextDoc::convertInlineAnnotationsToInspectorComments(&document, false, QTextCursor());
-    MVRTextDoc::convertInlineFootnotesToInspectorFootnotes(&document, false, QTextCursor());
+    for (const Note::Kind kind : Note::allKinds) {
+        if (Note::isInline(kind))
+            MVRTextDoc::moveInlineBesideText(&document, Note::property(kind),
+                                             Note::isFootnote(kind), false, QTextCursor());
+    }
     return support == NoteSupport::None ? dropInspectorNotes(document) : 0;
 }
 

@@ -79,8 +79,8 @@ void move(QTextDocument &document, Note::Kind from, Note::Kind to)
         MVRTextDoc::swapInspectorToInline(&document, Note::property(from), Note::isFootnote(to),
                                           everywhere);
     else
-        MVRTextDoc::swapInlineToInspector(&document, Note::property(from), Note::isFootnote(to),
-                                          false, everywhere);
+        MVRTextDoc::moveInlineBesideText(&document, Note::property(from), Note::isFootnote(to),
+                                         false, everywhere);
 }
 
 void trim(QTextDocument &document)
