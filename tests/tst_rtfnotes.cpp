@@ -236,7 +236,12 @@ void TestRtfNotes::readsOtherPrograms_data()
     row("no word before", "... {\\footnote n}word", "... (Linked Footnote)word",
         one("f (Linked Footnote): n"));
     row("behind the code of a note in the text",
-        "a \\{\\'5cMvrn_fn=b\\'5cend_Mvrn_fn\\}{\\footnote n} c", "a b c", one("f b: n"));
+        "a \\{\\'5cMvrn_fn=b{\\footnote m} d\\'5cend_Mvrn_fn\\}{\\footnote n} c", "a b d c",
+        {QStringLiteral("f a : n"), QStringLiteral("f b: m")});
+    row("behind such a code and the first word of a link",
+        "\\{\\'5cMvrn_fn=b\\'5cend_Mvrn_fn\\} {\\field{\\*\\fldinst HYPERLINK \"x:y\"}"
+        "{\\fldrslt d{\\footnote n}}}",
+        "b d(Linked Footnote)", one("f (Linked Footnote): n"));
     row("comment over two cells, with another note",
         "\\trowd\\cellx2000\\cellx4000\\intbl {\\*\\atrfstart 3}a few\\cell of{\\*\\atrfend 3}"
         "{\\*\\annotation{\\*\\atnref 3}m} them{\\footnote n}\\cell\\row",

@@ -14,32 +14,87 @@
 #include <algorithm>
 #include <map>
 #include <numeric>
+#include <optional>
 #include <queue>
 #include <vector>
 
 namespace {
 
+/*! Finds what codes of inline notes begin and end with, in groups b0, e0, b1, e1... by their kind.
+ */
 QRegularExpression anyCode()
 {
     QStringList patterns;
-    for (const InlineMarkup::Code &code : InlineMarkup::codes)
-        patterns << InlineMarkup::openingPattern(code) << InlineMarkup::closingPattern(code);
+    int kind = 0;
+    for (const InlineMarkup::Code &code : InlineMarkup::codes) {
+        patterns << QStringLiteral("(?<b%1>%2)").arg(kind).arg(InlineMarkup::openingPattern(code))
+                 << QStringLiteral("(?<e%1>%2)").arg(kind).arg(InlineMarkup::closingPattern(code));
+        ++kind;
+    }
     return QRegularExpression(patterns.join(QLatin1Char('|')));
 }
 
-/*! \a text with blanks for codes of inline notes, which go when they are read, with their notes. */
-QString withoutCodes(QString text)
+// Half of a surrogate pair may be a letter; the search for words itself knows.
+bool isOfWord(QChar character)
 {
-    if (!text.contains(QLatin1String("Mvrn_")))
-        return text;
-    static const QRegularExpression code = anyCode();
-    for (auto it = code.globalMatch(wellFormed(text)); it.hasNext();) {
-        const QRegularExpressionMatch match = it.next();
-        for (auto i = match.capturedStart(); i < match.capturedEnd(); ++i)
-            text[int(i)] = QLatin1Char(' ');
-    }
-    return text;
+    return character.isLetterOrNumber() || character.isSurrogate();
 }
+
+/*!
+    For each position of a paragraph the end of the last word before it, or -1.
+
+    Codes of inline notes go when they are read, and what they enclose becomes a note, which another
+    one cannot be attached to: behind such a code the words are those in front of it.
+*/
+class WordEnds
+{
+public:
+    explicit WordEnds(const QString &text)
+    {
+        m_ends.reserve(size_t(text.size()) + 1);
+        if (text.contains(QLatin1String("Mvrn_"))) {
+            static const QRegularExpression code = anyCode();
+            for (auto it = code.globalMatch(wellFormed(text)); it.hasNext();) {
+                const QRegularExpressionMatch match = it.next();
+                addText(text, int(match.capturedStart()));
+                addCode(match);
+            }
+        }
+        addText(text, text.size());
+        m_ends.push_back(m_last);
+    }
+
+    int before(int position) const { return m_ends[size_t(position)]; }
+
+private:
+    void addText(const QString &text, int end)
+    {
+        for (int i = int(m_ends.size()); i < end; ++i) {
+            m_ends.push_back(m_last);
+            if (isOfWord(text.at(i)))
+                m_last = i + 1;
+        }
+    }
+
+    void addCode(const QRegularExpressionMatch &match)
+    {
+        for (const int kind : {InlineMarkup::Annotation, InlineMarkup::Footnote}) {
+            std::optional<int> &outside = m_outside[kind];
+            if (!outside && match.capturedStart(QStringLiteral("b%1").arg(kind)) >= 0) {
+                outside = m_last;
+            } else if (outside && match.capturedStart(QStringLiteral("e%1").arg(kind)) >= 0) {
+                m_last = *outside;
+                outside.reset();
+            }
+        }
+        m_ends.resize(size_t(match.capturedEnd()), m_last);
+    }
+
+    std::vector<int> m_ends;
+    int m_last = -1;
+    std::optional<int>
+        m_outside[std::size(InlineMarkup::codes)]; // the last word, while one is open
+};
 
 /*! Finds the words before positions; asked in document order it looks at no text twice. */
 class WordsBefore
@@ -57,33 +112,27 @@ public:
         const QTextBlock block = m_document->findBlock(position);
         if (block.position() != m_blockStart) {
             m_blockStart = block.position();
-            m_text = withoutCodes(block.text());
-            m_asked = m_blockStart;
+            m_ends.emplace(block.text());
             m_word = MVRTextRange(m_blockStart, m_blockStart);
+            m_asked = -1;
         }
-        int end = qMin(position, m_blockStart + m_text.size());
-        while (end > m_asked && !isOfWord(m_text.at(end - m_blockStart - 1)))
-            --end;
-        if (end > m_asked) {
-            const MVRTextRange at(end, end);
+        const int end = m_ends->before(qMin(position - m_blockStart, block.length() - 1));
+        if (end < 0) {
+            m_word = MVRTextRange(m_blockStart, m_blockStart);
+        } else if (end != m_asked) {
+            const MVRTextRange at(m_blockStart + end, m_blockStart + end);
             m_word = MVRTextRange(MVRTextUtil::closestWordCursor(at.toTextCursor(m_document), false,
                                                                  MVRTextUtil::Backward, nullptr));
         }
-        m_asked = qMax(m_asked, position);
+        m_asked = end;
         return m_word;
     }
 
 private:
-    // Half of a surrogate pair may be a letter; the search itself knows.
-    static bool isOfWord(QChar character)
-    {
-        return character.isLetterOrNumber() || character.isSurrogate();
-    }
-
     QTextDocument *m_document;
-    QString m_text; // of the paragraph asked last
     int m_blockStart = -1;
-    int m_asked = 0; // up to here the paragraph has been searched
+    std::optional<WordEnds> m_ends; // of the paragraph asked last
+    int m_asked = -1; // the end of the word found there
     MVRTextRange m_word;
 };
 
