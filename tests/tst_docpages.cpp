@@ -37,6 +37,8 @@ private Q_SLOTS:
     void drawsPicturesOfThePage();
     void tooManyFloatsStandInTheFlow();
     void longFootnotesGoOn();
+    void footnotesWithoutRoomGoOn_data();
+    void footnotesWithoutRoomGoOn();
     void writesCommentsIntoTheMargin();
 };
 
@@ -579,6 +581,36 @@ void TestDocPages::longFootnotesGoOn()
                               .join(QString())
                               .remove(QLatin1Char(' '));
     QCOMPARE(notes, QString::fromLatin1(words("N", 300)).remove(QLatin1Char(' ')));
+}
+
+void TestDocPages::footnotesWithoutRoomGoOn_data()
+{
+    QTest::addColumn<QByteArray>("note");
+    const QByteArray cell = "\\pard\\intbl ";
+    QTest::newRow("a row") << "\\trowd\\cellx2000\\cellx4000" + cell + words("N", 100) + "\\cell "
+            + words("N", 9) + "\\cell\\row";
+    QTest::newRow("rows that a cell ties together") << "\\trowd\\clvmgf\\cellx2000\\cellx4000"
+            + cell + words("N", 80) + "\\cell " + words("N", 9)
+            + "\\cell\\row\\trowd\\clvmrg\\cellx2000\\cellx4000\\cell" + cell + words("N", 20)
+            + "\\cell\\row";
+}
+
+void TestDocPages::footnotesWithoutRoomGoOn()
+{
+    QFETCH(const QByteArray, note);
+    Document document;
+    QVERIFY(MVRTextDoc::fromRtf("{\\rtf1\\fs20 " + QByteArray("x\\par ").repeated(9)
+                                    + "Text.{\\footnote " + note + "\\pard }}",
+                                &document.text));
+    PageSetup setup = smallPaper();
+    setup.paper.setHeight(300.0);
+    const DrawnPage lines = joined(drawn(Pages(document, setup)));
+    int count = 0;
+    for (const DrawnLine &line : lines) {
+        QVERIFY2(line.y < 228.5, "cut through");
+        count += line.text.count(QLatin1Char('N'));
+    }
+    QCOMPARE(count, 109);
 }
 
 void TestDocPages::writesCommentsIntoTheMargin()

@@ -61,6 +61,20 @@ std::unique_ptr<OfflineDocument> noteText(const PageFootnote &note, const QFont 
     return text;
 }
 
+/*! Behind the last item that stays with that at \a first. */
+int endOfPart(const QVector<FlowItem> &items, int first)
+{
+    int end = first + 1;
+    while (end < items.size() && !items[end].mayStartPage)
+        ++end;
+    return end;
+}
+
+double heightOf(const QVector<FlowItem> &items, int first, int end)
+{
+    return items[end - 1].bottom - items[first].top;
+}
+
 /*! Where the numbers of footnotes go, and where all else is once they stand. */
 class NumberPlaces
 {
@@ -129,9 +143,9 @@ PageNotes takeNotes(QTextDocument &text)
     return notes;
 }
 
-NoteLayout::NoteLayout(const QFont &font, double width, double unitsPerPoint)
+NoteLayout::NoteLayout(const QFont &font, const QSizeF &room, double unitsPerPoint)
     : m_font(font)
-    , m_width(width)
+    , m_room(room)
     , m_unitsPerPoint(unitsPerPoint)
 {
 }
@@ -144,17 +158,50 @@ const NoteLayout::Note *NoteLayout::layOut(const PageFootnote &note)
         if (!prepare(*m_note.text))
             m_note = {};
         else
-            m_note.items = flowItems(*m_note.text);
+            m_note.items = itemsOf(*m_note.text);
     }
     return m_note.text ? &m_note : nullptr;
+}
+
+QVector<double> NoteLayout::cuts(const Note &note) const
+{
+    QVector<double> cuts;
+    for (int first = 0; first < note.items.size();) {
+        const int end = endOfPart(note.items, first);
+        const bool hasRoom = heightOf(note.items, first, end) <= m_room.height();
+        for (int i = first; i < (hasRoom ? first + 1 : end); ++i)
+            cuts.append(note.items[i].top);
+        first = end;
+    }
+    return cuts;
+}
+
+/*! The rows of tables without room become paragraphs, which pages can part. */
+QVector<FlowItem> NoteLayout::itemsOf(QTextDocument &text) const
+{
+    const QVector<FlowItem> items = flowItems(text);
+    for (int first = 0; first < items.size();) {
+        const int end = endOfPart(items, first);
+        const bool hasRow
+            = std::any_of(items.cbegin() + first, items.cbegin() + end,
+                          [](const FlowItem &item) { return !item.columns.isEmpty(); });
+        if (hasRow && heightOf(items, first, end) > m_room.height()) {
+            STextDoc::tablesToText(&text);
+            text.documentLayout()->documentSize();
+            keepLongParagraphs(text);
+            return flowItems(text);
+        }
+        first = end;
+    }
+    return items;
 }
 
 /*! \return false for a text that is too high */
 bool NoteLayout::prepare(QTextDocument &text) const
 {
     breakLongWords(text);
-    preparePageText(text, {m_width, 0.0}, m_unitsPerPoint);
-    if (!setLongPage(text, m_width, m_unitsPerPoint))
+    preparePageText(text, {m_room.width(), 0.0}, m_unitsPerPoint);
+    if (!setLongPage(text, m_room.width(), m_unitsPerPoint))
         return false;
     text.documentLayout()->documentSize();
     keepLongParagraphs(text);

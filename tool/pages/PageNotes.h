@@ -64,17 +64,21 @@ public:
         QVector<FlowItem> items;
     };
 
-    /*! For pages whose lines are \a width units wide. */
-    NoteLayout(const QFont &font, double width, double unitsPerPoint);
+    /*! For pages with room for so much of notes, in units. */
+    NoteLayout(const QFont &font, const QSizeF &room, double unitsPerPoint);
 
     /*! The laid out note, until another one is asked for; null for one that is too high. */
     const Note *layOut(const PageFootnote &note);
 
+    /*! Where a note may be cut: between any lines of what is to stay together and has no room. */
+    QVector<double> cuts(const Note &note) const;
+
 private:
     bool prepare(QTextDocument &text) const;
+    QVector<FlowItem> itemsOf(QTextDocument &text) const;
 
     QFont m_font;
-    double m_width;
+    QSizeF m_room;
     double m_unitsPerPoint;
     Note m_note;
     QString m_number; // of m_note

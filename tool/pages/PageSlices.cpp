@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr double maxShareOfNotes = 0.5; // of a page, while there is text
 constexpr double slack = 0.5; // units that rounding may add
 constexpr double leftmost = -1e6; // units, beyond any page
 constexpr double rightmost = 1e6;

@@ -108,6 +108,9 @@ DrawnEdges drawnEdges(const QVector<FlowItem> &items, int first, int end);
 /*! No text has more pages: the toolkit's coordinates end there. */
 constexpr int mostPages = 12000;
 
+/*! Of a page, while there is text on it. */
+constexpr double maxShareOfNotes = 0.5;
+
 /*! Of pages, in the layout's units. */
 struct PageHeights
 {

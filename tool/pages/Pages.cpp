@@ -89,7 +89,12 @@ DrawnEdges edgesOf(const QVector<FlowItem> &items, double top, double bottom)
                    - items.cbegin());
     };
     const int first = qMin(itemAt(top), int(items.size()) - 1);
-    return drawnEdges(items, first, qMax(first + 1, itemAt(bottom)));
+    DrawnEdges edges = drawnEdges(items, first, qMax(first + 1, itemAt(bottom)));
+    const bool isCut = first > 0 && !items[first - 1].columns.isEmpty() // one without room
+        && items[first - 1].bottom > top + 1.0;
+    if (isCut)
+        edges.top = top;
+    return edges;
 }
 
 // Draws the part of a text and nothing else: what a clip only hides is text of the file still.
@@ -155,7 +160,8 @@ bool Pages::prepare()
 /*! \return false where a footnote is too high */
 bool Pages::measureNotes()
 {
-    m_noteLayout = std::make_unique<NoteLayout>(m_text.defaultFont(), m_body.width(), dotsPerPoint);
+    const QSizeF room(m_body.width(), maxShareOfNotes * m_body.height());
+    m_noteLayout = std::make_unique<NoteLayout>(m_text.defaultFont(), room, dotsPerPoint);
     double top = 0.0;
     for (PageFootnote &note : m_notes.footnotes) {
         const NoteLayout::Note *laidOut = m_noteLayout->layOut(note);
@@ -163,10 +169,9 @@ bool Pages::measureNotes()
             return false;
         note.top = top;
         note.height = laidOut->text->size().height();
-        for (const FlowItem &line : laidOut->items) {
-            if (line.mayStartPage)
-                m_noteCuts.append(top + line.top);
-        }
+        const QVector<double> cuts = m_noteLayout->cuts(*laidOut);
+        for (const double cut : cuts)
+            m_noteCuts.append(top + cut);
         const QVector<TextLink> links = linksOf(*laidOut->text);
         for (const TextLink &link : links)
             m_noteLinks.append({link.rect.translated(0.0, top), link.target});
