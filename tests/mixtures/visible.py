@@ -74,7 +74,7 @@ def text_of_html(text):
 
 
 def text_of_fdx(text):
-    """Notes in notes leave their outer ones in pieces, each of which counts as a content."""
+    """What runs hold. Notes in notes leave their outer ones in pieces, each of which counts."""
     text = re.sub(r"<!\[CDATA\[(.*?)\]\]>", lambda match: html.escape(match.group(1)), text,
                   flags=re.S)
     contents = []
@@ -82,7 +82,9 @@ def text_of_fdx(text):
     while inner.search(text):
         contents += inner.findall(text)
         text = inner.sub("", text)
-    return text_of_tags(text + "\n" + "\n".join(contents), "$^")
+    shown = re.findall(r"<Text\b[^>]*(?<!/)>(.*?)</Text>|(</Paragraph>)",
+                       text + "\n" + "\n".join(contents), re.S)
+    return text_of_tags("".join(run + end for run, end in shown), "$^")
 
 
 def text_of_markdown(text):
