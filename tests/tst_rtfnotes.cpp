@@ -7,7 +7,6 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
-#include <QTextList>
 #include <QTextTable>
 #include <QtTest>
 
@@ -22,7 +21,6 @@ private Q_SLOTS:
     void crossesCellsAndFrames();
     void readsOtherPrograms_data();
     void readsOtherPrograms();
-    void keepsListsOfJoinedNotes();
     void keepsThePlaceOfMarks();
     void keepsTheThreadOfReplies();
     void keepsWhoAndWhen();
@@ -244,6 +242,13 @@ void TestRtfNotes::readsOtherPrograms_data()
         "\\{\\'5cMvrn_fn=b\\'5cend_Mvrn_fn\\} {\\field{\\*\\fldinst HYPERLINK \"x:y\"}"
         "{\\fldrslt d{\\footnote n}}}",
         "b d(Linked Footnote)", one("f (Linked Footnote): n"));
+    row("four notes about a link and a word",
+        "a {\\*\\atrfstart 3}{\\field{\\*\\fldinst HYPERLINK \"x:y\"}{\\fldrslt d{\\footnote k}}} "
+        "few{\\*\\atrfend 3}{\\*\\annotation{\\*\\atnref 3}l{\\footnote m}\\chatn{\\*\\annotation "
+        "n}}",
+        "a d few(Linked Footnote)",
+        {QStringLiteral("f  : k"), QStringLiteral("c fe: n"), QStringLiteral("c w: l"),
+         QStringLiteral("f (Linked Footnote): m")});
     row("comment over two cells, with another note",
         "\\trowd\\cellx2000\\cellx4000\\intbl {\\*\\atrfstart 3}a few\\cell of{\\*\\atrfend 3}"
         "{\\*\\annotation{\\*\\atnref 3}m} them{\\footnote n}\\cell\\row",
@@ -297,26 +302,6 @@ void TestRtfNotes::readsOtherPrograms()
                                 &document));
     QTEST(document.toPlainText(), "text");
     QTEST(listOf(&document), "notes");
-}
-
-// Contents that become one: formats know the lists of their documents by number.
-void TestRtfNotes::keepsListsOfJoinedNotes()
-{
-    const QByteArray list
-        = "{\\footnote\\pard{\\*\\pn\\pnlvlbody\\pndec\\pnstart1{\\pntxta.}}item\\par\\pard text}";
-    QTextDocument document;
-    QVERIFY(MVRTextDoc::fromRtf("{\\rtf1 word{\\footnote plain}" + list + list + '}', &document));
-    const MVRTextCommentLinkMap notes = MVRTextDoc::commentsMap(&document, -1, -1);
-    QCOMPARE(notes.size(), 1);
-    QTextDocument content;
-    QVERIFY(MVRTextRtf::fromRtfCData(notes.first().cdata, &content));
-    QStringList items;
-    for (QTextBlock block = content.begin(); block.isValid(); block = block.next())
-        items << (block.textList() ? block.textList()->itemText(block) : QString()) + block.text();
-    const QStringList wanted {QStringLiteral("plain"), QStringLiteral("1.item"),
-                              QStringLiteral("text"), QStringLiteral("1.item"),
-                              QStringLiteral("text")};
-    QCOMPARE(items.join(QLatin1Char(124)), wanted.join(QLatin1Char(124)));
 }
 
 void TestRtfNotes::keepsThePlaceOfMarks()

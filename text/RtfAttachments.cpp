@@ -184,7 +184,11 @@ void place(const QTextDocument &document, RtfAttachment next, QVector<RtfAttachm
             shareText(document, &last, &next);
             waiting->push(next);
             return;
-        } else { // the longer one keeps what the shorter leaves
+        } else if (next.range.end > last.range.end) { // which keeps what the shorter one leaves
+            next.range.start = last.range.end;
+            waiting->push(next);
+            return;
+        } else {
             last.range.start = next.range.end;
             waiting->push(places->takeLast());
         }

@@ -5,7 +5,6 @@
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
 #include <core/STextDoc.h>
-#include <core/document/ForeignFormat_p.h>
 #include <core/document/FormatEdits_p.h>
 #include <core/document/TextMarks_p.h>
 #include <core/document/UndoRecordingOff_p.h>
@@ -79,10 +78,10 @@ void appendContent(const MVRTextRtfNote &note, QTextCursor *cursor)
     content.setUndoRedoEnabled(false);
     MVRTextRtf::fromRtfCData(note.rtf, &content);
     if (!cursor->atStart())
-        insertBlockLike(*cursor, content.begin());
+        cursor->insertBlock(content.begin().blockFormat(), content.begin().charFormat());
     if (!note.author.isEmpty())
         cursor->insertText(note.author + QLatin1String(": "), QTextCharFormat());
-    STextDoc::appendFragment(*cursor, QTextDocumentFragment(&content));
+    cursor->insertFragment(QTextDocumentFragment(&content));
 }
 
 /*! The contents of several notes one after the other, each behind its author's name. */
