@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <core/STextDoc.h>
 
-#include <core/document/ForeignFormat_p.h>
 #include <core/document/FormatEdits_p.h>
 #include <core/document/Pictures_p.h>
 
@@ -65,10 +64,11 @@ struct Content
     }
     Content(const QTextDocumentFragment &all, const QTextDocument &document)
         : fragment(all)
-        , firstFormat(formatElsewhere(document.begin()))
+        , firstFormat(document.begin().blockFormat())
         , firstCharFormat(document.begin().charFormat())
         , paragraphs(document.blockCount())
     {
+        firstFormat.setObjectIndex(-1); // names a list of its own document
         const QTextList *list = document.begin().textList();
         if (!list || document.begin().length() > 1)
             return;

@@ -135,4 +135,6 @@ class MarkdownMixture(Mixture):
         marks = ["\\*", "\\\\", "\\[", "&", "#", "* ", "_ "]
         if not self.is_mild:
             marks += ["*", "_", "`", "[", "![", "]", "~", "|", ">", "{", "{==", "==}"]
-        return self.random.choice(marks) + self.text()
+        mark = self.random.choice(marks)
+        # In a link it makes a picture of what follows.
+        return mark + (self.hidden(self.text) if mark == "![" else self.text())

@@ -8,9 +8,7 @@
 #include <tool/formats/markdown/MarkdownRows.h>
 
 #include <core/MVRTextRtf.h>
-#include <core/STextDoc.h>
 #include <core/document/EditBlock_p.h>
-#include <core/document/ForeignFormat_p.h>
 #include <core/document/OfflineDocument_p.h>
 #include <core/document/TextFragments_p.h>
 
@@ -190,8 +188,8 @@ private:
                 }
             }
             if (!cursor.atStart())
-                insertBlockLike(cursor, part.begin());
-            STextDoc::appendFragment(cursor, QTextDocumentFragment(&part));
+                cursor.insertBlock(part.begin().blockFormat(), part.begin().charFormat());
+            cursor.insertFragment(QTextDocumentFragment(&part));
         }
         m_pictures[first] = picturesIn(content);
         return MVRTextRtf::toRtfCData(&content, false);
