@@ -20,6 +20,7 @@ private Q_SLOTS:
     void boundsHtml();
     void keepsPlacesOfLinks();
     void keepsTablesNarrow();
+    void writesOneStyleForItems();
     void readsLinksThatArePlaces();
     void readsOddHtml_data();
     void readsOddHtml();
@@ -214,6 +215,18 @@ void TestToolTrust::keepsTablesNarrow()
     QCOMPARE(cells("<tr><td colspan=100>a<tr><td>b<td>c<tr><td>d<td colspan=999>z"), 6);
     QCOMPARE(cells("<tr><td colspan=2>a<td colspan=2>b<tr><td>c<td>d<td>e<td>z"), 8);
     QCOMPARE(cells("<tr><td rowspan=2>a<td>b<tr><td colspan=2>c<td>z"), 8);
+}
+
+/*! Of two attributes of one name a browser takes the first. */
+void TestToolTrust::writesOneStyleForItems()
+{
+    m_folder->write(QStringLiteral("in.html"),
+                    "<ul><li style='font-weight:700;margin-top:40px'>a</ul>");
+    QCOMPARE(mvrtext("convert in.html out.html", m_folder->path()).exitCode, 0);
+    const QByteArray written = m_folder->read(QStringLiteral("out.html"));
+    const QByteArray item = written.mid(written.indexOf("<li"));
+    QCOMPARE(item.left(item.indexOf('>')).count("style="), 1);
+    QVERIFY2(item.contains("font-weight") && item.contains("margin-top:40px"), item);
 }
 
 /*! Qt makes a link of their first letter alone. */

@@ -28,6 +28,15 @@ void nameSimilarFaces(QString &html)
                                "monospace"));
 }
 
+// Qt gives an item of a list a style for its letters and one for its paragraph; readers take the
+// first alone.
+void joinStyles(QString &html)
+{
+    static const QRegularExpression twoStyles(
+        QStringLiteral("(<li(?: class=\"[^\"]*\")? style=\"[^\"]*)\" style=\""));
+    html.replace(twoStyles, QStringLiteral("\\1"));
+}
+
 // A screenplay's lines are as long as its page is wide, whatever the window.
 void limitWidth(QString &html, const WriteOptions &options, double margin)
 {
@@ -117,6 +126,7 @@ bool writeHtml(Document &document, const WriteOptions &options, QByteArray *byte
     document.text.setMetaInformation(QTextDocument::DocumentTitle, document.title);
     makeSafeForHtml(&document.text);
     QString html = MVRToolkit::toHtml(document.text);
+    joinStyles(html);
     nameSimilarFaces(html);
     if (document.isScreenplay)
         limitWidth(html, options, margin);
