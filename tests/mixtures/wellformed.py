@@ -58,11 +58,16 @@ class OpenElements(html.parser.HTMLParser):
         self.fault = ""
 
     def handle_starttag(self, tag, attributes):
-        if tag not in self.WITHOUT_END:
+        self.note_names(tag, attributes)
+        if tag not in self.WITHOUT_END and tag not in ("li", "ul", "ol"):
             self.open.append(tag)
 
     def handle_startendtag(self, tag, attributes):
-        pass
+        self.note_names(tag, attributes)
+
+    def note_names(self, tag, attributes):
+        if len({name for name, _ in attributes}) < len(attributes):
+            self.fault = self.fault or "<%s> has an attribute twice" % tag
 
     def handle_endtag(self, tag):
         if tag in self.WITHOUT_END or self.fault:
@@ -72,8 +77,8 @@ class OpenElements(html.parser.HTMLParser):
 
 
 def fault_of_html(data):
-    """Qt closes the items of lists in each other as it likes, so that these are left out."""
-    text = re.sub(r"</?(li|ul|ol)\b[^>]*>?", "", data.decode("utf-8"))
+    """Qt closes the items of lists in each other as it likes, so that they count as if closed."""
+    text = re.sub(r"</(li|ul|ol)>", "", data.decode("utf-8"))
     elements = OpenElements()
     elements.feed(text)
     elements.close()
