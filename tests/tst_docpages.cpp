@@ -10,6 +10,7 @@
 #include <QPaintEngine>
 #include <QPainter>
 #include <QRandomGenerator>
+#include <QTextTable>
 #include <QtTest>
 
 /*! Documents that are no screenplays on pages: where they break, and what stands around the text.
@@ -23,6 +24,10 @@ private Q_SLOTS:
     void losesAndDoublesNothing();
     void keepsTextOnPaper();
     void largeLettersHideNoText();
+    void floatsPushNoTableOffThePaper_data();
+    void floatsPushNoTableOffThePaper();
+    void closeLinesHideNoText_data();
+    void closeLinesHideNoText();
     void wideBordersLeaveRoom();
     void keepsParagraphsTogether();
     void repeatsHeaderRows_data();
@@ -271,8 +276,11 @@ void TestDocPages::keepsTextOnPaper()
         "{\\rtf1\\pard\\li9000 " + words("A", 9) + "\\par\\pard\\ri9000\\li-5000 " + words("B", 9)
             + "\\par\\pard\\fi-9000 " + words("C", 9) + "\\par\\pard\\fi9000 " + words("D", 9)
             + "\\par\\trowd\\cellx6000\\cellx12000\\pard\\intbl " + words("E", 9) + "\\cell "
-            + words("F", 9) + "\\cell\\row\\pard " + "{\\footnote\\pard\\li9000 " + words("N", 9)
-            + "}}",
+            + words("F", 9) + "\\cell\\row\\trowd\\cellx3000\\pard\\intbl\\itap2 " + words("G", 9)
+            + "\\nestcell " + words("H", 9)
+            + "\\nestcell{\\*\\nesttableprops\\trowd\\cellx4000\\cellx8000\\nestrow}"
+              "\\pard\\intbl\\itap1\\cell\\row\\pard {\\footnote\\pard\\li9000 "
+            + words("N", 9) + "}}",
         &document.text));
     const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
     const double wordWidth = 20.0; // points
@@ -283,7 +291,60 @@ void TestDocPages::keepsTextOnPaper()
         QVERIFY2(found == 0 || (line.x >= 0.0 && line.x + found * wordWidth <= 360.0),
                  qPrintable(line.text));
     }
-    QCOMPARE(count, 7 * 9);
+    QCOMPARE(count, 9 * 9);
+}
+
+void TestDocPages::floatsPushNoTableOffThePaper_data()
+{
+    QTest::addColumn<QString>("floating");
+    QTest::newRow("picture") << QStringLiteral(
+        "<img style='float:left' src='data:,x' width=200 height=99>");
+    QTest::newRow("table") << QStringLiteral(
+        "<table style='float:left' width=200><tr><td>F<br/>F<br/>F</td></tr></table>");
+}
+
+void TestDocPages::floatsPushNoTableOffThePaper()
+{
+    QFETCH(const QString, floating);
+    Document document;
+    document.text.setHtml(QStringLiteral("<p>A</p>") + floating
+                          + QStringLiteral("<table width='100%'><tr><td>B</td><td>C</td></tr>"
+                                           "</table><p>D</p>"));
+    QString all;
+    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
+    for (const DrawnLine &line : lines) {
+        QVERIFY2(line.x < 288.0, qPrintable(line.text));
+        all += line.text;
+    }
+    QCOMPARE(all.remove(QLatin1Char('F')), QStringLiteral("ABCD"));
+}
+
+void TestDocPages::closeLinesHideNoText_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<double>("height");
+    QTest::newRow("percent") << int(QTextBlockFormat::ProportionalHeight) << 0.0;
+    QTest::newRow("fixed") << int(QTextBlockFormat::FixedHeight) << 0.0;
+    QTest::newRow("distance") << int(QTextBlockFormat::LineDistanceHeight) << -12.0;
+}
+
+void TestDocPages::closeLinesHideNoText()
+{
+    QFETCH(const int, type);
+    QFETCH(const double, height);
+    Document document;
+    QTextBlockFormat close;
+    close.setLineHeight(height, type);
+    QTextCursor cursor(&document.text);
+    QTextCursor cell = cursor.insertTable(1, 1)->cellAt(0, 0).firstCursorPosition();
+    cell.setBlockFormat(close);
+    cell.insertText(QStringLiteral("A\u2028B\u2028C"));
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(QStringLiteral("D"));
+    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
+    QCOMPARE(textsOf(lines).join(QLatin1Char('|')), QStringLiteral("A|B|C|D"));
+    for (int i = 1; i < lines.size(); ++i)
+        QVERIFY2(lines[i].y > lines[i - 1].y + 5.0, qPrintable(lines[i].text));
 }
 
 void TestDocPages::wideBordersLeaveRoom()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <tool/pages/PageNotes.h>
 
+#include <tool/pages/PageFloats.h>
 #include <tool/pages/PageText.h>
 #include <tool/pages/PageWidths.h>
 
@@ -204,6 +205,8 @@ bool NoteLayout::prepare(QTextDocument &text) const
     if (!setLongPage(text, m_room.width(), m_unitsPerPoint))
         return false;
     text.documentLayout()->documentSize();
+    if (takeFloatsFromTables(text, m_room.width()))
+        text.documentLayout()->documentSize();
     keepLongParagraphs(text);
     return true;
 }

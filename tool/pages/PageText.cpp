@@ -38,7 +38,28 @@ double largestSize(const QTextBlock &block, double defaultSize)
     return largest;
 }
 
-/*! Lets lines be as high as what stands in them, where at an exact distance that covers others. */
+/*! Lets lines be as high as what stands in them, where their distance has them cover others.
+    \param largest  letters, in units of the layout */
+void freeLines(QTextBlockFormat &format, double largest)
+{
+    const double height = format.lineHeight();
+    const double least = leastDistance * largest;
+    switch (format.lineHeightType()) {
+    case QTextBlockFormat::FixedHeight:
+        if (height < least)
+            format.setLineHeight(height, QTextBlockFormat::MinimumHeight);
+        break;
+    case QTextBlockFormat::ProportionalHeight:
+        format.setLineHeight(qMax(height, 100.0 * leastDistance), format.lineHeightType());
+        break;
+    case QTextBlockFormat::LineDistanceHeight:
+        format.setLineHeight(qMax(height, qMin(least - largest, 0.0)), format.lineHeightType());
+        break;
+    default:
+        break;
+    }
+}
+
 void freeLargeLetters(QTextDocument &text, double unitsPerPoint)
 {
     const double defaultSize = text.defaultFont().pointSizeF();
@@ -46,11 +67,11 @@ void freeLargeLetters(QTextDocument &text, double unitsPerPoint)
     cursor.beginEditBlock();
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
         QTextBlockFormat format = block.blockFormat();
-        if (format.lineHeightType() != QTextBlockFormat::FixedHeight
-            || format.lineHeight()
-                >= leastDistance * largestSize(block, defaultSize) * unitsPerPoint)
+        if (format.lineHeightType() == QTextBlockFormat::SingleHeight)
             continue;
-        format.setLineHeight(format.lineHeight(), QTextBlockFormat::MinimumHeight);
+        freeLines(format, largestSize(block, defaultSize) * unitsPerPoint);
+        if (format == block.blockFormat())
+            continue;
         cursor.setPosition(block.position());
         cursor.setBlockFormat(format);
     }

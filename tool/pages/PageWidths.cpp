@@ -46,21 +46,6 @@ QTextBlockFormat keptOnPage(QTextBlockFormat format, double room, double indent,
     return format;
 }
 
-void keepParagraphs(QTextDocument &text, const PageWidths &widths, double least)
-{
-    const double room = widths.lines - least;
-    boundIndentWidth(text, room);
-    QTextCursor cursor(&text);
-    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
-        const double indent = indentsOf(block) * text.indentWidth();
-        const QTextBlockFormat kept = keptOnPage(block.blockFormat(), room, indent, widths.margin);
-        if (kept == block.blockFormat())
-            continue;
-        cursor.setPosition(block.position());
-        cursor.setBlockFormat(kept);
-    }
-}
-
 /*! Makes lengths that are no shares of the whole shorter. */
 QTextLength shortened(const QTextLength &length, double factor)
 {
@@ -69,12 +54,24 @@ QTextLength shortened(const QTextLength &length, double factor)
         : length;
 }
 
+double fixedWidth(const QVector<QTextLength> &columns)
+{
+    double width = 0.0;
+    for (const QTextLength &column : columns)
+        width += column.type() == QTextLength::FixedLength ? column.rawValue() : 0.0;
+    return width;
+}
+
+double edgesOf(const QTextTableFormat &format)
+{
+    return 2.0 * (format.border() + format.cellPadding());
+}
+
 /*! Leaves half of the lines to what stands in cells, however wide the borders are. */
 void boundBorders(QTextTable &table, double lines)
 {
     QTextTableFormat format = table.format();
-    const double around = format.border() + format.cellPadding();
-    const double width = table.columns() * (format.cellSpacing() + 2.0 * around);
+    const double width = table.columns() * (format.cellSpacing() + edgesOf(format));
     if (width <= lines / 2.0)
         return;
     const double factor = lines / 2.0 / width;
@@ -84,19 +81,18 @@ void boundBorders(QTextTable &table, double lines)
     table.setFormat(format);
 }
 
-void keepTable(QTextTable &table, const PageWidths &widths)
+/*! Makes a table as wide as lines that goes beyond them by more than \a margin. */
+void keepTable(QTextTable &table, double lines, double margin)
 {
-    boundBorders(table, widths.lines);
+    boundBorders(table, lines);
     QTextTableFormat format = table.format();
     QVector<QTextLength> columns = format.columnWidthConstraints();
-    double width = qMax(0.0, format.leftMargin());
-    for (const QTextLength &column : qAsConst(columns))
-        width += column.type() == QTextLength::FixedLength ? column.rawValue() : 0.0;
+    double width = qMax(0.0, format.leftMargin()) + fixedWidth(columns);
     if (format.width().type() == QTextLength::FixedLength)
         width = qMax(width, format.width().rawValue());
-    if (width <= widths.lines + widths.margin)
+    if (width <= lines + margin)
         return;
-    const double factor = widths.lines / width;
+    const double factor = lines / width;
     for (QTextLength &column : columns)
         column = shortened(column, factor);
     format.setColumnWidthConstraints(columns);
@@ -105,19 +101,99 @@ void keepTable(QTextTable &table, const PageWidths &widths)
     table.setFormat(format);
 }
 
+/*! The room for text in a cell of a table with so much room: no less than it gets. */
+double widthOfCell(const QTextTable &table, const QTextTableCell &cell, double room)
+{
+    const QTextTableFormat format = table.format();
+    const QVector<QTextLength> columns = format.columnWidthConstraints();
+    double width = 0.0;
+    for (int i = cell.column(); i < cell.column() + cell.columnSpan(); ++i) {
+        const QTextLength column = columns.value(i);
+        width += column.type() == QTextLength::VariableLength ? room - fixedWidth(columns)
+                                                              : column.value(room);
+    }
+    return qBound(1.0, width - edgesOf(format), room);
+}
+
+/*! Goes through a text with the width that its lines have in each frame and cell. */
+class WidthKeeper
+{
+public:
+    WidthKeeper(QTextDocument &text, const PageWidths &widths, double inch)
+        : m_text(text)
+        , m_margin(widths.margin)
+        , m_inch(inch)
+        , m_cursor(&text)
+    {
+    }
+
+    void keep(double lines)
+    {
+        m_open.append({m_text.rootFrame()->begin(), lines, m_margin});
+        while (!m_open.isEmpty())
+            keepFlow(m_open.takeLast());
+    }
+
+private:
+    /*! What stands one below the other. */
+    struct Flow
+    {
+        QTextFrame::iterator parts;
+        double lines;
+        double margin; // into which tables may stand out
+    };
+
+    void keepFlow(Flow flow)
+    {
+        for (; !flow.parts.atEnd(); ++flow.parts) {
+            QTextFrame *frame = flow.parts.currentFrame();
+            if (auto *table = qobject_cast<QTextTable *>(frame)) {
+                keepTable(*table, flow.lines, flow.margin);
+                openCells(*table, flow.lines);
+            } else if (frame) {
+                m_open.append({frame->begin(), flow.lines, 0.0});
+            } else if (flow.parts.currentBlock().isValid()) {
+                keepParagraph(flow.parts.currentBlock(), flow.lines);
+            }
+        }
+    }
+
+    void openCells(const QTextTable &table, double lines)
+    {
+        for (int row = 0; row < table.rows(); ++row) {
+            for (int column = 0; column < table.columns(); ++column) {
+                const QTextTableCell cell = table.cellAt(row, column);
+                if (cell.row() == row && cell.column() == column)
+                    m_open.append({cell.begin(), widthOfCell(table, cell, lines), 0.0});
+            }
+        }
+    }
+
+    void keepParagraph(const QTextBlock &block, double lines)
+    {
+        const double indent = indentsOf(block) * m_text.indentWidth();
+        const QTextBlockFormat kept
+            = keptOnPage(block.blockFormat(), lines - qMin(m_inch, lines / 2.0), indent, m_margin);
+        if (kept == block.blockFormat())
+            return;
+        m_cursor.setPosition(block.position());
+        m_cursor.setBlockFormat(kept);
+    }
+
+    QTextDocument &m_text;
+    double m_margin;
+    double m_inch;
+    QTextCursor m_cursor;
+    QVector<Flow> m_open;
+};
+
 }
 
 void keepOnPage(QTextDocument &text, const PageWidths &widths, double inch)
 {
     QTextCursor edit(&text);
     edit.beginEditBlock();
-    keepParagraphs(text, widths, qMin(inch, widths.lines / 2.0));
-    QVector<QTextFrame *> open {text.rootFrame()};
-    while (!open.isEmpty()) {
-        QTextFrame *frame = open.takeLast();
-        open += frame->childFrames().toVector();
-        if (auto *table = qobject_cast<QTextTable *>(frame))
-            keepTable(*table, widths);
-    }
+    boundIndentWidth(text, widths.lines - qMin(inch, widths.lines / 2.0));
+    WidthKeeper(text, widths, inch).keep(widths.lines);
     edit.endEditBlock();
 }

@@ -13,7 +13,8 @@ struct PageWidths
 /*!
     Brings onto the paper what indents and tables would put beside it: of each paragraph at least
     half a line, or an inch, is left between its indents, and tables that reach beyond the right
-    margin become as wide as lines, with all columns in proportion.
+    margin become as wide as lines, with all columns in proportion. In a cell, lines are as long as
+    that is wide.
 
     \param inch  in units of the layout
 */

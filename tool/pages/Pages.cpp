@@ -6,6 +6,7 @@
 #include <tool/Progress.h>
 #include <tool/formats/Pictures.h>
 #include <tool/pages/Lengths.h>
+#include <tool/pages/PageFloats.h>
 #include <tool/pages/PageText.h>
 #include <tool/pages/PageWidths.h>
 
@@ -189,6 +190,8 @@ void Pages::cut()
 {
     m_pictures = std::make_unique<PagePictures>(m_document.text);
     layOut(m_text, m_setup.listener);
+    if (takeFloatsFromTables(m_text, m_body.width() + m_body.left()))
+        layOut(m_text, m_setup.listener);
     keepLongParagraphs(m_text);
     QVector<FlowItem> items = flowItems(m_text);
     int item = 0;

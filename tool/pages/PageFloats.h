@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QTextDocument;
+
+/*!
+    Lets floats stand in the flow that push tables beyond the right edge: the toolkit puts a table
+    beside a float on the left, and makes it no narrower.
+
+    \param text  is laid out, and may be once more
+    \param right  of what pages show, in units of the layout
+    \return whether something has moved
+*/
+bool takeFloatsFromTables(QTextDocument &text, double right);
