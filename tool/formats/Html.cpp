@@ -32,9 +32,25 @@ void nameSimilarFaces(QString &html)
 // first alone.
 void joinStyles(QString &html)
 {
-    static const QRegularExpression twoStyles(
-        QStringLiteral("(<li(?: class=\"[^\"]*\")? style=\"[^\"]*)\" style=\""));
-    html.replace(twoStyles, QStringLiteral("\\1"));
+    const QLatin1String item("<li style=\"");
+    const QLatin1String style(" style=\"");
+    QString joined;
+    int written = 0;
+    for (int tag = html.indexOf(item); tag >= 0; tag = html.indexOf(item, tag + 1)) {
+        const int end = html.indexOf(QLatin1Char('>'), tag);
+        const int firstEnd = html.indexOf(QLatin1Char('"'), tag + item.size());
+        const int second = firstEnd
+            + int(QStringView(html).mid(firstEnd, qMax(0, end - firstEnd)).indexOf(style));
+        if (second < firstEnd)
+            continue;
+        const int start = second + style.size();
+        const int secondEnd = html.indexOf(QLatin1Char('"'), start);
+        joined += QStringView(html).mid(written, firstEnd - written);
+        joined += QStringView(html).mid(start, secondEnd - start);
+        joined += QStringView(html).mid(firstEnd, second - firstEnd);
+        written = secondEnd + 1;
+    }
+    html = joined + html.mid(written);
 }
 
 // A screenplay's lines are as long as its page is wide, whatever the window.
