@@ -45,12 +45,17 @@ def parted(text):
     """A function that tells whether a word stands in the text in parts, notes in between."""
     first = set(re.findall(r"[qn]\d*(?![a-z0-9])", text))
     # The number of an end note may follow.
-    middle = {""} | set(re.findall(r"(?<![a-z0-9])\d+(?![a-z])", text))
+    middle = {digits[:end] for digits in re.findall(r"(?<![a-z0-9])\d+(?![a-z])", text)
+              for end in range(1, len(digits) + 1)}
     last = set(re.findall(r"(?<![a-z0-9])\d*z", text))
-    return lambda word: any(
-        word[:at] in first and word[end:] in last
-        and any(digits.startswith(word[at:end]) for digits in middle)
-        for at in range(1, len(word)) for end in range(at, len(word)))
+
+    def is_parted(word):
+        ends = {at for at in range(1, len(word)) if word[:at] in first}
+        for at in range(1, len(word)):
+            if at in ends:
+                ends |= {end for end in range(at + 1, len(word)) if word[at:end] in middle}
+        return any(word[end:] in last for end in ends)
+    return is_parted
 
 
 def without_brackets(text):
