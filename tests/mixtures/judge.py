@@ -8,6 +8,7 @@ import re
 import resource
 import shutil
 
+from mixtures.commands import OUTPUTS
 from mixtures.visible import can_read, parted, visible_text, without_brackets, words
 from mixtures.wellformed import fault_of, fault_of_xml
 
@@ -24,17 +25,25 @@ Run = collections.namedtuple("Run", "code seconds megabytes said")
 
 
 class Judge:
-    """`expected` are the words that outputs have to show, pages among them if `is_on_pages`.
-
-    It is None where the input is damaged: then outputs have to show what plain text does.
-    """
+    """Judges runs on one document after the other: begin() says which."""
 
     def __init__(self, tool, folder, is_sanitized):
         self.tool = tool
         self.folder = folder
         self.is_sanitized = is_sanitized
         self.runs = self.refused = 0
-        self.in_text = []  # the words of the text of the document in order, as plain text has them
+        self.begin("", set(), None)
+
+    def begin(self, source, expected, mixture):
+        """`expected` are the words that outputs have to show.
+
+        It is None where the input is damaged: then outputs have to show what plain text does.
+        """
+        self.source = source
+        self.expected = expected
+        self.is_on_pages = mixture and mixture.is_plain
+        self.is_whole = mixture and mixture.is_mild and expected is not None
+        self.in_text = []  # the words in order, as plain text has them
 
     def run(self, arguments):
         said = os.path.join(self.folder, "said")
@@ -62,44 +71,47 @@ class Judge:
             elif not entry.name.startswith("in."):
                 os.remove(entry.path)
 
-    def faults(self, command, source, expected, is_on_pages):
+    def faults(self, command):
         """Lines that say what is wrong with this command's run."""
         self.clear()
         output = self.path("out.%s" % command.suffix) if command.suffix else None
-        arguments = [argument.format(source=source, output=output, folder=self.folder)
+        arguments = [argument.format(source=self.source, output=output, folder=self.folder)
                      for argument in command.arguments]
         run = self.run(arguments)
         written = os.path.getsize(output) if output and os.path.exists(output) else 0
-        size = max(os.path.getsize(source), written * PER_MEGABYTE_WRITTEN / PER_MEGABYTE)
+        size = max(os.path.getsize(self.source), written * PER_MEGABYTE_WRITTEN / PER_MEGABYTE)
         if self.is_slow(run, size):  # the clock has its moods
             run = min(run, self.run(arguments), key=lambda one: one.seconds)
         self.refused += run.code == 1
         faults = self.faults_of_run(run, size) + self.left_behind(output)
         if run.code == 1 and output and os.path.exists(output):
             faults.append("an output though it failed: " + run.said)
+        is_refused = run.code == 1 and "too long for pages" not in run.said
+        if is_refused and self.is_whole and command.name in OUTPUTS:
+            faults.append("refused: " + run.said)
         if run.code == 0 and output:
-            faults += self.faults_of_output(command, source, output, run.said,
-                                            self.judged_words(command, expected, is_on_pages))
+            faults += self.faults_of_output(command, output, run.said)
         if run.code == 0 and "--json" in command.arguments:
-            faults += self.faults_of_json(run, command, expected)
+            faults += self.faults_of_json(run, command)
         return faults
 
-    def judged_words(self, command, expected, is_on_pages):
-        if command.suffix == "pdf" and not is_on_pages:
+    def judged_words(self, command):
+        if command.suffix == "pdf" and not self.is_on_pages:
             return set()
-        shown = self.in_text if expected is None else expected
-        return {word for word in shown if word[0] in command.judged}
+        if self.expected is None:
+            return {word for word in self.in_text if word[0] == "q" and "q" in command.judged}
+        return {word for word in self.expected if word[0] in command.judged}
 
-    def faults_of_json(self, run, command, expected):
+    def faults_of_json(self, run, command):
         try:
             with open(self.path("printed"), encoding="utf-8") as file:
                 content = json.load(file)
         except ValueError as error:
             return ["no JSON: %s" % error]
-        if command.name != "notes --json" or expected is None or LEAVES_NOTES_OUT.search(run.said):
+        if command.name != "notes --json" or LEAVES_NOTES_OUT.search(run.said):
             return []
         found = set(words(json.dumps(content).lower())) | set(self.in_text)
-        lost = [word for word in expected if word[0] == "n" and word not in found]
+        lost = [word for word in self.expected or [] if word[0] == "n" and word not in found]
         return ["lists no note that has %s" % " ".join(lost[:8])] if lost else []
 
     def is_slow(self, run, size):
@@ -128,12 +140,13 @@ class Judge:
         return ["left %s behind" % entry.name for entry in os.scandir(self.folder)
                 if entry.name not in allowed and not entry.name.startswith("in.")]
 
-    def faults_of_output(self, command, source, output, said, expected):
+    def faults_of_output(self, command, output, said):
         if not os.path.exists(output):
             return ["no output"]
         fault = fault_of(output, command.suffix)
-        if fault and not self.is_as_damaged(source, output):
+        if fault and not self.is_as_damaged(self.source, output):
             return [fault]
+        expected = self.judged_words(command)
         if not can_read(command.suffix) or not (expected or command.name.endswith("txt")):
             return []
         text = self.text_of(output, command)
@@ -148,7 +161,8 @@ class Judge:
 
     def faults_of_order(self, text, command):
         """Words of the text stand once in it, and in the order of plain text."""
-        if command.suffix not in ("rtf", "md", "html", "odt") or not command.judged:
+        is_judged = command.suffix in ("rtf", "md", "html", "odt") and command.judged
+        if self.expected is None or not is_judged:
             return []
         shown = [word for word in words(text) if word[0] == "q"]
         before = collections.Counter(self.in_text)
@@ -191,32 +205,31 @@ class Judge:
         with open(source, "rb") as file:
             return bool(fault_of_xml(file.read()))
 
-    def trip_faults(self, suffix, source, expected):
-        """Words of a document against those of its conversion to `suffix`, both read as text."""
+    def trip_faults(self, suffix):
+        """Lines of a document against those of its conversion to `suffix`, both read as text."""
         self.clear()
         between, first, second = (self.path(name)
                                   for name in ("out." + suffix, "first.txt", "second.txt"))
-        notes = ["--notes", "inline"]
-        to_text = self.run(["convert"] + notes + [source, first])
-        # HTML has no notes of its own.
-        there = self.run(["convert"] + (notes if suffix == "html" else []) + [source, between])
+        to_text = self.run(["convert", self.source, first])
+        there = self.run(["convert", self.source, between])
         if to_text.code or there.code:
             return []
-        back = self.run(["convert"] + notes + [between, second])
+        back = self.run(["convert", between, second])
         if back.code and "nested too deep" in back.said and suffix == "html":
             return []  # frames are tables there, which have a limit
         if back.code:
             return ["what was written is not read: " + back.said]
-        texts = []
-        for path in (first, second):
-            with open(path, encoding="utf-8", errors="replace") as file:
-                texts.append(without_brackets(file.read().lower()))
-        is_parted = [parted(text) for text in texts]
-        compared = {word for word in expected if word[0] == "q"
-                    and not any(test(word) for test in is_parted)}
-        sequences = [[word for word in words(text) if word in compared] for text in texts]
-        if sequences[0] == sequences[1]:
+        lines = [self.lines_of(path) for path in (first, second)]
+        if lines[0] == lines[1]:
             return []
-        differ = next((pair for pair in zip(*sequences) if pair[0] != pair[1]),
-                      ("%d words" % len(sequences[0]), "%d words" % len(sequences[1])))
-        return ["words differ from %s, now %s; said \"%s\"" % (*differ, there.said[-200:])]
+        differ = next((pair for pair in zip(*lines) if pair[0] != pair[1]), ([], []))
+        return ["lines differ from %s, now %s; said \"%s\""
+                % (*(" ".join(line) for line in differ), there.said[-200:])]
+
+    def lines_of(self, path):
+        """The words of each line that has some."""
+        with open(path, encoding="utf-8", errors="replace") as file:
+            lines = re.split("[\n\u2028]", file.read().lower())
+        found = [[word for word in words(line) if word in self.expected and word[0] == "q"]
+                 for line in lines]
+        return [line for line in found if line]
