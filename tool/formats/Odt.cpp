@@ -84,10 +84,13 @@ void dropOddCharacters(QTextDocument *text)
 }
 
 // Qt's writer knows no names of places, and puts a line feed between the parts of a link: a blank.
-void dropNamesOfPlaces(QTextDocument *text)
+// A link around a picture it never ends, so that all the rest would stand in it.
+void keepLinksOfText(QTextDocument *text)
 {
     changeAllFormats(text, [](QTextCharFormat &format) {
         format.clearProperty(QTextFormat::AnchorName);
+        if (format.objectType() != QTextFormat::NoObject)
+            format.clearProperty(QTextFormat::AnchorHref);
         if (format.anchorHref().isEmpty())
             format.clearProperty(QTextFormat::IsAnchor);
     });
@@ -118,7 +121,8 @@ bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes
 {
     prepareForQt(document, options.paperOrLetter(), pixelsPerPoint);
     dropScriptLinks(&document.text);
-    dropNamesOfPlaces(&document.text);
+    keepLinksOfText(&document.text);
+    dropStrayObjects(&document.text);
     nameFonts(&document.text);
     dropOddCharacters(&document.text);
     boundLists(&document.text);
