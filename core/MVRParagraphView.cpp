@@ -23,6 +23,9 @@ constexpr int viewedProperties[]
 constexpr int scaledProperties[]
     = {QTextFormat::BlockLeftMargin, QTextFormat::BlockRightMargin, QTextFormat::TextIndent,
        QTextFormat::BlockTopMargin, QTextFormat::BlockBottomMargin};
+// Beyond them, and with what is no number, a layout never comes back.
+constexpr double maxTextWidth = 100000.0;
+constexpr double maxScale = 100.0;
 constexpr int viewedCount = int(std::size(viewedProperties));
 constexpr int keptCount = 2 * viewedCount; // as they were, and as the view has them
 
@@ -62,7 +65,7 @@ MVRParagraphView::~MVRParagraphView()
 
 void MVRParagraphView::setTextWidth(double width)
 {
-    if (width <= 0 || qFuzzyCompare(width, m_textWidth))
+    if (!(width > 0 && width <= maxTextWidth) || qFuzzyCompare(width, m_textWidth))
         return;
     m_textWidth = width;
     if (m_document)
@@ -71,7 +74,7 @@ void MVRParagraphView::setTextWidth(double width)
 
 void MVRParagraphView::setScale(double factor)
 {
-    if (factor <= 0 || qFuzzyCompare(factor, m_scale))
+    if (!(factor > 0 && factor <= maxScale) || qFuzzyCompare(factor, m_scale))
         return;
     m_scale = factor;
     if (m_document)

@@ -43,7 +43,8 @@ public:
         Sets the distance between the text margins, from which right indents are measured; 468
         points (letter paper) before the first call. A change ends the undo history.
 
-        \param width  in the document's units (points at 72 dpi); at most 0 is ignored
+        \param width  in the document's units (points at 72 dpi); at most 0, more than
+                      100,000 and what is no number are ignored
     */
     void setTextWidth(double width);
     /*! The distance between the text margins, in the document's units. */
@@ -56,7 +57,7 @@ public:
         they are: with logicalDpiY() / 72.0 both are of one measure. A change ends the undo
         history.
 
-        \param factor  pixels per point; at most 0 is ignored
+        \param factor  pixels per point; at most 0, more than 100 and what is no number are ignored
     */
     void setScale(double factor);
     /*! Pixels per point; 1 before the first setScale(). */

@@ -27,6 +27,7 @@
 #include <QTextTable>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -89,16 +90,25 @@ bool isApplicationParagraph(const QTextBlockFormat &format)
         || format.hasProperty(MVRTextFormat::BlockRightIndentProperty) || lineSpacing(format);
 }
 
+// A layout does not come back from any number that a host may set.
+double boundedIndent(double indent)
+{
+    constexpr double longest = 100000.0;
+    return std::isnan(indent) ? 0.0 : qBound(-longest, indent, longest);
+}
+
 void translateIndents(QTextBlockFormat &format, double textWidth)
 {
-    const double left = format.doubleProperty(MVRTextFormat::BlockLeftIndentProperty);
+    const double left
+        = boundedIndent(format.doubleProperty(MVRTextFormat::BlockLeftIndentProperty));
     if (format.hasProperty(MVRTextFormat::BlockLeftIndentProperty)) {
         format.setLeftMargin(format.leftMargin() + left);
         if (format.hasProperty(QTextFormat::TextIndent))
             format.setTextIndent(format.textIndent() - left);
     }
     // A right edge that leaves no room for text is a broken one: the text keeps its full width.
-    const double right = format.doubleProperty(MVRTextFormat::BlockRightIndentProperty);
+    const double right
+        = boundedIndent(format.doubleProperty(MVRTextFormat::BlockRightIndentProperty));
     if (right > left)
         format.setRightMargin(textWidth - right);
     format.clearProperty(MVRTextFormat::BlockLeftIndentProperty);
@@ -112,7 +122,8 @@ void translateSpacing(QTextBlockFormat &format)
         return;
     // With a base the number is a height on that base and no multiple: such text is single-spaced.
     const bool isMultiple = !format.hasProperty(MVRTextFormat::LineSpacingBaseProperty);
-    if (isMultiple && *spacing > 0.0 && !qFuzzyCompare(*spacing, 1.0))
+    constexpr double most = 100.0;
+    if (isMultiple && *spacing > 0.0 && *spacing <= most && !qFuzzyCompare(*spacing, 1.0))
         format.setLineHeight(*spacing * 100.0, QTextBlockFormat::ProportionalHeight);
     format.clearProperty(MVRTextFormat::LineSpacingProperty);
     format.clearProperty(MVRTextFormat::LineSpacingBaseProperty);

@@ -35,6 +35,7 @@ class TestMisuseValues : public QObject
 
 private Q_SLOTS:
     void takesOddNumbers();
+    void boundsNumbers();
     void writesNoScreenplay();
     void readsNoScreenplay();
     void paintsNothing();
@@ -90,6 +91,45 @@ void TestMisuseValues::takesOddNumbers()
     highlighter.setTint(MVRTextNote::Comment, QColor());
     highlighter.setTextColor(QColor());
     QVERIFY(!highlighter.tint(MVRTextNote::Comment).isValid());
+}
+
+/*! Numbers that are too large for a file or a layout are the largest that it takes. */
+void TestMisuseValues::boundsNumbers()
+{
+    QTextDocument document;
+    QTextCursor cursor(&document);
+    QTextListFormat list;
+    list.setIndent(least);
+    cursor.insertList(list);
+    QTextCharFormat letters;
+    letters.setProperty(QTextFormat::FontPixelSize, most);
+    cursor.insertText(QStringLiteral("large"), letters);
+    QTextBlockFormat heading;
+    heading.setHeadingLevel(1);
+    letters.clearProperty(QTextFormat::FontPixelSize);
+    letters.setProperty(QTextFormat::FontPointSize, -1e300);
+    cursor.insertBlock(heading, letters);
+    cursor.insertText(QStringLiteral("none"));
+    const QByteArray rtf = MVRTextDoc::toRtf(&document);
+    QVERIFY2(rtf.contains("\\fs20000"), rtf);
+    QVERIFY2(!rtf.contains("\\ilvl8"), rtf);
+
+    QTextDocument shown;
+    QTextBlockFormat odd;
+    odd.setProperty(MVRTextFormat::BlockLeftIndentProperty, 1e300);
+    odd.setProperty(MVRTextFormat::BlockRightIndentProperty, qInf());
+    odd.setProperty(MVRTextFormat::LineSpacingProperty, 1e300);
+    QTextCursor(&shown).insertBlock(odd);
+    MVRParagraphView view(&shown);
+    for (const double number : {0.0, -1.0, 1e308, qQNaN(), qInf()}) {
+        view.setTextWidth(number);
+        view.setScale(number);
+    }
+    QCOMPARE(view.textWidth(), 468.0);
+    QCOMPARE(view.scale(), 1.0);
+    const QTextBlockFormat bounded = shown.lastBlock().blockFormat();
+    QCOMPARE(bounded.leftMargin(), 100000.0);
+    QCOMPARE(bounded.lineHeightType(), int(QTextBlockFormat::SingleHeight));
 }
 
 void TestMisuseValues::writesNoScreenplay()

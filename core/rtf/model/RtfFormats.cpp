@@ -212,8 +212,8 @@ RtfCharProps fromCharFormat(const QTextCharFormat &source, bool linked, RtfResou
     if (size > 0)
         props.size = qBound(1, qRound(qMin(size * 2, double(rtfMaxFontSize))), rtfMaxFontSize);
     else if (format.hasProperty(QTextFormat::FontPixelSize)) // at Qt's 96 dots to the inch
-        props.size = qBound(1, qRound(format.intProperty(QTextFormat::FontPixelSize) * 1.5),
-                            rtfMaxFontSize);
+        props.size = qRound(qBound(1.0, format.intProperty(QTextFormat::FontPixelSize) * 1.5,
+                                   rtfMaxFontSize * 1.0));
     props.bold = format.fontWeight() > QFont::Medium ? 1 : 0;
     props.italic = format.fontItalic() ? 1 : 0;
     props.underline = format.underlineStyle() == QTextCharFormat::SpellCheckUnderline

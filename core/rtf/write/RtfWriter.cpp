@@ -149,7 +149,7 @@ void RtfWriter::writeBlockFormat(const QTextBlock &block, int tableLevel)
         place.textWidth = m_page.textWidth();
         if (const QTextList *list = block.textList()) {
             place.list = listNumber(list);
-            place.listLevel = qBound(0, list->format().indent() - 1, RtfLists::levels - 1);
+            place.listLevel = qBound(1, list->format().indent(), RtfLists::levels) - 1;
         }
         const RtfParaProps props = RtfFormats::fromBlockFormat(
             MVRParagraphView::ownFormat(block.blockFormat()), place, &m_resources);
@@ -183,7 +183,7 @@ void RtfWriter::keepHeadingLook(const QTextBlock &block, int level)
     const double size = pointSizeOf(format, m_resources.baseSize);
     RtfCharProps look;
     look.font = m_resources.fontNumber(MVRToolkit::fontFamily(format));
-    look.size = qBound(0, qRound(qMin(size * 2, double(rtfMaxFontSize))), rtfMaxFontSize);
+    look.size = qRound(qBound(0.0, size * 2, double(rtfMaxFontSize)));
     look.bold = format.fontWeight() > QFont::Medium ? 1 : 0;
     look.italic = format.fontItalic() ? 1 : 0;
     QByteArray words;
