@@ -14,9 +14,14 @@ COMMANDS = {
     "rtf-odt": ("rtf", ["convert", "{source}", "{folder}/out.odt"]),
     "rtf-notes": ("rtf", ["notes", "{source}"]),
     "rtf-md": ("rtf", ["convert", "{source}", "{folder}/out.md"]),
+    "rtf-margin": ("rtf", ["convert", "--notes", "margin", "{source}", "{folder}/out.pdf"]),
+    "rtf-inspector": ("rtf", ["notes", "--make", "inspector", "--trim", "{source}", "-o",
+                              "{folder}/out.rtf"]),
+    "rtf-append": ("rtf", ["append", "{source}", "{source}", "-o", "{folder}/out.rtf"]),
     "fdx": ("fdx", ["convert", "{source}", "{folder}/out.fdx"]),
     "fdx-pdf": ("fdx", ["convert", "{source}", "{folder}/out.pdf"]),
     "fdx-rtf": ("fdx", ["convert", "{source}", "{folder}/out.rtf"]),
+    "fdx-pages": ("fdx", ["pages", "{source}"]),
     "html": ("html", ["convert", "{source}", "{folder}/out.rtf"]),
     "html-html": ("html", ["convert", "{source}", "{folder}/out.html"]),
     "html-bbcode": ("html", ["convert", "{source}", "{folder}/out.bbcode"]),
@@ -26,11 +31,16 @@ COMMANDS = {
     "md-html": ("md", ["convert", "{source}", "{folder}/out.html"]),
     "md-pdf": ("md", ["convert", "{source}", "{folder}/out.pdf"]),
     "md": ("md", ["convert", "{source}", "{folder}/out.rtf"]),
+    "md-append": ("md", ["append", "--page-break", "{source}", "{source}", "-o",
+                         "{folder}/out.md"]),
+    "md-book": ("md", ["endnotes", "--style", "ebook", "{source}", "-o", "{folder}/out.html",
+                       "--notes-out", "{folder}/out.xhtml"]),
     "txt": ("txt", ["convert", "{source}", "{folder}/out.rtf"]),
     "txt-fdx": ("txt", ["convert", "{source}", "{folder}/out.fdx"]),
     "txt-html": ("txt", ["convert", "{source}", "{folder}/out.html"]),
     "txt-pdf": ("txt", ["convert", "{source}", "{folder}/out.pdf"]),
     "txt-markup": ("txt", ["markup", "--read", "{source}", "-o", "{folder}/out.rtf"]),
+    "txt-endnotes": ("txt", ["endnotes", "{source}", "-o", "{folder}/out.rtf"]),
     "txt-replace": ("txt", ["replace", "--find", "a", "--with", "bb", "{source}", "-o",
                             "{folder}/out.txt"]),
     "txt-count": ("txt", ["count", "{source}"]),
@@ -60,6 +70,18 @@ def nested(head, opening, inner, closing, tail=""):
     return make
 
 
+def in_turn(head, parts, tail=""):
+    """Each of the parts in turn, numbered where they have a %d."""
+    def make(size):
+        pieces = []
+        length = 0
+        while length < size:
+            pieces.append(parts[len(pieces) % len(parts)].replace("%d", str(len(pieces))))
+            length += len(pieces[-1])
+        return (head + "".join(pieces) + tail).encode()
+    return make
+
+
 def halves(head, first, middle, second, tail=""):
     """Many of one thing, then many of another that looks through the first."""
     def make(size):
@@ -70,6 +92,8 @@ def halves(head, first, middle, second, tail=""):
 
 R = "{\\rtf1\\ansi "
 RF = "{\\rtf1\\ansi{\\fonttbl{\\f0 Serif;}}"
+LIST = ("{\\*\\listtable{\\list" + "{\\listlevel\\levelnfc0}" * 9 + "\\listid1}}"
+        "{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}}")
 ROW = "\\trowd\\cellx1000\\cellx2000 a\\intbl\\cell b\\cell\\row "
 
 RTF = {
@@ -208,6 +232,43 @@ RTF = {
     "codes of footnotes": repeated(R, "\\{\\'5cMvrn_fn=a\\'5cend_Mvrn_fn\\} ", "}"),
     "opening codes": repeated(R, "\\{\\'5cMvrn_fn=", "}"),
     "closing codes": repeated(R, "\\'5cend_Mvrn_fn\\} ", "}"),
+    "lists in cells in footnotes": repeated(
+        R + LIST, "\\trowd\\cellx3000\\intbl\\ls1{\\listtext 1.}a{\\footnote \\ls1 x\\par"
+        "{\\trowd\\cellx900 y\\intbl\\cell\\row}}{\\*\\annotation c}\\cell\\row\\pard ", "}"),
+    "levels of lists in turn": repeated(
+        R + LIST, "\\pard\\ls1\\ilvl0 a\\par\\pard\\ls1\\ilvl8 b\\par ", "}"),
+    "comments over footnotes": repeated(
+        R, "{\\*\\atrfstart %d}a{\\footnote f} b{\\footnote g}{\\*\\atrfend %d}{\\*\\annotation"
+        "{\\*\\atnref %d}c} ", "}"),
+    "comments that end first": halves(R, "{\\*\\atrfend %d}a ", "", "{\\*\\atrfstart %d}"
+                                      "{\\*\\annotation{\\*\\atnref %d}b}", "}"),
+    "one comment over rows": repeated(R + "{\\*\\atrfstart 1}", ROW, "{\\*\\atrfend 1}"
+                                      "{\\*\\annotation{\\*\\atnref 1}c}}"),
+    "fields in fields": repeated(
+        R, "{\\field{\\*\\fldinst IF {\\field{\\*\\fldinst PAGE}{\\fldrslt 1}} = 1}{\\fldrslt "
+        "{\\field{\\*\\fldinst HYPERLINK \"y%d\"}{\\fldrslt z}}}}", "}"),
+    "one field over paragraphs": repeated(
+        R + "{\\field{\\*\\fldinst TOC}{\\fldrslt ", "abcdefgh\\par ", "}}}"),
+    "text boxes with notes": repeated(R, "a{\\shp{\\*\\shpinst{\\shptxt b{\\footnote c"
+                                      "{\\*\\annotation d}}\\par}}} ", "}"),
+    "text boxes in headers": repeated(R, "{\\header{\\shp{\\*\\shpinst{\\shptxt b\\par}}}}d\\par ",
+                                      "}"),
+    "tracked changes": repeated(R + "{\\*\\revtbl{A;}{B;}}", "{\\revised\\revauth1\\revdttm%d a}"
+                                "{\\deleted\\revauthdel1 b} ", "}"),
+    "formulas": nested(
+        R + "{\\mmath{\\*\\moMath", "{\\mf{\\mnum{\\mr a}}{\\mden ", "b", "}}", "}}}"),
+    "sets of characters in turn": repeated(
+        R + "{\\fonttbl{\\f0\\fcharset128 A;}{\\f1\\fcharset177 C;}}", "\\f0\\'83\\'4a\\f1\\'e0",
+        "}"),
+    "codes over runs": repeated(
+        R, "\\{{\\b \\'5cMvrn}{\\i _fn=}a{\\footnote b}\\'5cend_{\\ul Mvrn_fn}\\} ", "}"),
+    "codes over cells": repeated(
+        R, "\\trowd\\cellx900\\cellx1800\\intbl x\\{\\'5cMvrn_fn=a\\cell b"
+        "\\'5cend_Mvrn_fn\\}\\cell\\row ",
+        "}"),
+    "parts of tables in turn": in_turn(
+        R, ["\\cell ", "\\trowd\\cellx9", "\\row ", "\\nestcell ", "\\intbl a", "\\par ",
+            "\\itap3 ", "{\\*\\nesttableprops\\nestrow}", "\\pard "], "}"),
     "carriage returns": repeated(R, "\\\r\n", "}"),
     "null bytes": repeated(R, "\0", "a}"),
     "not RTF": repeated("", "abc"),
@@ -234,6 +295,35 @@ FDX = {
     "notes in one paragraph": repeated(F + "<Paragraph><Text>word</Text>", NOTE,
                                        "</Paragraph>" + FE),
     "notes without words": repeated(F, "<Paragraph>" + NOTE + "</Paragraph>", FE),
+    "notes of ranges": halves(
+        "<FinalDraft Version=\"5\"><Content>", PARAGRAPH, "</Content><ScriptNotes>",
+        "<ScriptNote Range=\"%d,9%d\"><Paragraph><Text>n</Text></Paragraph></ScriptNote>",
+        "</ScriptNotes></FinalDraft>"),
+    "notes of one range": repeated(
+        "<FinalDraft Version=\"5\"><Content>" + PARAGRAPH + "</Content><ScriptNotes>",
+        "<ScriptNote Range=\"0,1\"><Paragraph><Text>n</Text></Paragraph></ScriptNote>",
+        "</ScriptNotes></FinalDraft>"),
+    "notes over dual dialogue": repeated(
+        F, "<Paragraph>" + NOTE + "<DualDialogue>" + PARAGRAPH + "<Paragraph>" + NOTE
+        + "<Text>b c</Text></Paragraph></DualDialogue><Text>x</Text></Paragraph>", FE),
+    "tags": halves("<FinalDraft><TagData><Tags>", "<Tag Id=\"%d\" DefId=\"%d\" Range=\"1,2\"/>",
+                   "</Tags><TagDefinitions>", "<TagDefinition Id=\"%d\" Label=\"x\"/>",
+                   "</TagDefinitions></TagData><Content>" + PARAGRAPH + FE),
+    "revisions": repeated(F, "<Paragraph><Text RevisionID=\"%d\">a</Text>"
+                          "<Text RevisionID=\"1\">b</Text></Paragraph>", FE),
+    "deep alternatives": repeated(
+        F, "<Paragraph>" + "<Alts><Alt><Paragraph>" * 20 + "<Text>b</Text>"
+        + "</Paragraph></Alt></Alts>" * 20 + "<Text>a</Text></Paragraph>", FE),
+    "speeches": repeated(
+        F, "<Paragraph Type=\"Character\"><Text>A</Text></Paragraph><Paragraph Type=\"Dialogue\">"
+        "<Text>Words. More.</Text></Paragraph>", FE),
+    "one speech": repeated(F + "<Paragraph Type=\"Dialogue\">", "<Text Style=\"Bold\">wo</Text>"
+                           "<Text AdornmentStyle=\"-1\">rd. </Text>", "</Paragraph>" + FE),
+    "scenes": repeated(
+        F, "<Paragraph Type=\"Scene Heading\" Number=\"%d\"><SceneProperties><Summary><Paragraph>"
+        "<Text>s</Text></Paragraph></Summary></SceneProperties><Text>A</Text></Paragraph>", FE),
+    "codes over runs": repeated(F + "<Paragraph>", "<Text>{\\Mvrn_</Text><Text Style=\"Bold\">fn=a"
+                                "\\end_Mvrn_fn} </Text>", "</Paragraph>" + FE),
     "long note": repeated(F + "<Paragraph><Text>w</Text><ScriptNote>", PARAGRAPH,
                           "</ScriptNote></Paragraph>" + FE),
     "nested notes": nested(F + "<Paragraph>", "<ScriptNote><Paragraph>", "<Text>a</Text>",
@@ -378,6 +468,18 @@ HTML = {
     "widths of columns": repeated(H, "<table><tr><td width=%d>a</td></tr></table>"),
     "fonts of styles": repeated(H, "<span style='font-family:A,F%d'>a</span>"),
     "fonts in lists": repeated(H, "<font face='A,F%d'>a</font>"),
+    "crossing tags": repeated(H, "<b>a<i>b</b>c<u>d</i>e</u>"),
+    "lists and tables in lists": repeated(
+        H, "<ul><li>a<ol><li>b<table><tr><td>c<ul><li>d</ul></td></tr></table></ol></ul>"),
+    "spans of all kinds": repeated(
+        H + "<table>", "<tr><td rowspan=3>a</td><td colspan=2>b</td></tr><tr><td>c</td></tr>"
+        "<tr><td rowspan=2 colspan=2>d</td></tr>", "</table>"),
+    "directions": repeated(H, "<p dir='rtl'>a<bdo dir=ltr>b</bdo>\u05d0\u200d\u2067c</p>"),
+    "paragraphs of an office": repeated(
+        H, "<p class=MsoNormal style='mso-list:l%d level1 lfo1'><![if !supportLists]>1.<span "
+        "style='font:7.0pt \"T\"'>&nbsp;</span><![endif]>a<o:p></o:p></p>"),
+    "pictures in links": repeated(H, "<p><a href='z%d'><img src='x%d.png'></a></p>"),
+    "pictures of broken code": repeated(H, "<p><img src='data:image/png;base64,%d!'>a"),
     "block quotes": nested(H, "<blockquote>", "a", "</blockquote>"),
     "definition lists": repeated(H + "<dl>", "<dt>a<dd>b"),
     "text": repeated(H, "abc def "),
@@ -399,6 +501,12 @@ TXT = {
     "form feeds": repeated("", "a\f"),
     "letters beyond the first plane": repeated("", "\U0001F600"),
     "signs of objects": repeated("", "a\ufffc"),
+    "UTF-16": lambda size: b"\xff\xfe" + ("a b\n" * (size // 8)).encode("utf-16-le"),
+    "broken bytes": lambda size: b"\xffa\xc3\n" * (size // 4),
+    "families": repeated("", "\U0001F468\u200d\U0001F469"),
+    "levels of direction": nested("", "\u2067a\u05d0 ", "b", "\u2069"),
+    "speeches": repeated("", "INT. A - DAY\n\nAction.\n\nANNA\n(low)\nWords.\n\n"),
+    "dots": repeated("", ". ! ? .) \" "),
     "Thai": repeated("", "\u0e44\u0e17\u0e22"),
 }
 
@@ -413,6 +521,12 @@ MARKUP = {
     "closing codes": repeated("", "\\end_Mvrn_fn}"),
     "opening and closing codes": halves("", "{\\Mvrn_fn=", "", "\\end_Mvrn_fn}"),
     "pairs of two kinds": repeated("", "{\\Mvrn_fn={\\Mvrn_ps=a\\end_Mvrn_fn}\\end_Mvrn_ps}"),
+    "codes half closed": in_turn("", ["{\\Mvrn_fn=a", "\\end_Mvrn_annot} ", "{\\Mvrn_ps=b",
+                                      "\\end_Mvrn_fn} "]),
+    "footnotes without words": repeated("", "{\\Mvrn_fn=b\\end_Mvrn_fn}"),
+    "pictures in footnotes": repeated("", "a{\\Mvrn_fn={$MVRImageLink[w:3;h:2]=x%d.png}"
+                                      "\\end_Mvrn_fn} "),
+    "footnotes over lines": repeated("", "a{\\Mvrn_fn=b\nc\n\nd\\end_Mvrn_fn}\n"),
     "colours": repeated("{\\Mvrn_annot\\color={\\R=", "0.", "\\G="),
     "markers": repeated("", "<$MvrKeepWithNext>"),
     "pictures": repeated("", "{$MVRImageLink[w:3;h:2]=x%d.png}"),
@@ -463,6 +577,21 @@ MD = {
     "footnotes in one word": halves("", "a[^%d]", "\n\n", "[^%d]: x\n\n"),
     "chained footnotes": halves("", "a[^%d] ", "\n\n", "[^%d]: x[^1%d]\n\n"),
     "comments": repeated("", "a <!-- b --> "),
+    "quotes of lists of quotes": repeated(
+        "", "> - a\n>   > 1. b\n>   >    | c | d |\n>   >    |---|---|\n>   >    | e[^1] | f |\n\n",
+        "\n[^1]: x\n"),
+    "tables with footnotes": halves("| a | b |\n|---|---|\n", "| c[^%d] | **d** |\n", "\n",
+                                    "[^%d]: e\n\n"),
+    "footnotes with tables and lists": halves(
+        "", "a[^%d] ", "\n\n", "[^%d]: b\n\n    | c | d |\n    |---|---|\n    | e | f |\n\n"
+        "    - g\n      1. h\n\n"),
+    "comments over footnotes": halves("", "{==a[^%d] b==}{>>c<<} ", "\n\n", "[^%d]: d\n\n"),
+    "comments over paragraphs": repeated("", "{==a\n\nb==}{>>c\n\nd<<}\n\n"),
+    "one footnote at each word": repeated("[^1]: b c\n\n", "word[^1] "),
+    "strikes over code": repeated("", "~~a `b~~ c` ~d~ "),
+    "HTML around paragraphs": repeated(
+        "", "<div><p>a</p>\n\n**b** <span style='color:red'>c</span>\n</div>\n\n"),
+    "pictures in links in tables": repeated("|a|\n|-|\n", "|[![b](c%d.png)](d%d)|\n"),
 }
 
 
@@ -476,7 +605,11 @@ def shapes():
     for command, names in {
         "rtf-html": ("fields", "one paragraph of formats", "rows", "long title", "lists used"),
         "rtf-bbcode": ("fields", "one paragraph of formats", "old lists", "long title"),
-        "rtf-fdx": ("footnotes", "one paragraph of formats", "rows", "paragraph formats"),
+        "rtf-fdx": ("footnotes", "one paragraph of formats", "rows", "paragraph formats",
+                    "codes over runs", "comments over footnotes"),
+        "rtf-margin": ("comments over footnotes", "annotations in one word"),
+        "rtf-inspector": ("codes over runs", "codes over cells", "codes of footnotes"),
+        "rtf-append": ("levels of lists in turn", "comments over footnotes"),
         "rtf-inline": ("footnotes", "annotations", "annotations in one word",
                        "overlapping annotations"),
         "rtf-endnotes": ("footnotes", "footnotes apart", "footnotes in one word",
@@ -494,6 +627,8 @@ def shapes():
     for name in ("notes", "notes in one run", "runs", "types", "settings and types"):
         yield "fdx: " + name, "fdx-rtf", FDX[name]
         yield "fdx: " + name, "fdx-pdf", FDX[name]
+    for name in ("speeches", "one speech", "scenes", "notes over dual dialogue"):
+        yield "fdx: " + name, "fdx-pages", FDX[name]
     for command in ("html-odt", "html-pdf"):
         for name in ("cells", "rows", "lists", "spans", "cells of odd spacing", "deep lists",
                      "halves of pairs", "cells in tables"):
@@ -503,7 +638,15 @@ def shapes():
     for command in ("md-md", "md-html"):
         for name in ("footnotes", "footnotes in one word", "comments", "tables", "emphasis"):
             yield "md: " + name, command, MD[name]
-    for name in ("footnotes", "references used", "references in pictures", "lists apart"):
+    yield "html: pictures in links", "html-odt", HTML["pictures in links"]
+    for name in ("footnotes without words", "codes half closed", "pictures in footnotes"):
+        yield "txt: " + name, "txt-endnotes", MARKUP[name]
+    for name in ("footnotes", "one footnote at each word"):
+        yield "md: " + name, "md-book", MD[name]
+    for name in ("footnotes with tables and lists", "comments over paragraphs"):
+        yield "md: " + name, "md-append", MD[name]
+    for name in ("footnotes", "references used", "references in pictures", "lists apart",
+                 "strikes over code", "tables with footnotes"):
         yield "md: " + name, "md-pdf", MD[name]
     for name in ("links", "headings", "names", "places and links"):
         yield "html: " + name, "html-pdf", HTML[name]

@@ -118,6 +118,9 @@ public:
     void read(QTextDocument *document) const
     {
         const QVector<CodePair> pairs = codePairs(document, m_opening, m_closing);
+        if (pairs.isEmpty())
+            return;
+        const EditBlock editBlock(document);
         QTextCharFormat mark;
         mark.setProperty(m_property, true);
         QTextCursor cursor(document);

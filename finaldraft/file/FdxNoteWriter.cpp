@@ -303,15 +303,18 @@ bool FdxWriter::isRunFile() const
 }
 
 /*! The text that a note is about; an inline one is about the word before it. */
-MVRTextRange FdxWriter::anchorOf(const FdxDocumentNote &note) const
+MVRTextRange FdxWriter::anchorOf(const FdxDocumentNote &note)
 {
     if (!note.isInline)
         return MVRTextRange(note.start, note.end);
     const FdxEntry &entry = m_match.entries[note.entry];
-    const QString text = entry.text();
-    MVRTextRange word = fdxWordBefore(text, note.start - entry.position);
+    if (note.entry != m_anchorEntry) {
+        m_anchorEntry = note.entry;
+        m_anchorText = entry.text();
+    }
+    MVRTextRange word = fdxWordBefore(m_anchorText, note.start - entry.position);
     if (word.start == word.end)
-        word = fdxFirstWord(text, 0);
+        word = fdxFirstWord(m_anchorText, 0);
     return MVRTextRange(entry.position + word.start, entry.position + word.end);
 }
 
@@ -328,11 +331,12 @@ void FdxWriter::writeNewNotes()
         const FdxEntry &entry = m_match.entries[note.entry];
         const bool isOnTitlePage
             = entry.container >= 0 && m_script.containers().value(entry.container).isTitlePage;
+        const MVRTextRange anchor = anchorOf(note);
         if (isRangeFile() && !isOnTitlePage)
-            rangeNotes += fdxNewLine(m_tree) + "    " + newNote(note, ++id);
+            rangeNotes += fdxNewLine(m_tree) + "    " + newNote(note, anchor, ++id);
         else
             m_newIn[note.entry].append(
-                {isRunFile() ? anchorOf(note).end - entry.position : -1, newNote(note, 0)});
+                {isRunFile() ? anchor.end - entry.position : -1, newNote(note, anchor, 0)});
     }
     if (!rangeNotes.isEmpty())
         addRangeNotes(rangeNotes);
@@ -354,7 +358,7 @@ void FdxWriter::addRangeNotes(const QByteArray &elements)
             {m_tree.gapStart(span.innerEnd), m_tree.gapStart(span.innerEnd), elements});
 }
 
-QByteArray FdxWriter::newNote(const FdxDocumentNote &note, int id) const
+QByteArray FdxWriter::newNote(const FdxDocumentNote &note, const MVRTextRange &anchor, int id) const
 {
     const QDateTime date = note.format.property(MVRTextFormat::CommentDateProperty).toDateTime();
     const QByteArray time = date.isValid() ? fileTime(date) : now();
@@ -365,10 +369,9 @@ QByteArray FdxWriter::newNote(const FdxDocumentNote &note, int id) const
         + "\" DateTime=\"" + time + '"';
     QByteArray tag;
     if (id > 0) {
-        const MVRTextRange range = anchorOf(note);
         tag = "<ScriptNote" + common + " Id=\"" + QByteArray::number(id) + "\" Name=\"\" Range=\""
-            + QByteArray::number(numberOf(range.start)) + ','
-            + QByteArray::number(numberOf(range.end)) + "\" Type=\"\" WriterName=\"" + author
+            + QByteArray::number(numberOf(anchor.start)) + ','
+            + QByteArray::number(numberOf(anchor.end)) + "\" Type=\"\" WriterName=\"" + author
             + "\">";
     } else if (!isRunFile()) {
         tag = "<ScriptNote Author=\"" + author + '"' + common + " Name=\"\" Type=\"\">";

@@ -136,8 +136,8 @@ private:
     FdxSplices childSplices(int entry) const;
     FdxSplice childSplice(int index, const NewNote &note, const QVector<FdxRun> &runs,
                           const QVector<int> &ends) const;
-    MVRTextRange anchorOf(const FdxDocumentNote &note) const;
-    QByteArray newNote(const FdxDocumentNote &note, int id) const;
+    MVRTextRange anchorOf(const FdxDocumentNote &note);
+    QByteArray newNote(const FdxDocumentNote &note, const MVRTextRange &anchor, int id) const;
     QByteArray noteParagraphs(const FdxDocumentNote &note) const;
     bool isRangeFile() const;
     bool isRunFile() const;
@@ -170,5 +170,7 @@ private:
     QHash<int, QVector<int>> m_goneIn; // by paragraph: notes that go out of it
     QHash<int, QVector<int>> m_changedIn; // by paragraph: notes whose content was changed
     QHash<int, QVector<NewNote>> m_newIn; // by entry: notes that come into it
+    int m_anchorEntry = -1; // the last one with an inline note
+    QString m_anchorText; // of that entry, which may have many
     QVector<int> m_numbers; // by entry: the number that ranges count it from
 };

@@ -42,6 +42,9 @@ const char examples[] = R"(  mvrtext endnotes paper.rtf -o paper.html
 
 constexpr int maxFirst = std::numeric_limits<int>::max();
 
+// Of characters. Qt compares formats that differ in a list alone with each other, one by one.
+constexpr int noteNumberProperty = QTextFormat::UserProperty + 0xf02;
+
 /*! What the user asked for, checked. */
 struct EndNotes
 {
@@ -137,6 +140,7 @@ void appendNote(QTextCursor &cursor, const QTextDocumentFragment &note, qint64 n
     if (MVRFormat::isEBook(endNotes.style.format())) {
         place.setAnchor(true);
         place.setAnchorNames({QStringLiteral("fn%1").arg(number)});
+        place.setProperty(noteNumberProperty, int(number - endNotes.first));
     }
     if (isMarkdown)
         place.setProperty(MarkdownFormat::literalProperty, true);

@@ -12,6 +12,7 @@
 
 #include <core/MVRTextRange.h>
 #include <core/MVRToolkit.h>
+#include <core/document/EditBlock_p.h>
 #include <core/document/LongParagraphs_p.h>
 #include <pages/MVRScreenplayFace.h>
 
@@ -50,6 +51,7 @@ void nameOwnFace(QTextDocument &text)
         return;
     QTextCharFormat ownFace;
     MVRToolkit::setFontFamily(&ownFace, MVRScreenplayFace::family());
+    const EditBlock edit(&text);
     for (const MVRTextRange &place : qAsConst(places))
         place.toTextCursor(&text).mergeCharFormat(ownFace);
 }
