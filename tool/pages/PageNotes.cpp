@@ -207,6 +207,8 @@ bool NoteLayout::prepare(QTextDocument &text) const
     text.documentLayout()->documentSize();
     if (takeFloatsFromTables(text, m_room.width()))
         text.documentLayout()->documentSize();
+    if (keepTablesOnPage(text, {m_room.width(), 0.0}))
+        text.documentLayout()->documentSize();
     keepLongParagraphs(text);
     return true;
 }

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <tool/pages/PageWidths.h>
 
+#include <core/MVRTextRange.h>
+
+#include <QAbstractTextDocumentLayout>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextFragment>
 #include <QTextList>
 #include <QTextTable>
 #include <QVector>
@@ -11,6 +15,12 @@
 #include <cmath>
 
 namespace {
+
+/*! What columns without a width of their own are taken for. */
+enum class WidthSharing {
+    Any, /*!< as wide as they may be, which they are where the others hold little */
+    Even /*!< all of one width */
+};
 
 int indentsOf(const QTextBlock &block)
 {
@@ -101,37 +111,59 @@ void keepTable(QTextTable &table, double lines, double margin)
     table.setFormat(format);
 }
 
-/*! The room for text in a cell of a table with so much room: no less than it gets. */
-double widthOfCell(const QTextTable &table, const QTextTableCell &cell, double room)
+/*! What columns of a width of their own leave to each of the others. */
+double widthOfOthers(const QTextTable &table, double room, WidthSharing sharing)
+{
+    const QVector<QTextLength> columns = table.format().columnWidthConstraints();
+    double width = room;
+    int others = table.columns() - columns.size();
+    for (const QTextLength &column : columns) {
+        if (column.type() == QTextLength::VariableLength)
+            ++others;
+        else
+            width -= column.value(room);
+    }
+    return qMax(0.0, sharing == WidthSharing::Even ? width / qMax(1, others) : width);
+}
+
+/*! The room for text in a cell of a table with so much room. */
+double widthOfCell(const QTextTable &table, const QTextTableCell &cell, double room,
+                   double widthOfOthers)
 {
     const QTextTableFormat format = table.format();
     const QVector<QTextLength> columns = format.columnWidthConstraints();
     double width = 0.0;
     for (int i = cell.column(); i < cell.column() + cell.columnSpan(); ++i) {
         const QTextLength column = columns.value(i);
-        width += column.type() == QTextLength::VariableLength ? room - fixedWidth(columns)
-                                                              : column.value(room);
+        width += column.type() == QTextLength::VariableLength ? widthOfOthers : column.value(room);
     }
-    return qBound(1.0, width - edgesOf(format), room);
+    return qBound(1.0, width - edgesOf(format), qMax(1.0, room));
 }
 
 /*! Goes through a text with the width that its lines have in each frame and cell. */
 class WidthKeeper
 {
 public:
-    WidthKeeper(QTextDocument &text, const PageWidths &widths, double inch)
+    WidthKeeper(QTextDocument &text, const PageWidths &widths, double inch, WidthSharing sharing)
         : m_text(text)
-        , m_margin(widths.margin)
+        , m_widths(widths)
         , m_inch(inch)
+        , m_sharing(sharing)
         , m_cursor(&text)
     {
     }
 
-    void keep(double lines)
+    void keep()
     {
-        m_open.append({m_text.rootFrame()->begin(), lines, m_margin});
-        while (!m_open.isEmpty())
-            keepFlow(m_open.takeLast());
+        m_open.append({m_text.rootFrame()->begin(), m_widths.lines, m_widths.margin});
+        keepOpen();
+    }
+
+    void keep(QTextTable &table)
+    {
+        keepTable(table, m_widths.lines, 0.0);
+        openCells(table, m_widths.lines);
+        keepOpen();
     }
 
 private:
@@ -142,6 +174,12 @@ private:
         double lines;
         double margin; // into which tables may stand out
     };
+
+    void keepOpen()
+    {
+        while (!m_open.isEmpty())
+            keepFlow(m_open.takeLast());
+    }
 
     void keepFlow(Flow flow)
     {
@@ -154,17 +192,20 @@ private:
                 m_open.append({frame->begin(), flow.lines, 0.0});
             } else if (flow.parts.currentBlock().isValid()) {
                 keepParagraph(flow.parts.currentBlock(), flow.lines);
+                if (m_sharing == WidthSharing::Even)
+                    keepPictures(flow.parts.currentBlock(), flow.lines);
             }
         }
     }
 
     void openCells(const QTextTable &table, double lines)
     {
+        const double others = widthOfOthers(table, lines, m_sharing);
         for (int row = 0; row < table.rows(); ++row) {
             for (int column = 0; column < table.columns(); ++column) {
                 const QTextTableCell cell = table.cellAt(row, column);
                 if (cell.row() == row && cell.column() == column)
-                    m_open.append({cell.begin(), widthOfCell(table, cell, lines), 0.0});
+                    m_open.append({cell.begin(), widthOfCell(table, cell, lines, others), 0.0});
             }
         }
     }
@@ -172,17 +213,37 @@ private:
     void keepParagraph(const QTextBlock &block, double lines)
     {
         const double indent = indentsOf(block) * m_text.indentWidth();
-        const QTextBlockFormat kept
-            = keptOnPage(block.blockFormat(), lines - qMin(m_inch, lines / 2.0), indent, m_margin);
+        const QTextBlockFormat kept = keptOnPage(
+            block.blockFormat(), lines - qMin(m_inch, lines / 2.0), indent, m_widths.margin);
         if (kept == block.blockFormat())
             return;
         m_cursor.setPosition(block.position());
         m_cursor.setBlockFormat(kept);
     }
 
+    void keepPictures(const QTextBlock &block, double lines)
+    {
+        QVector<MVRTextRange> wide;
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment run = it.fragment();
+            if (run.charFormat().isImageFormat()
+                && run.charFormat().toImageFormat().width() > lines)
+                wide.append(MVRTextRange(run.position(), run.position() + run.length()));
+        }
+        for (const MVRTextRange &run : qAsConst(wide)) {
+            m_cursor.setPosition(run.start);
+            m_cursor.setPosition(run.end, QTextCursor::KeepAnchor);
+            QTextImageFormat picture = m_cursor.charFormat().toImageFormat();
+            picture.setHeight(qMax(1.0, picture.height() * lines / picture.width()));
+            picture.setWidth(lines);
+            m_cursor.setCharFormat(picture);
+        }
+    }
+
     QTextDocument &m_text;
-    double m_margin;
+    PageWidths m_widths;
     double m_inch;
+    WidthSharing m_sharing;
     QTextCursor m_cursor;
     QVector<Flow> m_open;
 };
@@ -194,6 +255,25 @@ void keepOnPage(QTextDocument &text, const PageWidths &widths, double inch)
     QTextCursor edit(&text);
     edit.beginEditBlock();
     boundIndentWidth(text, widths.lines - qMin(inch, widths.lines / 2.0));
-    WidthKeeper(text, widths, inch).keep(widths.lines);
+    WidthKeeper(text, widths, inch, WidthSharing::Any).keep();
     edit.endEditBlock();
+}
+
+bool keepTablesOnPage(QTextDocument &text, const PageWidths &widths)
+{
+    QVector<QTextTable *> beyond;
+    const QList<QTextFrame *> frames = text.rootFrame()->childFrames();
+    for (QTextFrame *frame : frames) {
+        auto *table = qobject_cast<QTextTable *>(frame);
+        if (table
+            && text.documentLayout()->frameBoundingRect(table).right()
+                > widths.lines + widths.margin)
+            beyond.append(table);
+    }
+    QTextCursor edit(&text);
+    edit.beginEditBlock();
+    for (QTextTable *table : qAsConst(beyond))
+        WidthKeeper(text, widths, widths.lines, WidthSharing::Even).keep(*table);
+    edit.endEditBlock();
+    return !beyond.isEmpty();
 }

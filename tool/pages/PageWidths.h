@@ -19,3 +19,12 @@ struct PageWidths
     \param inch  in units of the layout
 */
 void keepOnPage(QTextDocument &text, const PageWidths &widths, double inch);
+
+/*!
+    Makes narrower what is in tables that reach beyond the right edge of the paper all the same, by
+    pictures side by side or tables in their cells: columns without a width are taken for equal.
+
+    \param text  is laid out, and may be once more
+    \return whether there is such a table
+*/
+bool keepTablesOnPage(QTextDocument &text, const PageWidths &widths);

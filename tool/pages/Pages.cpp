@@ -194,6 +194,8 @@ void Pages::cut()
     layOut(m_text, m_setup.listener);
     if (takeFloatsFromTables(m_text, m_body.width() + m_body.left()))
         layOut(m_text, m_setup.listener);
+    if (keepTablesOnPage(m_text, {m_body.width(), m_body.left()}))
+        layOut(m_text, m_setup.listener);
     keepLongParagraphs(m_text);
     QVector<FlowItem> items = flowItems(m_text);
     int item = 0;
