@@ -343,6 +343,8 @@ std::shared_ptr<const MVRFinalDraftReader::Look> MVRFinalDraftReader::findLook(c
     if (!look->isDropped) {
         const MVRScriptElement element = findScriptElement(look->settings.type);
         look->elementBlockFormat = element.blockFormat();
+        // Where it was made from a paragraph of a list, that is one of another document.
+        look->elementBlockFormat.clearProperty(QTextFormat::ObjectIndex);
         look->elementCharFormat = element.charFormat();
         look->allCaps = (element.flags() & MVRScriptElement::AllCapsFlag)
             || look->settings.paragraphSpec.style.testFlag(MVRFinalDraft::AllCaps);

@@ -7,6 +7,7 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextList>
 #include <QTextTable>
 #include <QtTest>
 
@@ -21,6 +22,7 @@ private Q_SLOTS:
     void crossesCellsAndFrames();
     void readsOtherPrograms_data();
     void readsOtherPrograms();
+    void keepsListsOfJoinedNotes();
     void keepsThePlaceOfMarks();
     void keepsTheThreadOfReplies();
     void keepsWhoAndWhen();
@@ -302,6 +304,26 @@ void TestRtfNotes::readsOtherPrograms()
                                 &document));
     QTEST(document.toPlainText(), "text");
     QTEST(listOf(&document), "notes");
+}
+
+// Contents that become one: formats know the lists of their documents by number.
+void TestRtfNotes::keepsListsOfJoinedNotes()
+{
+    const QByteArray list
+        = "{\\footnote\\pard{\\*\\pn\\pnlvlbody\\pndec\\pnstart1{\\pntxta.}}item\\par\\pard text}";
+    QTextDocument document;
+    QVERIFY(MVRTextDoc::fromRtf("{\\rtf1 word{\\footnote plain}" + list + list + '}', &document));
+    const MVRTextCommentLinkMap notes = MVRTextDoc::commentsMap(&document, -1, -1);
+    QCOMPARE(notes.size(), 1);
+    QTextDocument content;
+    QVERIFY(MVRTextRtf::fromRtfCData(notes.first().cdata, &content));
+    QStringList items;
+    for (QTextBlock block = content.begin(); block.isValid(); block = block.next())
+        items << (block.textList() ? block.textList()->itemText(block) : QString()) + block.text();
+    const QStringList wanted {QStringLiteral("plain"), QStringLiteral("1.item"),
+                              QStringLiteral("text"), QStringLiteral("1.item"),
+                              QStringLiteral("text")};
+    QCOMPARE(items.join(QLatin1Char(124)), wanted.join(QLatin1Char(124)));
 }
 
 void TestRtfNotes::keepsThePlaceOfMarks()

@@ -5,6 +5,7 @@
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextRtf.h>
 #include <core/STextDoc.h>
+#include <core/document/ForeignFormat_p.h>
 #include <core/document/FormatEdits_p.h>
 #include <core/document/TextMarks_p.h>
 #include <core/document/UndoRecordingOff_p.h>
@@ -78,10 +79,10 @@ void appendContent(const MVRTextRtfNote &note, QTextCursor *cursor)
     content.setUndoRedoEnabled(false);
     MVRTextRtf::fromRtfCData(note.rtf, &content);
     if (!cursor->atStart())
-        cursor->insertBlock(content.begin().blockFormat(), content.begin().charFormat());
+        insertBlockLike(*cursor, content.begin());
     if (!note.author.isEmpty())
         cursor->insertText(note.author + QLatin1String(": "), QTextCharFormat());
-    cursor->insertFragment(QTextDocumentFragment(&content));
+    STextDoc::appendFragment(*cursor, QTextDocumentFragment(&content));
 }
 
 /*! The contents of several notes one after the other, each behind its author's name. */

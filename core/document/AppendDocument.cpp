@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/STextDoc.h>
 
+#include <core/document/ForeignFormat_p.h>
 #include <core/document/FormatEdits_p.h>
 #include <core/document/Pictures_p.h>
 
@@ -64,11 +65,10 @@ struct Content
     }
     Content(const QTextDocumentFragment &all, const QTextDocument &document)
         : fragment(all)
-        , firstFormat(document.begin().blockFormat())
+        , firstFormat(formatElsewhere(document.begin()))
         , firstCharFormat(document.begin().charFormat())
         , paragraphs(document.blockCount())
     {
-        firstFormat.setObjectIndex(-1); // names a list of its own document
         const QTextList *list = document.begin().textList();
         if (!list || document.begin().length() > 1)
             return;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <core/STextDoc.h>
 
+#include <core/document/ForeignFormat_p.h>
 #include <core/document/OfflineDocument_p.h>
 #include <core/document/Pictures_p.h>
 
@@ -36,10 +37,8 @@ void copySettings(const QTextDocument &document, QTextDocument *clone)
 void copyFirstFormat(const QTextDocument &document, QTextDocument *clone)
 {
     const QTextBlock first = document.begin();
-    QTextBlockFormat format = first.blockFormat();
-    format.setObjectIndex(-1); // names a list of its own document
     QTextCursor cursor(clone);
-    cursor.setBlockFormat(format);
+    cursor.setBlockFormat(formatElsewhere(first));
     cursor.setBlockCharFormat(first.charFormat());
     const QTextList *list = first.textList();
     if (!list)

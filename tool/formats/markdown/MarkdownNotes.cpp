@@ -3,7 +3,9 @@
 
 #include <core/MVRSettings.h>
 #include <core/MVRTextRtf.h>
+#include <core/STextDoc.h>
 #include <core/document/EditBlock_p.h>
+#include <core/document/ForeignFormat_p.h>
 #include <core/document/OfflineDocument_p.h>
 #include <text/MVRTextDoc.h>
 #include <text/NoteLabel_p.h>
@@ -26,8 +28,8 @@ QByteArray joinedContent(const MVRTextRtfNotes &notes, const QVector<int> &numbe
         content.setUndoRedoEnabled(false);
         MVRTextRtf::fromRtfCData(notes.at(number).rtf, &content);
         if (!cursor.atStart())
-            cursor.insertBlock(content.begin().blockFormat(), content.begin().charFormat());
-        cursor.insertFragment(QTextDocumentFragment(&content));
+            insertBlockLike(cursor, content.begin());
+        STextDoc::appendFragment(cursor, QTextDocumentFragment(&content));
     }
     return MVRTextRtf::toRtfCData(&joined, false);
 }

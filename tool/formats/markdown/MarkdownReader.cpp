@@ -8,7 +8,9 @@
 #include <tool/formats/markdown/MarkdownRows.h>
 
 #include <core/MVRTextRtf.h>
+#include <core/STextDoc.h>
 #include <core/document/EditBlock_p.h>
+#include <core/document/ForeignFormat_p.h>
 #include <core/document/OfflineDocument_p.h>
 #include <core/document/TextFragments_p.h>
 
@@ -188,8 +190,8 @@ private:
                 }
             }
             if (!cursor.atStart())
-                cursor.insertBlock(part.begin().blockFormat(), part.begin().charFormat());
-            cursor.insertFragment(QTextDocumentFragment(&part));
+                insertBlockLike(cursor, part.begin());
+            STextDoc::appendFragment(cursor, QTextDocumentFragment(&part));
         }
         m_pictures[first] = picturesIn(content);
         return MVRTextRtf::toRtfCData(&content, false);
