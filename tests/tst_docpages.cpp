@@ -26,6 +26,8 @@ private Q_SLOTS:
     void largeLettersHideNoText();
     void floatsPushNoTableOffThePaper_data();
     void floatsPushNoTableOffThePaper();
+    void keepsWhatWidensTablesOnThePaper_data();
+    void keepsWhatWidensTablesOnThePaper();
     void closeLinesHideNoText_data();
     void closeLinesHideNoText();
     void wideBordersLeaveRoom();
@@ -317,6 +319,28 @@ void TestDocPages::floatsPushNoTableOffThePaper()
         all += line.text;
     }
     QCOMPARE(all.remove(QLatin1Char('F')), QStringLiteral("ABCD"));
+}
+
+void TestDocPages::keepsWhatWidensTablesOnThePaper_data()
+{
+    QTest::addColumn<QString>("wide");
+    QTest::newRow("picture") << QStringLiteral("<img src='data:,x' width=280 height=20>");
+    QTest::newRow("table") << QStringLiteral("<table width=280><tr><td>T</td></tr></table>");
+}
+
+void TestDocPages::keepsWhatWidensTablesOnThePaper()
+{
+    QFETCH(const QString, wide);
+    Document document;
+    document.text.setHtml(
+        QStringLiteral("<table><tr><td>%1</td><td>%1</td><td>A B</td></tr></table>"
+                       "<p>C</p>")
+            .arg(wide));
+    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
+    for (const DrawnLine &line : lines)
+        QVERIFY2(line.x < 288.0, qPrintable(line.text));
+    QString all = textsOf(lines).join(QString());
+    QVERIFY2(all.remove(QLatin1Char('T')).startsWith(QLatin1String("A B")), qPrintable(all));
 }
 
 void TestDocPages::closeLinesHideNoText_data()
