@@ -20,6 +20,7 @@ PER_MEGABYTE_WRITTEN = 30
 SLOWER = 8  # how much a tool with sanitizers is
 LEAVES_NOTES_OUT = re.compile(r"\b(notes?|comments?|footnotes?)\b.* (left out|not read)|"
                               r"not read: .*\bnotes?\b")
+MAY_REFUSE = re.compile("too long for pages|not a text file")  # many pages, many control characters
 
 Run = collections.namedtuple("Run", "code seconds megabytes said")
 
@@ -86,8 +87,8 @@ class Judge:
         faults = self.faults_of_run(run, size) + self.left_behind(output)
         if run.code == 1 and output and os.path.exists(output):
             faults.append("an output though it failed: " + run.said)
-        is_refused = run.code == 1 and "too long for pages" not in run.said
-        if is_refused and self.is_whole and command.name in OUTPUTS:
+        if (run.code == 1 and self.is_whole and command.name in OUTPUTS
+                and not MAY_REFUSE.search(run.said)):
             faults.append("refused: " + run.said)
         if run.code == 0 and output:
             faults += self.faults_of_output(command, output, run.said)

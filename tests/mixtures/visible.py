@@ -98,12 +98,12 @@ def text_of_markdown(text):
     while inner.search(text):
         contents += inner.findall(text)
         text = inner.sub("", text)
-    text = re.sub(r"\{==|==\}|(?<!\\)\[\^[^\]]*\](?!:)|</?[a-z]+[^<>\n]*>", "", text)
+    text = re.sub(r"\{==|==\}|(?<!\\)\[\^\w+\](?!:)|</?[a-z]+[^<>\n]*>", "", text)
     return re.sub(r"\\(?=[^\w\s])|[*`~]|(?<!\w)_|_(?!\w)", "", text) + "\n" + "\n".join(contents)
 
 
 def text_of_bbcode(text):
-    return re.sub(r"\[/?[a-z*]+(=[^\]]*)?\]", "", text)
+    return re.sub(r"\[/?(?:[bius]|strike|url|email|color|list|quote|code|\*)(=[^\]]*)?\]", "", text)
 
 
 def text_of_rtf(text):
