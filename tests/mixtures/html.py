@@ -22,7 +22,8 @@ DECLARATIONS = ["color:red", "color:rgb(1,2,999)", "color:#12", "float:left", "f
                 "background-color:transparent", "text-decoration:none", "font-weight:9999",
                 "font-weight:-1", "font-style:italic", "border-collapse:collapse"]
 SPANS = ["b", "i", "u", "s", "em", "strong", "code", "tt", "sub", "sup", "span", "big", "small",
-         "font", "del", "ins", "cite", "var", "kbd", "mark", "abbr"]
+         "font", "del", "ins", "cite", "var", "kbd", "mark", "abbr", "q", "dfn", "samp", "label",
+         "bdi"]
 PICTURES = ["x.png", "data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR"
             "42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==", "data:,x", "/dev/zero", "//srv/x", ""]
 TARGETS = ["http://a.b/?x=1&y=2", "mvr://12", "", "#x", "javascript:x", "a b", "http://a/", "x)(y",
@@ -100,7 +101,8 @@ class HtmlMixture(Mixture):
 
     def division(self):
         return self.around(self.one("div", "section", "article", "main", "nav", "figure", "form",
-                                    "fieldset", "address", "xyz"), self.block, 3)
+                                    "fieldset", "address", "xyz", "details", "aside", "header"),
+                           self.block, 3)
 
     def verbatim(self):
         def line():
@@ -151,7 +153,10 @@ class HtmlMixture(Mixture):
         self.is_in_table += 1
         if self.chance(.3):
             made += "<thead>" + row() + "</thead><tbody>"
-        made += self.many(row) + "</table>"
+        made += self.many(row)
+        if self.chance(.1):
+            made += "</tbody><tfoot>" + row() + "</tfoot>"
+        made += "</table>"
         self.is_in_table -= 1
         return made
 
@@ -169,6 +174,7 @@ class HtmlMixture(Mixture):
         return self.pick(
             8, self.text, 2, self.span, 1, self.link, .5, self.picture,
             .5, lambda: "<br" + self.one(">", "/>", " clear=all>") + self.words(),
+            .2, lambda: "<a href=\"http://a.b\">" + self.block() + "</a>",
             .5, lambda: self.one("&amp;", "&lt;b&gt;", "&nbsp;", "&shy;", "&#8232;", "&eacute ",
                                  "&zzz;", "&#0;", "&#xD800;") + self.text(),
             .6, lambda: self.odd() + self.text(),

@@ -49,7 +49,7 @@ class MarkdownMixture(Mixture):
                        for line in lines)
 
     def list(self):
-        mark = self.one("- ", "* ", "+ ", "1. ", "7) ", "- [x] ", "999999999. ", "0. ")
+        mark = self.one("- ", "* ", "-   ", "2.  ", "+ ", "1. ", "7) ", "- [x] ", "999999999. ", "0. ")
         margin = "  " if "x" in mark else " " * len(mark)
         made = ""
         for _ in range(self.random.randint(1, 4)):
@@ -122,6 +122,10 @@ class MarkdownMixture(Mixture):
             .5, lambda: self.odd() + self.words() + self.odd() + " ",
             .3, self.marks,
             .3, lambda: self.words() + "  \n" + self.words() + "\\\n",
+            .2, lambda: "`" + self.words(1) + "\n" + self.words(1) + "` ",
+            .2, lambda: "*" + self.words(1) + "\n**" + self.words(1) + "*** ",
+            .1, lambda: "<!-- " + self.hidden(self.words) + "\n\n" + self.hidden(self.words)
+            + " --> ",
             .2, lambda: "<!-- " + self.hidden(self.words) + " --> ",
             .2, lambda: "{\\Mvrn_fn=" + self.noted(self.words) + "\\end_Mvrn_fn} ",
             .3, lambda: "_" + self.words(1) + "_" + self.text(),
