@@ -326,6 +326,8 @@ void TestDocPages::keepsWhatWidensTablesOnThePaper_data()
     QTest::addColumn<QString>("wide");
     QTest::newRow("picture") << QStringLiteral("<img src='data:,x' width=280 height=20>");
     QTest::newRow("table") << QStringLiteral("<table width=280><tr><td>T</td></tr></table>");
+    QTest::newRow("room in a cell")
+        << QStringLiteral("<table><tr><td style='padding:0 100px'>T</td></tr></table>");
 }
 
 void TestDocPages::keepsWhatWidensTablesOnThePaper()
@@ -338,9 +340,10 @@ void TestDocPages::keepsWhatWidensTablesOnThePaper()
             .arg(wide));
     const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
     for (const DrawnLine &line : lines)
-        QVERIFY2(line.x < 288.0, qPrintable(line.text));
+        QVERIFY2(line.x < 350.0, qPrintable(line.text));
     QString all = textsOf(lines).join(QString());
-    QVERIFY2(all.remove(QLatin1Char('T')).startsWith(QLatin1String("A B")), qPrintable(all));
+    all.remove(QLatin1Char('T')).remove(QLatin1Char(' '));
+    QCOMPARE(all, QStringLiteral("ABC"));
 }
 
 void TestDocPages::closeLinesHideNoText_data()

@@ -91,6 +91,23 @@ void boundBorders(QTextTable &table, double lines)
     table.setFormat(format);
 }
 
+/*! Leaves half of a cell to its text. \return the room for this */
+double boundEdges(QTextTableCell &cell, double width)
+{
+    constexpr int edges[] = {QTextFormat::TableCellLeftPadding, QTextFormat::TableCellRightPadding,
+                             QTextFormat::TableCellLeftBorder, QTextFormat::TableCellRightBorder};
+    QTextCharFormat format = cell.format();
+    double sum = 0.0;
+    for (const int edge : edges)
+        sum += qMax(0.0, format.doubleProperty(edge));
+    if (sum <= width / 2.0)
+        return width - sum;
+    for (const int edge : edges)
+        format.setProperty(edge, format.doubleProperty(edge) * width / 2.0 / sum);
+    cell.setFormat(format);
+    return width / 2.0;
+}
+
 /*! Makes a table as wide as lines that goes beyond them by more than \a margin. */
 void keepTable(QTextTable &table, double lines, double margin)
 {
@@ -203,9 +220,11 @@ private:
         const double others = widthOfOthers(table, lines, m_sharing);
         for (int row = 0; row < table.rows(); ++row) {
             for (int column = 0; column < table.columns(); ++column) {
-                const QTextTableCell cell = table.cellAt(row, column);
-                if (cell.row() == row && cell.column() == column)
-                    m_open.append({cell.begin(), widthOfCell(table, cell, lines, others), 0.0});
+                QTextTableCell cell = table.cellAt(row, column);
+                if (cell.row() != row || cell.column() != column)
+                    continue;
+                const double width = boundEdges(cell, widthOfCell(table, cell, lines, others));
+                m_open.append({cell.begin(), width, 0.0});
             }
         }
     }
