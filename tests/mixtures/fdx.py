@@ -122,4 +122,4 @@ class FdxMixture(FdxParts, Mixture):
             .3, lambda: "&lt;&amp;&gt;&quot;&apos;" + self.words(),
             .3, lambda: "\n\t" + self.words(),
             .3, lambda: " " + self.words(1) + self.note() + " ",
-            .2, lambda: "{\\Mvrn_fn=" + self.noted(self.words) + "\\end_Mvrn_fn}")
+            .2, self.noted_word)

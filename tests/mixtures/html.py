@@ -178,7 +178,7 @@ class HtmlMixture(Mixture):
             .5, lambda: self.one("&amp;", "&lt;b&gt;", "&nbsp;", "&shy;", "&#8232;", "&eacute ",
                                  "&zzz;", "&#0;", "&#xD800;") + self.text(),
             .6, lambda: self.odd() + self.text(),
-            .2, lambda: "{\\Mvrn_fn=" + self.noted(self.words) + "\\end_Mvrn_fn} ",
+            .2, self.noted_word,
             .15, lambda: "" if self.is_plain else "<table><tr><td>" + self.words() + "</table>",
             .15, self.table)
 

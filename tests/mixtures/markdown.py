@@ -127,7 +127,7 @@ class MarkdownMixture(Mixture):
             .1, lambda: "<!-- " + self.hidden(self.words) + "\n\n" + self.hidden(self.words)
             + " --> ",
             .2, lambda: "<!-- " + self.hidden(self.words) + " --> ",
-            .2, lambda: "{\\Mvrn_fn=" + self.noted(self.words) + "\\end_Mvrn_fn} ",
+            .2, self.noted_word,
             .3, lambda: "_" + self.words(1) + "_" + self.text(),
             .2, lambda: "\"" + self.words(1) + "\"'s -- " + self.words(1) + "...\" ")
 

@@ -63,6 +63,10 @@ class Mixture:
             made.append("%s%dz" % ("h" if self.is_over else self.place, self.count))
         return " ".join(made)
 
+    def noted_word(self):
+        """A note behind a word: of two beside each other, also of two paragraphs, one is made."""
+        return self.words(1) + " {\\Mvrn_fn=" + self.noted(self.words) + "\\end_Mvrn_fn} "
+
     def text(self):
         return self.words() + " "
 
