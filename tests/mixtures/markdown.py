@@ -5,6 +5,8 @@ from mixtures.mixture import Mixture
 
 
 class MarkdownMixture(Mixture):
+    is_in_link = 0
+
     def document(self):
         front = ""
         if self.chance(.2):
@@ -132,13 +134,16 @@ class MarkdownMixture(Mixture):
             .2, lambda: "\"" + self.words(1) + "\"'s -- " + self.words(1) + "...\" ")
 
     def link(self):
-        return "[%s](http://a.b/%d%s) " % (self.inner(), self.count,
-                                           self.one("", " \"t\"", " (t)"))
+        self.is_in_link += 1
+        inner = self.inner()
+        self.is_in_link -= 1
+        return "[%s](http://a.b/%d%s) " % (inner, self.count, self.one("", " \"t\"", " (t)"))
 
     def marks(self):
         marks = ["\\*", "\\\\", "\\[", "&", "#", "* ", "_ "]
         if not self.is_mild:
             marks += ["*", "_", "`", "[", "![", "]", "~", "|", ">", "{", "{==", "==}"]
         mark = self.random.choice(marks)
-        # In a link it makes a picture of what follows.
-        return mark + (self.hidden(self.text) if mark == "![" else self.text())
+        if mark == "![" and self.is_in_link:  # it would make a picture of the link
+            mark = "!"
+        return mark + self.text()
