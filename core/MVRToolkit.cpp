@@ -349,6 +349,20 @@ static bool canLayOut(QTextDocument &text, double lineWidth, const QSizeF &page)
     return !(pages * page.height() > maxLayoutHeight) || pages == 1.0;
 }
 
+// Those of the text itself, between which the toolkit would look for a place for a table for ever.
+static void boundMargins(QTextDocument &text)
+{
+    QTextFrameFormat format = text.rootFrame()->frameFormat();
+    for (const int margin : {QTextFormat::FrameTopMargin, QTextFormat::FrameBottomMargin,
+                             QTextFormat::FrameLeftMargin, QTextFormat::FrameRightMargin}) {
+        const double length = format.doubleProperty(margin);
+        if (!(std::abs(length) <= maxLength))
+            format.setProperty(margin, std::isnan(length) ? 0.0 : std::copysign(maxLength, length));
+    }
+    if (format != text.rootFrame()->frameFormat())
+        text.rootFrame()->setFrameFormat(format);
+}
+
 // Where the head of a table leaves no room on a page, the toolkit counts pages without end.
 static void dropHighHeads(QTextDocument &text, const QSizeF &page)
 {
@@ -380,6 +394,7 @@ int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
 {
     const std::unique_ptr<QTextDocument> copy(STextDoc::cloneDocumentQtStyle(&document, nullptr));
     copy->setUndoRedoEnabled(false);
+    boundMargins(*copy);
     const QTextFrameFormat margins = copy->rootFrame()->frameFormat();
     const double lineWidth = size.width() - margins.leftMargin() - margins.rightMargin();
     toStockParagraphs(copy.get(), lineWidth);

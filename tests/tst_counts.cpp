@@ -166,6 +166,17 @@ void TestCounts::countsNoEndlessPages()
         const int pages = MVRTextDoc::pageCount(&tables, size);
         QVERIFY2(pages > 1 && pages < 60, QByteArray::number(pages)); // was -441
     }
+    QTextDocument host;
+    QTextTableFormat odd;
+    odd.setBorderCollapse(true);
+    odd.setHeaderRowCount(3); // of two
+    odd.setBottomMargin(1e6);
+    QTextCursor(&host).insertTable(2, 1, odd);
+    QVERIFY(MVRTextDoc::pageCount(&host, size) > 0); // crashed
+    QTextFrameFormat margins = host.rootFrame()->frameFormat();
+    margins.setMargin(-2.1e9);
+    host.rootFrame()->setFrameFormat(margins);
+    QVERIFY(MVRTextDoc::pageCount(&host, size) >= 0); // never came back
 
     document.setPlainText(QString(600000, QLatin1Char('a'))); // one word
     QElapsedTimer time;

@@ -118,8 +118,8 @@ void scaleFrames(QTextDocument &document, const Scale &scale)
         }
         QTextTableFormat format = table->format();
         scaleFrame(format, scale);
-        if (format.headerRowCount() < 0) // where a layout would look in front of its rows
-            format.setHeaderRowCount(0);
+        // A layout would look in front of its rows, or behind them.
+        format.setHeaderRowCount(qBound(0, format.headerRowCount(), table->rows()));
         QVector<QTextLength> columns = format.columnWidthConstraints();
         for (QTextLength &column : columns)
             column = scaled(column, scale);
