@@ -98,7 +98,7 @@ def text_of_markdown(text):
     while inner.search(text):
         contents += inner.findall(text)
         text = inner.sub("", text)
-    text = re.sub(r"\{==|==\}|(?<!\\)\[\^\w+\](?!:)|</?[a-z]+[^<>\n]*>", "", text)
+    text = re.sub(r"\{==|==\}|(?<!\\)\[\^\w+\](?!:)|(?<!\\)</?[a-z]+[^<>\n]*>", "", text)
     return re.sub(r"\\(?=[^\w\s])|[*`~]|(?<!\w)_|_(?!\w)", "", text) + "\n" + "\n".join(contents)
 
 
