@@ -38,6 +38,7 @@ private Q_SLOTS:
     void losesNothingBesideMiddledCells();
     void losesNothingAtLowLines_data();
     void losesNothingAtLowLines();
+    void losesNothingBesideHighPictures();
     void cutsHighRowsBetweenLines_data();
     void cutsHighRowsBetweenLines();
     void drawsPicturesOfThePage_data();
@@ -529,6 +530,29 @@ void TestDocPages::losesNothingAtLowLines()
     for (const char word : {'B', 'C', 'D', 'E', 'F'})
         QVERIFY2(all.contains(QLatin1Char(word)), qPrintable(all));
     QCOMPARE(all.count(QLatin1String("A.")), above);
+}
+
+// Footnotes leave a page too little room for the picture.
+void TestDocPages::losesNothingBesideHighPictures()
+{
+    Document document;
+    QVERIFY(MVRTextDoc::fromRtf(
+        "{\\rtf1\\pard A{\\footnote " + words("N", 200) + "}\\par\\pard B\\par}", &document.text));
+    QTextCursor cursor(&document.text);
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertFrame(QTextFrameFormat());
+    QTextTable *table = cursor.insertTable(2, 2);
+    QTextImageFormat picture;
+    picture.setName(QStringLiteral("data:,x"));
+    picture.setWidth(40.0);
+    picture.setHeight(900.0);
+    table->cellAt(0, 0).firstCursorPosition().insertImage(picture);
+    table->cellAt(0, 1).firstCursorPosition().insertText(QStringLiteral("C"));
+    table->cellAt(1, 0).firstCursorPosition().insertText(QStringLiteral("D"));
+    const QStringList texts = textsOf(joined(drawn(Pages(document, smallPaper()))));
+    for (const char word : {'C', 'D'})
+        QVERIFY2(texts.contains(QString(QLatin1Char(word))),
+                 qPrintable(texts.join(QLatin1Char('|'))));
 }
 
 void TestDocPages::cutsHighRowsBetweenLines_data()

@@ -39,6 +39,7 @@ double drawnTop(const QVector<RowLine> &lines, int first, int end)
 HighRow::HighRow(const FlowItem &row)
     : m_row(row)
     , m_next(row.columns.size(), 0)
+    , m_open(row.columns.size(), 0.0)
     , m_top(row.top)
 {
 }
@@ -48,7 +49,10 @@ QVector<ColumnPart> HighRow::takePart(double bottom)
     QVector<int> next = linesBehind(bottom, true);
     if (topOf(next) <= m_top + slack) // a picture, or lines that were to stay together
         next = linesBehind(bottom, false);
+    if (topOf(next) <= m_top + slack) // a line that is higher than the page
+        passHighLines(next, bottom);
     const QVector<ColumnPart> parts = joinedParts(next, bottom);
+    openLines(next, bottom);
     m_next = next;
     const double top = topOf(next);
     m_top = top > m_top + slack ? qMin(top, bottom) : bottom;
@@ -102,6 +106,28 @@ int HighRow::lineBehind(int column, double bottom, bool keepsRules) const
     return line;
 }
 
+// Those beside a line that no page has room for are shown with it.
+void HighRow::passHighLines(QVector<int> &lines, double bottom) const
+{
+    for (int column = 0; column < lines.size(); ++column) {
+        const QVector<RowLine> &all = m_row.columns[column].lines;
+        int &line = lines[column];
+        while (line < all.size()
+               && (all[line].top <= m_top + slack || all[line].bottom <= bottom + slack))
+            ++line;
+    }
+}
+
+void HighRow::openLines(const QVector<int> &next, double bottom)
+{
+    for (int column = 0; column < next.size(); ++column) {
+        double lowest = m_open[column];
+        for (int line = m_next[column]; line < next[column]; ++line)
+            lowest = qMax(lowest, m_row.columns[column].lines[line].bottom);
+        m_open[column] = lowest > bottom + slack ? lowest : 0.0;
+    }
+}
+
 double HighRow::topOf(const QVector<int> &lines) const
 {
     double top = m_row.bottom;
@@ -123,9 +149,14 @@ ColumnPart HighRow::part(int column, int end, double bottom) const
     part.bottom = end < all.lines.size() ? qMin(bottom, all.lines[end].top) : bottom;
     part.drawnTop = m_top;
     const int first = m_next[column];
-    if (first < end)
+    if (first < end && m_open[column] == 0.0)
         part.drawnTop = drawnTop(all.lines, first, end);
     if (end == all.lines.size()) // what stands below the row is no part of it
         part.bottom = first < end ? all.lines[end - 1].bottom : (m_top + bottom) / 2.0;
+    double lowest = m_open[column];
+    for (int line = first; line < end; ++line)
+        lowest = qMax(lowest, all.lines[line].bottom);
+    if (m_open[column] > 0.0 || lowest > bottom + slack)
+        part.bottom = qMax(part.bottom, qMin(bottom, lowest));
     return part;
 }

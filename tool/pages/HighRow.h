@@ -17,11 +17,14 @@ public:
 private:
     QVector<int> linesBehind(double bottom, bool keepsRules) const;
     int lineBehind(int column, double bottom, bool keepsRules) const;
+    void passHighLines(QVector<int> &lines, double bottom) const;
+    void openLines(const QVector<int> &next, double bottom);
     double topOf(const QVector<int> &lines) const;
     QVector<ColumnPart> joinedParts(const QVector<int> &next, double bottom) const;
     ColumnPart part(int column, int end, double bottom) const;
 
     const FlowItem &m_row;
     QVector<int> m_next; // the first line of each column that no part has
+    QVector<double> m_open; // the bottom of a line of each column that goes on, or 0
     double m_top;
 };
