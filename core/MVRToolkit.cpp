@@ -401,7 +401,8 @@ int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
     breakLongWords(*copy);
     boundFloats(*copy);
     const bool isOnePage = !(size.height() > 0);
-    const QSizeF page(size.width(), isOnePage ? longPage : qMax(1.0, size.height()));
+    const QSizeF page(size.width(),
+                      isOnePage ? longPage : qBound(1.0, size.height(), maxLayoutHeight));
     scaleLengths(*copy, 1.0,
                  qMin(maxLength, 2.0 * qMax(page.height(), page.width()))); // only bounds
     if (!canLayOut(*copy, lineWidth, page))

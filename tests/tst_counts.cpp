@@ -177,6 +177,13 @@ void TestCounts::countsNoEndlessPages()
     margins.setMargin(-2.1e9);
     host.rootFrame()->setFrameFormat(margins);
     QVERIFY(MVRTextDoc::pageCount(&host, size) >= 0); // never came back
+    QTextBlockFormat spaced;
+    for (const double height : {-2.1e9, 2.1e9}) { // per cent
+        spaced.setLineHeight(height, QTextBlockFormat::ProportionalHeight);
+        QTextDocument lines(QStringLiteral("some words ").repeated(20));
+        QTextCursor(&lines).setBlockFormat(spaced);
+        QVERIFY(MVRTextDoc::pageCount(&lines, QSizeF(0, 2.1e9)) > 0);
+    }
 
     document.setPlainText(QString(600000, QLatin1Char('a'))); // one word
     QElapsedTimer time;

@@ -28,6 +28,13 @@ struct Scale
     double operator()(double length) const { return bounded(length * factor); }
 };
 
+// Per cent; lines that go up would have no end.
+double boundedShare(double height)
+{
+    constexpr double highest = 10000.0;
+    return std::isnan(height) ? 100.0 : qBound(0.0, height, highest);
+}
+
 QTextBlockFormat scaled(QTextBlockFormat format, const Scale &scale)
 {
     for (const int length :
@@ -43,8 +50,9 @@ QTextBlockFormat scaled(QTextBlockFormat format, const Scale &scale)
         format.setTabPositions(tabs);
     }
     const int heightType = format.lineHeightType();
-    if (heightType != QTextBlockFormat::SingleHeight
-        && heightType != QTextBlockFormat::ProportionalHeight)
+    if (heightType == QTextBlockFormat::ProportionalHeight)
+        format.setLineHeight(boundedShare(format.lineHeight()), heightType);
+    else if (heightType != QTextBlockFormat::SingleHeight)
         format.setLineHeight(scale(format.lineHeight()), heightType);
     return format;
 }
