@@ -353,8 +353,9 @@ static bool canLayOut(QTextDocument &text, double lineWidth, const QSizeF &page)
 static void boundMargins(QTextDocument &text)
 {
     QTextFrameFormat format = text.rootFrame()->frameFormat();
-    for (const int margin : {QTextFormat::FrameTopMargin, QTextFormat::FrameBottomMargin,
-                             QTextFormat::FrameLeftMargin, QTextFormat::FrameRightMargin}) {
+    for (const int margin :
+         {QTextFormat::FrameTopMargin, QTextFormat::FrameBottomMargin, QTextFormat::FrameLeftMargin,
+          QTextFormat::FrameRightMargin, QTextFormat::FrameBorder, QTextFormat::FramePadding}) {
         const double length = format.doubleProperty(margin);
         if (!(std::abs(length) <= maxLength))
             format.setProperty(margin, std::isnan(length) ? 0.0 : std::copysign(maxLength, length));

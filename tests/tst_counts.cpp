@@ -177,6 +177,11 @@ void TestCounts::countsNoEndlessPages()
     margins.setMargin(-2.1e9);
     host.rootFrame()->setFrameFormat(margins);
     QVERIFY(MVRTextDoc::pageCount(&host, size) >= 0); // never came back
+    margins.setMargin(4.0);
+    margins.setBorder(1e15);
+    margins.setPadding(300.0);
+    host.rootFrame()->setFrameFormat(margins);
+    QVERIFY(MVRTextDoc::pageCount(&host, size) >= 0); // nor did this
     QTextBlockFormat spaced;
     for (const double height : {-2.1e9, 2.1e9}) { // per cent
         spaced.setLineHeight(height, QTextBlockFormat::ProportionalHeight);

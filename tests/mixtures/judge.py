@@ -20,7 +20,7 @@ PER_MEGABYTE_WRITTEN = 30
 SLOWER = 8  # how much a tool with sanitizers is
 LEAVES_NOTES_OUT = re.compile(r"\b(notes?|comments?|footnotes?)\b.* (left out|not read)|"
                               r"not read: .*\bnotes?\b")
-MAY_REFUSE = re.compile("too long for pages|not a text file")  # many pages, many control characters
+MAY_REFUSE = re.compile("too long for pages|not a text file|nested too deep")
 
 Run = collections.namedtuple("Run", "code seconds megabytes said")
 
