@@ -49,6 +49,7 @@ private Q_SLOTS:
     void footnotesWithoutRoomGoOn_data();
     void footnotesWithoutRoomGoOn();
     void writesCommentsIntoTheMargin();
+    void makesRoomForLongComments();
 };
 
 namespace {
@@ -752,6 +753,22 @@ void TestDocPages::footnotesWithoutRoomGoOn()
         count += line.text.count(QLatin1Char('N'));
     }
     QCOMPARE(count, 109);
+}
+
+void TestDocPages::makesRoomForLongComments()
+{
+    Document document;
+    QVERIFY(MVRTextDoc::fromRtf("{\\rtf1 word{\\*\\annotation " + words("N", 300) + "}}",
+                                &document.text));
+    PageSetup setup = smallPaper();
+    setup.hasCommentsInMargin = true;
+    const DrawnPage lines = joined(drawn(Pages(document, setup)));
+    int count = 0;
+    for (const DrawnLine &line : lines) {
+        QVERIFY2(line.y > 72.0 && line.y < 328.0, qPrintable(line.text));
+        count += int(line.text.count(QLatin1Char('N')));
+    }
+    QCOMPARE(count, 300);
 }
 
 void TestDocPages::writesCommentsIntoTheMargin()

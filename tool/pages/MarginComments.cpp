@@ -7,7 +7,8 @@
 namespace {
 
 constexpr double dotsPerPoint = Pages::resolution / 72.0;
-constexpr double letterSize = 7.0; // points
+constexpr double letterSize = 7.0; // points, where all comments of a page have room
+constexpr double leastLetterSize = 1.0;
 constexpr double gap = 6.0 * dotsPerPoint; // between the text, the comments and the paper's edge
 constexpr int wrapping = Qt::TextWordWrap | Qt::AlignLeft | Qt::AlignTop;
 
@@ -20,6 +21,24 @@ struct MarginText
 QRectF inDots(const PdfArea &area)
 {
     return QRectF(area.rect.topLeft() * dotsPerPoint, area.rect.size() * dotsPerPoint);
+}
+
+// Letters as large as that all texts have room, one below the other.
+void measure(QVector<MarginText> &texts, const QRectF &room, QPainter &painter)
+{
+    QFont font = painter.font();
+    for (double size = letterSize; size >= leastLetterSize; size -= 1.0) {
+        font.setPointSizeF(size);
+        painter.setFont(font);
+        double height = -gap;
+        for (MarginText &text : texts) {
+            const QRectF from(room.left(), text.place.top(), room.width(), room.height());
+            text.place = painter.boundingRect(from, wrapping, text.text);
+            height += text.place.height() + gap;
+        }
+        if (height <= room.height())
+            return;
+    }
 }
 
 // One below the other, each as near to what it is about as the page's foot allows.
@@ -38,12 +57,11 @@ void spread(QVector<MarginText> &texts, double bottom)
 /*! Marks what comments are about, and writes those that begin on this page into the margin. */
 void Pages::paintComments(QPainter &painter, int index) const
 {
-    QFont font(m_text.defaultFont());
-    font.setPointSizeF(letterSize);
     const double width = m_setup.paper.width() * dotsPerPoint - m_body.right() - 2.0 * gap;
+    const QRectF margin(m_body.right() + gap, m_body.top(), width, m_body.height());
     QVector<MarginText> texts;
     painter.save();
-    painter.setFont(font);
+    painter.setFont(m_text.defaultFont());
     for (const int i : m_commentsOfPage[index]) {
         const PageComment &comment = m_notes.comments[size_t(i)];
         for (const PdfArea &area : m_commentAreas[i]) {
@@ -54,11 +72,10 @@ void Pages::paintComments(QPainter &painter, int index) const
             continue;
         const QString author
             = comment.author.isEmpty() ? QString() : comment.author + QLatin1String(": ");
-        const QRectF room(m_body.right() + gap, inDots(m_commentAreas[i].first()).top(), width,
-                          m_setup.paper.height() * dotsPerPoint);
-        texts.append(
-            {author + comment.text, painter.boundingRect(room, wrapping, author + comment.text)});
+        const double top = inDots(m_commentAreas[i].first()).top();
+        texts.append({author + comment.text, QRectF(margin.left(), top, width, 0.0)});
     }
+    measure(texts, margin, painter);
     spread(texts, m_body.bottom());
     painter.setPen(Qt::darkGray);
     for (const MarginText &text : qAsConst(texts))
