@@ -22,6 +22,7 @@ private Q_SLOTS:
     void addsNotes();
     void countsPages();
     void countsNoEndlessPages();
+    void countsPagesOfOddHosts();
 };
 
 void TestCounts::countsWords_data()
@@ -166,6 +167,16 @@ void TestCounts::countsNoEndlessPages()
         const int pages = MVRTextDoc::pageCount(&tables, size);
         QVERIFY2(pages > 1 && pages < 60, QByteArray::number(pages)); // was -441
     }
+    document.setPlainText(QString(600000, QLatin1Char('a'))); // one word
+    QElapsedTimer time;
+    time.start();
+    QVERIFY(MVRTextDoc::pageCount(&document, size) > 1000);
+    QVERIFY(time.elapsed() < 6000); // took 20 s
+}
+
+void TestCounts::countsPagesOfOddHosts()
+{
+    const QSizeF size(300, 400);
     QTextDocument host;
     QTextTableFormat odd;
     odd.setBorderCollapse(true);
@@ -189,12 +200,6 @@ void TestCounts::countsNoEndlessPages()
         QTextCursor(&lines).setBlockFormat(spaced);
         QVERIFY(MVRTextDoc::pageCount(&lines, QSizeF(0, 2.1e9)) > 0);
     }
-
-    document.setPlainText(QString(600000, QLatin1Char('a'))); // one word
-    QElapsedTimer time;
-    time.start();
-    QVERIFY(MVRTextDoc::pageCount(&document, size) > 1000);
-    QVERIFY(time.elapsed() < 6000); // took 20 s
 }
 
 QTEST_MAIN(TestCounts)

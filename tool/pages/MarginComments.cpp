@@ -7,8 +7,8 @@
 namespace {
 
 constexpr double dotsPerPoint = Pages::resolution / 72.0;
-constexpr double letterSize = 7.0; // points, where all comments of a page have room
-constexpr double leastLetterSize = 1.0;
+constexpr int letterSize = 7; // points, where all comments of a page have room
+constexpr int leastLetterSize = 1;
 constexpr double gap = 6.0 * dotsPerPoint; // between the text, the comments and the paper's edge
 constexpr int wrapping = Qt::TextWordWrap | Qt::AlignLeft | Qt::AlignTop;
 
@@ -27,8 +27,8 @@ QRectF inDots(const PdfArea &area)
 void measure(QVector<MarginText> &texts, const QRectF &room, QPainter &painter)
 {
     QFont font = painter.font();
-    for (double size = letterSize; size >= leastLetterSize; size -= 1.0) {
-        font.setPointSizeF(size);
+    for (int size = letterSize; size >= leastLetterSize; --size) {
+        font.setPointSize(size);
         painter.setFont(font);
         double height = -gap;
         for (MarginText &text : texts) {
