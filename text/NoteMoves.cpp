@@ -172,9 +172,11 @@ bool hasInspectorKind(const QTextCursor &word)
 /*! True where a letter of \a word carries a note beside the text, not only the last one. */
 bool hasInspectorNote(const QTextCursor &word)
 {
-    FragmentWalker walker(word.document(), word.selectionStart());
-    for (; walker.isValid() && walker.start() < word.selectionEnd(); walker.next()) {
-        const QTextCharFormat format = walker.format();
+    // By letters: going through runs begins at that of the paragraph.
+    QTextCursor letter(word);
+    for (int end = word.selectionStart() + 1; end <= word.selectionEnd(); ++end) {
+        letter.setPosition(end);
+        const QTextCharFormat format = letter.charFormat();
         if (format.boolProperty(MVRTextFormat::InspectorCommentProperty)
             || format.boolProperty(MVRTextFormat::InspectorFootnoteProperty))
             return true;

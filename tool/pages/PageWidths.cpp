@@ -129,11 +129,11 @@ void keepTable(QTextTable &table, double lines, double margin)
 }
 
 /*! What columns of a width of their own leave to each of the others. */
-double widthOfOthers(const QTextTable &table, double room, WidthSharing sharing)
+double widthOfOthers(const QVector<QTextLength> &columns, int count, double room,
+                     WidthSharing sharing)
 {
-    const QVector<QTextLength> columns = table.format().columnWidthConstraints();
     double width = room;
-    int others = table.columns() - columns.size();
+    int others = count - int(columns.size());
     for (const QTextLength &column : columns) {
         if (column.type() == QTextLength::VariableLength)
             ++others;
@@ -143,19 +143,33 @@ double widthOfOthers(const QTextTable &table, double room, WidthSharing sharing)
     return qMax(0.0, sharing == WidthSharing::Even ? width / qMax(1, others) : width);
 }
 
-/*! The room for text in a cell of a table with so much room. */
-double widthOfCell(const QTextTable &table, const QTextTableCell &cell, double room,
-                   double widthOfOthers)
+/*! How columns share the width of their table; read once, as reading takes time for each column. */
+struct SharedWidth
 {
-    const QTextTableFormat format = table.format();
-    const QVector<QTextLength> columns = format.columnWidthConstraints();
-    double width = 0.0;
-    for (int i = cell.column(); i < cell.column() + cell.columnSpan(); ++i) {
-        const QTextLength column = columns.value(i);
-        width += column.type() == QTextLength::VariableLength ? widthOfOthers : column.value(room);
+    SharedWidth(const QTextTable &table, double width, WidthSharing sharing)
+        : columns(table.format().columnWidthConstraints())
+        , edges(edgesOf(table.format()))
+        , room(width)
+        , ofOthers(widthOfOthers(columns, table.columns(), width, sharing))
+    {
     }
-    return qBound(1.0, width - edgesOf(format), qMax(1.0, room));
-}
+
+    /*! The room for text in a cell. */
+    double ofCell(const QTextTableCell &cell) const
+    {
+        double width = 0.0;
+        for (int i = cell.column(); i < cell.column() + cell.columnSpan(); ++i) {
+            const QTextLength column = columns.value(i);
+            width += column.type() == QTextLength::VariableLength ? ofOthers : column.value(room);
+        }
+        return qBound(1.0, width - edges, qMax(1.0, room));
+    }
+
+    QVector<QTextLength> columns;
+    double edges;
+    double room;
+    double ofOthers; // columns without a width
+};
 
 /*! Goes through a text with the width that its lines have in each frame and cell. */
 class WidthKeeper
@@ -217,13 +231,13 @@ private:
 
     void openCells(const QTextTable &table, double lines)
     {
-        const double others = widthOfOthers(table, lines, m_sharing);
+        const SharedWidth shared(table, lines, m_sharing);
         for (int row = 0; row < table.rows(); ++row) {
             for (int column = 0; column < table.columns(); ++column) {
                 QTextTableCell cell = table.cellAt(row, column);
                 if (cell.row() != row || cell.column() != column)
                     continue;
-                const double width = boundEdges(cell, widthOfCell(table, cell, lines, others));
+                const double width = boundEdges(cell, shared.ofCell(cell));
                 m_open.append({cell.begin(), width, 0.0});
             }
         }
