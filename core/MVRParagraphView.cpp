@@ -3,6 +3,7 @@
 
 #include <core/MVRTextFormat.h>
 #include <core/MVRToolkit.h>
+#include <core/document/LengthScale_p.h>
 
 #include <QAbstractTextDocumentLayout>
 #include <QScopedValueRollback>
@@ -23,8 +24,7 @@ constexpr int viewedProperties[]
 constexpr int scaledProperties[]
     = {QTextFormat::BlockLeftMargin, QTextFormat::BlockRightMargin, QTextFormat::TextIndent,
        QTextFormat::BlockTopMargin, QTextFormat::BlockBottomMargin};
-// Beyond them, and with what is no number, a layout never comes back.
-constexpr double maxTextWidth = 100000.0;
+// Beyond it a layout may not come back.
 constexpr double maxScale = 100.0;
 constexpr int viewedCount = int(std::size(viewedProperties));
 constexpr int keptCount = 2 * viewedCount; // as they were, and as the view has them
@@ -65,7 +65,7 @@ MVRParagraphView::~MVRParagraphView()
 
 void MVRParagraphView::setTextWidth(double width)
 {
-    if (!(width > 0 && width <= maxTextWidth) || qFuzzyCompare(width, m_textWidth))
+    if (!(width > 0 && width <= maxLength) || qFuzzyCompare(width, m_textWidth))
         return;
     m_textWidth = width;
     if (m_document)

@@ -27,7 +27,6 @@
 #include <QTextTable>
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -90,17 +89,10 @@ bool isApplicationParagraph(const QTextBlockFormat &format)
         || format.hasProperty(MVRTextFormat::BlockRightIndentProperty) || lineSpacing(format);
 }
 
-// A layout does not come back from any number that a host may set.
-double boundedIndent(double indent)
-{
-    constexpr double longest = 100000.0;
-    return std::isnan(indent) ? 0.0 : qBound(-longest, indent, longest);
-}
-
 void translateIndents(QTextBlockFormat &format, double textWidth)
 {
     const double left
-        = boundedIndent(format.doubleProperty(MVRTextFormat::BlockLeftIndentProperty));
+        = boundedLength(format.doubleProperty(MVRTextFormat::BlockLeftIndentProperty));
     if (format.hasProperty(MVRTextFormat::BlockLeftIndentProperty)) {
         format.setLeftMargin(format.leftMargin() + left);
         if (format.hasProperty(QTextFormat::TextIndent))
@@ -108,7 +100,7 @@ void translateIndents(QTextBlockFormat &format, double textWidth)
     }
     // A right edge that leaves no room for text is a broken one: the text keeps its full width.
     const double right
-        = boundedIndent(format.doubleProperty(MVRTextFormat::BlockRightIndentProperty));
+        = boundedLength(format.doubleProperty(MVRTextFormat::BlockRightIndentProperty));
     if (right > left)
         format.setRightMargin(textWidth - right);
     format.clearProperty(MVRTextFormat::BlockLeftIndentProperty);
@@ -349,16 +341,15 @@ static bool canLayOut(QTextDocument &text, double lineWidth, const QSizeF &page)
     return !(pages * page.height() > maxLayoutHeight) || pages == 1.0;
 }
 
-// Those of the text itself, between which the toolkit would look for a place for a table for ever.
-static void boundMargins(QTextDocument &text)
+// Around the text itself, within which the toolkit would look for a place for a table for ever.
+static void boundEdgesOfText(QTextDocument &text)
 {
     QTextFrameFormat format = text.rootFrame()->frameFormat();
-    for (const int margin :
+    for (const int edge :
          {QTextFormat::FrameTopMargin, QTextFormat::FrameBottomMargin, QTextFormat::FrameLeftMargin,
           QTextFormat::FrameRightMargin, QTextFormat::FrameBorder, QTextFormat::FramePadding}) {
-        const double length = format.doubleProperty(margin);
-        if (!(std::abs(length) <= maxLength))
-            format.setProperty(margin, std::isnan(length) ? 0.0 : std::copysign(maxLength, length));
+        if (format.hasProperty(edge))
+            format.setProperty(edge, boundedLength(format.doubleProperty(edge)));
     }
     if (format != text.rootFrame()->frameFormat())
         text.rootFrame()->setFrameFormat(format);
@@ -395,7 +386,7 @@ int MVRToolkit::pageCount(const QTextDocument &document, const QSizeF &size)
 {
     const std::unique_ptr<QTextDocument> copy(STextDoc::cloneDocumentQtStyle(&document, nullptr));
     copy->setUndoRedoEnabled(false);
-    boundMargins(*copy);
+    boundEdgesOfText(*copy);
     const QTextFrameFormat margins = copy->rootFrame()->frameFormat();
     const double lineWidth = size.width() - margins.leftMargin() - margins.rightMargin();
     toStockParagraphs(copy.get(), lineWidth);

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "DrawnPages.h"
 #include "ToolRun.h"
 
 #include <text/MVRTextDoc.h>
 #include <tool/Document.h>
-#include <tool/pages/Pages.h>
 
-#include <QGuiApplication>
-#include <QPaintDevice>
-#include <QPaintEngine>
-#include <QPainter>
 #include <QRandomGenerator>
 #include <QTextTable>
 #include <QtTest>
@@ -22,15 +18,6 @@ class TestDocPages : public QObject
 private Q_SLOTS:
     void losesAndDoublesNothing_data();
     void losesAndDoublesNothing();
-    void keepsTextOnPaper();
-    void largeLettersHideNoText();
-    void floatsPushNoTableOffThePaper_data();
-    void floatsPushNoTableOffThePaper();
-    void keepsWhatWidensTablesOnThePaper_data();
-    void keepsWhatWidensTablesOnThePaper();
-    void closeLinesHideNoText_data();
-    void closeLinesHideNoText();
-    void wideBordersLeaveRoom();
     void keepsParagraphsTogether();
     void repeatsHeaderRows_data();
     void repeatsHeaderRows();
@@ -43,125 +30,15 @@ private Q_SLOTS:
     void cutsHighRowsBetweenLines();
     void drawsPicturesOfThePage_data();
     void drawsPicturesOfThePage();
-    void tooManyFloatsStandInTheFlow();
     void longFootnotesGoOn();
     void rowsTiedTogetherGoOn();
     void footnotesWithoutRoomGoOn_data();
     void footnotesWithoutRoomGoOn();
-    void writesCommentsIntoTheMargin();
     void makesRoomForLongComments();
+    void writesCommentsIntoTheMargin();
 };
 
 namespace {
-
-struct DrawnLine
-{
-    double y; // baseline, points from the paper's top
-    double x;
-    QString text;
-};
-using DrawnPage = QVector<DrawnLine>;
-
-/*! Keeps the text that is drawn, clipped or not, as a PDF file does. */
-class TextEngine : public QPaintEngine
-{
-public:
-    TextEngine()
-        : QPaintEngine(AllFeatures)
-    {
-    }
-    bool begin(QPaintDevice *) override { return true; }
-    bool end() override { return true; }
-    void updateState(const QPaintEngineState &now) override { m_to = now.transform(); }
-    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { ++pictures; }
-    void drawPath(const QPainterPath &) override { }
-    void drawPolygon(const QPointF *, int, PolygonDrawMode) override { }
-    Type type() const override { return User; }
-    void drawTextItem(const QPointF &place, const QTextItem &item) override
-    {
-        const QPointF at = m_to.map(place) * 72.0 / Pages::resolution;
-        if (!page.isEmpty() && qAbs(page.last().y - at.y()) < 1.0 && page.last().x < at.x())
-            page.last().text += item.text();
-        else if (!item.text().trimmed().isEmpty())
-            page.append({at.y(), at.x(), item.text()});
-    }
-
-    DrawnPage page;
-    int pictures = 0;
-
-private:
-    QTransform m_to;
-};
-
-class TextDevice : public QPaintDevice
-{
-public:
-    QPaintEngine *paintEngine() const override { return &engine; }
-    mutable TextEngine engine;
-
-protected:
-    int metric(PaintDeviceMetric metric) const override
-    {
-        switch (metric) {
-        case PdmWidth:
-        case PdmHeight:
-            return 10000;
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDevicePixelRatioScaled:
-            return int(devicePixelRatioFScale());
-        default:
-            return Pages::resolution;
-        }
-    }
-};
-
-QVector<DrawnPage> drawn(const Pages &pages)
-{
-    QVector<DrawnPage> all;
-    for (int i = 0; i < pages.count(); ++i) {
-        TextDevice device;
-        QPainter painter(&device);
-        pages.paint(painter, i);
-        painter.end();
-        all.append(device.engine.page);
-    }
-    return all;
-}
-
-QStringList textsOf(const DrawnPage &page)
-{
-    QStringList texts;
-    for (const DrawnLine &line : page)
-        texts.append(line.text.trimmed());
-    return texts;
-}
-
-DrawnPage joined(const QVector<DrawnPage> &pages)
-{
-    DrawnPage lines;
-    for (const DrawnPage &page : pages)
-        lines += page;
-    return lines;
-}
-
-PageSetup smallPaper()
-{
-    PageSetup setup;
-    setup.paper = QSizeF(360.0, 400.0);
-    setup.margins = QMarginsF(72.0, 72.0, 72.0, 72.0);
-    return setup;
-}
-
-// Words that tell their paragraph: 7.0, 7.1, 7.2 …; those of headings begin with H, of notes with
-// N.
-QByteArray words(const QByteArray &name, int count)
-{
-    QByteArray text;
-    for (int i = 0; i < count; ++i)
-        text += name + '.' + QByteArray::number(i) + ' ';
-    return text;
-}
 
 struct Wanted
 {
@@ -271,139 +148,6 @@ void TestDocPages::losesAndDoublesNothing()
     QCOMPARE(body, wanted.body);
     for (int i = 0; i < bodies.size(); ++i)
         QCOMPARE(brokenRule(bodies[i], linesOfParagraph, i + 1), QString());
-}
-
-void TestDocPages::keepsTextOnPaper()
-{
-    Document document;
-    QVERIFY(MVRTextDoc::fromRtf(
-        "{\\rtf1\\pard\\li9000 " + words("A", 9) + "\\par\\pard\\ri9000\\li-5000 " + words("B", 9)
-            + "\\par\\pard\\fi-9000 " + words("C", 9) + "\\par\\pard\\fi9000 " + words("D", 9)
-            + "\\par\\trowd\\cellx6000\\cellx12000\\pard\\intbl " + words("E", 9) + "\\cell "
-            + words("F", 9) + "\\cell\\row\\trowd\\cellx3000\\pard\\intbl\\itap2 " + words("G", 9)
-            + "\\nestcell " + words("H", 9)
-            + "\\nestcell{\\*\\nesttableprops\\trowd\\cellx4000\\cellx8000\\nestrow}"
-              "\\pard\\intbl\\itap1\\cell\\row\\pard {\\footnote\\pard\\li9000 "
-            + words("N", 9) + "}}",
-        &document.text));
-    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
-    const double wordWidth = 20.0; // points
-    int count = 0;
-    for (const DrawnLine &line : lines) {
-        const int found = int(line.text.count(QLatin1Char('.')));
-        count += found;
-        QVERIFY2(found == 0 || (line.x >= 0.0 && line.x + found * wordWidth <= 360.0),
-                 qPrintable(line.text));
-    }
-    QCOMPARE(count, 9 * 9);
-}
-
-void TestDocPages::floatsPushNoTableOffThePaper_data()
-{
-    QTest::addColumn<QString>("floating");
-    QTest::newRow("picture") << QStringLiteral(
-        "<img style='float:left' src='data:,x' width=200 height=99>");
-    QTest::newRow("table") << QStringLiteral(
-        "<table style='float:left' width=200><tr><td>F<br/>F<br/>F</td></tr></table>");
-}
-
-void TestDocPages::floatsPushNoTableOffThePaper()
-{
-    QFETCH(const QString, floating);
-    Document document;
-    document.text.setHtml(QStringLiteral("<p>A</p>") + floating
-                          + QStringLiteral("<table width='100%'><tr><td>B</td><td>C</td></tr>"
-                                           "</table><p>D</p>"));
-    QString all;
-    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
-    for (const DrawnLine &line : lines) {
-        QVERIFY2(line.x < 288.0, qPrintable(line.text));
-        all += line.text;
-    }
-    QCOMPARE(all.remove(QLatin1Char('F')), QStringLiteral("ABCD"));
-}
-
-void TestDocPages::keepsWhatWidensTablesOnThePaper_data()
-{
-    QTest::addColumn<QString>("wide");
-    QTest::newRow("picture") << QStringLiteral("<img src='data:,x' width=280 height=20>");
-    QTest::newRow("table") << QStringLiteral("<table width=280><tr><td>T</td></tr></table>");
-    QTest::newRow("room in a cell")
-        << QStringLiteral("<table><tr><td style='padding:0 100px'>T</td></tr></table>");
-}
-
-void TestDocPages::keepsWhatWidensTablesOnThePaper()
-{
-    QFETCH(const QString, wide);
-    Document document;
-    document.text.setHtml(
-        QStringLiteral("<table><tr><td>%1</td><td>%1</td><td>A B</td></tr></table>"
-                       "<p>C</p>")
-            .arg(wide));
-    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
-    for (const DrawnLine &line : lines)
-        QVERIFY2(line.x < 350.0, qPrintable(line.text));
-    QString all = textsOf(lines).join(QString());
-    all.remove(QLatin1Char('T')).remove(QLatin1Char(' '));
-    QCOMPARE(all, QStringLiteral("ABC"));
-}
-
-void TestDocPages::closeLinesHideNoText_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<double>("height");
-    QTest::newRow("percent") << int(QTextBlockFormat::ProportionalHeight) << 0.0;
-    QTest::newRow("fixed") << int(QTextBlockFormat::FixedHeight) << 0.0;
-    QTest::newRow("distance") << int(QTextBlockFormat::LineDistanceHeight) << -12.0;
-}
-
-void TestDocPages::closeLinesHideNoText()
-{
-    QFETCH(const int, type);
-    QFETCH(const double, height);
-    Document document;
-    QTextBlockFormat close;
-    close.setLineHeight(height, type);
-    QTextCursor cursor(&document.text);
-    QTextCursor cell = cursor.insertTable(1, 1)->cellAt(0, 0).firstCursorPosition();
-    cell.setBlockFormat(close);
-    cell.insertText(QStringLiteral("A\u2028B\u2028C"));
-    cursor.movePosition(QTextCursor::End);
-    cursor.insertText(QStringLiteral("D"));
-    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
-    QCOMPARE(textsOf(lines).join(QLatin1Char('|')), QStringLiteral("A|B|C|D"));
-    for (int i = 1; i < lines.size(); ++i)
-        QVERIFY2(lines[i].y > lines[i - 1].y + 5.0, qPrintable(lines[i].text));
-}
-
-void TestDocPages::wideBordersLeaveRoom()
-{
-    Document document;
-    document.text.setHtml(QStringLiteral("<table border=200 cellpadding=90 cellspacing=90><tr><td>A"
-                                         "</td><td>B</td><td>C</td></tr></table><p>D</p>"));
-    QString all;
-    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
-    for (const DrawnLine &line : lines) {
-        QVERIFY2(line.x < 288.0, qPrintable(line.text));
-        all += line.text;
-    }
-    QCOMPARE(all, QStringLiteral("ABCD"));
-}
-
-// At an exact distance they reach up over what stands above.
-void TestDocPages::largeLettersHideNoText()
-{
-    Document document;
-    QVERIFY(MVRTextDoc::fromRtf("{\\rtf1\\pard " + words("A", 60)
-                                    + "\\par\\pard\\pagebb\\sl-240\\fs200 B\\par\\pard "
-                                    + words("C", 9) + "}",
-                                &document.text));
-    QString all;
-    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
-    for (const DrawnLine &line : lines)
-        all += line.text;
-    QCOMPARE(all.count(QLatin1Char('A')), 60);
-    QCOMPARE(all.count(QLatin1Char('B')), 1);
 }
 
 // The toolkit would not wrap their lines.
@@ -664,19 +408,6 @@ void TestDocPages::drawsPicturesOfThePage()
     QVERIFY2(most <= 2, QByteArray::number(most));
 }
 
-void TestDocPages::tooManyFloatsStandInTheFlow()
-{
-    const auto pagesWith = [](int floats) {
-        Document document;
-        document.text.setHtml(
-            QStringLiteral("<table style='float:left'><tr><td>.</td></tr></table>").repeated(floats)
-            + QLatin1String("<p>text</p>"));
-        return Pages(document, smallPaper()).count();
-    };
-    QCOMPARE(pagesWith(150), 1); // beside each other
-    QVERIFY(pagesWith(300) > 10);
-}
-
 void TestDocPages::longFootnotesGoOn()
 {
     Document document;
@@ -804,11 +535,7 @@ void TestDocPages::writesCommentsIntoTheMargin()
 
 int main(int argc, char *argv[])
 {
-    qputenv("QT_FONT_DPI", QByteArray::number(Pages::resolution));
-    qputenv("QT_ENABLE_HIGHDPI_SCALING", "0"); // by which Qt 6 would take that back
-    QGuiApplication application(argc, argv);
-    TestDocPages test;
-    return QTest::qExec(&test, argc, argv);
+    return runPageTest<TestDocPages>(argc, argv);
 }
 
 #include "tst_docpages.moc"

@@ -318,7 +318,8 @@ public:
 
     /*!
         swapInlineToInspector() that takes no note from a word: it asks the last letter of a word
-        whether it carries one; here, a word is not free as long as any letter does.
+        whether it carries one; here, a word is not free as long as any letter does. The notes that
+        find no free word get a label. Nothing for a null document.
     */
     static void moveInlineBesideText(QTextDocument *document, int propertyId, bool toFootnote,
                                      bool skipNoteWords, const QTextCursor &cursor);

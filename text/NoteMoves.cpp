@@ -319,7 +319,7 @@ QVector<FormatEdit> paragraphUnmarks(QTextDocument *document, int property,
     return collectFormatEdits(document, range, unmark);
 }
 
-/*! The settings are those of the application. */
+/*! Moves the notes of a selection as \a move says, but for what the application's settings do. */
 void moveAllToInspector(QTextDocument *document, InlineMove move, const QTextCursor &cursor)
 {
     const Selection selection = Selection::ofOperation(document, cursor);

@@ -20,11 +20,7 @@ struct Scale
     double factor;
     double longest;
 
-    // HTML takes any number for a length. A layout does not come back from all of them.
-    double bounded(double length) const
-    {
-        return std::isnan(length) ? 0.0 : qBound(-longest, length, longest);
-    }
+    double bounded(double length) const { return boundedLength(length, longest); }
     double operator()(double length) const { return bounded(length * factor); }
 };
 

@@ -227,8 +227,8 @@ void ItemCollector::addBlock(const QTextBlock &block)
     m_breaksNext = policy & QTextFormat::PageBreak_AlwaysAfter;
 }
 
-// The toolkit has it begin where the text of its first cell does, which may have its own room
-// above.
+// The toolkit has a table begin where the text of its first cell does, be that in the middle of a
+// row.
 QRectF ItemCollector::tableRect(const QTextTable &table) const
 {
     QRectF rect = m_layout.frameBoundingRect(const_cast<QTextTable *>(&table));

@@ -118,12 +118,19 @@ void HighRow::passHighLines(QVector<int> &lines, double bottom) const
     }
 }
 
+// Of the lines that a part has up to \a end, and of one that goes on from the part before.
+double HighRow::lowestEnd(int column, int end) const
+{
+    double lowest = m_open[column];
+    for (int line = m_next[column]; line < end; ++line)
+        lowest = qMax(lowest, m_row.columns[column].lines[line].bottom);
+    return lowest;
+}
+
 void HighRow::openLines(const QVector<int> &next, double bottom)
 {
     for (int column = 0; column < next.size(); ++column) {
-        double lowest = m_open[column];
-        for (int line = m_next[column]; line < next[column]; ++line)
-            lowest = qMax(lowest, m_row.columns[column].lines[line].bottom);
+        const double lowest = lowestEnd(column, next[column]);
         m_open[column] = lowest > bottom + slack ? lowest : 0.0;
     }
 }
@@ -153,9 +160,7 @@ ColumnPart HighRow::part(int column, int end, double bottom) const
         part.drawnTop = drawnTop(all.lines, first, end);
     if (end == all.lines.size()) // what stands below the row is no part of it
         part.bottom = first < end ? all.lines[end - 1].bottom : (m_top + bottom) / 2.0;
-    double lowest = m_open[column];
-    for (int line = first; line < end; ++line)
-        lowest = qMax(lowest, all.lines[line].bottom);
+    const double lowest = lowestEnd(column, end);
     if (m_open[column] > 0.0 || lowest > bottom + slack)
         part.bottom = qMax(part.bottom, qMin(bottom, lowest));
     return part;

@@ -18,6 +18,7 @@ private:
     QVector<int> linesBehind(double bottom, bool keepsRules) const;
     int lineBehind(int column, double bottom, bool keepsRules) const;
     void passHighLines(QVector<int> &lines, double bottom) const;
+    double lowestEnd(int column, int end) const;
     void openLines(const QVector<int> &next, double bottom);
     double topOf(const QVector<int> &lines) const;
     QVector<ColumnPart> joinedParts(const QVector<int> &next, double bottom) const;

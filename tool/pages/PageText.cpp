@@ -38,8 +38,12 @@ double largestSize(const QTextBlock &block, double defaultSize)
     return largest;
 }
 
-/*! Lets lines be as high as what stands in them, where their distance has them cover others.
-    \param largest  letters, in units of the layout */
+/*!
+    Parts lines that would cover each other: at an exact distance they become as high as what stands
+    in them, else a share of it apart.
+
+    \param largest  size of the letters, in units of the layout; infinite for pictures
+*/
 void freeLines(QTextBlockFormat &format, double largest)
 {
     const double height = format.lineHeight();
@@ -60,7 +64,8 @@ void freeLines(QTextBlockFormat &format, double largest)
     }
 }
 
-void freeLargeLetters(QTextDocument &text, double unitsPerPoint)
+/*! Those of each paragraph, by the largest of its letters. */
+void freeCloseLines(QTextDocument &text, double unitsPerPoint)
 {
     const double defaultSize = text.defaultFont().pointSizeF();
     QTextCursor cursor(&text);
@@ -89,7 +94,7 @@ void preparePageText(QTextDocument &text, const PageWidths &widths, double units
     takeBreaks(text);
     MVRToolkit::toStockParagraphs(&text, widths.lines / unitsPerPoint);
     scaleLengths(text, unitsPerPoint, longest * unitsPerPoint);
-    freeLargeLetters(text, unitsPerPoint);
+    freeCloseLines(text, unitsPerPoint);
     keepOnPage(text, widths, inch * unitsPerPoint);
     text.setDocumentMargin(0.0);
     QTextOption option = text.defaultTextOption();
