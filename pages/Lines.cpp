@@ -127,14 +127,14 @@ double stretchOf(const ShapedText &text, const LineBox &box, const TextSpan &lin
     return blanks > 0 ? qMax(0.0, rest / blanks) : 0.0;
 }
 
-double lineStart(const ShapedText &text, const LineBox &box, const TextSpan &line)
+// How far a line moves to the right as a whole: its tabs are as wide as if it began on the left.
+double shiftOf(const ShapedText &text, const LineBox &box, const TextSpan &line)
 {
+    if (!(box.alignment & (Qt::AlignRight | Qt::AlignHCenter)) && !text.isRightToLeft())
+        return 0.0;
     const double left = leftOf(box, line.start);
-    if (box.alignment & (Qt::AlignRight | Qt::AlignHCenter) || text.isRightToLeft()) {
-        const double rest = box.right - left - extent(text, box, line, left);
-        return left + (box.alignment & Qt::AlignHCenter ? rest / 2.0 : rest);
-    }
-    return left;
+    const double rest = box.right - left - extent(text, box, line, left);
+    return box.alignment & Qt::AlignHCenter ? rest / 2.0 : rest;
 }
 
 }
@@ -159,7 +159,8 @@ QVector<PlacedPiece> placeLine(const ShapedText &text, const LineBox &box, const
     const double stretch = stretchOf(text, box, line, visible);
     const int firstWide = stretch > 0.0 ? firstStretched(text, visible) : visible.end;
     QVector<PlacedPiece> placed;
-    double x = lineStart(text, box, visible);
+    const double shift = shiftOf(text, box, visible);
+    double x = leftOf(box, visible.start);
     const QVector<ShapedText::Piece> pieces = text.pieces(visible);
     for (const ShapedText::Piece &piece : pieces) {
         int start = piece.span.start;
@@ -171,7 +172,7 @@ QVector<PlacedPiece> placeLine(const ShapedText &text, const LineBox &box, const
             const double endX = isTab ? x : x + text.width(i);
             const bool endsPiece = isTab || isWide || end == piece.span.end;
             if (endsPiece && end > start)
-                placed.append({startX, endX - startX, {start, end}, piece.run});
+                placed.append({startX + shift, endX - startX, {start, end}, piece.run});
             x = behind(text, box, i, x, visible.end) + (isWide ? stretch : 0.0);
             if (endsPiece) {
                 start = i + 1;

@@ -193,6 +193,7 @@ private Q_SLOTS:
     void placesWideAndLeftwardText();
     void breaksLongTextOfAnyScript();
     void justifiesLines();
+    void movesLinesWithTabsAsTheyAre();
     void tellsColumnsApart();
     void goesOverWholeWhereNoSentenceEnds();
     void titlePageGoesOverTheMargin();
@@ -434,6 +435,32 @@ void TestPageRules::justifiesLines()
     QVERIFY(wide > 2);
     QCOMPARE(withoutBlanks(seen).remove(QLatin1Char('\t')),
              withoutBlanks(text).remove(QLatin1Char('\t')));
+}
+
+// Tabs are as wide as if the line began on the left: it ends on the right, at no later stop.
+void TestPageRules::movesLinesWithTabsAsTheyAre()
+{
+    MVRScreenplay script;
+    const QString texts[]
+        = {QStringLiteral("ab\tcd"), QStringLiteral("ab\tcd"), QStringLiteral("שלום\tעולם")};
+    for (const QString &text : texts)
+        script.body.append(scriptParagraph(QStringLiteral("Action"), text));
+    script.body[0].attr.alignment = Qt::AlignRight;
+    script.body[1].attr.alignment = Qt::AlignHCenter;
+    const double ends[] = {540.0, 324.0 + 25.2, 540.0};
+    int lines = 0;
+    const MVRScreenplayPage page = MVRScreenplayPages(script).pages().first();
+    for (const MVRScreenplayLine &line : page.lines) {
+        if (line.paragraph < 0)
+            continue;
+        ++lines;
+        QCOMPARE(line.runs.size(), 2);
+        const MVRScreenplayLine::Run &last = line.runs.last();
+        QVERIFY2(qAbs(last.x + last.width - ends[line.paragraph]) < 0.1, qPrintable(line.text()));
+        if (line.paragraph < 2)
+            QVERIFY2(qAbs(last.x - line.runs.first().x - 36.0) < 0.1, qPrintable(line.text()));
+    }
+    QCOMPARE(lines, 3);
 }
 
 void TestPageRules::tellsColumnsApart()
