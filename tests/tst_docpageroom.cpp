@@ -23,6 +23,8 @@ private Q_SLOTS:
     void keepsWhatWidensTablesOnThePaper();
     void closeLinesHideNoText_data();
     void closeLinesHideNoText();
+    void closeLinesEndHighRows_data();
+    void closeLinesEndHighRows();
     void wideBordersLeaveRoom();
     void largeLettersHideNoText();
     void tooManyFloatsStandInTheFlow();
@@ -128,6 +130,41 @@ void TestDocPageRoom::closeLinesHideNoText()
     QCOMPARE(textsOf(lines).join(QLatin1Char('|')), QStringLiteral("A|B|C|D"));
     for (int i = 1; i < lines.size(); ++i)
         QVERIFY2(lines[i].y > lines[i - 1].y + 5.0, qPrintable(lines[i].text));
+}
+
+void TestDocPageRoom::closeLinesEndHighRows_data()
+{
+    QTest::addColumn<double>("border");
+    QTest::addColumn<double>("margin");
+    QTest::newRow("the last line reaches below the row") << 0.0 << 0.0;
+    QTest::newRow("lines stay together") << 4.0 << 0.0;
+    QTest::newRow("a margin above the table") << 0.0 << 250.0;
+}
+
+void TestDocPageRoom::closeLinesEndHighRows()
+{
+    QFETCH(const double, border);
+    QFETCH(const double, margin);
+    constexpr int lineCount = 99;
+    QTextBlockFormat close;
+    close.setLineHeight(0.0, QTextBlockFormat::ProportionalHeight);
+    QTextTableFormat bordered;
+    bordered.setBorder(border);
+    bordered.setCellSpacing(0.0);
+    bordered.setTopMargin(margin);
+    Document document;
+    QTextCursor cursor(&document.text);
+    QTextCursor cell = cursor.insertTable(1, 1, bordered)->cellAt(0, 0).firstCursorPosition();
+    cell.setBlockFormat(close);
+    QStringList wanted;
+    for (int i = 0; i < lineCount; ++i)
+        wanted.append(QString::number(i));
+    cell.insertText(wanted.join(QChar::LineSeparator));
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(QStringLiteral("end"));
+    const Pages pages(document, smallPaper());
+    QVERIFY(pages.count() > 1);
+    QCOMPARE(textsOf(joined(drawn(pages))), wanted << QStringLiteral("end"));
 }
 
 void TestDocPageRoom::wideBordersLeaveRoom()

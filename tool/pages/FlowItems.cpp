@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <tool/pages/PageSlices.h>
+#include <tool/pages/ParagraphLines.h>
+#include <tool/pages/RowColumns.h>
 
 #include <QAbstractTextDocumentLayout>
 #include <QTextBlock>
@@ -15,97 +17,6 @@ namespace {
 constexpr int linesKept = 2; // of a paragraph, on each side of a break
 constexpr int KeptTogether = QTextFormat::UserProperty + 0x3501; // of a paragraph: bool
 constexpr int PageBreaks = QTextFormat::UserProperty + 0x3502; // PageBreakFlags
-
-/*! Leaves room between columns: what a part of one touches is drawn with it. */
-void partColumns(QVector<RowColumn> &columns)
-{
-    std::sort(columns.begin(), columns.end(),
-              [](const RowColumn &a, const RowColumn &b) { return a.left < b.left; });
-    for (int i = 0; i < columns.size(); ++i) {
-        RowColumn &column = columns[i];
-        if (i + 1 < columns.size())
-            column.right = qMin(column.right, columns[i + 1].left - 1.0);
-        column.right = qMax(column.right, column.left + 1.0);
-    }
-}
-
-/*! Makes one column of those that stand above each other. */
-void joinColumns(QVector<RowColumn> &columns)
-{
-    std::sort(columns.begin(), columns.end(),
-              [](const RowColumn &a, const RowColumn &b) { return a.left < b.left; });
-    QVector<RowColumn> joined;
-    for (const RowColumn &column : qAsConst(columns)) {
-        if (joined.isEmpty() || column.left >= joined.last().right) {
-            joined.append(column);
-            continue;
-        }
-        joined.last().right = qMax(joined.last().right, column.right);
-        joined.last().lines += column.lines;
-    }
-    for (RowColumn &column : joined)
-        std::stable_sort(column.lines.begin(), column.lines.end(),
-                         [](const RowLine &a, const RowLine &b) { return a.top < b.top; });
-    columns = joined;
-}
-
-/*! Where the lines of a paragraph part, and where each is drawn, in the layout's units. */
-class ParagraphLines
-{
-public:
-    /*! \param origin  from which the lines of \a layout count */
-    ParagraphLines(const QTextLayout &layout, double origin)
-    {
-        for (int i = 0; i < layout.lineCount(); ++i) {
-            const QTextLine line = layout.lineAt(i);
-            m_tops.append(origin + line.y());
-            m_bottoms.append(m_tops.last() + line.height());
-            m_baselines.append(m_tops.last() + line.ascent());
-        }
-        m_lowestEnds = m_bottoms;
-        for (int i = size() - 2; i >= 0; --i)
-            m_lowestEnds[i] = qMin(m_lowestEnds[i], m_lowestEnds[i + 1]);
-    }
-
-    int size() const { return m_tops.size(); }
-    double top(int line) const { return m_tops[line]; }
-    double bottom(int line) const { return m_bottoms[line]; }
-
-    /*! Where pages part before a line: above its letters, or as lines part that are too close. */
-    double cutAbove(int line) const
-    {
-        if (m_tops[line] >= m_bottoms[line - 1])
-            return m_tops[line];
-        const double distance = m_baselines[line] - m_baselines[line - 1];
-        return qMax(m_tops[line], m_baselines[line - 1] + belowBaseline * distance);
-    }
-
-    /*!
-        Where drawing begins so that a line is the first one: behind its own end, as the toolkit
-        draws the last line that ends above, and not behind that of any line below. Behind the
-        place of the last line, the toolkit may take letters for those of the next paragraph.
-    */
-    double drawnTop(int line) const
-    {
-        if (line == 0 || line + 1 == size())
-            return m_tops[line];
-        const double end = m_bottoms[line];
-        const double below = m_lowestEnds[line + 1];
-        const double lastTop = m_tops.last();
-        const double place = lastTop + ofLastLine * (lastTop - m_tops[size() - 2]);
-        const double between = qMin(end + (below - end) / 2.0, below - drawingSlack - spare);
-        return qMin(between, place);
-    }
-
-private:
-    static constexpr double belowBaseline = 0.2; // share of the distance of lines
-    static constexpr double ofLastLine = 0.75; // share of the distance
-    static constexpr double spare = 1.0; // units; a place between lines is never exact
-    QVector<double> m_tops;
-    QVector<double> m_bottoms;
-    QVector<double> m_baselines;
-    QVector<double> m_lowestEnds; // of the line and all below
-};
 
 /*! At least so far the second line of a paragraph, or the next one, is from the first. */
 double lineHeight(const QTextBlock &block)
@@ -129,7 +40,7 @@ public:
     {
         for (auto it = text.rootFrame()->begin(); !it.atEnd(); ++it) {
             if (const auto *table = qobject_cast<QTextTable *>(it.currentFrame()))
-                addTable(*table);
+                addTable(*table, topBehind(it));
             else if (it.currentFrame())
                 addFrame(*it.currentFrame());
             else if (it.currentBlock().isValid())
@@ -160,9 +71,12 @@ private:
     }
 
     void addBlock(const QTextBlock &block);
-    void addTable(const QTextTable &table);
+    void addTable(const QTextTable &table, double end);
+    void keepHiddenParagraph(const QRectF &table);
     void addFrame(QTextFrame &frame);
-    QRectF tableRect(const QTextTable &table) const;
+    double topBehind(QTextFrame::iterator table) const;
+    double topOfCells(const QTextTable &table) const;
+    QRectF tableRect(const QTextTable &table, double end) const;
     FlowItem row(const QTextTable &table, int row, const QRectF &rect, int *tied) const;
     RowColumn column(QTextBlock block, int end) const;
     void addLines(const QTextBlock &block, double top, bool mayBegin, RowColumn &column) const;
@@ -227,17 +141,39 @@ void ItemCollector::addBlock(const QTextBlock &block)
     m_breaksNext = policy & QTextFormat::PageBreak_AlwaysAfter;
 }
 
-// The toolkit has a table begin where the text of its first cell does, be that in the middle of a
-// row.
-QRectF ItemCollector::tableRect(const QTextTable &table) const
+double ItemCollector::topOfCells(const QTextTable &table) const
 {
-    QRectF rect = m_layout.frameBoundingRect(const_cast<QTextTable *>(&table));
-    double top = rect.top();
+    double top = table.document()->size().height();
     for (int column = 0; column < table.columns(); ++column) {
         const QTextBlock block = table.cellAt(0, column).firstCursorPosition().block();
         top = qMin(top, m_layout.blockBoundingRect(block).top());
     }
+    return top;
+}
+
+/*! Where that begins which stands below a table; an empty paragraph stands beside its last row. */
+double ItemCollector::topBehind(QTextFrame::iterator table) const
+{
+    QTextFrame::iterator behind = ++table;
+    if (behind.currentBlock().isValid() && behind.currentBlock().length() == 1)
+        ++behind;
+    if (const auto *next = qobject_cast<QTextTable *>(behind.currentFrame()))
+        return topOfCells(*next);
+    if (behind.currentFrame())
+        return m_layout.frameBoundingRect(behind.currentFrame()).top();
+    const QTextBlock block = behind.currentBlock();
+    return block.isValid() ? m_layout.blockBoundingRect(block).top()
+                           : m_layout.documentSize().height();
+}
+
+// The toolkit has a table begin where the text of its first cell does, be that in the middle of a
+// row, and below its margin.
+QRectF ItemCollector::tableRect(const QTextTable &table, double end) const
+{
+    QRectF rect = m_layout.frameBoundingRect(const_cast<QTextTable *>(&table));
+    const double top = qMin(rect.top(), topOfCells(table));
     rect.moveTop(qMin(rect.top(), qMax(top, qMax(m_blockBottom, m_tableBottom))));
+    rect.setBottom(qMax(rect.top(), qMin(rect.bottom(), end)));
     return rect;
 }
 
@@ -265,9 +201,21 @@ FlowItem ItemCollector::row(const QTextTable &table, int row, const QRectF &rect
     return item;
 }
 
-void ItemCollector::addTable(const QTextTable &table)
+// The toolkit has an empty paragraph before a table stand on its first row.
+void ItemCollector::keepHiddenParagraph(const QRectF &table)
 {
-    const QRectF rect = tableRect(table);
+    if (m_items.isEmpty() || m_items.last().end - m_items.last().start != 1)
+        return;
+    FlowItem &hidden = m_items.last();
+    hidden.bottom = qMax(hidden.top, qMin(hidden.bottom, table.top()));
+    m_keepsNext = true;
+}
+
+/*! \param end  what stands behind the table begins there */
+void ItemCollector::addTable(const QTextTable &table, double end)
+{
+    const QRectF rect = tableRect(table, end);
+    keepHiddenParagraph(rect);
     const int headRows = qMin(table.format().headerRowCount(), table.rows() - 1);
     double headBottom = rect.top();
     int tied = 0; // cells from above reach into the rows before this one
@@ -277,6 +225,7 @@ void ItemCollector::addTable(const QTextTable &table)
         if (isTied)
             joinColumns(item.columns);
         partColumns(item.columns);
+        item.below = reachBelow(item);
         append(item);
     };
     breakBefore(table);

@@ -6,7 +6,7 @@
 namespace {
 
 constexpr double slack = 0.5; // units that rounding may add
-constexpr double overlap = 0.2; // share of a line's height by which those above reach into it
+constexpr double overlap = 0.35; // share of its height by which close lines reach into a line
 
 constexpr int mostParts = 64; // beyond, a page ends at one height in all columns
 
@@ -44,12 +44,17 @@ HighRow::HighRow(const FlowItem &row)
 {
 }
 
+bool HighRow::hasRoom(double bottom) const
+{
+    return topOf(linesBehind(bottom, false)) > m_top + slack;
+}
+
 QVector<ColumnPart> HighRow::takePart(double bottom)
 {
     QVector<int> next = linesBehind(bottom, true);
     if (topOf(next) <= m_top + slack) // a picture, or lines that were to stay together
         next = linesBehind(bottom, false);
-    if (topOf(next) <= m_top + slack) // a line that is higher than the page
+    if (!hasRoom(bottom)) // a line that is higher than the page
         passHighLines(next, bottom);
     const QVector<ColumnPart> parts = joinedParts(next, bottom);
     openLines(next, bottom);
@@ -57,6 +62,14 @@ QVector<ColumnPart> HighRow::takePart(double bottom)
     const double top = topOf(next);
     m_top = top > m_top + slack ? qMin(top, bottom) : bottom;
     return parts;
+}
+
+QVector<ColumnPart> HighRow::takeRest(double bottom) const
+{
+    QVector<int> rest;
+    for (int column = 0; column < m_next.size(); ++column)
+        rest.append(m_row.columns[column].lines.size());
+    return joinedParts(rest, bottom);
 }
 
 // For each part the toolkit goes through all cells of the row.
@@ -159,7 +172,8 @@ ColumnPart HighRow::part(int column, int end, double bottom) const
     if (first < end && m_open[column] == 0.0)
         part.drawnTop = drawnTop(all.lines, first, end);
     if (end == all.lines.size()) // what stands below the row is no part of it
-        part.bottom = first < end ? all.lines[end - 1].bottom : (m_top + bottom) / 2.0;
+        part.bottom
+            = first < end ? qMin(bottom, all.lines[end - 1].bottom) : (m_top + bottom) / 2.0;
     const double lowest = lowestEnd(column, end);
     if (m_open[column] > 0.0 || lowest > bottom + slack)
         part.bottom = qMax(part.bottom, qMin(bottom, lowest));

@@ -11,8 +11,12 @@ public:
 
     /*! Where the part that comes next begins: at the topmost line that no part has yet. */
     double top() const { return m_top; }
+    /*! Whether a line of the next part has room above \a bottom. */
+    bool hasRoom(double bottom) const;
     /*! The next part: what of each column stands above \a bottom, by whole lines. */
     QVector<ColumnPart> takePart(double bottom);
+    /*! All that no part has yet: close lines may reach below the row, which ends at \a bottom. */
+    QVector<ColumnPart> takeRest(double bottom) const;
 
 private:
     QVector<int> linesBehind(double bottom, bool keepsRules) const;

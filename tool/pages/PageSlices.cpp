@@ -11,16 +11,19 @@ constexpr double leftmost = -1e6; // units, beyond any page
 constexpr double rightmost = 1e6;
 constexpr int mostRowParts = 500000; // lines of high rows on pages: each takes some 4 us to draw
 
-double drawnTop(const FlowItem &item)
+double topmostLine(const FlowItem &row)
 {
-    if (item.columns.isEmpty())
-        return item.drawnTop;
-    double top = item.bottom;
-    for (const RowColumn &column : item.columns) {
+    double top = row.bottom;
+    for (const RowColumn &column : row.columns) {
         if (!column.lines.isEmpty())
             top = qMin(top, column.lines.first().top);
     }
-    return qMax(item.top, top);
+    return top;
+}
+
+double drawnTop(const FlowItem &item)
+{
+    return item.columns.isEmpty() ? item.drawnTop : qMax(item.top, topmostLine(item));
 }
 
 /*! The footnotes, one below the other, shown from the top on. */
@@ -163,12 +166,17 @@ void PageCutter::appendHigh(PageSlice &slice, const FlowItem &item)
     const auto room = [&] { return m_heights.body - slice.headHeight() - footHeight(0.0, most); };
     while (slice.bottom - slice.top > room() + slack && !isFull()) {
         PageSlice part = slice;
+        const bool isBelow = slice.top < item.top;
         part.bottom = slice.top + room();
         part.edges.below = part.edges.next = 0.0;
-        part.columns = row.takePart(part.bottom);
+        if (isBelow && !row.hasRoom(part.bottom))
+            part.bottom = item.top;
+        else
+            part.columns = row.takePart(part.bottom);
         m_rowParts += item.columns.size();
-        if (slice.top < item.top && !part.columns.isEmpty())
-            part.columns.prepend({leftmost, rightmost, slice.top, item.top, slice.edges.top});
+        if (isBelow && !item.columns.isEmpty())
+            part.columns.prepend({leftmost, rightmost, slice.top, qMin(item.top, topmostLine(item)),
+                                  slice.edges.top});
         part.end = part.start;
         append(part, most);
         slice.top = slice.edges.top = row.top();
@@ -176,7 +184,7 @@ void PageCutter::appendHigh(PageSlice &slice, const FlowItem &item)
         setHead(slice, item);
     }
     if (slice.top > item.top)
-        slice.columns = row.takePart(slice.bottom);
+        slice.columns = row.takeRest(slice.bottom);
 }
 
 void PageCutter::addNotes(int first, int end)
