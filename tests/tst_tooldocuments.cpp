@@ -21,6 +21,7 @@ private Q_SLOTS:
     void appendsScreenplays();
     void tellsFigures();
     void writesOdt();
+    void endsListsOfHtmlInTheirCells();
 };
 
 void TestToolDocuments::init()
@@ -239,6 +240,31 @@ void TestToolDocuments::writesOdt()
                                 .captured(1);
     QCOMPARE(QImage(path(QStringLiteral("odt/") + picture)).size(), QSize(60, 40));
     QVERIFY(xml.contains(QLatin1String("svg:width=\"45pt\" svg:height=\"30pt\"")));
+}
+
+// A list that goes on in another cell is one of its own there, and goes on counting.
+void TestToolDocuments::endsListsOfHtmlInTheirCells()
+{
+    const QString in = write(
+        QStringLiteral("in.rtf"),
+        "{\\rtf1{\\*\\listtable"
+        "{\\list{\\listlevel\\levelnfc0{\\leveltext\\'02\\'00.;}{\\levelnumbers\\'01;}}\\listid1}"
+        "{\\list{\\listlevel\\levelnfc23{\\leveltext\\'01\\'b7;}{\\levelnumbers;}}\\listid2}}"
+        "{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}{\\listoverride\\listid2\\ls2}}"
+        "\\ls1 a\\par b\\par\\ls2 c\\par\\pard\\trowd\\cellx3000\\cellx6000"
+        "\\intbl\\ls1 d\\par e\\cell\\pard\\intbl\\ls2 f\\cell\\row\\pard\\ls1 g\\par}");
+    QCOMPARE(mvrtext({QStringLiteral("convert"), in, path(QStringLiteral("out.html"))}).exitCode,
+             0);
+    QString html = QString::fromUtf8(read(QStringLiteral("out.html")));
+    html.remove(0, html.indexOf(QLatin1String("<body")));
+    html.remove(QRegularExpression(QStringLiteral(" (?:style|width)=\"[^\"]*\"|\\s+(?=<)")));
+    const int start = html.indexOf(QLatin1String("<ol>"));
+    QCOMPARE(html.mid(start, html.indexOf(QLatin1String("</body>")) - start)
+                 .remove(QLatin1String(" border=\"0\" cellspacing=\"0\"")),
+             QStringLiteral("<ol><li>a</li><li>b</li></ol><ul><li>c</li></ul><table><tr>"
+                            "<td><ol start=\"3\"><li>d</li><li>e</li></ol></td>"
+                            "<td><ul><li>f</li></ul></td></tr></table>"
+                            "<ol start=\"5\"><li>g</li></ol>"));
 }
 
 QTEST_GUILESS_MAIN(TestToolDocuments)

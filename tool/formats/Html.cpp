@@ -4,6 +4,7 @@
 #include <tool/Document.h>
 #include <tool/Messages.h>
 #include <tool/formats/HtmlLimits.h>
+#include <tool/formats/HtmlLists.h>
 #include <tool/formats/Pictures.h>
 #include <tool/formats/ScreenplayElements.h>
 #include <tool/formats/TextDecoding.h>
@@ -141,7 +142,9 @@ bool writeHtml(Document &document, const WriteOptions &options, QByteArray *byte
     prepareForQt(document, options.paperOrLetter(), pixelsPerPoint);
     document.text.setMetaInformation(QTextDocument::DocumentTitle, document.title);
     makeSafeForHtml(&document.text);
+    const QVector<int> numbers = partListsAtCells(&document.text);
     QString html = MVRToolkit::toHtml(document.text);
+    startListsAt(numbers, &html);
     joinStyles(html);
     nameSimilarFaces(html);
     if (document.isScreenplay)
