@@ -54,7 +54,11 @@ class Judge:
                 os.dup2(os.open(name, os.O_CREAT | os.O_WRONLY | os.O_TRUNC), descriptor)
             resource.setrlimit(resource.RLIMIT_CPU, (LIMIT, LIMIT))
             resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-            os.execv(self.tool, [self.tool] + arguments)
+            try:
+                os.execv(self.tool, [self.tool] + arguments)
+            except OSError as error:  # this is a copy of the judge, which is to clear nothing up
+                os.write(2, str(error).encode())
+                os._exit(127)
         _, status, usage = os.wait4(child, 0)
         with open(said, encoding="utf-8", errors="replace") as file:
             text = file.read().strip()
