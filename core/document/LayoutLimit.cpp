@@ -146,7 +146,7 @@ bool hasTooMuchInTables(const QTextDocument &text)
 {
     constexpr double perParagraph = 60.0; // what it takes besides its letters, each some 0.2 us
     constexpr double mostPasses = 16.0;
-    constexpr double allowance = 1.0e7;
+    constexpr double allowance = 4.0e6;
     double effort = 0.0;
     double once = 0.0;
     QVector<OpenFrame> open {{text.rootFrame()->begin(), nullptr, 1.0}};
