@@ -8,6 +8,19 @@
 #include <QRegularExpression>
 #include <QtTest>
 
+namespace {
+
+// Numbers and bullets before a table, in both of its cells and behind it.
+constexpr const char *listsInCells
+    = "{\\rtf1{\\*\\listtable"
+      "{\\list{\\listlevel\\levelnfc0{\\leveltext\\'02\\'00.;}{\\levelnumbers\\'01;}}\\listid1}"
+      "{\\list{\\listlevel\\levelnfc23{\\leveltext\\'01\\'b7;}{\\levelnumbers;}}\\listid2}}"
+      "{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}{\\listoverride\\listid2\\ls2}}"
+      "\\ls1 a\\par b\\par\\ls2 c\\par\\pard\\trowd\\cellx3000\\cellx6000"
+      "\\intbl\\ls1 d\\par e\\cell\\pard\\intbl\\ls2 f\\cell\\row\\pard\\ls1 g\\par}";
+
+}
+
 /*! The commands that count, replace in and append documents. */
 class TestToolDocuments : public ToolTest
 {
@@ -21,7 +34,11 @@ private Q_SLOTS:
     void appendsScreenplays();
     void tellsFigures();
     void writesOdt();
+    void keepsCellsOfOdtWhole();
     void endsListsOfHtmlInTheirCells();
+
+private:
+    QString odtText() const;
 };
 
 void TestToolDocuments::init()
@@ -201,6 +218,19 @@ QString odtStyle(const QString &xml, const QString &text)
 
 }
 
+/*! The text of out.odt; empty where nothing can unpack it. */
+QString TestToolDocuments::odtText() const
+{
+    QProcess unpacking;
+    unpacking.setWorkingDirectory(m_folder->path());
+    unpacking.start(QStringLiteral("python3"),
+                    {QStringLiteral("-m"), QStringLiteral("zipfile"), QStringLiteral("-e"),
+                     QStringLiteral("out.odt"), QStringLiteral("odt")});
+    if (!unpacking.waitForFinished() || unpacking.exitCode() != 0)
+        return QString();
+    return QString::fromUtf8(read(QStringLiteral("odt/content.xml")));
+}
+
 void TestToolDocuments::writesOdt()
 {
     QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("art")));
@@ -213,15 +243,10 @@ void TestToolDocuments::writesOdt()
     const Run run
         = mvrtext("convert --media-from art --notes inline in.md out.odt", m_folder->path());
     QVERIFY2(run.exitCode == 0 && run.errors.isEmpty(), run.errors.constData());
-    QProcess unpacking;
-    unpacking.setWorkingDirectory(m_folder->path());
-    unpacking.start(QStringLiteral("python3"),
-                    {QStringLiteral("-m"), QStringLiteral("zipfile"), QStringLiteral("-e"),
-                     QStringLiteral("out.odt"), QStringLiteral("odt")});
-    if (!unpacking.waitForFinished() || unpacking.exitCode() != 0)
+    const QString xml = odtText();
+    if (xml.isEmpty())
         QSKIP("There is no python3 to unpack the file.");
 
-    const QString xml = QString::fromUtf8(read(QStringLiteral("odt/content.xml")));
     const QString one = odtStyle(xml, QStringLiteral("One"));
     const QString two = odtStyle(xml, QStringLiteral("Two"));
     QVERIFY2(one.contains(QLatin1String("fo:font-size=\"24pt\"")), qPrintable(xml));
@@ -242,17 +267,41 @@ void TestToolDocuments::writesOdt()
     QVERIFY(xml.contains(QLatin1String("svg:width=\"45pt\" svg:height=\"30pt\"")));
 }
 
+// Readers show nothing of paragraphs and tables that are in no cell, nor of tables in lists.
+void TestToolDocuments::keepsCellsOfOdtWhole()
+{
+    QByteArray rtf = listsInCells;
+    rtf.chop(1);
+    rtf += "\\pard\\trowd\\cellx3000\\cellx6000\\intbl h\\par\\itap2 i\\nestcell j\\nestcell"
+           "{\\*\\nesttableprops\\trowd\\cellx1000\\cellx2000\\nestrow}\\pard\\intbl k\\cell"
+           "\\pard\\intbl{\\b l}\\cell\\row\\pard m\\par}";
+    write(QStringLiteral("in.rtf"), rtf);
+    QCOMPARE(mvrtext("convert in.rtf out.odt", m_folder->path()).exitCode, 0);
+    QString xml = odtText();
+    if (xml.isEmpty())
+        QSKIP("There is no python3 to unpack the file.");
+    xml.remove(0, xml.indexOf(QLatin1String("<office:text>")));
+    xml.truncate(xml.indexOf(QLatin1String("</office:text>")));
+    xml.remove(QRegularExpression(QStringLiteral("</?text:span[^>]*>|\\s+(?=<)|<[^>]*-column[^>]*>"
+                                                 "|<office:text>|(?<=<)(?:text|table):|(?<=</)"
+                                                 "(?:text|table):")));
+    xml.remove(QRegularExpression(QStringLiteral("(?: [a-z]+:[a-z-]+=\"[^\"]*\")+")));
+    xml.replace(QLatin1String("<list-item><p>"), QLatin1String("- "));
+    xml.replace(QLatin1String("</p></list-item>"), QLatin1String(";"));
+    xml.remove(QLatin1String("<tab/>")); // in front of each line feed
+    QCOMPARE(xml.trimmed(),
+             QStringLiteral("<list>- a;- b;</list><list>- c;</list><p/><table>"
+                            "<table-row><table-cell><p>3. d<line-break/>4. e</p></table-cell>"
+                            "<table-cell><p>\u2022 f</p></table-cell></table-row></table>"
+                            "<list>- g;</list><p/><table><table-row><table-cell><p>h<line-break/>"
+                            "i<line-break/>j<line-break/>k</p></table-cell>"
+                            "<table-cell><p>l</p></table-cell></table-row></table><p>m</p>"));
+}
+
 // A list that goes on in another cell is one of its own there, and goes on counting.
 void TestToolDocuments::endsListsOfHtmlInTheirCells()
 {
-    const QString in = write(
-        QStringLiteral("in.rtf"),
-        "{\\rtf1{\\*\\listtable"
-        "{\\list{\\listlevel\\levelnfc0{\\leveltext\\'02\\'00.;}{\\levelnumbers\\'01;}}\\listid1}"
-        "{\\list{\\listlevel\\levelnfc23{\\leveltext\\'01\\'b7;}{\\levelnumbers;}}\\listid2}}"
-        "{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}{\\listoverride\\listid2\\ls2}}"
-        "\\ls1 a\\par b\\par\\ls2 c\\par\\pard\\trowd\\cellx3000\\cellx6000"
-        "\\intbl\\ls1 d\\par e\\cell\\pard\\intbl\\ls2 f\\cell\\row\\pard\\ls1 g\\par}");
+    const QString in = write(QStringLiteral("in.rtf"), listsInCells);
     QCOMPARE(mvrtext({QStringLiteral("convert"), in, path(QStringLiteral("out.html"))}).exitCode,
              0);
     QString html = QString::fromUtf8(read(QStringLiteral("out.html")));

@@ -10,6 +10,7 @@ import re
 import shutil
 import subprocess
 import zipfile
+from xml.etree import ElementTree
 
 from mixtures.mixture import WORD
 
@@ -21,6 +22,12 @@ RTF_HIDDEN = {"fonttbl", "colortbl", "stylesheet", "info", "pict", "fldinst", "h
               "mvrnote", "mvrdefaults", "mvrframe", "mvrframeend", "nesttableprops"}
 RTF_NOTES = {"footnote", "annotation"}
 RTF_BLANKS = {"par", "line", "tab", "cell", "row", "nestcell", "sect", "page"}
+ODT_NAMESPACES = {name: "urn:oasis:names:tc:opendocument:xmlns:%s:1.0" % name
+                  for name in ("office", "text", "table")}
+ODT_PLACES = {"text", "section", "table-cell"}
+ODT_PARENTS = {"table-row": {"table", "table-header-rows"}, "table-cell": {"table-row"},
+               "table": ODT_PLACES, "list": ODT_PLACES | {"list-item"}, "list-item": {"list"},
+               "p": ODT_PLACES | {"list-item", "note-body", "annotation", "text-box"}}
 
 
 def visible_text(path, suffix):
@@ -29,7 +36,7 @@ def visible_text(path, suffix):
         return text_of_pdf(path).lower()
     if suffix == "odt":
         with zipfile.ZipFile(path) as archive:
-            text = archive.read("content.xml").decode("utf-8")
+            text = without_stray_parts(archive.read("content.xml"))
         return text_of_tags(text, r"<office:annotation[ >].*?</office:annotation>|"
                             r"<text:note[ >].*?</text:note>").lower()
     with open(path, "rb") as file:
@@ -72,6 +79,27 @@ def text_of_tags(text, notes):
     text = re.sub(notes, "", text, flags=re.S) + "\n" + "\n".join(contents)
     text = re.sub(r"</(p|text:p|Paragraph|td|li|text:h)>|<br */?>", "\n", text)
     return html.unescape(re.sub(r"<[^>]*>", "", text, flags=re.S))
+
+
+def without_stray_parts(data):
+    """ODT without what stands where readers look for none of it, such as a cell in a cell."""
+    for prefix, namespace in ODT_NAMESPACES.items():
+        ElementTree.register_namespace(prefix, namespace)
+    root = ElementTree.fromstring(data)
+    open_elements = [root]
+    while open_elements:
+        parent = open_elements.pop()
+        kind = short_name(parent)
+        for child in list(parent):
+            if kind in ODT_PARENTS.get(short_name(child), {kind}):
+                open_elements.append(child)
+            else:
+                parent.remove(child)
+    return ElementTree.tostring(root, encoding="unicode")
+
+
+def short_name(element):
+    return element.tag.rpartition("}")[2]
 
 
 def text_of_html(text):

@@ -3,6 +3,7 @@
 
 #include <tool/Document.h>
 #include <tool/Messages.h>
+#include <tool/formats/OdtTables.h>
 #include <tool/pages/Lengths.h>
 #include <tool/pages/Pages.h>
 
@@ -123,6 +124,7 @@ bool writeOdt(Document &document, const WriteOptions &options, QByteArray *bytes
     dropScriptLinks(&document.text);
     keepLinksOfText(&document.text);
     dropStrayObjects(&document.text);
+    fitTablesForOdt(&document.text);
     nameFonts(&document.text);
     dropOddCharacters(&document.text);
     boundLists(&document.text);
