@@ -235,6 +235,8 @@ RTF = {
     "lists in cells in footnotes": repeated(
         R + LIST, "\\trowd\\cellx3000\\intbl\\ls1{\\listtext 1.}a{\\footnote \\ls1 x\\par"
         "{\\trowd\\cellx900 y\\intbl\\cell\\row}}{\\*\\annotation c}\\cell\\row\\pard ", "}"),
+    "items in cells": repeated(
+        R + LIST, "\\trowd\\cellx9\\cellx99\\pard\\intbl\\ls1 a\\par b\\cell c\\cell\\row ", "}"),
     "levels of lists in turn": repeated(
         R + LIST, "\\pard\\ls1\\ilvl0 a\\par\\pard\\ls1\\ilvl8 b\\par ", "}"),
     "comments over footnotes": repeated(
@@ -603,7 +605,8 @@ def shapes():
             yield command.split("-")[0] + ": " + name, command, make
     # What is read in time can still be written slowly.
     for command, names in {
-        "rtf-html": ("fields", "one paragraph of formats", "rows", "long title", "lists used"),
+        "rtf-html": ("fields", "one paragraph of formats", "rows", "long title", "lists used",
+                     "items in cells"),
         "rtf-bbcode": ("fields", "one paragraph of formats", "old lists", "long title"),
         "rtf-fdx": ("footnotes", "one paragraph of formats", "rows", "paragraph formats",
                     "codes over runs", "comments over footnotes"),
@@ -617,7 +620,7 @@ def shapes():
         "rtf-pdf": ("numbers", "rows", "paragraphs", "one paragraph of formats", "one word",
                     "footnotes", "footnotes apart", "long footnote", "no paper",
                     "pages of an inch", "row of many pages"),
-        "rtf-odt": ("one paragraph of formats", "rows"),
+        "rtf-odt": ("one paragraph of formats", "rows", "items in cells"),
         "rtf-md": ("footnotes apart", "one paragraph of formats", "rows", "tabs in a paragraph"),
         "rtf-notes": ("footnotes apart", "annotations"),
         "rtf-count": ("footnotes", "text", "one paragraph of formats"),
