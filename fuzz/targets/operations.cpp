@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // A row of operations on two documents, as the bytes say: after each, undo brings back the document
 // as it was and redo what became of it, notes stand where they are said to be, and no mark has
-// changed outside the selection.
+// changed outside the selection. Every fourth input has models, counters and highlighters follow.
+#include <fuzz/Observers.h>
 #include <fuzz/Operations.h>
 #include <fuzz/Require.h>
 #include <fuzz/Snapshot.h>
@@ -14,6 +15,7 @@
 #include <QTextDocument>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -142,10 +144,17 @@ void fuzz_operations(const QByteArray &input)
     QTextDocument documents[2];
     for (QTextDocument &document : documents)
         fill(&document, &bytes);
+    std::unique_ptr<Observers> observers[2];
+    for (int i = 0; i < 2 && input.size() % 4 == 0; ++i)
+        observers[i] = std::make_unique<Observers>(&documents[i]);
     for (int step = 0; step < maxSteps && !bytes.isAtEnd(); ++step) {
         const bool isSecond = bytes.flag();
         const Operation &operation = operations().at(bytes.byte() % operations().size());
         run(operation, &documents[int(isSecond)], &documents[int(!isSecond)], &bytes);
+        for (const auto &each : observers) {
+            if (each)
+                each->check();
+        }
         if (documents[0].characterCount() + documents[1].characterCount() > maxCharacters)
             return;
     }
