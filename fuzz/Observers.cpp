@@ -17,17 +17,6 @@ bool isEqual(const MVRTextNote &one, const MVRTextNote &other)
         && one.cdata == other.cdata && one.isResolved == other.isResolved;
 }
 
-bool isEqual(const QVector<QTextLayout::FormatRange> &some,
-             const QVector<QTextLayout::FormatRange> &others)
-{
-    return std::equal(
-        some.cbegin(), some.cend(), others.cbegin(), others.cend(),
-        [](const QTextLayout::FormatRange &one, const QTextLayout::FormatRange &other) {
-            return one.start == other.start && one.length == other.length
-                && one.format == other.format;
-        });
-}
-
 }
 
 Observers::Observers(QTextDocument *document)
@@ -76,6 +65,6 @@ void Observers::checkWords() const
 void Observers::checkLooks() const
 {
     for (QTextBlock block = m_document.begin(); block.isValid(); block = block.next())
-        require(isEqual(block.layout()->formats(), m_highlighter->looks(block)),
+        require(block.layout()->formats() == m_highlighter->looks(block),
                 "tints are where notes are");
 }

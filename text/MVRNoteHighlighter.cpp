@@ -132,8 +132,11 @@ void MVRNoteHighlighter::follow(int position, int removed, int added)
 {
     Q_UNUSED(removed)
     QTextBlock block = m_document->findBlock(position);
-    for (; block.isValid() && block.position() <= position + added; block = block.next()) {
+    for (; block.isValid(); block = block.next()) {
         const QVector<QTextLayout::FormatRange> wanted = looks(block);
+        // Behind several edits that become one, Qt may leave out paragraphs at the end.
+        if (block.position() > position + added && wanted == block.layout()->formats())
+            break;
         if (wanted.isEmpty() && block.layout()->formats().isEmpty())
             continue;
         show(block, wanted);

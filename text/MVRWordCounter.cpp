@@ -11,29 +11,6 @@
 
 namespace {
 
-/*! What one paragraph adds to the total, until it goes. */
-class ParagraphCount : public QTextBlockUserData
-{
-public:
-    ParagraphCount(std::shared_ptr<MVRWordCounter::Words> total, MVRWordCounter::Words own)
-        : words(own)
-        , m_total(std::move(total))
-    {
-        m_total->all += words.all;
-        m_total->outsideNotes += words.outsideNotes;
-    }
-    ~ParagraphCount() override
-    {
-        m_total->all -= words.all;
-        m_total->outsideNotes -= words.outsideNotes;
-    }
-
-    const MVRWordCounter::Words words;
-
-private:
-    std::shared_ptr<MVRWordCounter::Words> m_total;
-};
-
 MVRWordCounter::Words wordsOf(const QTextBlock &block)
 {
     const QString text = block.text();
@@ -47,6 +24,38 @@ MVRWordCounter::Words wordsOf(const QTextBlock &block)
     const int all = STextDoc::wordCountText(text);
     return {all, outside.size() == text.size() ? all : STextDoc::wordCountText(outside)};
 }
+
+/*! What one paragraph adds to the total, until it goes. */
+class ParagraphCount : public QTextBlockUserData
+{
+public:
+    ParagraphCount(std::shared_ptr<MVRWordCounter::Words> total, const QTextBlock &block)
+        : words(wordsOf(block))
+        , m_revision(block.revision())
+        , m_total(std::move(total))
+    {
+        m_total->all += words.all;
+        m_total->outsideNotes += words.outsideNotes;
+    }
+    ~ParagraphCount() override
+    {
+        m_total->all -= words.all;
+        m_total->outsideNotes -= words.outsideNotes;
+    }
+
+    /*! Whether a paragraph was counted as it stands. */
+    static bool isOf(const QTextBlock &block)
+    {
+        const auto *own = dynamic_cast<const ParagraphCount *>(block.userData());
+        return own && own->m_revision == block.revision();
+    }
+
+    const MVRWordCounter::Words words;
+
+private:
+    int m_revision;
+    std::shared_ptr<MVRWordCounter::Words> m_total;
+};
 
 } // namespace
 
@@ -65,9 +74,12 @@ MVRWordCounter::MVRWordCounter(QTextDocument *document)
 void MVRWordCounter::count(int position, int removed, int added)
 {
     Q_UNUSED(removed) // paragraphs that are gone took their counts along
-    QTextBlock block = m_document->findBlock(position);
-    for (; block.isValid() && block.position() <= position + added; block = block.next())
-        block.setUserData(new ParagraphCount(m_total, wordsOf(block)));
+    const int end = position + added;
+    // Behind several edits that become one, Qt may leave out paragraphs at the end of the change.
+    for (QTextBlock block = m_document->findBlock(position);
+         block.isValid() && (block.position() <= end || !ParagraphCount::isOf(block));
+         block = block.next())
+        block.setUserData(new ParagraphCount(m_total, block));
 }
 
 int MVRWordCounter::words(const QTextCursor &selection)
