@@ -28,6 +28,7 @@ private Q_SLOTS:
     void wideBordersLeaveRoom();
     void largeLettersHideNoText();
     void tooManyFloatsStandInTheFlow();
+    void floatsAreHigherThanWhatIsBeside();
 };
 
 void TestDocPageRoom::keepsTextOnPaper()
@@ -195,6 +196,17 @@ void TestDocPageRoom::largeLettersHideNoText()
         all += line.text;
     QCOMPARE(all.count(QLatin1Char('A')), 60);
     QCOMPARE(all.count(QLatin1Char('B')), 1);
+}
+
+void TestDocPageRoom::floatsAreHigherThanWhatIsBeside()
+{
+    Document document;
+    document.text.setHtml(QStringLiteral("<table style='float:right'><tr><td>A<br>B<br>C<br>D</td>"
+                                         "</tr></table><p>E</p>"));
+    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
+    QStringList texts = textsOf(lines);
+    texts.sort();
+    QCOMPARE(texts.join(QString()), QStringLiteral("ABCDE"));
 }
 
 void TestDocPageRoom::tooManyFloatsStandInTheFlow()

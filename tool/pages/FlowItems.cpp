@@ -154,6 +154,8 @@ double ItemCollector::topOfCells(const QTextTable &table) const
 /*! Where that begins which stands below a table; an empty paragraph stands beside its last row. */
 double ItemCollector::topBehind(QTextFrame::iterator table) const
 {
+    if (table.currentFrame()->frameFormat().position() != QTextFrameFormat::InFlow)
+        return m_layout.documentSize().height();
     QTextFrame::iterator behind = ++table;
     if (behind.currentBlock().isValid() && behind.currentBlock().length() == 1)
         ++behind;
