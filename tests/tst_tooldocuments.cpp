@@ -314,6 +314,16 @@ void TestToolDocuments::endsListsOfHtmlInTheirCells()
                             "<td><ol start=\"3\"><li>d</li><li>e</li></ol></td>"
                             "<td><ul><li>f</li></ul></td></tr></table>"
                             "<ol start=\"5\"><li>g</li></ol>"));
+
+    // So do the footnotes of a book, which are a file of their own.
+    QByteArray book = listsInCells;
+    book.replace("\\ls1 a", "x{\\footnote \\pard\\ls1 a");
+    book.replace("g\\par}", "g}\\par}");
+    write(QStringLiteral("book.rtf"), book);
+    mvrtext("endnotes --style ebook book.rtf -o book.html", m_folder->path());
+    QString notes = QString::fromUtf8(read(QStringLiteral("footnotes.xhtml")));
+    notes.remove(QRegularExpression(QStringLiteral("<[/a-z]+ style=\"[^\"]*\">|</li>|\\s+(?=<)")));
+    QVERIFY2(notes.contains(QLatin1String("c</ul><table")), qPrintable(notes));
 }
 
 QTEST_GUILESS_MAIN(TestToolDocuments)

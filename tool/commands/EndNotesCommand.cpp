@@ -13,12 +13,12 @@
 #include <tool/System.h>
 #include <tool/commands/Commands.h>
 #include <tool/formats/Formats.h>
+#include <tool/formats/HtmlLists.h>
 #include <tool/formats/markdown/MarkdownFormat.h>
 
 #include <core/MVRFormat.h>
 #include <core/MVRTextFormat.h>
 #include <core/MVRTextXhtmlExporter.h>
-#include <core/MVRToolkit.h>
 #include <core/document/EditBlock_p.h>
 #include <core/document/FormatEdits_p.h>
 #include <core/document/SafeHtml_p.h>
@@ -192,7 +192,7 @@ QByteArray footnotesPage(QTextDocument &notes, const QString &title)
 {
     notes.setMetaInformation(QTextDocument::DocumentTitle, title);
     makeSafeForHtml(&notes);
-    QString page = MVRTextXhtmlExporter::htmlToXhtml(MVRToolkit::toHtml(notes));
+    QString page = MVRTextXhtmlExporter::htmlToXhtml(htmlWithWholeLists(&notes));
     page.replace(QLatin1String("<html>"),
                  QLatin1String("<html xmlns=\"http://www.w3.org/1999/xhtml\">"));
     // Qt writes an anchor's name as HTML did it; text cannot hold an angle bracket.

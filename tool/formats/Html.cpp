@@ -12,7 +12,6 @@
 #include <tool/pages/Lengths.h>
 #include <tool/pages/Pages.h>
 
-#include <core/MVRToolkit.h>
 #include <core/document/SafeHtml_p.h>
 
 #include <QRegularExpression>
@@ -142,9 +141,7 @@ bool writeHtml(Document &document, const WriteOptions &options, QByteArray *byte
     prepareForQt(document, options.paperOrLetter(), pixelsPerPoint);
     document.text.setMetaInformation(QTextDocument::DocumentTitle, document.title);
     makeSafeForHtml(&document.text);
-    const QVector<int> numbers = partListsAtCells(&document.text);
-    QString html = MVRToolkit::toHtml(document.text);
-    startListsAt(numbers, &html);
+    QString html = htmlWithWholeLists(&document.text);
     joinStyles(html);
     nameSimilarFaces(html);
     if (document.isScreenplay)

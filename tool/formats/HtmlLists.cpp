@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <tool/formats/HtmlLists.h>
 
+#include <core/MVRToolkit.h>
+
 #include <QHash>
 #include <QRegularExpression>
 #include <QTextBlock>
@@ -9,6 +11,7 @@
 #include <QTextFrame>
 #include <QTextList>
 #include <QTextTable>
+#include <QVector>
 
 #include <algorithm>
 
@@ -49,8 +52,7 @@ void takeItem(const QTextBlock &block, Part &part, QVector<int> &numbers)
     ++part.items;
 }
 
-}
-
+// Gives the number of the first item of each list, in the order in which the lists begin.
 QVector<int> partListsAtCells(QTextDocument *text)
 {
     QVector<int> numbers;
@@ -64,6 +66,7 @@ QVector<int> partListsAtCells(QTextDocument *text)
     return numbers;
 }
 
+// Writes which of the numbered lists begin with another number than 1.
 void startListsAt(const QVector<int> &numbers, QString *html)
 {
     if (std::all_of(numbers.cbegin(), numbers.cend(), [](int number) { return number == 1; }))
@@ -81,4 +84,14 @@ void startListsAt(const QVector<int> &numbers, QString *html)
         written = int(tag.capturedEnd());
     }
     *html = started + html->mid(written);
+}
+
+}
+
+QString htmlWithWholeLists(QTextDocument *text)
+{
+    const QVector<int> numbers = partListsAtCells(text);
+    QString html = MVRToolkit::toHtml(*text);
+    startListsAt(numbers, &html);
+    return html;
 }

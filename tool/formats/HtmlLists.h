@@ -1,19 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QVector>
+#include <QString>
 
-class QString;
 class QTextDocument;
 
 /*!
-    Makes lists of their own of the items of a list that stand in other cells or frames than those
-   in front of them: the toolkit's HTML would open the list in one and close it in another.
+    The toolkit's HTML of \a text, in which each list ends in the cell or frame that it began in;
+   the toolkit opens a list in one and closes it in another where its items stand in several.
 
-    \return the number of the first item of each list, in the order in which the lists begin
+    The items in another cell are made a list of their own, which goes on counting.
 */
-QVector<int> partListsAtCells(QTextDocument *text);
-
-/*! Writes into the toolkit's \a html which of its numbered lists begin with another \a numbers
- * than 1. */
-void startListsAt(const QVector<int> &numbers, QString *html);
+QString htmlWithWholeLists(QTextDocument *text);
