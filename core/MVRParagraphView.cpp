@@ -3,6 +3,7 @@
 
 #include <core/MVRTextFormat.h>
 #include <core/MVRToolkit.h>
+#include <core/document/ChangedText_p.h>
 #include <core/document/LengthScale_p.h>
 
 #include <QAbstractTextDocumentLayout>
@@ -134,7 +135,7 @@ void MVRParagraphView::noteChange(int position, int removed, int added)
 {
     if (m_isEditing)
         return;
-    const int end = position + added;
+    const int end = position + added + leftOutOfChange(*m_document, position, added);
     // An edit that comes before the last one was followed may have moved its end.
     m_dirtyEnd = qMax(end, m_dirtyEnd + qMax(0, added - removed));
     m_dirtyStart = m_dirtyStart < 0 ? position : qMin(m_dirtyStart, position);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <text/MVRNoteHighlighter.h>
 
+#include <core/document/ChangedText_p.h>
+
 #include <QAbstractTextDocumentLayout>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -131,12 +133,10 @@ void MVRNoteHighlighter::show(const QTextBlock &block,
 void MVRNoteHighlighter::follow(int position, int removed, int added)
 {
     Q_UNUSED(removed)
+    const int end = position + added + leftOutOfChange(*m_document, position, added);
     QTextBlock block = m_document->findBlock(position);
-    for (; block.isValid(); block = block.next()) {
+    for (; block.isValid() && block.position() <= end; block = block.next()) {
         const QVector<QTextLayout::FormatRange> wanted = looks(block);
-        // Behind several edits that become one, Qt may leave out paragraphs at the end.
-        if (block.position() > position + added && wanted == block.layout()->formats())
-            break;
         if (wanted.isEmpty() && block.layout()->formats().isEmpty())
             continue;
         show(block, wanted);

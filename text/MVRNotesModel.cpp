@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <text/MVRNotesModel.h>
 
+#include <core/document/ChangedText_p.h>
 #include <text/MVRTextDoc.h>
 
 #include <QAbstractTextDocumentLayout>
@@ -193,7 +194,10 @@ QVariant MVRNotesModel::headerData(int section, Qt::Orientation orientation, int
 void MVRNotesModel::follow(int position, int removed, int added)
 {
     // Qt counts the document's closing paragraph in when everything is replaced.
-    const Edit edit {position, removed, qMin(added, m_document->characterCount() - position)};
+    const int most = m_document->characterCount() - position;
+    added = qMin(added, most);
+    const int more = qMin(leftOutOfChange(*m_document, position, added), most - added);
+    const Edit edit {position, removed + more, added + more};
     const Span span = changedSpan(edit);
     followEdit(span.last, edit);
     if (replaceRows(span, edit))

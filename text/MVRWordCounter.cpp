@@ -3,6 +3,7 @@
 
 #include <core/MVRTextFormat.h>
 #include <core/STextDoc.h>
+#include <core/document/ChangedText_p.h>
 
 #include <QAbstractTextDocumentLayout>
 #include <QTextBlock>
@@ -31,7 +32,6 @@ class ParagraphCount : public QTextBlockUserData
 public:
     ParagraphCount(std::shared_ptr<MVRWordCounter::Words> total, const QTextBlock &block)
         : words(wordsOf(block))
-        , m_revision(block.revision())
         , m_total(std::move(total))
     {
         m_total->all += words.all;
@@ -43,17 +43,9 @@ public:
         m_total->outsideNotes -= words.outsideNotes;
     }
 
-    /*! Whether a paragraph was counted as it stands. */
-    static bool isOf(const QTextBlock &block)
-    {
-        const auto *own = dynamic_cast<const ParagraphCount *>(block.userData());
-        return own && own->m_revision == block.revision();
-    }
-
     const MVRWordCounter::Words words;
 
 private:
-    int m_revision;
     std::shared_ptr<MVRWordCounter::Words> m_total;
 };
 
@@ -74,11 +66,9 @@ MVRWordCounter::MVRWordCounter(QTextDocument *document)
 void MVRWordCounter::count(int position, int removed, int added)
 {
     Q_UNUSED(removed) // paragraphs that are gone took their counts along
-    const int end = position + added;
-    // Behind several edits that become one, Qt may leave out paragraphs at the end of the change.
-    for (QTextBlock block = m_document->findBlock(position);
-         block.isValid() && (block.position() <= end || !ParagraphCount::isOf(block));
-         block = block.next())
+    const int end = position + added + leftOutOfChange(*m_document, position, added);
+    QTextBlock block = m_document->findBlock(position);
+    for (; block.isValid() && block.position() <= end; block = block.next())
         block.setUserData(new ParagraphCount(m_total, block));
 }
 
