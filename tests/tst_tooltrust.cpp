@@ -314,6 +314,12 @@ void TestToolTrust::saysFaultsOfTheSystem_data()
         "ulimit -t 60; (printf '{\\\\rtf1 a{\\\\footnote '; yes '\\sb200000 a\\par' | "
         "head -n 9000; printf '}}') >in.rtf; $T convert in.rtf out.pdf")
                                                         << QByteArray("too long for pages");
+    // Cells are measured without pages.
+    QTest::newRow("paragraphs far apart in a cell")
+        << QByteArray("ulimit -t 60; (printf '{\\\\rtf1\\\\trowd\\\\cellx9000\\\\intbl ';"
+                      "yes '\\sb200000 a\\par' | head -n 1700; printf '\\\\cell\\\\row}') >in.rtf;"
+                      "$T convert in.rtf out.pdf")
+        << QByteArray("too long for pages");
     QTest::newRow("one paragraph of large letters")
         << QByteArray("ulimit -t 60; (printf '{\\\\rtf1\\\\fs2000 '; yes 'aaaa' | head -n 9000) "
                       ">in.rtf; $T convert in.rtf out.png")

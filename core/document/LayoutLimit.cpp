@@ -19,6 +19,9 @@ constexpr double widestLetter = 1.2;
 constexpr double highestLine = 1.6;
 constexpr double wrapping = 2.0; // a word that does not fit leaves a line half empty at most
 
+// Qt measures cells without pages, and may not come back from 2^23.
+constexpr double maxCellHeight = 8.0e6;
+
 /*! Gives heights that parts of a text do not pass, without laying them out. */
 class HeightBound
 {
@@ -97,7 +100,7 @@ double HeightBound::ofTable(const QTextTable &table, double width) const
                 : own.value(width);
             highest = std::max(highest, ofParts(cell.begin(), cellWidth - edges) + edges);
         }
-        height += highest;
+        height += highest > maxCellHeight ? maxLayoutHeight : highest;
     }
     return height;
 }
