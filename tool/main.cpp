@@ -103,7 +103,7 @@ void detachFromScreen()
 // first.
 void checkMemory()
 {
-    constexpr size_t takenByFonts = 40 << 20; // and by what completes PDF files
+    constexpr size_t takenByFonts = 60 << 20; // also behind the pages of PDF files
     if (!System::hasRoomFor(takenByFonts))
         throw std::bad_alloc();
 }
