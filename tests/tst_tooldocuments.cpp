@@ -34,7 +34,8 @@ private Q_SLOTS:
     void appendsScreenplays();
     void tellsFigures();
     void writesOdt();
-    void keepsCellsOfOdtWhole();
+    void putsTextOfOdtInPlace_data();
+    void putsTextOfOdtInPlace();
     void endsListsOfHtmlInTheirCells();
 
 private:
@@ -267,16 +268,39 @@ void TestToolDocuments::writesOdt()
     QVERIFY(xml.contains(QLatin1String("svg:width=\"45pt\" svg:height=\"30pt\"")));
 }
 
-// Readers show nothing of paragraphs and tables that are in no cell, nor of tables in lists.
-void TestToolDocuments::keepsCellsOfOdtWhole()
+// Readers show nothing of paragraphs and tables that are in no cell, of tables in lists, nor of
+// items that are in no list.
+void TestToolDocuments::putsTextOfOdtInPlace_data()
 {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("contents");
+    QTest::addColumn<QString>("body");
     QByteArray rtf = listsInCells;
     rtf.chop(1);
     rtf += "\\pard\\trowd\\cellx3000\\cellx6000\\intbl h\\par\\itap2 i\\nestcell j\\nestcell"
            "{\\*\\nesttableprops\\trowd\\cellx1000\\cellx2000\\nestrow}\\pard\\intbl k\\cell"
            "\\pard\\intbl{\\b l}\\cell\\row\\pard m\\par}";
-    write(QStringLiteral("in.rtf"), rtf);
-    QCOMPARE(mvrtext("convert in.rtf out.odt", m_folder->path()).exitCode, 0);
+    QTest::newRow("cells and lists")
+        << "in.rtf" << rtf
+        << QStringLiteral("<list>- a;- b;</list><list>- c;</list><p/><table>"
+                          "<table-row><table-cell><p>3. d<line-break/>4. e</p></table-cell>"
+                          "<table-cell><p>\u2022 f</p></table-cell></table-row></table>"
+                          "<list>- g;</list><p/><table><table-row><table-cell><p>h<line-break/>"
+                          "i<line-break/>j<line-break/>k</p></table-cell>"
+                          "<table-cell><p>l</p></table-cell></table-row></table><p>m</p>");
+    QTest::newRow("lists without an indent")
+        << "in.html"
+        << QByteArray("<ol style='-qt-list-indent:0'><li>a</ol><ul style='-qt-list-indent:-2'>"
+                      "<li>b</ul><p>c")
+        << "<list>- a;</list><list>- b;</list><p>c</p>";
+}
+
+void TestToolDocuments::putsTextOfOdtInPlace()
+{
+    QFETCH(const QString, name);
+    QFETCH(const QByteArray, contents);
+    const QString in = write(name, contents);
+    QCOMPARE(mvrtext({QStringLiteral("convert"), in, path(QStringLiteral("out.odt"))}).exitCode, 0);
     QString xml = odtText();
     if (xml.isEmpty())
         QSKIP("There is no python3 to unpack the file.");
@@ -289,13 +313,7 @@ void TestToolDocuments::keepsCellsOfOdtWhole()
     xml.replace(QLatin1String("<list-item><p>"), QLatin1String("- "));
     xml.replace(QLatin1String("</p></list-item>"), QLatin1String(";"));
     xml.remove(QLatin1String("<tab/>")); // in front of each line feed
-    QCOMPARE(xml.trimmed(),
-             QStringLiteral("<list>- a;- b;</list><list>- c;</list><p/><table>"
-                            "<table-row><table-cell><p>3. d<line-break/>4. e</p></table-cell>"
-                            "<table-cell><p>\u2022 f</p></table-cell></table-row></table>"
-                            "<list>- g;</list><p/><table><table-row><table-cell><p>h<line-break/>"
-                            "i<line-break/>j<line-break/>k</p></table-cell>"
-                            "<table-cell><p>l</p></table-cell></table-row></table><p>m</p>"));
+    QTEST(xml.trimmed(), "body");
 }
 
 // A list that goes on in another cell is one of its own there, and goes on counting.

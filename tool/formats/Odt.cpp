@@ -97,7 +97,7 @@ void keepLinksOfText(QTextDocument *text)
     });
 }
 
-// Qt's writer opens a list in a list for each step of an indent.
+// Qt's writer opens a list in a list for each step of an indent, and none without a step.
 void boundLists(QTextDocument *text)
 {
     constexpr int deepest = 10; // of the levels of ODT
@@ -108,7 +108,7 @@ void boundLists(QTextDocument *text)
             continue;
         seen.insert(list);
         QTextListFormat format = list->format();
-        format.setIndent(qMin(format.indent(), deepest));
+        format.setIndent(qBound(1, format.indent(), deepest));
         for (const int affix : {QTextFormat::ListNumberPrefix, QTextFormat::ListNumberSuffix}) {
             if (format.hasProperty(affix))
                 format.setProperty(affix, xmlText(format.stringProperty(affix)));
