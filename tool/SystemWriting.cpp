@@ -17,6 +17,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -76,6 +77,50 @@ mode_t newMode()
         return old;
     }();
     return 0666 & ~mask;
+}
+
+bool isSameFile(const char *one, const char *other)
+{
+    struct stat first = {};
+    struct stat second = {};
+    return stat(one, &first) == 0 && stat(other, &second) == 0 && first.st_dev == second.st_dev
+        && first.st_ino == second.st_ino;
+}
+
+/*! Gives a file a name, and by this the place of another. \return 0, or what went wrong */
+int takePlaceOf(const char *file, const char *name, const char *path)
+{
+    if (linkat(AT_FDCWD, file, AT_FDCWD, name, AT_SYMLINK_FOLLOW) != 0)
+        return errno;
+    if (rename(name, path) == 0)
+        return 0;
+    const int fault = errno;
+    unlink(name);
+    return fault;
+}
+
+/*!
+    The same in a process of its own, where there can be one: killed between the two calls, this one
+    would leave the file under its first name. The other one calls the system only, as it has to
+    where there were threads. \return 0, or -1 as calls of the system do
+*/
+int takePlaceApart(const char *file, const char *name, const char *path)
+{
+    const pid_t other = fork();
+    if (other == 0)
+        _exit(takePlaceOf(file, name, path));
+    int status = 0;
+    while (other > 0 && waitpid(other, &status, 0) < 0) {
+        if (errno == EINTR)
+            continue;
+        // Where somebody has said to ignore processes that end, none tells how it ended.
+        errno = EIO;
+        return isSameFile(file, path) ? 0 : -1;
+    }
+    errno = other < 0       ? takePlaceOf(file, name, path)
+        : WIFEXITED(status) ? WEXITSTATUS(status)
+                            : EINTR;
+    return errno == 0 ? 0 : -1;
 }
 
 /*! A file beside the one to be written, which it takes the place of at the end. */
@@ -151,14 +196,15 @@ int NewFile::write(const QByteArray &data, mode_t mode)
 int NewFile::takePlace()
 {
     const QByteArray source = "/proc/self/fd/" + QByteArray::number(m_file->descriptor());
-    if (m_name.isEmpty()
-        && giveName([&source](const char *name) {
-               return linkat(AT_FDCWD, source.constData(), AT_FDCWD, name, AT_SYMLINK_FOLLOW);
-           })
-            < 0)
+    if (m_name.isEmpty()) {
+        const auto take = [&](const char *name) {
+            return takePlaceApart(source.constData(), name, m_path.constData());
+        };
+        if (giveName(take) < 0)
+            return errno;
+    } else if (rename(m_name.constData(), m_path.constData()) != 0) {
         return errno;
-    if (rename(m_name.constData(), m_path.constData()) != 0)
-        return errno;
+    }
     m_unfinished.forget();
     return 0;
 }
