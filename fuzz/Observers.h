@@ -16,7 +16,7 @@ public:
     void check() const;
 
 private:
-    /*! Shows what it looks for. */
+    /*! Tells how paragraphs are to look. */
     class Highlighter : public MVRNoteHighlighter
     {
     public:

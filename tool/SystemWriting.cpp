@@ -117,9 +117,10 @@ int takePlaceApart(const char *file, const char *name, const char *path)
         errno = EIO;
         return isSameFile(file, path) ? 0 : -1;
     }
-    errno = other < 0       ? takePlaceOf(file, name, path)
-        : WIFEXITED(status) ? WEXITSTATUS(status)
-                            : EINTR;
+    if (other < 0)
+        errno = takePlaceOf(file, name, path);
+    else
+        errno = WIFEXITED(status) ? WEXITSTATUS(status) : EINTR;
     return errno == 0 ? 0 : -1;
 }
 

@@ -99,11 +99,11 @@ void detachFromScreen()
     qputenv("QT_ENABLE_HIGHDPI_SCALING", "0"); // by which Qt 6 would take that back
 }
 
-// Libraries that load fonts crash where there is no memory for them: what they take is asked for
-// first.
+// Libraries crash where there is no memory for fonts, which they load, and put behind the pages of
+// a PDF also where memory has ended: what they take is asked for first.
 void checkMemory()
 {
-    constexpr size_t takenByFonts = 60 << 20; // also behind the pages of PDF files
+    constexpr size_t takenByFonts = 60 << 20; // and by what completes PDF files
     if (!System::hasRoomFor(takenByFonts))
         throw std::bad_alloc();
 }

@@ -6,11 +6,11 @@
 #include <QTextList>
 
 /*!
-    What QTextDocument::contentsChange() leaves out of a change, both of what was removed and of
-    what came: a character for each item of a list that was put in, counted here from above.
+    So many characters QTextDocument::contentsChange() says too little, both removed and added: one
+    for each item of a list that was put in.
 
     \param position, added  as the signal has them
-    \return characters
+    \return characters, or more: all items are counted that stand where the change is
 */
 inline int leftOutOfChange(const QTextDocument &document, int position, int added)
 {

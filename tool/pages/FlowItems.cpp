@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <tool/pages/PageBreaks.h>
 #include <tool/pages/PageSlices.h>
 #include <tool/pages/ParagraphLines.h>
 #include <tool/pages/RowColumns.h>
@@ -15,8 +16,6 @@
 namespace {
 
 constexpr int linesKept = 2; // of a paragraph, on each side of a break
-constexpr int KeptTogether = QTextFormat::UserProperty + 0x3501; // of a paragraph: bool
-constexpr int PageBreaks = QTextFormat::UserProperty + 0x3502; // PageBreakFlags
 
 /*! At least so far the second line of a paragraph, or the next one, is from the first. */
 double lineHeight(const QTextBlock &block)
@@ -74,7 +73,7 @@ private:
     void addTable(const QTextTable &table, double end);
     void keepHiddenParagraph(const QRectF &table);
     void addFrame(QTextFrame &frame);
-    double topBehind(QTextFrame::iterator table) const;
+    double topBehind(const QTextFrame::iterator &table) const;
     double topOfCells(const QTextTable &table) const;
     QRectF tableRect(const QTextTable &table, double end) const;
     FlowItem row(const QTextTable &table, int row, const QRectF &rect, int *tied) const;
@@ -143,7 +142,7 @@ void ItemCollector::addBlock(const QTextBlock &block)
 
 double ItemCollector::topOfCells(const QTextTable &table) const
 {
-    double top = table.document()->size().height();
+    double top = m_layout.documentSize().height();
     for (int column = 0; column < table.columns(); ++column) {
         const QTextBlock block = table.cellAt(0, column).firstCursorPosition().block();
         top = qMin(top, m_layout.blockBoundingRect(block).top());
@@ -152,11 +151,12 @@ double ItemCollector::topOfCells(const QTextTable &table) const
 }
 
 /*! Where that begins which stands below a table; an empty paragraph stands beside its last row. */
-double ItemCollector::topBehind(QTextFrame::iterator table) const
+double ItemCollector::topBehind(const QTextFrame::iterator &table) const
 {
     if (table.currentFrame()->frameFormat().position() != QTextFrameFormat::InFlow)
         return m_layout.documentSize().height();
-    QTextFrame::iterator behind = ++table;
+    QTextFrame::iterator behind = table;
+    ++behind;
     if (behind.currentBlock().isValid() && behind.currentBlock().length() == 1)
         ++behind;
     if (const auto *next = qobject_cast<QTextTable *>(behind.currentFrame()))
@@ -173,8 +173,8 @@ double ItemCollector::topBehind(QTextFrame::iterator table) const
 QRectF ItemCollector::tableRect(const QTextTable &table, double end) const
 {
     QRectF rect = m_layout.frameBoundingRect(const_cast<QTextTable *>(&table));
-    const double top = qMin(rect.top(), topOfCells(table));
-    rect.moveTop(qMin(rect.top(), qMax(top, qMax(m_blockBottom, m_tableBottom))));
+    const double top = qMax(topOfCells(table), qMax(m_blockBottom, m_tableBottom));
+    rect.moveTop(qMin(rect.top(), top));
     rect.setBottom(qMax(rect.top(), qMin(rect.bottom(), end)));
     return rect;
 }
@@ -307,39 +307,6 @@ void ItemCollector::addLines(const QTextBlock &block, double top, bool mayBegin,
     }
 }
 
-}
-
-void wrapLines(QTextDocument &text)
-{
-    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
-        if (!block.blockFormat().nonBreakableLines())
-            continue;
-        QTextBlockFormat format = block.blockFormat();
-        format.clearProperty(QTextFormat::BlockNonBreakableLines);
-        format.setProperty(KeptTogether, true);
-        QTextCursor(block).setBlockFormat(format);
-    }
-}
-
-void takeBreaks(QTextDocument &text)
-{
-    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
-        QTextBlockFormat format = block.blockFormat();
-        if (!format.hasProperty(QTextFormat::PageBreakPolicy))
-            continue;
-        format.setProperty(PageBreaks, int(format.pageBreakPolicy()));
-        format.clearProperty(QTextFormat::PageBreakPolicy);
-        QTextCursor(block).setBlockFormat(format);
-    }
-    const QList<QTextFrame *> frames = text.findChildren<QTextFrame *>();
-    for (QTextFrame *frame : frames) {
-        QTextFrameFormat format = frame->frameFormat();
-        if (!format.hasProperty(QTextFormat::PageBreakPolicy))
-            continue;
-        format.setProperty(PageBreaks, int(format.pageBreakPolicy()));
-        format.clearProperty(QTextFormat::PageBreakPolicy);
-        frame->setFrameFormat(format);
-    }
 }
 
 QVector<FlowItem> flowItems(const QTextDocument &text)

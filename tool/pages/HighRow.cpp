@@ -46,15 +46,15 @@ HighRow::HighRow(const FlowItem &row)
 
 bool HighRow::hasRoom(double bottom) const
 {
-    return topOf(linesBehind(bottom, false)) > m_top + slack;
+    return goesOn(linesBehind(bottom, false));
 }
 
 QVector<ColumnPart> HighRow::takePart(double bottom)
 {
     QVector<int> next = linesBehind(bottom, true);
-    if (topOf(next) <= m_top + slack) // a picture, or lines that were to stay together
+    if (!goesOn(next)) // a picture, or lines that were to stay together
         next = linesBehind(bottom, false);
-    if (!hasRoom(bottom)) // a line that is higher than the page
+    if (!goesOn(next)) // a line that is higher than the page
         passHighLines(next, bottom);
     const QVector<ColumnPart> parts = joinedParts(next, bottom);
     openLines(next, bottom);
@@ -157,6 +157,11 @@ double HighRow::topOf(const QVector<int> &lines) const
             top = qMin(top, all[lines[column]].top);
     }
     return top;
+}
+
+bool HighRow::goesOn(const QVector<int> &lines) const
+{
+    return topOf(lines) > m_top + slack;
 }
 
 ColumnPart HighRow::part(int column, int end, double bottom) const

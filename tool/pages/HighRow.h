@@ -25,6 +25,8 @@ private:
     double lowestEnd(int column, int end) const;
     void openLines(const QVector<int> &next, double bottom);
     double topOf(const QVector<int> &lines) const;
+    /*! Whether the part behind one that ends before these lines begins below this one's top. */
+    bool goesOn(const QVector<int> &lines) const;
     QVector<ColumnPart> joinedParts(const QVector<int> &next, double bottom) const;
     ColumnPart part(int column, int end, double bottom) const;
 

@@ -81,18 +81,6 @@ struct PageSlice
     double headHeight() const { return headBottom - headTop; }
 };
 
-/*!
-    Lets the lines of all paragraphs wrap. Those whose lines were not to break stay on one page
-    instead, where one holds them: the toolkit has one property for both.
-*/
-void wrapLines(QTextDocument &text);
-
-/*!
-    Keeps page breaks for flowItems(), where the toolkit does not know them: it lays texts out on
-    pages of its own, as long as it can count.
-*/
-void takeBreaks(QTextDocument &text);
-
 /*! The items of a text that was laid out without breaks, from top to bottom. */
 QVector<FlowItem> flowItems(const QTextDocument &text);
 

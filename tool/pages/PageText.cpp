@@ -2,8 +2,8 @@
 #include <tool/pages/PageText.h>
 
 #include <tool/pages/Lengths.h>
+#include <tool/pages/PageBreaks.h>
 #include <tool/pages/PageLinks.h>
-#include <tool/pages/PageSlices.h>
 #include <tool/pages/PageWidths.h>
 
 #include <core/MVRToolkit.h>
