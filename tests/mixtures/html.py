@@ -144,7 +144,9 @@ class HtmlMixture(Mixture):
         def row():
             cells = self.many(cell, 0 if self.chance(.1) else 1, 5)
             return "<tr" + self.attributes() + ">" + cells + self.one("</tr>", "\n")
-        made = "<table" + self.attributes() + self.one(
+        floats = self.pick(6, lambda: "", 1, lambda: " style='float:%s' width=%s" % (
+            self.one("left", "right"), self.one("20%", "40%", "300")))
+        made = "<table" + floats + self.attributes() + self.one(
             "", " border=1", " cellspacing=%s cellpadding=%s" % (self.bare(), self.bare())) + ">"
         if self.chance(.15):
             made += "<caption>" + self.words() + "</caption>"

@@ -153,8 +153,6 @@ double ItemCollector::topOfCells(const QTextTable &table) const
 /*! Where that begins which stands below a table; an empty paragraph stands beside its last row. */
 double ItemCollector::topBehind(const QTextFrame::iterator &table) const
 {
-    if (table.currentFrame()->frameFormat().position() != QTextFrameFormat::InFlow)
-        return m_layout.documentSize().height();
     QTextFrame::iterator behind = table;
     ++behind;
     if (behind.currentBlock().isValid() && behind.currentBlock().length() == 1)

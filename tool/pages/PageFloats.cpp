@@ -50,39 +50,52 @@ bool isBeside(const QRectF &rect, const QVector<Span> &spans)
     return behind != spans.cbegin() && (behind - 1)->bottom >= rect.top();
 }
 
-void putIntoFlow(QTextFrame &frame, QTextCursor &edit)
+// The frame of a picture is one for the layout only, which its format names.
+void putPictureIntoFlow(const QTextFrame &frame, QTextCursor &edit)
 {
-    const bool isPicture = frame.lastPosition() < frame.firstPosition();
-    if (isPicture) { // its frame is one for the layout only
-        edit.setPosition(frame.lastPosition());
-        edit.setPosition(frame.firstPosition(), QTextCursor::KeepAnchor);
-        QTextCharFormat format = edit.charFormat();
-        format.clearProperty(QTextFormat::ObjectIndex);
-        edit.setCharFormat(format);
-        return;
+    edit.setPosition(frame.lastPosition());
+    edit.setPosition(frame.firstPosition(), QTextCursor::KeepAnchor);
+    QTextCharFormat format = edit.charFormat();
+    format.clearProperty(QTextFormat::ObjectIndex);
+    edit.setCharFormat(format);
+}
+
+}
+
+void putFramesIntoFlow(QTextDocument &text)
+{
+    QTextCursor edit(&text);
+    edit.beginEditBlock();
+    QVector<QTextFrame *> open {text.rootFrame()};
+    while (!open.isEmpty()) {
+        const QList<QTextFrame *> children = open.takeLast()->childFrames();
+        for (QTextFrame *frame : children) {
+            open.append(frame);
+            QTextFrameFormat format = frame->frameFormat();
+            if (format.position() == QTextFrameFormat::InFlow)
+                continue;
+            format.setPosition(QTextFrameFormat::InFlow);
+            frame->setFrameFormat(format);
+        }
     }
-    QTextFrameFormat format = frame.frameFormat();
-    format.setPosition(QTextFrameFormat::InFlow);
-    frame.setFrameFormat(format);
+    edit.endEditBlock();
 }
 
-}
-
-bool takeFloatsFromTables(QTextDocument &text, double right)
+bool takePicturesFromTables(QTextDocument &text, double right)
 {
     QAbstractTextDocumentLayout &layout = *text.documentLayout();
-    const QList<QTextFrame *> frames = text.findChildren<QTextFrame *>(); // pictures that float too
+    const QList<QTextFrame *> frames = text.findChildren<QTextFrame *>(); // those of pictures too
     const QVector<Span> spans = tablesBeyond(frames, right, layout);
-    QVector<QTextFrame *> floats;
+    QVector<const QTextFrame *> pictures;
     for (QTextFrame *frame : frames) {
         if (!spans.isEmpty() && frame->frameFormat().position() == QTextFrameFormat::FloatLeft
             && isBeside(layout.frameBoundingRect(frame), spans))
-            floats.append(frame);
+            pictures.append(frame);
     }
     QTextCursor edit(&text);
     edit.beginEditBlock();
-    for (QTextFrame *frame : qAsConst(floats))
-        putIntoFlow(*frame, edit);
+    for (const QTextFrame *picture : qAsConst(pictures))
+        putPictureIntoFlow(*picture, edit);
     edit.endEditBlock();
-    return !floats.isEmpty();
+    return !pictures.isEmpty();
 }

@@ -4,11 +4,17 @@
 class QTextDocument;
 
 /*!
-    Lets floats stand in the flow that push tables beyond the right edge: the toolkit puts a table
+    Lets all tables and frames stand in the flow: where a page ends, the toolkit knows no way to part
+    what floats from what stands beside it, and text of either would be on no page.
+*/
+void putFramesIntoFlow(QTextDocument &text);
+
+/*!
+    Lets pictures stand in the flow that push tables beyond the right edge: the toolkit puts a table
     beside a float on the left, and makes it no narrower.
 
     \param text  is laid out, and may be once more
     \param right  of what pages show, in units of the layout
     \return whether something has moved
 */
-bool takeFloatsFromTables(QTextDocument &text, double right);
+bool takePicturesFromTables(QTextDocument &text, double right);

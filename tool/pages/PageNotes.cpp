@@ -205,7 +205,7 @@ bool NoteLayout::prepare(QTextDocument &text) const
     if (!setLongPage(text, m_room.width(), m_unitsPerPoint))
         return false;
     text.documentLayout()->documentSize();
-    if (takeFloatsFromTables(text, m_room.width()))
+    if (takePicturesFromTables(text, m_room.width()))
         text.documentLayout()->documentSize();
     if (keepTablesOnPage(text, {m_room.width(), 0.0}))
         text.documentLayout()->documentSize();

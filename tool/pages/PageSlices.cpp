@@ -90,7 +90,6 @@ private:
     void setHead(PageSlice &page, const FlowItem &item) const;
     int nextFirst(const PageSlice &page, int first, bool isEmpty) const;
     int fillUp(PageSlice &page, int first) const;
-    double lowestEnd(int first, int end) const;
     void appendHigh(PageSlice &slice, const FlowItem &item);
     void addNotes(int first, int end);
     void append(PageSlice slice, double maxNotes);
@@ -146,22 +145,13 @@ int PageCutter::nextFirst(const PageSlice &page, int first, bool isEmpty) const
                                                                          : qMax(first + 1, i);
 }
 
-// What floats may be higher than all that stands beside it.
-double PageCutter::lowestEnd(int first, int end) const
-{
-    double lowest = m_items[first].bottom;
-    for (int i = first + 1; i < end; ++i)
-        lowest = qMax(lowest, m_items[i].bottom);
-    return lowest;
-}
-
 /*! Puts what follows below the last part of a row; \return the item that the next page has. */
 int PageCutter::fillUp(PageSlice &page, int first) const
 {
     const int next = nextFirst(page, first, false);
     if (next == first)
         return first;
-    page.bottom = lowestEnd(first, next);
+    page.bottom = m_items[next - 1].bottom;
     page.end = m_items[next - 1].end;
     page.columns.append(
         {leftmost, rightmost, m_items[first].top, page.bottom, drawnTop(m_items[first])});
@@ -217,7 +207,7 @@ QVector<PageSlice> PageCutter::cut()
     for (int first = 0; first < m_items.size() && !isFull();) {
         PageSlice page = emptyPage(first);
         int next = nextFirst(page, first, true);
-        page.bottom = lowestEnd(first, next);
+        page.bottom = m_items[next - 1].bottom;
         page.end = m_items[next - 1].end;
         page.edges = drawnEdges(m_items, first, next);
         appendHigh(page, m_items[next - 1].columns.isEmpty() ? m_items[first] : m_items[next - 1]);

@@ -3,6 +3,7 @@
 
 #include <tool/pages/Lengths.h>
 #include <tool/pages/PageBreaks.h>
+#include <tool/pages/PageFloats.h>
 #include <tool/pages/PageLinks.h>
 #include <tool/pages/PageWidths.h>
 
@@ -89,7 +90,7 @@ void preparePageText(QTextDocument &text, const PageWidths &widths, double units
 {
     takeLinks(text);
     boundLargeLetters(text);
-    boundFloats(text);
+    putFramesIntoFlow(text);
     wrapLines(text);
     takeBreaks(text);
     MVRToolkit::toStockParagraphs(&text, widths.lines / unitsPerPoint);

@@ -192,7 +192,7 @@ void Pages::cut()
 {
     m_pictures = std::make_unique<PagePictures>(m_document.text);
     layOut(m_text, m_setup.listener);
-    if (takeFloatsFromTables(m_text, m_body.width() + m_body.left()))
+    if (takePicturesFromTables(m_text, m_body.width() + m_body.left()))
         layOut(m_text, m_setup.listener);
     if (keepTablesOnPage(m_text, {m_body.width(), m_body.left()}))
         layOut(m_text, m_setup.listener);
