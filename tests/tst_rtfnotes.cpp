@@ -280,6 +280,10 @@ void TestRtfNotes::readsOtherPrograms_data()
     row("in a table",
         "\\trowd\\cellx100\\cellx200\\intbl a\\cell b{\\footnote n}\\cell\\row\\pard x",
         "\na\nb\nx", one("f b: n"));
+    row("footnote to text from before a table, beside another one's cell",
+        "few\\par\\trowd\\cellx100\\cellx200\\intbl or{\\footnote{\\*\\mvrnote 6 }m}\\cell "
+        "b{\\footnote n}\\cell\\row",
+        "few\nor\nb\n", {QStringLiteral("f few: m"), QStringLiteral("f b: n")});
     row("table and page break inside",
         "a{\\footnote x\\page\\trowd\\cellx9\\intbl c\\cell\\row\\pard y}b", "ab",
         one("f a: x/c/y"));

@@ -17,6 +17,7 @@
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
+#include <QTextTable>
 
 #include <memory>
 
@@ -134,18 +135,35 @@ MVRTextRange longestPart(const QTextDocument &document, const MVRTextRange &rang
     return longest;
 }
 
+/*! Where the text ends that a cursor over \a range takes: with whole tables, or rows of one. */
+int endOfTaken(QTextDocument *document, const MVRTextRange &range)
+{
+    const QTextCursor cursor = range.toTextCursor(document);
+    if (!cursor.hasComplexSelection())
+        return cursor.selectionEnd();
+    int row = 0;
+    int rows = 0;
+    int column = 0;
+    int columns = 0;
+    cursor.selectedTableCells(&row, &rows, &column, &columns);
+    return cursor.currentTable()->cellAt(row + rows - 1, column + columns - 1).lastPosition();
+}
+
 void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
 {
     const QVector<RtfAttachment> places = attachmentsForNotes(document, notes);
     const QColor defaultColor = mvrOptions().value(MVRSettings::CommentColorSetting);
     const EditBlock edit(document);
+    int nextStart = document->characterCount(); // of the places that have their notes
     // From the last to the first, so that a label moves no place still to be used.
     for (auto place = places.crbegin(); place != places.crend(); ++place) {
         const MVRTextCommentLink link = toLink(*place, notes, defaultColor);
-        // A cursor over several cells takes all of their text, away from other notes too. That is
-        // what an application did, but no other program.
+        // A cursor over several cells takes all of their text. That is what an application did, but
+        // no other program, and not where it would take the text away from other notes.
         const bool isForeign = !isOfApplication(notes.at(place->notes.first()));
-        const MVRTextRange range = isForeign ? longestPart(*document, place->range) : place->range;
+        const bool isInOne = isForeign || endOfTaken(document, place->range) > nextStart;
+        const MVRTextRange range = isInOne ? longestPart(*document, place->range) : place->range;
+        nextStart = place->range.start;
         const QTextCursor text = range.start < range.end
             ? range.toTextCursor(document)
             : insertNoteLabel(document, range.end, link.isFootnote);

@@ -69,10 +69,10 @@ void collectCells(const QTextTable *table, QVector<Cell> &cells)
 void fill(const Cell &cell)
 {
     QTextCursor cursor = cell.cell.firstCursorPosition();
-    cursor.setPosition(cell.cell.lastPosition(), QTextCursor::KeepAnchor);
-    cursor.removeSelectedText();
     QTextBlockFormat format = cursor.blockFormat();
     format.setObjectIndex(-1);
+    cursor.setPosition(cell.cell.lastPosition(), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText(); // may leave the format of the last paragraph
     cursor.setBlockFormat(format);
     for (const Piece &piece : cell.lines)
         cursor.insertText(piece.text, piece.format);
