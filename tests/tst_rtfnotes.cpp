@@ -283,7 +283,7 @@ void TestRtfNotes::readsOtherPrograms_data()
     row("footnote to text from before a table, beside another one's cell",
         "few\\par\\trowd\\cellx100\\cellx200\\intbl or{\\footnote{\\*\\mvrnote 6 }m}\\cell "
         "b{\\footnote n}\\cell\\row",
-        "few\nor\nb\n", {QStringLiteral("f few: m"), QStringLiteral("f b: n")});
+        "few\nor\nb\n", {QStringLiteral("f or: m"), QStringLiteral("f b: n")});
     row("table and page break inside",
         "a{\\footnote x\\page\\trowd\\cellx9\\intbl c\\cell\\row\\pard y}b", "ab",
         one("f a: x/c/y"));

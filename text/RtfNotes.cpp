@@ -113,6 +113,15 @@ MVRTextCommentLink toLink(const RtfAttachment &place, const MVRTextRtfNotes &not
     return link;
 }
 
+/*! The part of \a range in the cell or frame that it ends in. */
+MVRTextRange lastPart(const QTextDocument &document, const MVRTextRange &range)
+{
+    int start = range.end;
+    while (start > range.start && !isFrameMark(document.characterAt(start - 1)))
+        --start;
+    return {start, range.end};
+}
+
 void markResolved(QTextCursor text)
 {
     QTextCharFormat mark;
@@ -158,11 +167,14 @@ void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
     // From the last to the first, so that a label moves no place still to be used.
     for (auto place = places.crbegin(); place != places.crend(); ++place) {
         const MVRTextCommentLink link = toLink(*place, notes, defaultColor);
+        const bool isForeign = !isOfApplication(notes.at(place->notes.first()));
+        MVRTextRange range = place->range;
         // A cursor over several cells takes all of their text. That is what an application did, but
         // no other program, and not where it would take the text away from other notes.
-        const bool isForeign = !isOfApplication(notes.at(place->notes.first()));
-        const bool isInOne = isForeign || endOfTaken(document, place->range) > nextStart;
-        const MVRTextRange range = isInOne ? longestPart(*document, place->range) : place->range;
+        if (isForeign)
+            range = longestPart(*document, range);
+        else if (endOfTaken(document, range) > nextStart)
+            range = lastPart(*document, range);
         nextStart = place->range.start;
         const QTextCursor text = range.start < range.end
             ? range.toTextCursor(document)

@@ -28,8 +28,8 @@ SIGNS = ["\\tab ", "\\emdash ", "\\line ", "\\~", "\\_", "\\-", "\\bullet ", "\\
          "\\:", "\\|", "\\*", "\\{", "\\}", "\\\\", "\\'5c", "\\softpage ", "\\sect ",
          "\\sectd\\cols2 ", "\x00", "\x1a", "\x0b", "\x0c", "\xff", "\x80"]
 
-OWN_WORDS = ["{\\*\\mvrframe1}", "{\\*\\mvrframeend}", "{\\*\\mvrnote 0 1}",
-             "{\\*\\mvrnote 7 }", "{\\*\\mvrnote 90 1}", "\\mvrx1 ", "\\mvrp2 ",
+# Only files of ours say how much text a note belongs to; not that of codes, with which it would go.
+OWN_WORDS = ["{\\*\\mvrframe1}", "{\\*\\mvrframeend}", "{\\*\\mvrnote 0 1}", "\\mvrx1 ", "\\mvrp2 ",
              "{\\*\\mvrprops{1 2001d:1;}}", "\\mvrs1 ", "{\\*\\mvrdefaults x}", "\\mvrt3 ",
              "\\mvrl1 ", "\\mvrc1 "]
 
