@@ -394,7 +394,10 @@ void TestPageRules::breaksLongTextOfAnyScript()
             while (shown.size() < text.size() && text[shown.size()] == QLatin1Char(' '))
                 shown += QLatin1Char(' ');
             finder.setPosition(shown.size());
-            QVERIFY2(finder.isAtBoundary(), qPrintable(line.text()));
+            // Where there is a dictionary for Thai, the toolkit knows of no break between it and a
+            // blank.
+            QVERIFY2(finder.isAtBoundary() || shown.endsWith(QLatin1Char(' ')),
+                     qPrintable(line.text()));
             shown += line.text();
             while (shown.endsWith(QLatin1Char(' ')))
                 shown.chop(1);

@@ -115,7 +115,7 @@ void TestPdf::takesPaperAndMarginsOfRtf()
     const ToolFolder folder;
     folder.write(QStringLiteral("in.rtf"),
                  "{\\rtf1\\paperw6000\\paperh8000\\margl400\\margr400\\margt400\\margb400 "
-                     + QByteArray("x\\par ").repeated(24) + '}');
+                     + QByteArray("x\\par ").repeated(20) + '}');
     const auto box = [&](const char *options) {
         const QByteArray command = QByteArray("convert in.rtf out.pdf ") + options;
         if (mvrtext(command.constData(), folder.path()).exitCode != 0)
