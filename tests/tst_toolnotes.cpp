@@ -24,6 +24,7 @@ private Q_SLOTS:
     void saysWhoAndWhen();
     void listsAndRemovesLinks();
     void writesLinksUnderNotes();
+    void leftOutNotesPartNoLinks();
     void tellsListingsFromText();
 
 private:
@@ -223,6 +224,16 @@ void TestToolNotes::writesLinksUnderNotes()
 }
 
 // A listing of Markdown has room for no note and no emphasis.
+void TestToolNotes::leftOutNotesPartNoLinks()
+{
+    m_folder->write(QStringLiteral("link.rtf"),
+                    "{\\rtf1{\\field{\\*\\fldinst HYPERLINK \"http://x.y/\"}{\\fldrslt one word"
+                    "{\\footnote{\\*\\mvrnote 2 }note}s}}}");
+    QCOMPARE(mvrtext("convert link.rtf out.bbcode", m_folder->path()).exitCode, 0);
+    QCOMPARE(m_folder->read(QStringLiteral("out.bbcode")).trimmed(),
+             QByteArray("[url]http://x.y/[/url]one words"));
+}
+
 void TestToolNotes::tellsListingsFromText()
 {
     const auto markdown = [this](const char *name, const QByteArray &content) {

@@ -4,6 +4,7 @@
 #include <tool/Messages.h>
 
 #include <core/STextDoc.h>
+#include <core/document/FormatEdits_p.h>
 #include <text/MVRTextDoc.h>
 
 #include <QTextCursor>
@@ -25,9 +26,24 @@ constexpr KindWords kindWords[] = {
     {QT_TRANSLATE_NOOP("Tool", "inline footnote"), QT_TRANSLATE_NOOP("Tool", "inline footnotes")},
 };
 
+// What a note leaves says only that there is none; it would part links, and words in them.
+void clearEmptyMarks(QTextDocument &document)
+{
+    changeAllFormats(&document, [](QTextCharFormat &format) {
+        for (const int mark :
+             {MVRTextFormat::InlineAnnotationProperty, MVRTextFormat::InlineFootnoteProperty}) {
+            if (format.hasProperty(mark) && !format.boolProperty(mark))
+                format.clearProperty(mark);
+        }
+    });
+}
+
 int dropInspectorNotes(QTextDocument &document)
 {
-    return removeNotes(document, Note::Comment) + removeNotes(document, Note::Footnote);
+    const int count = removeNotes(document, Note::Comment) + removeNotes(document, Note::Footnote);
+    if (count > 0)
+        clearEmptyMarks(document);
+    return count;
 }
 
 /*! Takes the mark from the blanks at both ends of each note, so that brackets stand inside them. */
