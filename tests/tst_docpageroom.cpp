@@ -27,6 +27,7 @@ private Q_SLOTS:
     void closeLinesEndHighRows();
     void wideBordersLeaveRoom();
     void largeLettersHideNoText();
+    void smallCapitalsStayLetters();
     void tablesStandInTheFlow_data();
     void tablesStandInTheFlow();
 };
@@ -196,6 +197,20 @@ void TestDocPageRoom::largeLettersHideNoText()
         all += line.text;
     QCOMPARE(all.count(QLatin1Char('A')), 60);
     QCOMPARE(all.count(QLatin1Char('B')), 1);
+}
+
+// Where a line ends in the middle of a word, the toolkit draws other letters.
+void TestDocPageRoom::smallCapitalsStayLetters()
+{
+    Document document;
+    document.text.setHtml(QStringLiteral("<p style='font-variant:small-caps'>Aß%1</p>")
+                              .arg(QStringLiteral("bcd").repeated(60)));
+    QString all;
+    const DrawnPage lines = joined(drawn(Pages(document, smallPaper())));
+    for (const DrawnLine &line : lines)
+        all += line.text;
+    QVERIFY(lines.size() > 1);
+    QCOMPARE(all, QStringLiteral("Aß") + QStringLiteral("BCD").repeated(60));
 }
 
 void TestDocPageRoom::tablesStandInTheFlow_data()

@@ -6,6 +6,7 @@
 #include <tool/pages/PageFloats.h>
 #include <tool/pages/PageLinks.h>
 #include <tool/pages/PageWidths.h>
+#include <tool/pages/SmallCapitals.h>
 
 #include <core/MVRToolkit.h>
 #include <core/document/LayoutLimit_p.h>
@@ -89,6 +90,7 @@ void freeCloseLines(QTextDocument &text, double unitsPerPoint)
 void preparePageText(QTextDocument &text, const PageWidths &widths, double unitsPerPoint)
 {
     takeLinks(text);
+    putSmallCapitals(text);
     boundLargeLetters(text);
     putFramesIntoFlow(text);
     wrapLines(text);
