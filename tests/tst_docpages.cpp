@@ -466,6 +466,9 @@ void TestDocPages::footnotesWithoutRoomGoOn_data()
             + cell + words("N", 80) + "\\cell " + words("N", 9)
             + "\\cell\\row\\trowd\\clvmrg\\cellx2000\\cellx4000\\cell" + cell + words("N", 20)
             + "\\cell\\row";
+    QTest::newRow("a picture higher than a page")
+        << "{\\pict\\wmetafile8\\picw100\\pich9000\\picwgoal200\\pichgoal18000 00}"
+            + words("N", 109);
 }
 
 void TestDocPages::footnotesWithoutRoomGoOn()

@@ -4,8 +4,8 @@
 class QTextDocument;
 
 /*!
-    Lets all tables and frames stand in the flow: where a page ends, the toolkit knows no way to
-   part what floats from what stands beside it, and text of either would be on no page.
+    Lets all tables and frames stand in the flow: where a page ends, the toolkit does not part what
+    floats from what stands beside it, and text of either would be on no page.
 */
 void putFramesIntoFlow(QTextDocument &text);
 

@@ -202,6 +202,7 @@ bool NoteLayout::prepare(QTextDocument &text) const
 {
     breakLongWords(text);
     preparePageText(text, {m_room.width(), 0.0}, m_unitsPerPoint);
+    fitPagePictures(text, m_room, m_unitsPerPoint);
     if (!setLongPage(text, m_room.width(), m_unitsPerPoint))
         return false;
     text.documentLayout()->documentSize();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <tool/pages/PageText.h>
 
+#include <tool/formats/Pictures.h>
 #include <tool/pages/Lengths.h>
 #include <tool/pages/PageBreaks.h>
 #include <tool/pages/PageFloats.h>
@@ -103,6 +104,13 @@ void preparePageText(QTextDocument &text, const PageWidths &widths, double units
     QTextOption option = text.defaultTextOption();
     option.setUseDesignMetrics(true);
     text.setDefaultTextOption(option);
+}
+
+void fitPagePictures(QTextDocument &text, const QSizeF &room, double unitsPerPoint)
+{
+    constexpr double belowLine = 24.0; // points that what stands on the line reaches below it
+    const QSizeF most(room.width(), qMax(1.0, room.height() - belowLine * unitsPerPoint));
+    fitPictures(text, most, unitsPerPoint * pointsPerPixel);
 }
 
 bool setLongPage(QTextDocument &text, double width, double unitsPerPoint)

@@ -4,7 +4,6 @@
 #include <tool/Document.h>
 #include <tool/Messages.h>
 #include <tool/Progress.h>
-#include <tool/formats/Pictures.h>
 #include <tool/pages/Lengths.h>
 #include <tool/pages/PageFloats.h>
 #include <tool/pages/PageText.h>
@@ -154,9 +153,7 @@ bool Pages::prepare()
     QTextOption option = m_text.defaultTextOption();
     option.setTabStopDistance(tabDistance * resolution);
     m_text.setDefaultTextOption(option);
-    // What reaches below the line that a picture stands on needs room too.
-    fitPictures(m_text, m_body.size() - QSizeF(0.0, 24.0 * dotsPerPoint),
-                dotsPerPoint * pointsPerPixel);
+    fitPagePictures(m_text, m_body.size(), dotsPerPoint);
     return setLongPage(m_text, m_body.width(), dotsPerPoint) && measureNotes();
 }
 
