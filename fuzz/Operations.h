@@ -35,3 +35,6 @@ struct Operation
 
 /*! Every public operation on documents. */
 const QVector<Operation> &operations();
+
+/*! Those, and what menus of editors do to notes. */
+const QVector<Operation> &operationsAndNoteEdits();

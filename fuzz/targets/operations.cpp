@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // A row of operations on two documents, as the bytes say: after each, undo brings back the document
 // as it was and redo what became of it, notes stand where they are said to be, and no mark has
-// changed outside the selection. Every fourth input has models, counters and highlighters follow.
+// changed outside the selection. Every fourth input has models, counters and highlighters follow,
+// every fourth edits notes as menus do.
 #include <fuzz/Observers.h>
 #include <fuzz/Operations.h>
 #include <fuzz/Require.h>
@@ -147,9 +148,11 @@ void fuzz_operations(const QByteArray &input)
     std::unique_ptr<Observers> observers[2];
     for (int i = 0; i < 2 && input.size() % 4 == 0; ++i)
         observers[i] = std::make_unique<Observers>(&documents[i]);
+    const QVector<Operation> &table
+        = input.size() % 4 == 2 ? operationsAndNoteEdits() : operations();
     for (int step = 0; step < maxSteps && !bytes.isAtEnd(); ++step) {
         const bool isSecond = bytes.flag();
-        const Operation &operation = operations().at(bytes.byte() % operations().size());
+        const Operation &operation = table.at(bytes.byte() % table.size());
         run(operation, &documents[int(isSecond)], &documents[int(!isSecond)], &bytes);
         for (const auto &each : observers) {
             if (each)
