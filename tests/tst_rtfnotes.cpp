@@ -284,6 +284,10 @@ void TestRtfNotes::readsOtherPrograms_data()
         "few\\par\\trowd\\cellx100\\cellx200\\intbl or{\\footnote{\\*\\mvrnote 6 }m}\\cell "
         "b{\\footnote n}\\cell\\row",
         "few\nor\nb\n", {QStringLiteral("f or: m"), QStringLiteral("f b: n")});
+    row("footnote to text from a table on, behind another one's cell",
+        "\\trowd\\cellx100\\cellx200\\intbl a{\\footnote n}\\cell b\\cell\\row\\pard few"
+        "{\\footnote{\\*\\mvrnote 5 }m}",
+        "\na\nb\nfew", {QStringLiteral("f a: n"), QStringLiteral("f few: m")});
     row("table and page break inside",
         "a{\\footnote x\\page\\trowd\\cellx9\\intbl c\\cell\\row\\pard y}b", "ab",
         one("f a: x/c/y"));

@@ -144,18 +144,29 @@ MVRTextRange longestPart(const QTextDocument &document, const MVRTextRange &rang
     return longest;
 }
 
-/*! Where the text ends that a cursor over \a range takes: with whole tables, or rows of one. */
-int endOfTaken(QTextDocument *document, const MVRTextRange &range)
+/*! The text that a cursor over \a range takes: with whole tables, or the cells of a rectangle. */
+MVRTextRange takenText(QTextDocument *document, const MVRTextRange &range)
 {
     const QTextCursor cursor = range.toTextCursor(document);
     if (!cursor.hasComplexSelection())
-        return cursor.selectionEnd();
+        return MVRTextRange(cursor);
     int row = 0;
     int rows = 0;
     int column = 0;
     int columns = 0;
     cursor.selectedTableCells(&row, &rows, &column, &columns);
-    return cursor.currentTable()->cellAt(row + rows - 1, column + columns - 1).lastPosition();
+    const QTextTable &table = *cursor.currentTable();
+    return {table.cellAt(row, column).firstPosition(),
+            table.cellAt(row + rows - 1, column + columns - 1).lastPosition()};
+}
+
+/*! Whether \a taken has text of the places beside \a place. */
+bool takesOther(const MVRTextRange &taken, QVector<RtfAttachment>::const_reverse_iterator place,
+                const QVector<RtfAttachment> &places)
+{
+    const auto before = place + 1;
+    return (place != places.crbegin() && (place - 1)->range.start < taken.end)
+        || (before != places.crend() && taken.start < before->range.end);
 }
 
 void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
@@ -163,7 +174,6 @@ void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
     const QVector<RtfAttachment> places = attachmentsForNotes(document, notes);
     const QColor defaultColor = mvrOptions().value(MVRSettings::CommentColorSetting);
     const EditBlock edit(document);
-    int nextStart = document->characterCount(); // of the places that have their notes
     // From the last to the first, so that a label moves no place still to be used.
     for (auto place = places.crbegin(); place != places.crend(); ++place) {
         const MVRTextCommentLink link = toLink(*place, notes, defaultColor);
@@ -173,9 +183,8 @@ void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
         // no other program, and not where it would take the text away from other notes.
         if (isForeign)
             range = longestPart(*document, range);
-        else if (endOfTaken(document, range) > nextStart)
+        else if (takesOther(takenText(document, range), place, places))
             range = lastPart(*document, range);
-        nextStart = place->range.start;
         const QTextCursor text = range.start < range.end
             ? range.toTextCursor(document)
             : insertNoteLabel(document, range.end, link.isFootnote);
