@@ -43,7 +43,8 @@ nightly: build ## What takes hours: random documents, all static checks, growth,
 		$(BUILD)/tests/tst_rtfroundtrip randomDocuments -silent
 	@scripts/tidy $(BUILD) --all
 	@scripts/check-windows
-	@MVR_EVERY_BYTE=1 QT_QPA_PLATFORM=offscreen $(BUILD)/tests/tst_truncation -silent
+	@MVR_EVERY_BYTE=1 QTEST_FUNCTION_TIMEOUT=3600000 QT_QPA_PLATFORM=offscreen \
+		$(BUILD)/tests/tst_truncation -silent
 	@$(MAKE) --no-print-directory faults growth
 	@$(MAKE) --no-print-directory mixtures MIXTURE_SECONDS=$(NIGHTLY_MIXTURE_SECONDS)
 	@$(MAKE) --no-print-directory fuzz FUZZ_SECONDS=$(NIGHTLY_FUZZ_SECONDS)
