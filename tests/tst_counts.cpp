@@ -153,6 +153,12 @@ void TestCounts::countsNoEndlessPages()
         QStringLiteral("<table style='page-break-before:always'><tr><td>a</table>").repeated(400));
     QVERIFY(MVRTextDoc::pageCount(&tables, size) >= 400);
     QCOMPARE(MVRTextDoc::pageCount(&tables, QSizeF(300, 100000)), 0);
+    const QString floating
+        = QStringLiteral("<table style='float:left'><tr><td>.</td></tr></table>");
+    tables.setHtml(floating.repeated(150));
+    QVERIFY(MVRTextDoc::pageCount(&tables, size) < 10); // beside each other
+    tables.setHtml(floating.repeated(300));
+    QVERIFY(MVRTextDoc::pageCount(&tables, size) > 20); // one below the other
     for (const double height : {0.001, 1e-300})
         QVERIFY(MVRTextDoc::pageCount(&document, QSizeF(300, height)) >= 0);
     for (const char *table : {"cellspacing=-1e308", "cellpadding=-1e308", "cellspacing=nan",

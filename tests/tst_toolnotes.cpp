@@ -223,7 +223,6 @@ void TestToolNotes::writesLinksUnderNotes()
     }
 }
 
-// A listing of Markdown has room for no note and no emphasis.
 void TestToolNotes::leftOutNotesPartNoLinks()
 {
     m_folder->write(QStringLiteral("link.rtf"),
@@ -234,6 +233,7 @@ void TestToolNotes::leftOutNotesPartNoLinks()
              QByteArray("[url]http://x.y/[/url]one words"));
 }
 
+// A listing of Markdown has room for no note and no emphasis.
 void TestToolNotes::tellsListingsFromText()
 {
     const auto markdown = [this](const char *name, const QByteArray &content) {

@@ -160,13 +160,26 @@ MVRTextRange takenText(QTextDocument *document, const MVRTextRange &range)
             table.cellAt(row + rows - 1, column + columns - 1).lastPosition()};
 }
 
-/*! Whether \a taken has text of the places beside \a place. */
-bool takesOther(const MVRTextRange &taken, QVector<RtfAttachment>::const_reverse_iterator place,
-                const QVector<RtfAttachment> &places)
+/*! Whether \a taken has text of the places beside that of \a number. */
+bool takesOther(const MVRTextRange &taken, const QVector<RtfAttachment> &places, int number)
 {
-    const auto before = place + 1;
-    return (place != places.crbegin() && (place - 1)->range.start < taken.end)
-        || (before != places.crend() && taken.start < before->range.end);
+    return (number > 0 && taken.start < places[number - 1].range.end)
+        || (number + 1 < places.size() && places[number + 1].range.start < taken.end);
+}
+
+/*!
+    What the note of the place of \a number is attached to. A cursor over several cells takes all of
+   their text. That is what an application did, but no other program, and not where it would take
+   the text away from other notes.
+*/
+MVRTextRange attachedRange(QTextDocument *document, const QVector<RtfAttachment> &places,
+                           int number, bool isOwn)
+{
+    const MVRTextRange range = places[number].range;
+    if (!isOwn)
+        return longestPart(*document, range);
+    return takesOther(takenText(document, range), places, number) ? lastPart(*document, range)
+                                                                  : range;
 }
 
 void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
@@ -175,22 +188,16 @@ void attachNotes(QTextDocument *document, const MVRTextRtfNotes &notes)
     const QColor defaultColor = mvrOptions().value(MVRSettings::CommentColorSetting);
     const EditBlock edit(document);
     // From the last to the first, so that a label moves no place still to be used.
-    for (auto place = places.crbegin(); place != places.crend(); ++place) {
-        const MVRTextCommentLink link = toLink(*place, notes, defaultColor);
-        const bool isForeign = !isOfApplication(notes.at(place->notes.first()));
-        MVRTextRange range = place->range;
-        // A cursor over several cells takes all of their text. That is what an application did, but
-        // no other program, and not where it would take the text away from other notes.
-        if (isForeign)
-            range = longestPart(*document, range);
-        else if (takesOther(takenText(document, range), place, places))
-            range = lastPart(*document, range);
+    for (int i = int(places.size()) - 1; i >= 0; --i) {
+        const RtfAttachment &place = places[i];
+        const MVRTextRtfNote &first = notes.at(place.notes.first());
+        const MVRTextCommentLink link = toLink(place, notes, defaultColor);
+        const MVRTextRange range = attachedRange(document, places, i, isOfApplication(first));
         const QTextCursor text = range.start < range.end
             ? range.toTextCursor(document)
             : insertNoteLabel(document, range.end, link.isFootnote);
         // Of several notes in one, each names its author in the content.
-        const MVRTextRtfNote note
-            = place->notes.size() == 1 ? notes.at(place->notes.first()) : MVRTextRtfNote();
+        const MVRTextRtfNote note = place.notes.size() == 1 ? first : MVRTextRtfNote();
         MVRTextDoc::setComment(text, link, note.author, note.time);
         if (fromBytes(note.data).isResolved)
             markResolved(text);

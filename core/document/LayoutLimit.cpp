@@ -6,6 +6,7 @@
 #include <QAbstractTextDocumentLayout>
 #include <QSizeF>
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextTable>
 
@@ -209,11 +210,9 @@ double bottomOf(const FlowPart &part, QAbstractTextDocumentLayout &layout)
                  : layout.blockBoundingRect(part.place.currentBlock()).bottom();
 }
 
-}
-
-void boundFloats(QTextDocument &text)
+// Tables, too; those of pictures are no children of frames.
+QVector<QTextFrame *> floatingFrames(const QTextDocument &text)
 {
-    constexpr int maxFloats = 200;
     QVector<QTextFrame *> floats;
     QVector<QTextFrame *> open {text.rootFrame()};
     while (!open.isEmpty()) {
@@ -224,13 +223,29 @@ void boundFloats(QTextDocument &text)
                 floats.append(child);
         }
     }
-    if (floats.size() <= maxFloats)
-        return;
-    for (QTextFrame *frame : qAsConst(floats)) {
+    return floats;
+}
+
+}
+
+void putFramesIntoFlow(QTextDocument &text)
+{
+    const QVector<QTextFrame *> floats = floatingFrames(text);
+    QTextCursor edit(&text);
+    edit.beginEditBlock();
+    for (QTextFrame *frame : floats) {
         QTextFrameFormat format = frame->frameFormat();
         format.setPosition(QTextFrameFormat::InFlow);
         frame->setFrameFormat(format);
     }
+    edit.endEditBlock();
+}
+
+void boundFloats(QTextDocument &text)
+{
+    constexpr int maxFloats = 200;
+    if (floatingFrames(text).size() > maxFloats)
+        putFramesIntoFlow(text);
 }
 
 // Qt lays a text out again for the size that it has.

@@ -27,6 +27,13 @@ constexpr double longPage = 4.0e6;
 bool isTooHigh(QTextDocument &text, double lineWidth, const QSizeF &page, double unitsPerPoint);
 
 /*!
+    Lets all tables and frames stand in the flow. What cuts a long layout into pages needs that: the
+    toolkit does not part what floats from what stands beside it, so that text of either would be on
+    no page.
+*/
+void putFramesIntoFlow(QTextDocument &text);
+
+/*!
     Lets tables and frames of a text stand in its flow where more of them float than anybody sets:
     for each line the toolkit looks through those that it may stand beside.
 */

@@ -63,8 +63,9 @@ OTHERS = [
     "notes --json", "links", "links --json", "pages", "pages --json")]
 
 
-def commands(kind):
-    """All that documents of a kind go through: first what converts it, then the others."""
+def commands(kind, own):
+    """All that documents of a kind, of the suffix `own`, go through: first what converts it, then the
+    others."""
     if kind == "markup":
         # Its words stand in codes until these are read.
         return ([made("read-" + suffix, "markup --read {source} -o {output}", suffix)
@@ -73,7 +74,7 @@ def commands(kind):
                         "rtf")])
     all_commands = [made(suffix, "convert {source} {output}", suffix) for suffix in OUTPUTS]
     for table, judged in ((CHANGES, "qn"), (WITHOUT_NOTES, "q"), (OTHERS, "")):
-        all_commands += [made(name, words, kind if suffix == "same" else suffix, judged)
+        all_commands += [made(name, words, own if suffix == "same" else suffix, judged)
                          for name, words, suffix in table]
     if kind == "md":
         all_commands.append(made("smart", "convert --smart {source} {output}", "rtf"))

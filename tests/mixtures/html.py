@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Random HTML: blocks, lists and tables in each other, style sheets, lengths of all kinds."""
 
-from mixtures.mixture import Mixture
+from mixtures.mixture import PICTURE, Mixture
 
 SELECTORS = ["p", "*", ".c1", "#i", "td>p", "a:hover", "p,", "@media print{p", "ul li",
              "p::first-line", "[a=b]", "h1~p"]
@@ -24,8 +24,7 @@ DECLARATIONS = ["color:red", "color:rgb(1,2,999)", "color:#12", "float:left", "f
 SPANS = ["b", "i", "u", "s", "em", "strong", "code", "tt", "sub", "sup", "span", "big", "small",
          "font", "del", "ins", "cite", "var", "kbd", "mark", "abbr", "q", "dfn", "samp", "label",
          "bdi"]
-PICTURES = ["x.png", "data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR"
-            "42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==", "data:,x", "/dev/zero", "//srv/x", ""]
+PICTURES = ["x.png", PICTURE, "data:,x", "/dev/zero", "//srv/x", ""]
 TARGETS = ["http://a.b/?x=1&y=2", "mvr://12", "", "#x", "javascript:x", "a b", "http://a/", "x)(y",
            "12", "mailto:a@b"]
 # Only hostile documents have end tags without their start, which may end what a word stands in.

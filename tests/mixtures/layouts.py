@@ -1,10 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Ordinary HTML for pages: long and short paragraphs beside and in tables and pictures that float."""
 
-from mixtures.mixture import Mixture
-
-PICTURE = ("data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9Q"
-           "DwADhgGAWjR9awAAAABJRU5ErkJggg==")
+from mixtures.mixture import PICTURE, Mixture
 
 
 class LayoutMixture(Mixture):

@@ -19,6 +19,10 @@ ODD_LETTERS = ["\u05d0\u05d1", "\u0627\u0644", "\u65e5\u672c", "\U0001f600", "\u
 # Those that change the order of letters on a page, where words are looked for in that order.
 TURNING = {"\u05d0\u05d1", "\u0627\u0644", "\u202e", "\u2066"}
 
+# Of one pixel.
+PICTURE = ("data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9Q"
+           "DwADhgGAWjR9awAAAABJRU5ErkJggg==")
+
 SENSIBLE = ["0", "1", "2", "3", "20", "120", "360", "720", "1440", "2880", "-360"]
 WHOLE = ["0", "1", "-1", "2", "9", "99", "32767", "32768", "-32768", "65535", "65536",
          "2147483647", "-2147483648", "2147483648", "99999999999", "", "-", "007"]

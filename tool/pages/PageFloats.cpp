@@ -62,25 +62,6 @@ void putPictureIntoFlow(const QTextFrame &frame, QTextCursor &edit)
 
 }
 
-void putFramesIntoFlow(QTextDocument &text)
-{
-    QTextCursor edit(&text);
-    edit.beginEditBlock();
-    QVector<QTextFrame *> open {text.rootFrame()};
-    while (!open.isEmpty()) {
-        const QList<QTextFrame *> children = open.takeLast()->childFrames();
-        for (QTextFrame *frame : children) {
-            open.append(frame);
-            QTextFrameFormat format = frame->frameFormat();
-            if (format.position() == QTextFrameFormat::InFlow)
-                continue;
-            format.setPosition(QTextFrameFormat::InFlow);
-            frame->setFrameFormat(format);
-        }
-    }
-    edit.endEditBlock();
-}
-
 bool takePicturesFromTables(QTextDocument &text, double right)
 {
     QAbstractTextDocumentLayout &layout = *text.documentLayout();

@@ -4,12 +4,6 @@
 class QTextDocument;
 
 /*!
-    Lets all tables and frames stand in the flow: where a page ends, the toolkit does not part what
-    floats from what stands beside it, and text of either would be on no page.
-*/
-void putFramesIntoFlow(QTextDocument &text);
-
-/*!
     Lets pictures stand in the flow that push tables beyond the right edge: the toolkit puts a table
     beside a float on the left, and makes it no narrower.
 

@@ -4,7 +4,6 @@
 #include <tool/formats/Pictures.h>
 #include <tool/pages/Lengths.h>
 #include <tool/pages/PageBreaks.h>
-#include <tool/pages/PageFloats.h>
 #include <tool/pages/PageLinks.h>
 #include <tool/pages/PageWidths.h>
 #include <tool/pages/SmallCapitals.h>

@@ -12,8 +12,8 @@ class QTextDocument;
 void preparePageText(QTextDocument &text, const PageWidths &widths, double unitsPerPoint);
 
 /*!
-    Makes the pictures of a prepared text as large as they say, and no larger than what \a room has
-    for them and what reaches below their line.
+    Makes the pictures of a prepared text as large as they say, and no larger than what \a room, in
+    units of the layout, has for them and what reaches below their line.
 */
 void fitPagePictures(QTextDocument &text, const QSizeF &room, double unitsPerPoint);
 

@@ -31,11 +31,6 @@ bool isShownSmall(const QTextCharFormat &format)
 
 QTextCharFormat smaller(QTextCharFormat format, double usualSize)
 {
-    if (format.hasProperty(QTextFormat::FontPixelSize)) {
-        const int size = qRound(format.intProperty(QTextFormat::FontPixelSize) * share);
-        format.setProperty(QTextFormat::FontPixelSize, qMax(1, size));
-        return format;
-    }
     const double size = pointSizeOf(format, usualSize);
     format.setFontPointSize((size > 0.0 ? size : usualSize) * share);
     format.clearProperty(QTextFormat::FontSizeAdjustment);

@@ -4,8 +4,7 @@
 class QTextDocument;
 
 /*!
-    Makes of letters that are shown as small capitals capitals of a smaller size, each one letter as
-    before: the toolkit draws other letters in their stead where a line ends in the middle of a
-   word.
+    Makes letters that are shown as small capitals capitals of a smaller size, one for one: where a
+    line ends in the middle of a word, the toolkit draws other letters in their stead.
 */
 void putSmallCapitals(QTextDocument &text);
